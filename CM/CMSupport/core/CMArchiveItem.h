@@ -1,0 +1,70 @@
+// CMArchiveItem: one file of the archive, as a list operation has reported it, with the names derived from its path.
+#pragma once
+
+#include "CM/CMSupport/core/CMApi.h"
+#include "CM/platform/CList.h"
+#include "CM/platform/CString.h"
+
+class ORC_CM_API CMArchiveItem {
+  public:
+    /// The mode that a list operation read. Its numbers are not those of CMMode::Mode.
+    enum Mode { unknown = 0, readOnly = 1, readWrite = 2 };
+
+    CMArchiveItem(const CString &fileNameWithPath, const CString &version, const Mode &mode, const CString &locker,
+                  const CString &status);
+
+    [[nodiscard]] CString getFileNameWithPath() const { return fileNameWithPath_; }
+    [[nodiscard]] CString getVersion() const { return version_; }
+    [[nodiscard]] Mode getMode() const { return mode_; }
+    [[nodiscard]] CString getLocker() const { return locker_; }
+    [[nodiscard]] CString getStatus() const { return status_; }
+    void setStatus(const CString &status) { status_ = status; }
+
+    /// From the last dot of the full name to its end; a dot in a directory name counts.
+    [[nodiscard]] CString getSuffix() const;
+    /// What follows the last separator of either kind.
+    [[nodiscard]] CString getFileName() const;
+    /// The full name cut at its last dot, then what follows the last separator of the rest.
+    [[nodiscard]] CString getName() const;
+    /// The display name of the unit type.
+    [[nodiscard]] CString getType() const;
+    /// The path relative to the root of the archive or the workspace.
+    [[nodiscard]] CString getNameNShortPath(bool withExtension) const;
+    /// The directory in the workspace to which the item belongs; empty without an active project.
+    [[nodiscard]] CString getLocalPath() const;
+    /// The full name of the unit's file in the workspace.
+    [[nodiscard]] CString getFullUnitFileName() const;
+    /// The name under which the host knows the unit's file.
+    [[nodiscard]] CString getFileNameForRepFiles() const;
+
+  private:
+    CString fileNameWithPath_;
+    CString version_;
+    Mode mode_;
+    CString locker_;
+    CString status_;
+};
+
+/// Items of the archive. The list does not own them.
+class CMArchiveItemList : public CList<CMArchiveItem *, CMArchiveItem *&> {
+  public:
+    using CList::CList;
+};
+
+/// A list that owns its items.
+class ORC_CM_API CMArchiveItemListWrapper {
+  public:
+    CMArchiveItemListWrapper() = default;
+    CMArchiveItemListWrapper(const CMArchiveItemListWrapper &) = delete;
+    CMArchiveItemListWrapper &operator=(const CMArchiveItemListWrapper &) = delete;
+    virtual ~CMArchiveItemListWrapper();
+
+    [[nodiscard]] CMArchiveItemList &list() { return items_; }
+    /// Takes ownership.
+    void addTail(CMArchiveItem *item);
+    /// Takes the item off the list if it is there, and deletes it in any case; null is ignored.
+    void removeAndMemoryDelete(CMArchiveItem *item);
+
+  private:
+    CMArchiveItemList items_;
+};

@@ -1,0 +1,78 @@
+// The model's objects: IObject, INObject and IDObject, in this order of derivation. All pointers to them belong
+// to the host.
+#pragma once
+
+#include "CM/host/HostApi.h"
+#include "CM/host/IProperty.h"
+#include "CM/platform/CString.h"
+
+#include <memory>
+
+class IHandle;
+class IUnit;
+class OrId;
+
+class ORC_HOST_API IObject {
+  public:
+    IObject() = default;
+    virtual ~IObject() = default;
+    IObject(const IObject &) = delete;
+    IObject &operator=(const IObject &) = delete;
+
+    /// Tells the observers of this object that it has changed.
+    virtual void doNotify() = 0;
+};
+
+class ORC_HOST_API INObject : public IObject {
+  public:
+    /// While one lives, changes of the model don't count for code generation. They nest.
+    class ORC_HOST_API IgnoreCGModification {
+      public:
+        IgnoreCGModification();
+        ~IgnoreCGModification();
+        IgnoreCGModification(const IgnoreCGModification &) = delete;
+        IgnoreCGModification &operator=(const IgnoreCGModification &) = delete;
+    };
+};
+
+class ORC_HOST_API IDObject : public INObject {
+  public:
+    /// The element's name.
+    [[nodiscard]] virtual CString getName() const = 0;
+    /// The display name of its kind, for messages.
+    [[nodiscard]] virtual CString getMetaClassDisplayName() const = 0;
+    [[nodiscard]] virtual OrId getOrId() const = 0;
+
+    /// Whether the element has a file of its own.
+    [[nodiscard]] virtual bool isSaveUnit() const = 0;
+    /// The unit whose file holds the element: the element itself if it is one; null if it is nowhere.
+    [[nodiscard]] virtual IUnit *getSaveUnit() const = 0;
+    [[nodiscard]] virtual IDObject *getOwner() const = 0;
+    /// Whether `other` lies somewhere below this element.
+    [[nodiscard]] virtual bool isOwnedByMe(const IDObject *other) const = 0;
+    /// A new handle to this object, to be given back with IHandle::release(). May fault on a dead pointer.
+    [[nodiscard]] virtual IHandle *getHandle() = 0;
+
+    [[nodiscard]] virtual bool isModified() const = 0;
+    /// Sets or clears the modified flag; `notify` says whether observers hear of it.
+    virtual void setModified(int modified, bool notify) = 0;
+    /// Whether the project was opened for a model merge.
+    [[nodiscard]] virtual bool isLoadFromMMMode() const = 0;
+
+    /// The property, or null. `where` is an IProperty::IPropertyWhere; the arguments behind it are fixed.
+    [[nodiscard]] virtual IProperty *findProperty(const CString &subject, const CString &metaclass,
+                                                  const CString &key, int where, int = 1, int = 0, int = 0,
+                                                  int = 1, int = 0, int = 0) const = 0;
+    /// The property if it is set on the object itself, or null. The arguments behind the key are fixed.
+    [[nodiscard]] virtual IProperty *findOwnProperty(const CString &subject, const CString &metaclass,
+                                                     const CString &key, int = 0, int = 0, int = 1, int = 0,
+                                                     int = 0) const = 0;
+    /// Attaches a copy of the property to the object, replacing one of the same subject, metaclass and name.
+    virtual void storeProperty(const CString &subject, const CString &metaclass, const IProperty *property) = 0;
+};
+
+/// A classifier, such as a class, that may own code files.
+class ORC_HOST_API IClassifier {
+  public:
+    virtual ~IClassifier() = default;
+};

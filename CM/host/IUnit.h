@@ -1,0 +1,75 @@
+// IUnit: a model element with a file of its own.
+#pragma once
+
+#include "CM/host/HostApi.h"
+#include "CM/host/IDObject.h"
+#include "CM/platform/CList.h"
+#include "CM/platform/CString.h"
+
+class IObjectList;
+
+/// How a unit is saved.
+enum ORYSaveLoadOption {
+    orySaveDefault = 0, ///< only if it is modified
+    orySaveAlways = 1,  ///< also if it is not
+};
+
+class ORC_HOST_API IUnit : public IDObject {
+  public:
+    // Names of the unit's file.
+    [[nodiscard]] virtual CString getFileName() const = 0;      ///< without directory
+    [[nodiscard]] virtual CString getFullFileName() const = 0;  ///< with its full directory
+    [[nodiscard]] virtual CString getOldFileName() const = 0;   ///< before the last rename; empty without one
+    [[nodiscard]] virtual CString getFileNameNoExt() const = 0; ///< without directory and extension
+    /// The directory in which the unit's file stands. On a project: its own directory for units.
+    [[nodiscard]] virtual CString getOwnDirectory() const = 0;
+    /// The extension with its dot. The text lives as long as the unit.
+    [[nodiscard]] virtual const char *getFileExtension() const = 0;
+    /// The name in the repository files: the key by which getByFile finds the unit.
+    [[nodiscard]] virtual CString getNameForReposFiles() const = 0;
+
+    /// The unit with this file name, or null.
+    [[nodiscard]] static IUnit *getByFile(const CString &path);
+    /// All files of the model. The list belongs to the host and is valid until the model changes.
+    [[nodiscard]] static IObjectList *getRepositoryFiles();
+    /// Whether repository files hold full paths.
+    [[nodiscard]] static bool isFullPathRepFiles();
+
+    // Kinds of unit.
+    [[nodiscard]] virtual bool isStub() const = 0;      ///< known, but not loaded
+    [[nodiscard]] virtual bool isReference() const = 0; ///< used from elsewhere, not to be changed here
+    /// Whether the unit or one of its owners is kept outside the project's directory.
+    [[nodiscard]] virtual bool isExternalUnitRecursive() const = 0;
+    /// The unit's directory setting; non-empty for a subsystem that has its own directory.
+    [[nodiscard]] virtual CString getPersistAs() const = 0;
+    /// The read-only state in the model.
+    [[nodiscard]] virtual bool isReadOnly() const = 0;
+
+    // State under configuration management, kept by the host, given by the library.
+    [[nodiscard]] virtual long getCMState() const = 0;
+    virtual void setCMState(long state) = 0;
+    [[nodiscard]] virtual CString getCMHeader() const = 0; ///< the stored header text, or the empty text
+    /// Re-reads the header from the file; true if the file could be read.
+    virtual bool updateCMHeader() = 0;
+    /// Updates the unit's read-only state from the file. `mode` is the mode text of the command that ran.
+    virtual void updateMode(const CString &mode) = 0;
+
+    // The unit's own archive setting. The get forms look upward through the owners, and return non-zero and
+    // assign what they found if they found one.
+    virtual int getSccArchiveRecursive(CString &projName, CString &auxPath) const = 0;
+    virtual void setSccArchive(const CString &projName, const CString &auxPath) = 0;
+    virtual int getBatchArchiveRecursive(CString &archive) const = 0;
+    virtual void setBatchArchive(const CString &archive) = 0;
+
+    // Renaming on the host's side.
+    virtual void setFileName(const CString &name) = 0;
+    virtual void setMYpersAs(const CString &path) = 0;
+    /// Settles a rename that the CM tool has carried out.
+    virtual void approveCMRename(const CString &name) = 0;
+
+    /// Save to a given file, or to the unit's own. 1 on success; on failure 0, and the old file stays.
+    virtual int saveUnitToFile(const CString &path, ORYSaveLoadOption option) = 0;
+    virtual int orySave2File(ORYSaveLoadOption option) = 0;
+    /// Deletes through the external team server.
+    virtual void tsvDelete(bool withFile) = 0;
+};

@@ -1,0 +1,16 @@
+// Completing a partly loaded model.
+#pragma once
+
+#include "CM/host/HostApi.h"
+#include "CM/platform/CString.h"
+
+class IDObject;
+
+class ORC_HOST_API LoadOnDemandManager {
+  public:
+    virtual ~LoadOnDemandManager() = default;
+    /// The manager, or null in a host that always loads whole models.
+    [[nodiscard]] static LoadOnDemandManager *instance();
+    /// Loads what is missing below `object`, telling the user `text`. Non-zero if all of it is loaded now.
+    virtual int completeLoadScopeWithDialog(IDObject *object, const CString &text, int flag) = 0;
+};

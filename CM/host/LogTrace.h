@@ -1,0 +1,23 @@
+// The host's log.
+#pragma once
+
+#include "CM/host/HostApi.h"
+#include "CM/platform/CString.h"
+
+class LogTrace {
+  public:
+    /// One opened channel of the log; closed at the end of its life.
+    class ORC_HOST_API Log {
+      public:
+        enum LogNames { cm = 4 };
+        explicit Log(int name);
+        ~Log();
+        Log(const Log &) = delete;
+        Log &operator=(const Log &) = delete;
+        /// Writes a line, with the source file and line that it comes from.
+        void Min(const char *sourcePath, int line, const CString &text);
+
+      private:
+        int name_;
+    };
+};

@@ -1,0 +1,45 @@
+# orc_add_library(NAME [SHARED] SOURCES ... LINKS ...): the library of one folder. Includes are written from the
+# root of the tree; the link line names the folders that this one may include.
+function(orc_add_library name)
+  cmake_parse_arguments(ARG "SHARED" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  if(ARG_SHARED)
+    add_library(${name} SHARED ${ARG_SOURCES})
+  else()
+    add_library(${name} STATIC ${ARG_SOURCES})
+  endif()
+  target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE $<BUILD_INTERFACE:orc_options> ${ARG_PRIVATE_LINKS})
+endfunction()
+
+# orc_add_program(NAME SOURCES ... LINKS ...)
+function(orc_add_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE orc_options ${ARG_LINKS})
+endfunction()
+
+# orc_add_test(NAME SOURCES ... LINKS ...): a GoogleTest program, run by CTest as one test.
+function(orc_add_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  orc_add_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} GTest::gmock GTest::gtest GTest::gtest_main)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+endfunction()
+
+# orc_check_headers(NAME FOLDER LINKS ...): compiles every header of a folder on its own, which proves that each
+# stands alone.
+function(orc_check_headers name folder)
+  cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+  file(GLOB_RECURSE headers RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.h)
+  set(sources)
+  foreach(header ${headers})
+    string(MAKE_C_IDENTIFIER ${header} id)
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/header-checks/${id}.cpp)
+    file(CONFIGURE OUTPUT ${source} CONTENT "#include \"${header}\" // stands alone\n")
+    list(APPEND sources ${source})
+  endforeach()
+  add_library(${name} OBJECT ${sources})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE orc_options ${ARG_LINKS})
+endfunction()
