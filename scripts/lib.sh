@@ -1,0 +1,40 @@
+# Shared steps of the scripts: what a bare machine lacks, and the build. Sourced, not run.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+build_packages=(g++ cmake ninja-build pkg-config ccache libpcre2-dev libpugixml-dev libtomlplusplus-dev libcli11-dev
+                nlohmann-json3-dev)
+test_packages=(libgtest-dev libgmock-dev git)
+bench_packages=(libbenchmark-dev perl)
+fuzz_packages=(clang libclang-rt-14-dev)
+tidy_packages=(clang clang-tidy clang-format)
+tool_packages=(rcs)
+
+# Installs those of the named Debian packages that are missing.
+install_packages() {
+  local missing=() name
+  for name in "$@"; do
+    dpkg-query -W -f='${Status}' "$name" 2>/dev/null | grep -q 'ok installed' || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "Installing: ${missing[*]}" >&2
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "Please install these packages: ${missing[*]}" >&2; return 1; }
+    as_root=(sudo)
+  fi
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# build PRESET [TARGET...]: configures once, then builds.
+build() {
+  local preset=$1
+  shift
+  [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+  if [ $# -gt 0 ]; then
+    cmake --build --preset "$preset" --target "$@"
+  else
+    cmake --build --preset "$preset"
+  fi
+}
