@@ -1,0 +1,100 @@
+#include "CM/CMSupport/resources/Texts.h"
+
+namespace resources {
+
+// A switch without a default, so that the compiler tells of a number that has no text.
+const char *text(Text number) {
+    switch (number) {
+    case Text::noToolSelected:
+        return "No configuration management tool is selected. Choose one in the project's configuration "
+               "management "
+               "properties, then try again.";
+    case Text::providerNotFound:
+        return "No Source Code Control provider is registered on this computer. Install one, or choose a command "
+               "line tool in the project's configuration management properties.";
+    case Text::providerRouteMissing:
+        return "This version works with command line tools only, but the project is set to use a Source Code "
+               "Control provider. Set its property \"UseSCCtool\" to \"No\" and choose a command line tool.";
+    case Text::cannotEnterDirectory:
+        return "Cannot enter the directory \"%s\": %s\n";
+    case Text::commandTimedOut:
+        return "The configuration management command ran into its time limit and printed nothing.\n";
+    case Text::commandReportedError:
+        return "The configuration management command reported an error. See the configuration management output "
+               "for what it printed.";
+    case Text::commandReportedWarning:
+        return "The configuration management command reported a warning. See the configuration management output "
+               "for what it printed.";
+    case Text::stubLeftOut:
+        return "%s '%s' is left out: it is not loaded. Load it first, or allow configuration management of units "
+               "that are not loaded.";
+    case Text::referenceLeftOut:
+        return "%s '%s' is left out: it is used here by reference. Work on it in the project that it belongs to.";
+    case Text::someUnitsLeftOut:
+        return "Some of the chosen units are left out, because they are not loaded or are used by reference. They "
+               "are listed in the configuration management output.";
+    case Text::controlledFileTitle:
+        return "Checking out a controlled file";
+    case Text::controlledFileCheckOut:
+        return "\"%s\" is a controlled file, not a part of the model: the model is not reloaded after it is "
+               "checked "
+               "out. If \"%s\" is open in another program, close it there and open it again afterwards.";
+    case Text::controlledFileDontShow:
+        return "Do not show this message again";
+    case Text::writableFileQuestion:
+        return "The file \"%s\" is writable, so it may hold changes that are not in the archive. Checking it out "
+               "may overwrite them.\nFile: %s\nCheck it out?";
+    case Text::loadingFailed:
+        return "The file \"%s\" could not be loaded into the model. Check that it is a complete unit file, then "
+               "load it again.";
+    case Text::operationLock:
+        return "Lock";
+    case Text::operationFetch:
+        return "Fetch from Archive";
+    case Text::operationUnlock:
+        return "Unlock";
+    case Text::operationHistory:
+        return "History";
+    case Text::operationCheckIn:
+        return "Check In";
+    case Text::operationCheckOut:
+        return "Check Out";
+    case Text::operationAdd:
+        return "Add to Archive";
+    case Text::operationAddDirectory:
+        return "Add Directory";
+    case Text::operationMove:
+        return "Move";
+    case Text::operationUndoCheckOut:
+        return "Undo Check Out";
+    case Text::operationProperties:
+        return "Properties";
+    case Text::operationListArchive:
+        return "List Archive";
+    case Text::operationDelete:
+        return "Delete";
+    case Text::operationDeleteDirectory:
+        return "Delete Directory";
+    case Text::operationRename:
+        return "Rename";
+    case Text::operationConnect:
+        return "Connect to Archive";
+    case Text::operationTool:
+        return "Configuration Management Tool";
+    case Text::questionTitle:
+        return "Check out";
+    case Text::buttonYes:
+        return "Yes";
+    case Text::buttonYesToAll:
+        return "Yes to all";
+    case Text::buttonNo:
+        return "No";
+    case Text::buttonNoToAll:
+        return "No to all";
+    case Text::buttonCancel:
+        return "Cancel";
+    }
+    return "?"; // a number from outside the enumeration
+}
+
+} // namespace resources
