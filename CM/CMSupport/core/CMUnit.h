@@ -1,0 +1,32 @@
+// CMUnit: the argument that answers the variables about the unit, or the archive item, at hand.
+#pragma once
+
+#include "CM/CMSupport/core/CMApi.h"
+#include "CM/CMSupport/core/CMArchiveItem.h"
+#include "CM/CMSupport/core/CMArgument.h"
+#include "CM/host/IUnit.h"
+
+class ORC_CM_API CMUnit : public CMUserBasedArgument {
+  public:
+    /// The unit or item stays the caller's and must outlive this object. Null gives empty texts.
+    explicit CMUnit(const IUnit *unit);
+    explicit CMUnit(const CMArchiveItem *item);
+
+    /// The names are Unit, UnitDirectory, UnitPath, UnitDirPath, UnitArchivePath and UnitArchiveDir.
+    [[nodiscard]] int isNamed(const CString &name) const override;
+    [[nodiscard]] CString substitute(const CString &name) override;
+
+    /// The directory without a separator at its end.
+    [[nodiscard]] CString getDirName() const { return directory_; }
+
+  private:
+    [[nodiscard]] CString path() const;
+    [[nodiscard]] CString directoryBelowWorkingDir() const;
+    [[nodiscard]] CString archivePath() const;
+    [[nodiscard]] CString archiveDir() const;
+
+    CString fileName_;
+    CString directory_;
+    const IUnit *unit_ = nullptr;
+    const CMArchiveItem *item_ = nullptr;
+};
