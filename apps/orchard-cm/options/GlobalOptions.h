@@ -1,0 +1,24 @@
+// The options that every command has.
+#pragma once
+
+#include <string>
+
+namespace orchard_cm {
+
+/// What the program answers to the questions of an operation.
+enum class Answer {
+    ask,      ///< the user on the terminal; without one the safe answer, No, is taken and said
+    yes,      ///< --yes: Yes to each question
+    no,       ///< --no: No to each question
+    yesToAll, ///< --yes-to-all: one Yes that holds for the rest of the command
+};
+
+struct GlobalOptions {
+    std::string project; ///< -p: the project file; empty: the one of the current directory
+    bool json = false;
+    Answer answer = Answer::ask;
+    bool trace = false;  ///< --trace: the debug trace
+    std::string logFile; ///< --log: what the operations log; empty: nowhere
+};
+
+} // namespace orchard_cm
