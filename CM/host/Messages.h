@@ -3,11 +3,12 @@
 
 #include "CM/host/HostApi.h"
 #include "CM/platform/CString.h"
+#include "CM/platform/dialog/DialogIds.h"
 
 /// The library always passes 2.
 enum MessageLevel { messageLevelDefault = 2 };
 
-// Flags of a box and ids of its buttons, with the numbers of the windows API.
+// Flags of a box, with the numbers of the windows API; the ids of its buttons stand in DialogIds.h.
 constexpr unsigned int MB_OK = 0x0;
 constexpr unsigned int MB_YESNOCANCEL = 0x3;
 constexpr unsigned int MB_YESNO = 0x4;
@@ -16,10 +17,6 @@ constexpr unsigned int MB_ICONQUESTION = 0x20;
 constexpr unsigned int MB_ICONEXCLAMATION = 0x30;
 constexpr unsigned int MB_ICONINFORMATION = 0x40;
 constexpr unsigned int MB_DEFBUTTON2 = 0x100;
-constexpr int IDOK = 1;
-constexpr int IDCANCEL = 2;
-constexpr int IDYES = 6;
-constexpr int IDNO = 7;
 
 /// Shows a text.
 ORC_HOST_API void notifyUser(const CString &text, MessageLevel level);
