@@ -9,6 +9,7 @@
 
 template <class TYPE, class ARG = const TYPE &> class CList {
   public:
+    using value_type = TYPE;
     using const_iterator = typename std::list<TYPE>::const_iterator;
     using iterator = typename std::list<TYPE>::iterator;
 

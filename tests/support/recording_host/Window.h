@@ -1,0 +1,42 @@
+// The windows of the recording host: the CM output window, the main window, and who runs dialogs.
+#pragma once
+
+#include "CM/platform/CWnd.h"
+
+#include <sstream>
+
+namespace platform {
+class DialogDriver;
+}
+
+namespace recording {
+
+class MainWindow final : public CWnd {
+  public:
+    bool exists = false;
+    bool enabled = true;
+    CWnd *popup = nullptr; ///< null: the window itself was active last
+    void *handle = nullptr;
+
+    [[nodiscard]] bool IsWindowEnabled() const override { return enabled; }
+    [[nodiscard]] CWnd *GetLastActivePopup() override { return popup == nullptr ? this : popup; }
+    [[nodiscard]] void *GetSafeHwnd() const override { return handle; }
+};
+
+struct OutputWindow {
+    bool managerExists = true;
+    bool hasStream = true;
+    bool hasWindow = true;
+    std::ostringstream stream;
+    /// What was written so far.
+    [[nodiscard]] std::string text() const { return stream.str(); }
+};
+
+struct Environment {
+    bool hasOutputInterface = true;
+    bool hasInterfaceToUser = true;
+    bool hasInstance = true;
+    platform::DialogDriver *dialogDriver = nullptr; ///< the test's own
+};
+
+} // namespace recording
