@@ -6,6 +6,8 @@
 #include "CM/CMSupport/core/CMArgument.h"
 #include "CM/host/IUnit.h"
 
+#include <string_view>
+
 class ORC_CM_API CMUnit : public CMUserBasedArgument {
   public:
     /// The unit or item stays the caller's and must outlive this object. Null gives empty texts.
@@ -20,7 +22,15 @@ class ORC_CM_API CMUnit : public CMUserBasedArgument {
     [[nodiscard]] CString getDirName() const { return directory_; }
 
   private:
+    struct Variable {
+        std::string_view name;
+        CString (CMUnit::*value)() const;
+    };
+    [[nodiscard]] static const Variable *find(const CString &name);
+
+    [[nodiscard]] CString fileName() const;
     [[nodiscard]] CString path() const;
+    [[nodiscard]] CString directoryOrHere() const;
     [[nodiscard]] CString directoryBelowWorkingDir() const;
     [[nodiscard]] CString archivePath() const;
     [[nodiscard]] CString archiveDir() const;

@@ -1,0 +1,111 @@
+#include "CM/CMSupport/core/CMArchiveItem.h"
+
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/Paths.h"
+#include "CM/host/CurrentWorkspace.h"
+#include "CM/host/IUnit.h"
+#include "CM/host/Utilities.h"
+
+#include <string_view>
+
+namespace {
+
+/// A dot in a directory name counts, deliberately.
+CString withoutSuffix(const CString &name) {
+    const int dot = name.ReverseFind('.');
+    return dot < 0 ? name : name.Left(dot);
+}
+
+CString withoutWorkingDirectory(const CString &name) {
+    const CString working = paths::workingDirectory();
+    return paths::beginsNoCase(name, working) ? name.Mid(working.GetLength() + 1) : name;
+}
+
+/// Takes away what the template "Repository" puts around a file's place below the workspace: what stands before
+/// its
+/// "$SubDirs", and what it puts between the directories and the file.
+CString withoutLayout(CString name, CString layout) {
+    constexpr std::string_view subDirs = "$SubDirs";
+    const int directories = layout.Find(subDirs);
+    const int file = layout.Find("$FileName");
+    if (layout.Find("$ArchivePath") >= 0 || directories < 0 || file < 0) {
+        return name;
+    }
+    layout = layout.Left(file);
+    const CString root = layout.Left(directories);
+    if (paths::beginsNoCase(name, root)) {
+        name.Delete(0, root.GetLength());
+    }
+    layout.Delete(0, root.GetLength() + static_cast<int>(subDirs.size()));
+    if (layout.IsEmpty() || layout == "/" || layout == "\\") {
+        return name;
+    }
+    const int last = name.ReverseFindOneOf(paths::separators);
+    const CString directory = name.Left(last + 1);
+    if (!paths::endsNoCase(directory, layout)) {
+        return name;
+    }
+    return directory.Left(directory.GetLength() - layout.GetLength() + 1) + name.Mid(last + 1);
+}
+
+} // namespace
+
+CMArchiveItem::CMArchiveItem(const CString &fileNameWithPath, const CString &version, const Mode &mode,
+                             const CString &locker, const CString &status)
+    : fileNameWithPath_(fileNameWithPath), version_(version), mode_(mode), locker_(locker), status_(status) {}
+
+CString CMArchiveItem::getSuffix() const {
+    const int dot = fileNameWithPath_.ReverseFind('.');
+    return dot < 0 ? CString() : fileNameWithPath_.Mid(dot);
+}
+
+CString CMArchiveItem::getFileName() const { return paths::fileOf(fileNameWithPath_); }
+
+CString CMArchiveItem::getName() const { return paths::fileOf(withoutSuffix(fileNameWithPath_)); }
+
+CString CMArchiveItem::getType() const { return IProject::fileExtension2UnitType(getSuffix()); }
+
+CString CMArchiveItem::getNameNShortPath(bool withExtension) const {
+    if (CMProperty::isPre40Compatible()) {
+        return withExtension ? getFileName() : getName();
+    }
+    const CString name = withExtension ? fileNameWithPath_ : withoutSuffix(fileNameWithPath_);
+    CString layout;
+    if (CMProperty::getUseSCCtool() == 0) {
+        CMProperty::getToolPropertyValue("Repository", layout, false);
+    }
+    return layout.IsEmpty() ? withoutWorkingDirectory(name) : withoutLayout(name, layout);
+}
+
+CString CMArchiveItem::getLocalPath() const {
+    const IProject *const project = CurrentWorkspace::GetActiveProject();
+    if (project == nullptr) {
+        return {};
+    }
+    if (getFileName().CompareNoCase(project->getFileName()) == 0) {
+        return project->getOwnDirectory();
+    }
+    return paths::directoryOf(paths::join(paths::workingDirectory(), getNameNShortPath(false)));
+}
+
+CString CMArchiveItem::getFullUnitFileName() const {
+    const IUnit *const unit = IUnit::getByFile(fileNameWithPath_);
+    if (unit != nullptr && unit->isExternalUnitRecursive()) {
+        return fileNameWithPath_; // an external unit is kept where the tool reports it
+    }
+    return paths::join(getLocalPath(), getFileName());
+}
+
+CString CMArchiveItem::getFileNameForRepFiles() const {
+    if (!IUnit::isFullPathRepFiles()) {
+        return getFileName();
+    }
+    const IProject *const project = CurrentWorkspace::GetActiveProject();
+    const CString base = project != nullptr ? project->getOwnDirectory() : getLocalPath();
+    if (base.IsEmpty() || oqIsAbsolutePath(fileNameWithPath_)) {
+        return fileNameWithPath_;
+    }
+    // The dot of "./File" goes; that of ".hidden" too, deliberately.
+    return fileNameWithPath_.GetAt(0) == '.' ? base + fileNameWithPath_.Mid(1)
+                                             : paths::join(base, fileNameWithPath_);
+}

@@ -1,0 +1,130 @@
+#include "CM/CMSupport/core/CMTranscation.h"
+
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/resources/Texts.h"
+#include "CM/host/CurrentWorkspace.h"
+#include "CM/host/IAbstractCMManager.h"
+#include "CM/host/IPN.h"
+#include "CM/host/Messages.h"
+#include "CM/host/Undoer.h"
+#include "CM/host/Utilities.h"
+
+#include <ostream>
+
+CList<CMTranscation *, CMTranscation *> CMTranscation::m_TxnList(10);
+CMTxnGlobalState CMTranscation::myGlobalState;
+
+namespace {
+
+std::ostream *outputStream() {
+    IAbstractCMManager *const manager = IAbstractCMManager::GetCMManager();
+    return manager == nullptr ? nullptr : manager->getOutputStream();
+}
+
+} // namespace
+
+CMTranscation::CMTranscation(AbstractPackedViewParams *viewParams, int flag, CMTranscationType type,
+                             const CString &name)
+    : name_(name), type_(type) {
+    if (!m_TxnList.Find(this)) {
+        m_TxnList.AddTail(this);
+    }
+    if (Undoer *const undoer = type_ == CMTxnTool ? nullptr : Undoer::instance()) {
+        undoer->startTransaction(viewParams, flag, 0, 0);
+    }
+    showOutPutWindow();
+    markStartTranscation();
+}
+
+CMTranscation::~CMTranscation() {
+    if (type_ != CMTxnTool && Undoer::instance() != nullptr) {
+        Undoer::endTransaction();
+    }
+    markEndTranscation();
+    if (const auto position = m_TxnList.Find(this)) {
+        m_TxnList.RemoveAt(position);
+    }
+    if (m_TxnList.IsEmpty()) {
+        myGlobalState.reset();
+    }
+}
+
+CMTranscation *CMTranscation::getCurTranscation() { return m_TxnList.IsEmpty() ? nullptr : m_TxnList.GetTail(); }
+
+CString CMTranscation::getOperationName() const {
+    return name_.IsEmpty() ? getOperationNameFromType(type_) : name_;
+}
+
+CString CMTranscation::getOperationNameFromType(CMTranscationType type) {
+    const bool isKnown = type >= CMTxnLock && type < CMTxnTool;
+    const auto offset = static_cast<unsigned>(isKnown ? type : CMTxnTool);
+    return resources::text(
+        static_cast<resources::Text>(static_cast<unsigned>(resources::Text::operationLock) + offset));
+}
+
+bool CMTranscation::isValidTranscation() const {
+    IProject *const project = CurrentWorkspace::GetActiveProject();
+    if (project == nullptr) {
+        return false;
+    }
+    if (CMProperty::useSccCompliantTool() != 0) {
+        return true;
+    }
+    const IProperty *const tool = CMProperty::getCMTool(project, IProperty::inherited);
+    if (tool != nullptr && tool->getValue().CompareNoCase("NONE") == 0) {
+        notifyUserAndAsk(resources::text(resources::Text::noToolSelected), MB_ICONHAND, 0, messageLevelDefault);
+        return false;
+    }
+    return true;
+}
+
+void CMTranscation::showOutPutWindow() const {
+    if (IAbstractCMManager *const manager = IAbstractCMManager::GetCMManager()) {
+        manager->showOutputWindow(true);
+    }
+}
+
+void CMTranscation::markStartTranscation() const {
+    const IProject *const project = CurrentWorkspace::GetActiveProject();
+    if (outputStream() == nullptr || project == nullptr) {
+        return;
+    }
+    const IProperty *const clear = project->findProperty("ConfigurationManagement", IPN::General,
+                                                         "CMClearWindowBeforeOperation", IProperty::inherited);
+    if (clear != nullptr && clear->getBool()) {
+        if (ICMOutputWindow *const window = IAbstractCMManager::GetCMManager()->getOutputWindow()) {
+            window->clear();
+        }
+    }
+    writeSeparator("CMOperationStartSeparator");
+}
+
+void CMTranscation::markEndTranscation() const { writeSeparator("CMOperationEndSeparator"); }
+
+void CMTranscation::writeSeparator(const CString &key) const {
+    std::ostream *const stream = outputStream();
+    const IProject *const project = CurrentWorkspace::GetActiveProject();
+    if (stream == nullptr || project == nullptr) {
+        return;
+    }
+    const IProperty *const separator =
+        project->findProperty("ConfigurationManagement", IPN::General, key, IProperty::inherited);
+    CString text = separator == nullptr ? CString() : separator->getValue();
+    if (text.IsEmpty()) {
+        return;
+    }
+    expandKeyWords(text);
+    *stream << text << std::flush; // no end of line: the property holds what it wants
+}
+
+void CMTranscation::expandKeyWords(CString &text) const {
+    const auto replace = [&text](std::string_view keyWord, const auto &value) {
+        if (text.Find(keyWord) >= 0) {
+            text.Replace(keyWord, value());
+        }
+    };
+    replace("$Time", oqGetCurrentTime);
+    replace("$Date", oqGetCurrentDate);
+    replace("$User", oqGetCurrentUser);
+    replace("$Operation", [this] { return getOperationName(); });
+}

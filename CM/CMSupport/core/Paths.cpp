@@ -1,0 +1,36 @@
+#include "CM/CMSupport/core/Paths.h"
+
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/host/CurrentWorkspace.h"
+#include "CM/host/Utilities.h"
+
+namespace paths {
+
+CString directoryOf(const CString &path) {
+    const int last = path.ReverseFindOneOf(separators);
+    return last < 0 ? CString() : path.Left(last);
+}
+
+CString fileOf(const CString &path) { return path.Mid(path.ReverseFindOneOf(separators) + 1); }
+
+CString join(const CString &directory, const CString &file) { return directory + oqPathSeparator() + file; }
+
+bool beginsNoCase(const CString &text, const CString &start) {
+    return text.Left(start.GetLength()).CompareNoCase(start) == 0;
+}
+
+bool endsNoCase(const CString &text, const CString &end) {
+    return text.Right(end.GetLength()).CompareNoCase(end) == 0;
+}
+
+CString workingDirectory() {
+    CString directory = CMProperty::getWorkingDir();
+    if (directory.IsEmpty()) {
+        if (const IProject *const project = CurrentWorkspace::GetActiveProject()) {
+            directory = project->getOwnDirectory();
+        }
+    }
+    return directory;
+}
+
+} // namespace paths
