@@ -64,8 +64,8 @@ class ORC_HOST_API IUnit : public IDObject {
     // Renaming on the host's side.
     virtual void setFileName(const CString &name) = 0;
     virtual void setMYpersAs(const CString &path) = 0;
-    /// Settles a rename that the CM tool has carried out.
-    virtual void approveCMRename(const CString &name) = 0;
+    /// Whether the unit may bear the file name, given with or without extension, as after a rename in the archive.
+    [[nodiscard]] virtual bool approveCMRename(const CString &name) = 0;
 
     /// Save to a given file, or to the unit's own. 1 on success; on failure 0, and the old file stays.
     virtual int saveUnitToFile(const CString &path, ORYSaveLoadOption option) = 0;
