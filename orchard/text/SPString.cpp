@@ -1,0 +1,110 @@
+// The members of SPString and SPStringList that work with patterns.
+#include "CM/host/SPString.h"
+
+#include "orchard/text/CompiledPattern.h"
+#include "orchard/text/PatternCache.h"
+#include "orchard/text/Replacement.h"
+
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using orchard::Span;
+
+std::shared_ptr<const orchard::CompiledPattern> compiled(const SPString &pattern, const char *flags) {
+    return orchard::PatternCache::ofThisThread().get(pattern.str(), flags == nullptr ? "" : flags);
+}
+
+/// Walks the matches of a pattern from left to right.
+class Matches {
+  public:
+    Matches(std::string_view subject, std::shared_ptr<const orchard::CompiledPattern> pattern)
+        : subject_(subject), pattern_(std::move(pattern)) {}
+
+    bool next() {
+        const bool found = pattern_->search(subject_, at_, lastWasEmpty_, time_, spans_);
+        if (found) {
+            at_ = spans_[0].end;
+            lastWasEmpty_ = spans_[0].begin == spans_[0].end;
+        }
+        return found;
+    }
+    [[nodiscard]] const std::vector<Span> &spans() const { return spans_; }
+    [[nodiscard]] Span whole() const { return spans_[0]; }
+
+  private:
+    std::string_view subject_;
+    std::shared_ptr<const orchard::CompiledPattern> pattern_;
+    std::size_t at_ = 0;
+    bool lastWasEmpty_ = false;
+    orchard::TimeAllowance time_;
+    std::vector<Span> spans_;
+};
+
+} // namespace
+
+int SPString::m(const SPString &pattern, const char *flags) const {
+    return Matches(text_, compiled(pattern, flags)).next() ? 1 : 0;
+}
+
+int SPString::m(const SPString &pattern, SPStringList &matches, const char *flags) const {
+    Matches found(text_, compiled(pattern, flags));
+    matches.reset();
+    if (!found.next()) {
+        return 0;
+    }
+    for (const Span &span : found.spans()) {
+        matches.push(std::string(span.of(text_)));
+    }
+    return 1;
+}
+
+int SPString::s(const SPString &pattern, const SPString &replacement, const char *flags) {
+    const bool all = flags != nullptr && std::string_view(flags).find('g') != std::string_view::npos;
+    Matches found(text_, compiled(pattern, flags));
+    if (!found.next()) {
+        return 0;
+    }
+    const std::string inserted = orchard::replacementText(replacement.text_);
+    std::string result;
+    std::size_t copied = 0;
+    int count = 0;
+    do {
+        result.append(text_, copied, found.whole().begin - copied).append(inserted);
+        copied = found.whole().end;
+        ++count;
+    } while (all && found.next());
+    text_ = std::move(result.append(text_, copied));
+    return count;
+}
+
+int SPStringList::split(const SPString &text, const SPString &pattern, int limit) {
+    const std::string subject = text.str(); // the text may be an entry of this very list
+    const auto delimiter = compiled(pattern, "");
+    reset();
+    if (subject.empty()) {
+        return 0;
+    }
+    Matches found(subject, delimiter);
+    std::size_t from = 0;
+    std::vector<std::string_view> parts;
+    const std::string_view all = subject;
+    while ((limit <= 0 || parts.size() + 1 < static_cast<std::size_t>(limit)) && found.next()) {
+        const Span gap = found.whole();
+        const bool isEmpty = gap.begin == gap.end;
+        if (isEmpty && (gap.begin == 0 || gap.end == all.size())) {
+            continue; // an empty delimiter at either end cuts nothing off
+        }
+        parts.push_back(all.substr(from, gap.begin - from));
+        from = gap.end;
+    }
+    parts.push_back(all.substr(from));
+    while (limit == 0 && !parts.empty() && parts.back().empty()) {
+        parts.pop_back();
+    }
+    for (const std::string_view part : parts) {
+        push(std::string(part));
+    }
+    return count();
+}
