@@ -25,6 +25,7 @@ struct UnitState : ObjectState {
     bool headerReadable = true;                            ///< what updateCMHeader answers
     CString headerInFile;                                  ///< what updateCMHeader reads, if not empty
     int saveResult = 1;                                    ///< what the two forms of saving answer
+    bool renameApproved = true;                            ///< what approveCMRename answers
     std::optional<std::pair<CString, CString>> sccArchive; ///< the unit's own provider archive
     std::optional<CString> batchArchive;                   ///< the unit's own archive on the command route
     /// Called by updateMode, after it was written down, to change the read-only state for instance.
@@ -84,7 +85,10 @@ template <class BASE> class UnitOf : public ObjectOf<BASE, UnitState> {
         this->note("set directory setting", path);
         this->persistAs = path;
     }
-    void approveCMRename(const CString &newName) override { this->note("approve rename", newName); }
+    bool approveCMRename(const CString &newName) override {
+        this->note("approve rename", newName);
+        return this->renameApproved;
+    }
     int saveUnitToFile(const CString &path, ORYSaveLoadOption option) override {
         return this->noteSave(path, option);
     }
