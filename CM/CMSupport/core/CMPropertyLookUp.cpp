@@ -1,0 +1,118 @@
+// CMProperty: which property a key means, and writing it.
+#include "CM/CMSupport/core/CMProperty.h"
+
+#include "CM/CMSupport/core/DebugTrace.h"
+#include "CM/host/CurrentWorkspace.h"
+#include "CM/host/IPN.h"
+
+namespace {
+
+IProperty *find(const IDObject &referee, const CString &metaclass, const CString &key, int where) {
+    return referee.findProperty(IPN::CM, metaclass, key, where);
+}
+
+// Gives the referee a property of its own, made from one that it inherits.
+void storeCopy(IDObject &referee, const CString &metaclass, const IProperty &inherited, const CString &value) {
+    IProperty own(&inherited);
+    own.setValue(value);
+    referee.storeProperty(IPN::CM, metaclass, &own);
+}
+
+} // namespace
+
+IDObject *CMProperty::getReferee(IDObject *object) {
+    if (object != nullptr) {
+        return object;
+    }
+    IProject *project = CurrentWorkspace::GetActiveProject();
+    IComponent *component = project != nullptr ? project->getComponent() : nullptr;
+    if (component == nullptr) {
+        return nullptr;
+    }
+    if (component->isStub()) {
+        return component;
+    }
+    IDObject *configuration = project->getConfiguration();
+    if (configuration == nullptr) {
+        debugTrace({"cannot get valid referee\n"});
+    }
+    return configuration;
+}
+
+IProperty *CMProperty::getCMTool(IDObject *object, int where) {
+    const IDObject *referee = getReferee(object);
+    IProperty *tool = referee != nullptr ? find(*referee, IPN::CMGeneral, IPN::CMTool, where) : nullptr;
+    if (tool == nullptr) {
+        debugTrace({"could not find the property that states which is the CM tool\n"});
+    }
+    return tool;
+}
+
+int CMProperty::setCMTool(const CString &name, IDObject *object) {
+    IDObject *referee = getReferee(object);
+    if (referee == nullptr) {
+        return 1;
+    }
+    if (IProperty *own = getCMTool(referee, IProperty::local)) {
+        own->setValue(name);
+    } else if (const IProperty *inherited = getCMTool(referee, IProperty::inherited)) {
+        storeCopy(*referee, IPN::CMGeneral, *inherited, name);
+    }
+    return 1;
+}
+
+IProperty *CMProperty::getToolProperty(const CString &key, IDObject *object, int where, bool useToolName) {
+    static const CString provider("SCC");
+    IDObject *referee = getReferee(object);
+    if (referee == nullptr) {
+        return nullptr;
+    }
+    IProperty *found = nullptr;
+    CString metaclass;
+    if (getUseSCCtool() != 0) {
+        metaclass = useToolName ? SCCToolName : provider;
+        found = find(*referee, metaclass, key, where);
+    } else if (const IProperty *tool = getCMTool(referee, where)) {
+        metaclass = tool->getValue();
+        found = find(*referee, metaclass, key, where);
+    }
+    if (found == nullptr) {
+        // A local look-up finds an inherited general value too: deliberate.
+        found = find(*referee, IPN::CMGeneral, key, IProperty::inherited);
+    }
+    if (found == nullptr) {
+        debugTrace({"could not find the property '", key, "' for ", metaclass, "\n"});
+    }
+    return found;
+}
+
+int CMProperty::setToolProperty(const CString &key, const CString &value, IDObject *object) {
+    if (IProperty *own = getToolProperty(key, object, IProperty::local, false)) {
+        own->setValue(value); // which may be an inherited general one: deliberate
+        return 1;
+    }
+    const IProperty *inherited = getToolProperty(key, object, IProperty::inherited, false);
+    if (inherited == nullptr) {
+        return 0;
+    }
+    IDObject *referee = getReferee(object);
+    const IProperty *tool = referee != nullptr ? getCMTool(referee, IProperty::inherited) : nullptr;
+    if (tool != nullptr) {
+        storeCopy(*referee, tool->getValue(), *inherited, value);
+    }
+    return 1;
+}
+
+int CMProperty::getToolPropertyValue(const CString &key, CString &value, bool useToolName) {
+    const IProperty *property =
+        getToolProperty(key, CurrentWorkspace::GetActiveProject(), IProperty::inherited, useToolName);
+    if (property == nullptr) {
+        return 0;
+    }
+    value = property->getValue();
+    return 1;
+}
+
+int CMProperty::setToolPropertyValue(const CString &key, const CString &value) {
+    return setToolProperty(key, value, CurrentWorkspace::GetActiveProject()) != 0 ? 1 : 0;
+}

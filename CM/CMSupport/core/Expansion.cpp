@@ -1,0 +1,161 @@
+#include "CM/CMSupport/core/Expansion.h"
+
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/Conditional.h"
+#include "CM/CMSupport/core/DebugTrace.h"
+#include "CM/CMSupport/core/VariableScan.h"
+#include "CM/host/LogTrace.h"
+
+#include <algorithm>
+
+namespace {
+
+// The language itself knows no limits: a value that refers to itself would exhaust the stack, and values that
+// double each other the memory. What goes beyond these, far from any real template, is an expansion that failed.
+constexpr int deepest = 200;
+constexpr std::size_t mostWork = std::size_t{128} << 20; // bytes of all texts expanded
+constexpr std::size_t workOfOne = 128;                   // what an expansion counts beside its text
+
+// What a substitution puts in the place of `variable`: a backslash or a dollar may have a meaning there, which is
+// for the host's text class to say.
+CString replacementFor(const SPString &variable, const CString &escaped, const CString &value) {
+    if (value.FindOneOf("\\$") < 0) {
+        return value;
+    }
+    SPString text(variable);
+    text.s(escaped, value, "i");
+    return text;
+}
+
+} // namespace
+
+class Expansion::Level {
+  public:
+    explicit Level(int &depth) : depth_(depth) { ++depth_; }
+    ~Level() { --depth_; }
+    Level(const Level &) = delete;
+    Level &operator=(const Level &) = delete;
+
+  private:
+    int &depth_;
+};
+
+bool Expansion::mayGoOn(const CString &source, const CString &name) {
+    work_ += workOfOne + static_cast<std::size_t>(source.GetLength());
+    if (depth_ < deepest && work_ <= mostWork) {
+        return true;
+    }
+    if (!reported_) {
+        reported_ = true; // once is enough: there may be a million of them
+        const CString line =
+            "The expansion of '" + name + "' was given up: " +
+            (depth_ < deepest ? "it grows without end" : "it refers to itself or is nested too deeply");
+        debugTrace({line, "\n"});
+        LogTrace::Log log(LogTrace::Log::cm);
+        log.Min("../CM/CMSupport/Property", __LINE__, line);
+    }
+    return false;
+}
+
+int Expansion::expand(const CString &source, const CString &name, CString &result, bool useToolName) {
+    debugTrace({"Expanding '", source, "'\n"});
+    if (source.IsEmpty()) {
+        debugTrace({"nothing the expand\n"});
+        return 1;
+    }
+    if (!mayGoOn(source, name)) {
+        return 0;
+    }
+    const Level level(depth_);
+    if (source.Find('(') < 0) {
+        return expandVariables(source, 1, result, useToolName);
+    }
+    CString work = source;
+    const int ok = expandConditionals(work, name);
+    if (work.IsEmpty()) {
+        debugTrace({"nothing the more expand\n"});
+        return 1; // whatever became of the conditionals: deliberate
+    }
+    return expandVariables(work, ok, result, useToolName);
+}
+
+// Returns the status of the last conditional alone: deliberate.
+int Expansion::expandConditionals(CString &work, const CString &name) {
+    int ok = 1;
+    while (const auto found = findConditional(work)) {
+        CString value;
+        ok = expand(found->ifPart, name, value, false);
+        CString replacement;
+        if (ok == 1) {
+            ok = expand(value.IsEmpty() ? found->elsePart : found->thenPart, name, replacement, false);
+        }
+        const auto text = work.view();
+        CString changed(text.substr(0, found->start));
+        changed += replacement;
+        changed += text.substr(found->end + 1);
+        work = std::move(changed);
+        debugTrace({"after condition expansion: '", work, "'\n"});
+    }
+    return ok;
+}
+
+int Expansion::expandVariables(std::string_view work, int ok, CString &result, bool useToolName) {
+    VariableScan text(work);
+    SPStringList matches(20);
+    CString unresolved;
+    bool changed = true;
+    while (changed && text.find(matches)) {
+        const SPString variable = matches.shift();
+        const CString name = matches.shift();
+        const CString escaped = '\\' + CString(variable);
+        CString value;
+        bool replaces = true;
+        if (CMArgument *argument = argumentNamed(name)) {
+            const CString given = argument->substitute(name);
+            if (ok != 0) {
+                ok = expand(given, name, value, false) != 0 ? 1 : 0;
+            } // else the argument leaves nothing: deliberate
+        } else {
+            const int found = expandProperty(name, value, useToolName);
+            ok = ok != 0 && found != 0 ? 1 : 0;
+            if (found == 0) {
+                // A name that nothing knows comes back from here as it was, which ends the loop below. This is the
+                // one place where a failure is made good.
+                CString scratch;
+                value.Empty();
+                replaces = CMProperty::ExpandPredefined(escaped, value, scratch) == 1 && mayGoOn(value, name);
+                ok = replaces ? 1 : ok;
+            }
+        }
+        const CString replacement = replaces ? replacementFor(variable, escaped, value) : CString(variable);
+        changed = replacement.view() != variable.str();
+        if (changed) {
+            text.replace(replacement);
+        } else {
+            unresolved = variable;
+        }
+    }
+    if (!changed) {
+        debugTrace({"Could not resolve '", unresolved, "'\n"});
+        ok = 0;
+    }
+    result = text.take();
+    return ok;
+}
+
+CMArgument *Expansion::argumentNamed(const CString &name) const {
+    const auto found = std::ranges::find_if(
+        args_, [&](const CMArgument *argument) { return argument != nullptr && argument->isNamed(name) != 0; });
+    return found != args_.end() ? *found : nullptr;
+}
+
+int Expansion::expandProperty(const CString &key, CString &result, bool useToolName) {
+    debugTrace({"Expanding property '", key, "'\n"});
+    const IProperty *property = CMProperty::getToolProperty(key, nullptr, IProperty::inherited, useToolName);
+    if (property == nullptr) {
+        return 0;
+    }
+    const int ok = expand(property->getValue(), key, result, useToolName);
+    debugTrace({"'", key, "' expanded to '", result, "'\n"});
+    return ok;
+}

@@ -1,0 +1,31 @@
+// Expansion: one outermost expansion of a template, with all that it takes in turn.
+#pragma once
+
+#include "CM/CMSupport/core/CMArgument.h"
+#include "CM/platform/CString.h"
+
+#include <cstddef>
+#include <string_view>
+
+class Expansion {
+  public:
+    explicit Expansion(CMArgumentList &args) : args_(args) {}
+
+    /// As CMProperty::Expand. `name` is what the source is the value of, for the log.
+    int expand(const CString &source, const CString &name, CString &result, bool useToolName);
+    /// As CMProperty::ExpandProperty.
+    int expandProperty(const CString &key, CString &result, bool useToolName);
+
+  private:
+    class Level;
+
+    int expandConditionals(CString &work, const CString &name);
+    int expandVariables(std::string_view work, int ok, CString &result, bool useToolName);
+    [[nodiscard]] CMArgument *argumentNamed(const CString &name) const;
+    [[nodiscard]] bool mayGoOn(const CString &source, const CString &name);
+
+    CMArgumentList &args_;
+    int depth_ = 0;
+    std::size_t work_ = 0;  // what the limit on the work is compared with
+    bool reported_ = false; // whether the log has been told that a limit was reached
+};

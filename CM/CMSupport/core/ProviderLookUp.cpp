@@ -1,0 +1,62 @@
+#include "CM/CMSupport/core/ProviderLookUp.h"
+
+#include "CM/host/LogTrace.h"
+#include "CM/platform/Files.h"
+#include "CM/platform/Registry.h"
+
+namespace provider {
+
+namespace {
+
+constexpr const char *machine = "HKEY_LOCAL_MACHINE\\";
+
+void report(const CString &reason) {
+    LogTrace::Log log(LogTrace::Log::cm);
+    log.Min("../CM/CMSupport/Property", __LINE__, reason);
+}
+
+std::optional<CString> textValue(const platform::Registry &registry, const CString &key, const CString &name) {
+    const auto value = registry.value(key, name);
+    if (!value || value->type != platform::RegistryValue::Type::text) {
+        return std::nullopt;
+    }
+    return value->text;
+}
+
+} // namespace
+
+CString formatOneArgument(std::string_view format, std::string_view argument) {
+    CString formatted;
+    bool given = false;
+    while (!format.empty()) {
+        if (format.starts_with("%%")) {
+            formatted += '%';
+            format.remove_prefix(2);
+        } else if (format.starts_with("%s") && !given) {
+            formatted += argument;
+            given = true;
+            format.remove_prefix(2);
+        } else {
+            formatted += format.front();
+            format.remove_prefix(1);
+        }
+    }
+    return formatted;
+}
+
+std::optional<CString> findLibrary() {
+    const auto registry = platform::Registry::open(report);
+    const auto providerKey =
+        textValue(registry, CString(machine) + "Software\\SourceCodeControlProvider", "ProviderRegKey");
+    if (!providerKey) {
+        return std::nullopt;
+    }
+    const CString key = CString(machine) + formatOneArgument(*providerKey, "SCCServerName");
+    auto path = textValue(registry, key, "SccServerPath");
+    if (!path || !platform::fileExists(*path)) {
+        return std::nullopt;
+    }
+    return path;
+}
+
+} // namespace provider
