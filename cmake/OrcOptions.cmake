@@ -23,3 +23,6 @@ if(ORC_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+if(ORC_BUILD_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link) # coverage in every library; only a fuzz target has the main loop
+endif()

@@ -69,7 +69,9 @@ int CString::ReverseFind(char what) const { return position(text_.rfind(what)); 
 
 int CString::FindOneOf(std::string_view characters) const { return position(text_.find_first_of(characters)); }
 
-int CString::ReverseFindOneOf(std::string_view characters) const { return position(text_.find_last_of(characters)); }
+int CString::ReverseFindOneOf(std::string_view characters) const {
+    return position(text_.find_last_of(characters));
+}
 
 int CString::Replace(std::string_view from, std::string_view to) {
     if (from.empty()) {
@@ -199,6 +201,6 @@ std::size_t NoCaseHash::operator()(std::string_view text) const noexcept {
 }
 
 bool NoCaseEqual::operator()(std::string_view left, std::string_view right) const noexcept {
-    return left.size() == right.size() &&
-           std::equal(left.begin(), left.end(), right.begin(), [](char a, char b) { return lower(a) == lower(b); });
+    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(),
+                                                     [](char a, char b) { return lower(a) == lower(b); });
 }

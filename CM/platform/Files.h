@@ -1,4 +1,5 @@
-// Files, directories and the current directory. Paths are UTF-8 byte strings and may use either separator.
+// Files, directories and the current directory. Paths are UTF-8 byte strings and may use either separator. A path
+// that is empty or holds a NUL names nothing. A call that fails changes nothing, and lastErrorText tells why.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -19,11 +20,14 @@ bool canStat(const CString &path);
 /// decide, also for a user whom they don't bind: a CM tool says with them who may work on the file.
 bool hasWritePermission(const CString &path);
 
-/// Copies a file with its permission bits. With `failIfExists` an existing target makes it fail.
-/// The target is complete or absent: the copy is made beside it and renamed.
+/// Copies a regular file with its permission bits and the time of its last change. An existing target is replaced,
+/// also a read-only one; where it is a link, the file behind it. With `failIfExists` it makes the call fail.
+/// The target is complete or as it was: the copy is made beside it and renamed. A file isn't copied onto itself.
 bool copyFile(const CString &from, const CString &to, bool failIfExists);
-/// Moves a file: replaces an existing target, and copies where a rename can't cross file systems.
+/// Moves a file: replaces an existing target, also a read-only one, and copies where a rename can't cross file
+/// systems.
 bool moveFile(const CString &from, const CString &to);
+/// Removes a file, also a read-only one, but no directory.
 bool deleteFile(const CString &path);
 /// Takes a file's read-only state away (adds the owner's write bit).
 bool makeWritable(const CString &path);

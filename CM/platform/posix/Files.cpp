@@ -1,0 +1,78 @@
+#include "CM/platform/Files.h"
+
+#include "CM/platform/posix/NativePath.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <optional>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace platform {
+
+using posix::nativePath;
+
+namespace {
+
+std::optional<struct stat> stateOf(const CString &path) {
+    struct stat state {};
+    if (::stat(nativePath(path).c_str(), &state) != 0) {
+        return std::nullopt;
+    }
+    return state;
+}
+
+} // namespace
+
+char pathSeparator() { return '/'; }
+
+bool fileExists(const CString &path) { return stateOf(path).has_value(); }
+
+bool isRegularFile(const CString &path) {
+    const auto state = stateOf(path);
+    return state && S_ISREG(state->st_mode);
+}
+
+bool isDirectory(const CString &path) {
+    const auto state = stateOf(path);
+    return state && S_ISDIR(state->st_mode);
+}
+
+bool canStat(const CString &path) { return stateOf(path).has_value(); }
+
+bool hasWritePermission(const CString &path) {
+    const auto state = stateOf(path);
+    return state && (state->st_mode & S_IWUSR) != 0;
+}
+
+bool moveFile(const CString &from, const CString &to) {
+    if (std::rename(nativePath(from).c_str(), nativePath(to).c_str()) == 0) {
+        return true;
+    }
+    return errno == EXDEV && copyFile(from, to, false) && deleteFile(from);
+}
+
+bool deleteFile(const CString &path) { return ::unlink(nativePath(path).c_str()) == 0; }
+
+bool makeWritable(const CString &path) {
+    const auto state = stateOf(path);
+    return state && ::chmod(nativePath(path).c_str(), (state->st_mode & 07777U) | S_IWUSR) == 0;
+}
+
+CString currentDirectory() {
+    std::string path(256, '\0');
+    while (::getcwd(path.data(), path.size()) == nullptr) {
+        if (errno != ERANGE) {
+            return {};
+        }
+        path.resize(path.size() * 2);
+    }
+    return {path.c_str()};
+}
+
+bool setCurrentDirectory(const CString &path) { return ::chdir(nativePath(path).c_str()) == 0; }
+
+CString lastErrorText() { return {std::generic_category().message(errno)}; }
+
+} // namespace platform

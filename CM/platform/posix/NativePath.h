@@ -1,0 +1,22 @@
+// From the library's paths to the system's.
+#pragma once
+
+#include "CM/platform/CString.h"
+
+#include <algorithm>
+#include <string>
+
+namespace platform::posix {
+
+/// The path with '/' between its parts. A path that holds a NUL gives the empty path, which names nothing,
+/// since the system would take the part before the NUL for the whole.
+inline std::string nativePath(const CString &path) {
+    std::string native = path.str();
+    if (native.find('\0') != std::string::npos) {
+        return {};
+    }
+    std::ranges::replace(native, '\\', '/');
+    return native;
+}
+
+} // namespace platform::posix

@@ -1,0 +1,65 @@
+// A started child: collects its channels, watches the clock, ends its group, reaps it.
+#pragma once
+
+#include "CM/platform/ChildProcess.h"
+#include "CM/platform/posix/Spawn.h"
+
+#include <array>
+#include <chrono>
+
+namespace platform::posix {
+
+/// The first process of the child's group stays unreaped until the group has been dealt with, so that the number
+/// of the group can't come to mean a stranger in between.
+class RunningChild {
+  public:
+    explicit RunningChild(const ChildOptions &options) : options_(options) {}
+    /// Kills the group and reaps the child, should it still be running because something threw.
+    ~RunningChild();
+    RunningChild(const RunningChild &) = delete;
+    RunningChild &operator=(const RunningChild &) = delete;
+
+    /// Starts the program; 0 or an errno.
+    int start(const std::vector<std::string> &words);
+    /// Waits for the end of the child that was started.
+    ChildResult collect();
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    enum class Stage {
+        running,   ///< the child runs
+        lingering, ///< the child has ended, something of its group holds a channel
+        ending,    ///< the group has been asked to end
+        killed     ///< the group has been killed
+    };
+
+    struct Channel {
+        Descriptor end;
+        std::string text;
+    };
+
+    [[nodiscard]] bool channelsOpen() const { return output_.end.isOpen() || errors_.end.isOpen(); }
+    void waitForNews();
+    [[nodiscard]] int waitMilliseconds() const;
+    void read(Channel &channel);
+    void drain(Channel &channel);
+    [[nodiscard]] bool hasExited() const;
+    void watch(Clock::time_point now);
+    void endGroup(Clock::time_point now);
+    void reap(ChildResult &result);
+
+    const ChildOptions &options_;
+    pid_t process_ = -1; ///< -1 before the start and after the reaping
+    Descriptor alarm_;   ///< becomes readable when the child ends; not open where the system has no such thing
+    Channel output_;
+    Channel errors_;
+    Stage stage_ = Stage::running;
+    bool exited_ = false;
+    bool waitWasInterrupted_ = false;
+    std::optional<ChildResult::End> forcedEnd_;
+    std::optional<Clock::time_point> deadline_; ///< of the present stage
+    Clock::time_point lastAsked_;
+};
+
+} // namespace platform::posix
