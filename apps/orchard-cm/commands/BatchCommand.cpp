@@ -1,0 +1,124 @@
+#include "apps/orchard-cm/commands/Commands.h"
+
+#include "apps/orchard-cm/base/Interrupt.h"
+#include "apps/orchard-cm/base/Words.h"
+#include "apps/orchard-cm/commands/Run.h"
+#include "apps/orchard-cm/model/Session.h"
+#include "apps/orchard-cm/options/Parser.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+
+namespace orchard_cm {
+
+namespace {
+
+/// The command of one line, or none for a line without words. A line that can't be understood is a Failure.
+std::optional<Invocation> invocationOf(const std::string &line) {
+    std::vector<std::string> words;
+    try {
+        words = splitWords(line);
+    } catch (const WordsError &error) {
+        throw Failure(ExitCode::usage, "column " + std::to_string(error.column()) + ": " + error.what());
+    }
+    if (words.empty()) {
+        return {};
+    }
+    return parseBatchLine(words, allCommands());
+}
+
+class BatchCommand : public Command {
+  public:
+    void declare(CLI::App &app) override {
+        app.add_option("FILE", file_, "The commands, one a line; the standard input if left out or '-'");
+        app.add_flag("--keep-going", keepGoing_, "Go on with the next line after one that failed");
+        app.footer("Words are quoted as in a shell, and nothing is expanded; '#' begins a comment. Without\n"
+                   "--keep-going the first line that fails ends the batch. The exit status is that of the first\n"
+                   "line that failed.");
+    }
+
+    ExitCode run(Context &context) override {
+        static_cast<void>(context.session.project()); // a project that can't be read fails before the first line
+        if (file_.empty() || file_ == "-") {
+            file_ = "standard input";
+            return runLines(context, std::cin);
+        }
+        std::ifstream stream(file_);
+        if (!stream) {
+            throw Failure(ExitCode::usage,
+                          "the batch file '" + file_ + "' can't be read: " + std::strerror(errno));
+        }
+        return runLines(context, stream);
+    }
+
+  private:
+    ExitCode runLines(Context &context, std::istream &lines) {
+        std::string line;
+        ExitCode code = ExitCode::done;
+        std::size_t commands = 0;
+        Json failed = Json::array();
+        for (std::size_t number = 1; !isInterrupted() && std::getline(lines, line); ++number) {
+            const auto result = runLine(context, line, number);
+            commands += result ? 1U : 0U;
+            if (result.value_or(ExitCode::done) != ExitCode::done) {
+                failed.push_back(number);
+                code = code == ExitCode::done ? *result : code;
+                if (!keepGoing_) {
+                    break;
+                }
+            }
+        }
+        if (lines.bad()) {
+            throw Failure(ExitCode::failed, "'" + file_ + "' could not be read to its end");
+        }
+        context.output.result({{"commands", commands}, {"failedLines", failed}}, [](std::ostream &) {});
+        if (!failed.empty() && !context.output.isJson()) {
+            context.output.message(Output::Kind::information, summary(commands, failed));
+        }
+        return code;
+    }
+
+    std::optional<ExitCode> runLine(Context &context, const std::string &line, std::size_t number) {
+        std::optional<Invocation> invocation;
+        const Place place{file_, number};
+        try {
+            invocation = invocationOf(line);
+        } catch (const Failure &failure) {
+            return runRecorded(context.output, "batch", place, [&]() -> ExitCode { throw failure; });
+        }
+        if (!invocation) {
+            return {};
+        }
+        return runRecorded(context.output, invocation->name, place, [&] {
+            if (invocation->command == nullptr) {
+                context.output.result({{"text", invocation->text}},
+                                      [&](std::ostream &out) { out << invocation->text; });
+                return ExitCode::done;
+            }
+            return invocation->command->run(context);
+        });
+    }
+
+    [[nodiscard]] std::string summary(std::size_t commands, const Json &failed) const {
+        std::string list;
+        for (const auto &number : failed) {
+            list += (list.empty() ? "" : ", ") + std::to_string(number.get<std::size_t>());
+        }
+        return std::to_string(failed.size()) + " of " + std::to_string(commands) + " commands failed (line" +
+               (failed.size() > 1 ? "s " : " ") + list + ")" +
+               (keepGoing_ ? "" : "; the lines after it did not run");
+    }
+
+    std::string file_;
+    bool keepGoing_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeBatchCommand() { return std::make_unique<BatchCommand>(); }
+
+} // namespace orchard_cm

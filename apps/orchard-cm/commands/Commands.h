@@ -1,0 +1,20 @@
+// The makers of the commands, one a source file.
+#pragma once
+
+#include "apps/orchard-cm/commands/Command.h"
+
+#include <memory>
+
+namespace orchard_cm {
+
+std::unique_ptr<Command> makeNewCommand();
+std::unique_ptr<Command> makeListCommand();
+std::unique_ptr<Command> makeShowCommand();
+std::unique_ptr<Command> makeCheckoutCommand();
+std::unique_ptr<Command> makeExpandCommand();
+std::unique_ptr<Command> makePropertyCommand();
+std::unique_ptr<Command> makeToolCommand();
+std::unique_ptr<Command> makeToolsCommand();
+std::unique_ptr<Command> makeBatchCommand();
+
+} // namespace orchard_cm

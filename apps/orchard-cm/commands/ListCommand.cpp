@@ -1,0 +1,56 @@
+#include "apps/orchard-cm/commands/Commands.h"
+
+#include "apps/orchard-cm/base/Table.h"
+#include "apps/orchard-cm/model/Session.h"
+#include "orchard/storage/Projects.h"
+
+#include <CLI/CLI.hpp>
+
+namespace orchard_cm {
+
+namespace {
+
+class ListCommand : public Command {
+  public:
+    void declare(CLI::App &app) override {
+        app.add_flag("--paths", pathsOnly_, "Only the paths in the model, one a line");
+        app.footer("State: U not loaded, RO read-only, RW read-write.");
+    }
+
+    ExitCode run(Context &context) override {
+        const auto rows = orchard::workspaceUnits(context.session.project());
+        Json units = Json::array();
+        if (context.output.isJson()) {
+            for (const auto &row : rows) {
+                units.push_back({{"name", row.name},
+                                 {"path", row.path},
+                                 {"type", row.type},
+                                 {"file", row.file},
+                                 {"state", orchard::unitStateText(row.state)}});
+            }
+        }
+        context.output.result({{"units", std::move(units)}}, [&](std::ostream &out) {
+            if (pathsOnly_) {
+                for (const auto &row : rows) {
+                    out << row.path << '\n';
+                }
+                return;
+            }
+            Table table{"STATE", "TYPE", "UNIT", "FILE"};
+            for (const auto &row : rows) {
+                table.add({orchard::unitStateText(row.state), row.type, row.path, row.file});
+            }
+            table.write(out);
+        });
+        return ExitCode::done;
+    }
+
+  private:
+    bool pathsOnly_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeListCommand() { return std::make_unique<ListCommand>(); }
+
+} // namespace orchard_cm

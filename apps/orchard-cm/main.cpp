@@ -1,0 +1,46 @@
+// orchard-cm: the composition root. It links the library with the reference host, takes a command line apart, and
+// runs one command on one project.
+#include "apps/orchard-cm/base/Interrupt.h"
+#include "apps/orchard-cm/commands/Run.h"
+#include "apps/orchard-cm/model/Session.h"
+#include "apps/orchard-cm/options/Parser.h"
+
+#include <iostream>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using namespace orchard_cm;
+
+ExitCode run(const std::vector<std::string> &words) {
+    const auto form = wantsJson(words) ? Output::Form::json : Output::Form::text;
+    Output output(form, std::cout, std::cerr, isatty(STDERR_FILENO) != 0);
+    Invocation invocation;
+    try {
+        invocation = parseCommandLine(words, allCommands());
+    } catch (const Failure &failure) {
+        return runRecorded(output, "", {}, [&]() -> ExitCode { throw failure; });
+    }
+    if (invocation.command == nullptr) {
+        std::cout << invocation.text << std::flush;
+        return std::cout ? ExitCode::done : ExitCode::failed;
+    }
+    Session session(invocation.options, output);
+    Context context{invocation.options, output, session};
+    const ExitCode code =
+        runRecorded(output, invocation.name, {}, [&] { return invocation.command->run(context); });
+    if (!std::cout && code == ExitCode::done) {
+        std::cerr << "orchard-cm: the standard output could not be written\n";
+        return ExitCode::failed;
+    }
+    return code;
+}
+
+} // namespace
+
+int main(int count, char **words) {
+    watchForInterrupt();
+    return static_cast<int>(run(std::vector<std::string>(words + 1, words + count)));
+}

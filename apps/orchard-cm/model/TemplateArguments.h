@@ -1,0 +1,37 @@
+// The arguments that a check out, or another command, gives to the expansion of a template.
+#pragma once
+
+#include "CM/CMSupport/core/CMArgument.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class IUnit;
+
+namespace orchard_cm {
+
+/// Owns arguments and the list of them, in the order in which they were added.
+class TemplateArguments {
+  public:
+    TemplateArguments() = default;
+
+    void addMode(bool readWrite);
+    void addLabel(const std::string &label);
+    void addLog(const std::string &log);
+    /// What every operation adds behind the caller's: the project's archive, and the unit it works on.
+    void addArchive();
+    void addUnit(const IUnit &unit);
+    /// Takes the last argument off.
+    void removeLast();
+
+    [[nodiscard]] CMArgumentList &list() { return list_; }
+
+  private:
+    void add(std::unique_ptr<CMArgument> argument);
+
+    std::vector<std::unique_ptr<CMArgument>> owned_;
+    CMArgumentList list_;
+};
+
+} // namespace orchard_cm
