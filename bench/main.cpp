@@ -1,0 +1,103 @@
+// Measures the works of the library and the reference host against their peers, and prints a row for each. Exits
+// with 1 if a bar is missed, 2 on wrong usage, 3 if a work could not be done.
+//   orc_bench [--runs N] [--scale X] [WORK...]     works: expand, run, checkout, open, prepare; all without one
+#include "bench/Works.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace bench {
+
+namespace {
+
+struct Work {
+    const char *name;
+    bool (*run)(const Setting &setting);
+};
+constexpr Work works[] = {{"expand", expandCommandLines},
+                          {"run", runPrograms},
+                          {"checkout", checkOutUnits},
+                          {"open", openModel},
+                          {"prepare", prepareCheckOut}};
+
+// A directory for one run of the program.
+class Scratch {
+  public:
+    Scratch() {
+        std::string name = (fs::temp_directory_path() / "orc_bench.XXXXXX").string();
+        if (::mkdtemp(name.data()) == nullptr) {
+            throw std::runtime_error("can't make a directory below " + fs::temp_directory_path().string());
+        }
+        path_ = name;
+    }
+    ~Scratch() {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+    Scratch(const Scratch &) = delete;
+    Scratch &operator=(const Scratch &) = delete;
+    [[nodiscard]] const fs::path &path() const { return path_; }
+
+  private:
+    fs::path path_;
+};
+
+bool measure(Setting setting, const std::vector<std::string> &names) {
+    const Scratch scratch;
+    setting.scratch = scratch.path();
+    setting.self = fs::read_symlink("/proc/self/exe");
+    setting.sources = ORC_BENCH_SOURCES;
+    printHead();
+    bool ok = true;
+    for (const Work &work : works) {
+        if (names.empty() || std::ranges::find(names, work.name) != names.end()) {
+            ok = work.run(setting) && ok;
+        }
+    }
+    return ok;
+}
+
+} // namespace
+
+int Setting::scaled(int number) const { return std::max(10, static_cast<int>(std::lround(number * scale))); }
+
+} // namespace bench
+
+int main(int argc, char **argv) {
+    bench::Setting setting;
+    std::vector<std::string> names;
+    std::vector<std::string> known;
+    for (const bench::Work &work : bench::works) {
+        known.emplace_back(work.name);
+    }
+    std::string toOpen;
+    CLI::App app("Measures the works of the library and the reference host against their peers.");
+    app.add_option("--runs", setting.runs, "pairs of runs that the medians are taken of")
+        ->check(CLI::Range(1, 1000));
+    app.add_option("--scale", setting.scale, "of the numbers of units, lines and runs")
+        ->check(CLI::Range(0.001, 10.0));
+    app.add_option("work", names, "what to measure; everything if left out")->check(CLI::IsMember(known));
+    app.add_option("--open-once", toOpen)->group("");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        return app.exit(error) == 0 ? 0 : 2;
+    }
+    try {
+        if (!toOpen.empty()) {
+            return bench::openOnce(toOpen);
+        }
+        return bench::measure(setting, names) ? 0 : 1;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "orc_bench: %s\n", error.what());
+        return 3;
+    }
+}
