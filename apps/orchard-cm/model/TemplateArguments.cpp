@@ -20,6 +20,7 @@ void TemplateArguments::addLabel(const std::string &label) { add(std::make_uniqu
 void TemplateArguments::addLog(const std::string &log) { add(std::make_unique<CMLog>(log)); }
 void TemplateArguments::addArchive() { add(std::make_unique<CMArchive>("")); }
 void TemplateArguments::addUnit(const IUnit &unit) { add(std::make_unique<CMUnit>(&unit)); }
+void TemplateArguments::addArchiveItem(const CMArchiveItem &item) { add(std::make_unique<CMUnit>(&item)); }
 
 void TemplateArguments::removeLast() {
     list_.RemoveTail();

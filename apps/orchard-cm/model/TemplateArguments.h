@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+class CMArchiveItem;
 class IUnit;
 
 namespace orchard_cm {
@@ -22,6 +23,7 @@ class TemplateArguments {
     /// What every operation adds behind the caller's: the project's archive, and the unit it works on.
     void addArchive();
     void addUnit(const IUnit &unit);
+    void addArchiveItem(const CMArchiveItem &item);
     /// Takes the last argument off.
     void removeLast();
 

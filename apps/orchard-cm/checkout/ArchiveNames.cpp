@@ -1,0 +1,76 @@
+#include "apps/orchard-cm/checkout/ArchiveNames.h"
+
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/host/IUnit.h"
+#include "apps/orchard-cm/model/UnitSelection.h"
+#include "orchard/storage/Projects.h"
+
+#include <filesystem>
+#include <unordered_set>
+
+namespace orchard_cm {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string nameOf(const std::string &word) {
+    CString layout;
+    if (CMProperty::getToolPropertyValue("Repository", layout, false) != 0 && !layout.IsEmpty()) {
+        return word;
+    }
+    std::error_code ignored;
+    const fs::path path(word);
+    if (path.is_absolute()) {
+        return path.lexically_normal().string();
+    }
+    const fs::path here = fs::current_path(ignored) / path;
+    const fs::path full = fs::exists(here, ignored) ? here : fs::path(CMProperty::getWorkingDir().str()) / path;
+    return full.lexically_normal().string();
+}
+
+bool liesIn(const std::string &file, std::string directory) {
+    if (!directory.ends_with('/')) {
+        directory += '/';
+    }
+    return file.starts_with(directory);
+}
+
+/// The file, and those of the units below.
+std::vector<std::string> withFilesBelow(const IProject &project, const std::string &name) {
+    std::vector<std::string> files;
+    std::error_code ignored;
+    if (fs::is_directory(name, ignored)) {
+        for (const auto &row : orchard::workspaceUnits(project)) {
+            if (const auto file = row.unit->getFullFileName().str(); liesIn(file, name)) {
+                files.push_back(file);
+            }
+        }
+    } else if (IUnit *const unit = IUnit::getByFile(name)) {
+        for (const IUnit *const below : withUnitsBelow(project, {unit})) {
+            files.push_back(below->getFullFileName().str());
+        }
+    } else {
+        files.push_back(name);
+    }
+    return files;
+}
+
+} // namespace
+
+std::vector<std::string> archiveNames(const IProject &project, const std::vector<std::string> &words,
+                                      bool recursive) {
+    std::vector<std::string> names;
+    std::unordered_set<std::string> seen;
+    for (const auto &word : words) {
+        const std::string name = nameOf(word);
+        for (auto &file : recursive ? withFilesBelow(project, name) : std::vector<std::string>{name}) {
+            if (seen.insert(file).second) {
+                names.push_back(std::move(file));
+            }
+        }
+    }
+    return names;
+}
+
+} // namespace orchard_cm

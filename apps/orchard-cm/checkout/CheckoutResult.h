@@ -1,0 +1,53 @@
+// CheckoutResult: what a check out did to one file and its unit. The library's own return value speaks of the last
+// item only; this tells the truth about each.
+#pragma once
+
+#include "apps/orchard-cm/base/Output.h"
+#include "apps/orchard-cm/checkout/FilePicture.h"
+#include "apps/orchard-cm/model/Journal.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace orchard_cm {
+
+/// A unit, or a file of the archive, at one moment.
+struct ItemState {
+    FilePicture file;
+    bool inModel = false;
+    std::string version; ///< empty if not known
+    std::string state;   ///< "U", "RO" or "RW"; empty if not in the model
+    std::string locker;
+    const void *object = nullptr; ///< the model object, only to be compared
+};
+
+struct CheckoutResult {
+    enum class Outcome { done, skipped, failed };
+
+    std::string name; ///< path in the model; the file for an item that the model did not know
+    std::string file;
+    ItemState before;
+    ItemState after;
+    Outcome outcome = Outcome::failed;
+    std::string reason; ///< why it is not done
+};
+
+Json toJson(const CheckoutResult &result);
+/// "Drives/Pump: checked out, version 1.2 -> 1.3, RO -> RW, reloaded".
+void write(std::ostream &out, const CheckoutResult &result);
+
+/// What is known of an item from the journal.
+struct ItemRun {
+    const JournalRun *run = nullptr; ///< null if no tool ran for it
+    bool declined = false;           ///< the answer to the question about it was not Yes
+};
+
+/// Which run and which answer belong to which of the files, given in the order in which the operation took them.
+/// A run is that of the next file whose name stands in its command.
+std::vector<ItemRun> itemRuns(const std::vector<std::string> &files, const Journal &journal);
+
+/// Judges an item whose states are filled in.
+void judge(CheckoutResult &result, const ItemRun &itemRun, bool lock);
+
+} // namespace orchard_cm

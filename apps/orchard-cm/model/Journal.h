@@ -1,0 +1,48 @@
+// Journal: what happened while an operation ran, in order: tools that were started and ended, messages, questions.
+#pragma once
+
+#include "orchard/worker/RunWatch.h"
+
+#include <string>
+#include <vector>
+
+namespace orchard_cm {
+
+/// One run of the tool, with what was said between it and the next one.
+struct JournalRun {
+    std::string command;
+    orchard::ToolRun end; ///< end.end is notStarted as long as the tool runs
+    std::vector<std::string> errors;
+};
+
+struct JournalQuestion {
+    std::string text;
+    bool agreed = false;
+    bool forAll = false; ///< the answer holds for the rest of the command
+};
+
+class Journal {
+  public:
+    void clear() { *this = {}; }
+
+    void runStarted(const std::string &command) { runs_.push_back({command, {}, {}}); }
+    void runEnded(const orchard::ToolRun &run);
+    void error(const std::string &text);
+    void question(const JournalQuestion &question) { questions_.push_back(question); }
+
+    [[nodiscard]] const std::vector<JournalRun> &runs() const { return runs_; }
+    [[nodiscard]] const std::vector<JournalQuestion> &questions() const { return questions_; }
+    /// Errors that were said before any tool ran.
+    [[nodiscard]] const std::vector<std::string> &earlyErrors() const { return earlyErrors_; }
+
+  private:
+    std::vector<JournalRun> runs_;
+    std::vector<JournalQuestion> questions_;
+    std::vector<std::string> earlyErrors_;
+};
+
+/// Why a run counts as failed, in words for the user; empty for a good run. The library itself goes by the text
+/// that a tool prints; here its end counts as well.
+std::string failureOf(const JournalRun &run);
+
+} // namespace orchard_cm

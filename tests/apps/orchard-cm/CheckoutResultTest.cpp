@@ -1,0 +1,175 @@
+#include "apps/orchard-cm/checkout/CheckoutResult.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+using namespace orchard_cm;
+using End = platform::ChildResult::End;
+using Outcome = CheckoutResult::Outcome;
+using testing::HasSubstr;
+
+namespace {
+
+void ran(Journal &journal, const std::string &command, End end = End::exited, int code = 0) {
+    journal.runStarted(command);
+    journal.runEnded({command, end, code});
+}
+
+/// An item whose file and unit were there before and are there now.
+CheckoutResult pump(bool writable) {
+    CheckoutResult result;
+    result.name = "Drives/Pump";
+    result.file = "/w/Pump.ocl";
+    result.before.file.exists = result.after.file.exists = true;
+    result.after.file.writable = writable;
+    result.before.inModel = result.after.inModel = true;
+    return result;
+}
+
+CheckoutResult judged(CheckoutResult result, const Journal &journal, bool lock) {
+    judge(result, itemRuns({result.file}, journal).front(), lock);
+    return result;
+}
+
+std::string text(const CheckoutResult &result) {
+    std::ostringstream out;
+    write(out, result);
+    return out.str();
+}
+
+} // namespace
+
+TEST(ItemRuns, BelongToTheFileThatTheirCommandNames) {
+    Journal journal;
+    ran(journal, "co -r /w/Tank.ocl");
+    ran(journal, "co -r \"/w/Öl Valve.ocl\"");
+    const auto items = itemRuns({"/w/Pump.ocl", "/w/Tank.ocl", "/w/Öl Valve.ocl"}, journal);
+    EXPECT_EQ(items[0].run, nullptr);
+    EXPECT_EQ(items[1].run, &journal.runs()[0]);
+    EXPECT_EQ(items[2].run, &journal.runs()[1]);
+}
+TEST(ItemRuns, AreNotTakenByAFileWhoseNameEndsThatOfAnother) {
+    Journal journal;
+    ran(journal, "co /w/BigPump.ocl");
+    const auto items = itemRuns({"/w/Pump.ocl", "/w/BigPump.ocl"}, journal);
+    EXPECT_EQ(items[0].run, nullptr);
+    EXPECT_NE(items[1].run, nullptr);
+}
+TEST(ItemRuns, FollowTheOrderWhereACommandNamesNoFile) {
+    Journal journal;
+    ran(journal, "fetch one");
+    ran(journal, "fetch two");
+    const auto items = itemRuns({"/w/Pump.ocl", "/w/Tank.ocl"}, journal);
+    EXPECT_EQ(items[0].run, &journal.runs()[0]);
+    EXPECT_EQ(items[1].run, &journal.runs()[1]);
+}
+TEST(ItemRuns, HoldTheAnswerToTheQuestionAboutTheFile) {
+    Journal journal;
+    journal.question({"Pump.ocl is writable (/w/Pump.ocl)", true, false});
+    journal.question({"Tank.ocl is writable (/w/Tank.ocl)", false, false});
+    const auto items = itemRuns({"/w/Pump.ocl", "/w/Valve.ocl", "/w/Tank.ocl"}, journal);
+    EXPECT_FALSE(items[0].declined);
+    EXPECT_FALSE(items[1].declined);
+    EXPECT_TRUE(items[2].declined);
+}
+
+TEST(Judgement, IsDoneAfterAGoodRun) {
+    Journal journal;
+    ran(journal, "co -l /w/Pump.ocl");
+    EXPECT_EQ(judged(pump(true), journal, true).outcome, Outcome::done);
+    EXPECT_EQ(judged(pump(false), journal, false).outcome, Outcome::done);
+}
+TEST(Judgement, IsFailedByTheToolsExitStatus) {
+    Journal journal;
+    ran(journal, "co -l /w/Pump.ocl", End::exited, 1);
+    const auto result = judged(pump(true), journal, true);
+    EXPECT_EQ(result.outcome, Outcome::failed);
+    EXPECT_EQ(result.reason, "the tool failed with exit status 1");
+}
+TEST(Judgement, SaysThatAToolIsNotInstalled) {
+    Journal journal;
+    ran(journal, "co /w/Pump.ocl", End::exited, 127);
+    EXPECT_THAT(judged(pump(false), journal, false).reason, HasSubstr("not installed"));
+}
+TEST(Judgement, IsFailedByASignalATimeOutAndAFailedStart) {
+    for (const auto &[end, code, words] :
+         {std::tuple(End::killedBySignal, 11, "died of signal 11"), std::tuple(End::timedOut, 0, "time limit"),
+          std::tuple(End::notStarted, 2, "could not be started")}) {
+        Journal journal;
+        ran(journal, "co /w/Pump.ocl", end, code);
+        const auto result = judged(pump(false), journal, false);
+        EXPECT_EQ(result.outcome, Outcome::failed);
+        EXPECT_THAT(result.reason, HasSubstr(words));
+    }
+}
+TEST(Judgement, IsFailedByAnErrorThatWasShownAfterTheRun) {
+    Journal journal;
+    ran(journal, "co /w/Pump.ocl");
+    journal.error("the CM tool reported an error");
+    EXPECT_EQ(judged(pump(false), journal, false).reason, "the CM tool reported an error");
+}
+TEST(Judgement, IsFailedByAFileThatIsGone) {
+    Journal journal;
+    ran(journal, "co /w/Pump.ocl");
+    auto result = pump(false);
+    result.after.file.exists = false;
+    EXPECT_EQ(judged(result, journal, false).reason, "the tool left no file");
+}
+TEST(Judgement, IsFailedByALockThatLeavesTheFileReadOnly) {
+    Journal journal;
+    ran(journal, "co -l /w/Pump.ocl");
+    EXPECT_EQ(judged(pump(false), journal, true).reason, "the file is still read-only");
+}
+TEST(Judgement, IsFailedByAUnitThatLeftTheModel) {
+    Journal journal;
+    ran(journal, "co /w/Pump.ocl");
+    auto result = pump(false);
+    result.after.inModel = false;
+    EXPECT_EQ(judged(result, journal, false).outcome, Outcome::failed);
+}
+TEST(Judgement, IsSkippedByTheAnswerNo) {
+    Journal journal;
+    journal.question({"(/w/Pump.ocl)", false, false});
+    EXPECT_EQ(judged(pump(true), journal, true).outcome, Outcome::skipped);
+}
+
+TEST(CheckoutText, TellsWhatChanged) {
+    auto result = pump(true);
+    result.outcome = Outcome::done;
+    result.after.file.digest = 1;
+    result.before.version = "1.2";
+    result.after.version = "1.3";
+    result.before.state = "RO";
+    result.after.state = "RW";
+    result.after.locker = "anna";
+    result.after.object = &result;
+    EXPECT_EQ(text(result),
+              "Drives/Pump: checked out, file changed, version 1.2 -> 1.3, RO -> RW, locked by anna, reloaded\n");
+}
+TEST(CheckoutText, TellsWhatStayed) {
+    auto result = pump(false);
+    result.outcome = Outcome::done;
+    result.before.state = result.after.state = "RO";
+    EXPECT_EQ(text(result), "Drives/Pump: checked out, file unchanged, RO\n");
+}
+TEST(CheckoutText, TellsWhyAndWhetherTheFileIsStillWhole) {
+    auto result = pump(false);
+    result.reason = "the tool left no file";
+    result.after.file.exists = false;
+    EXPECT_EQ(text(result), "Drives/Pump: failed: the tool left no file (the file is gone)\n");
+}
+TEST(CheckoutJson, HoldsBothStates) {
+    auto result = pump(true);
+    result.outcome = Outcome::done;
+    result.before.state = "RO";
+    result.after.state = "RW";
+    const Json json = toJson(result);
+    EXPECT_EQ(json["outcome"], "checked out");
+    EXPECT_EQ(json["modeChanged"], true);
+    EXPECT_EQ(json["fileChanged"], false);
+    EXPECT_EQ(json["before"]["state"], "RO");
+    EXPECT_EQ(json["after"]["writable"], true);
+    EXPECT_FALSE(json.contains("reason"));
+}
