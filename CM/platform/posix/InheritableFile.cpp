@@ -1,5 +1,7 @@
 #include "CM/platform/InheritableFile.h"
 
+#include "CM/platform/posix/NativePath.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -13,7 +15,7 @@ constexpr mode_t readAndWriteForAll = 0666; // the process's mask takes away fro
 
 // No O_CLOEXEC: that the child inherits the descriptor is the purpose.
 InheritableFile::InheritableFile(const CString &path)
-    : handle_(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, readAndWriteForAll)) {}
+    : handle_(::open(posix::nativePath(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC, readAndWriteForAll)) {}
 
 InheritableFile::~InheritableFile() {
     if (handle_ >= 0) {

@@ -1,0 +1,274 @@
+#include "CM/CMSupport/core/CMORYHandler.h"
+
+#include "tests/CM/CMSupport/core/shared/CoreFixture.h"
+
+namespace fs = std::filesystem;
+using testing::IsEmpty;
+
+namespace {
+
+/// A project in the old layout: the host reads the project file in the units directory, the tool works on the one
+/// beside it.
+class Handler : public CoreFixture {
+  protected:
+    Handler() {
+        setOldLayout();
+        write(unitFile(), "of the model");
+    }
+    [[nodiscard]] fs::path unitFile() const { return unitsDirectory() / "Plant.ory"; }
+    [[nodiscard]] fs::path toolFile() const { return scratch / "Plant.ory"; }
+
+    /// Whether all calls of a handler do nothing and say so.
+    void expectNothing(CMORYHandler &handler) {
+        for (const auto operation : {CMORYHandler::ORYAdd, CMORYHandler::ORYCheckOut, CMORYHandler::ORYCheckIn,
+                                     CMORYHandler::ORYFetch, CMORYHandler::ORYInspect, CMORYHandler::ORYNone}) {
+            write(scratch / "Pump.ocl", "bystander");
+            EXPECT_EQ(handler.startTranscation(operation), 0);
+            EXPECT_EQ(handler.commit(), 0);
+            EXPECT_EQ(handler.rollBack(), 0);
+        }
+        EXPECT_FALSE(fs::exists(toolFile()));
+        EXPECT_EQ(read(unitFile()), "of the model");
+        EXPECT_EQ(read(scratch / "Pump.ocl"), "bystander");
+    }
+};
+
+TEST_F(Handler, DoesNothingForAnOrdinaryUnit) {
+    CMORYHandler handler(&host.addUnit("Pump"));
+    expectNothing(handler);
+}
+
+TEST_F(Handler, DoesNothingWithoutAUnit) {
+    CMORYHandler handler;
+    expectNothing(handler);
+    EXPECT_FALSE(handler.checkPermissions());
+}
+
+TEST_F(Handler, DoesNothingOnTheProviderRoute) {
+    setGeneral("UseSCCtool", "yes");
+    CMORYHandler handler(&project());
+    expectNothing(handler);
+}
+
+TEST_F(Handler, DoesNothingInThePresentLayout) {
+    setToolProperty("SupportTreeRepository", "");
+    CMORYHandler handler(&project());
+    expectNothing(handler);
+}
+
+TEST_F(Handler, DoesNothingWithoutAProject) {
+    CMORYHandler handler(&project());
+    host.model.projectIsOpen = false;
+    expectNothing(handler);
+    host.model.projectIsOpen = true;
+    host.model.activeProject = nullptr;
+    expectNothing(handler);
+}
+
+TEST_F(Handler, TellsBothPlacesOfTheProjectFile) {
+    CString unitPath = "x";
+    CString toolPath = "x";
+    CMORYHandler handler(&project());
+    handler.getUnitPath(unitPath, toolPath);
+    EXPECT_EQ(unitPath, unitFile().string());
+    EXPECT_EQ(toolPath, toolFile().string());
+    EXPECT_TRUE(handler.doPreTransValidation(unitPath, toolPath));
+}
+
+TEST_F(Handler, TellsOnePlaceOfAnotherFile) {
+    CString unitPath;
+    CString toolPath;
+    CMORYHandler handler(&host.addUnit("Pump"));
+    EXPECT_FALSE(handler.doPreTransValidation(unitPath, toolPath));
+    EXPECT_EQ(unitPath, (unitsDirectory() / "Pump.ocl").string());
+    EXPECT_EQ(toolPath, unitPath);
+}
+
+TEST_F(Handler, EmptiesThePlacesWithoutAUnitOrAProject) {
+    CString unitPath = "x";
+    CString toolPath = "x";
+    CMORYHandler().getUnitPath(unitPath, toolPath);
+    EXPECT_TRUE(unitPath.IsEmpty() && toolPath.IsEmpty());
+    unitPath = toolPath = "x";
+    host.model.projectIsOpen = false;
+    CMORYHandler(&project()).getUnitPath(unitPath, toolPath);
+    EXPECT_TRUE(unitPath.IsEmpty() && toolPath.IsEmpty());
+}
+
+TEST_F(Handler, KnowsTheOldExtensionInAnyCase) {
+    project().extension = ".ORP1";
+    CString unitPath;
+    CString toolPath;
+    EXPECT_TRUE(CMORYHandler(&project()).doPreTransValidation(unitPath, toolPath));
+}
+
+TEST_F(Handler, WorksOnAnArchiveItem) {
+    CMArchiveItem item("Plant.ory", "1.1", CMArchiveItem::readOnly, "", "");
+    CMORYHandler handler(&item);
+    write(toolFile(), "of the tool");
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYCheckOut), 1);
+    EXPECT_EQ(handler.commit(), 1);
+    EXPECT_EQ(read(unitFile()), "of the tool");
+}
+
+TEST_F(Handler, CopiesTheProjectFileForACheckInAndMovesItBack) {
+    CMORYHandler handler(&project());
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYCheckIn), 1);
+    EXPECT_EQ(read(toolFile()), "of the model");
+    write(toolFile(), "with a new header");
+    EXPECT_EQ(handler.commit(), 1);
+    EXPECT_FALSE(fs::exists(toolFile()));
+    EXPECT_EQ(read(unitFile()), "with a new header");
+    EXPECT_EQ(handler.commit(), 0) << "it is at rest";
+}
+
+TEST_F(Handler, CopiesOverAFileThatTheToolHas) {
+    write(toolFile(), "old");
+    CMORYHandler handler(&project());
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYAdd), 1);
+    EXPECT_EQ(read(toolFile()), "of the model");
+}
+
+TEST_F(Handler, StaysOpenIfTheCopyFails) {
+    fs::remove(unitFile());
+    CMORYHandler handler(&project());
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYAdd), 0);
+    EXPECT_EQ(handler.setUnit(nullptr), &project());
+    EXPECT_EQ(handler.setUnit(nullptr), &project()) << "an operation is under way";
+}
+
+TEST_F(Handler, MakesNoCopyForACheckOutAndMovesTheToolsFileOverAReadOnlyOne) {
+    fs::permissions(unitFile(), fs::perms::owner_read);
+    CMORYHandler handler(&project());
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYCheckOut), 1);
+    EXPECT_FALSE(fs::exists(toolFile()));
+    write(toolFile(), "checked out");
+    EXPECT_EQ(handler.commit(), 1);
+    EXPECT_FALSE(fs::exists(toolFile()));
+    EXPECT_EQ(read(unitFile()), "checked out");
+}
+
+TEST_F(Handler, FailsToCommitIfTheToolLeftNoFileAndIsAtRestAllTheSame) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYFetch);
+    EXPECT_EQ(handler.commit(), 0);
+    EXPECT_EQ(handler.rollBack(), 0);
+    EXPECT_EQ(read(unitFile()), "of the model");
+}
+
+TEST_F(Handler, GivesTheResultOfTheMoveAndIsAtRestAllTheSame) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYFetch);
+    write(toolFile(), "of the tool");
+    host.places.moveResult[toolFile().string()] = 0;
+    EXPECT_EQ(handler.commit(), 0);
+    EXPECT_EQ(handler.rollBack(), 0);
+}
+
+TEST_F(Handler, RemovesTheToolsCopyAfterAnInspection) {
+    CMORYHandler handler(&project());
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYInspect), 1);
+    write(toolFile(), "of the tool");
+    fs::permissions(toolFile(), fs::perms::owner_read);
+    EXPECT_EQ(handler.commit(), 1);
+    EXPECT_FALSE(fs::exists(toolFile()));
+    EXPECT_EQ(read(unitFile()), "of the model");
+}
+
+TEST_F(Handler, CommitsAnInspectionThatLeftNoFile) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYInspect);
+    EXPECT_EQ(handler.commit(), 1);
+}
+
+TEST_F(Handler, CommitsWithoutTouchingAFileIfThePlacesHaveBecomeOne) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYFetch);
+    setToolProperty("SupportTreeRepository", "");
+    EXPECT_EQ(handler.commit(), 1);
+    EXPECT_EQ(read(unitFile()), "of the model");
+}
+
+TEST_F(Handler, NeedsAWritableProjectDirectoryToCheckIn) {
+    host.places.writable[scratch.path().string()] = false;
+    CMORYHandler handler(&project());
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYCheckIn), 0);
+    EXPECT_FALSE(fs::exists(toolFile()));
+    EXPECT_EQ(handler.commit(), 0);
+    EXPECT_EQ(handler.setUnit(nullptr), &project());
+    EXPECT_EQ(handler.setUnit(nullptr), nullptr) << "it is at rest";
+}
+
+TEST_F(Handler, NeedsAWritableParentOfTheProjectDirectoryForTheProjectFileOnly) {
+    host.places.writable[(scratch / "..").string()] = false;
+    EXPECT_FALSE(CMORYHandler(&project()).checkPermissions());
+    EXPECT_TRUE(CMORYHandler(&host.addUnit("Pump")).checkPermissions());
+}
+
+TEST_F(Handler, AsksForNoPermissionToCheckOut) {
+    host.places.writable[scratch.path().string()] = false;
+    CMORYHandler handler(&project());
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYCheckOut), 1);
+}
+
+TEST_F(Handler, RollsBackByRemovingTheCopy) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYCheckIn);
+    EXPECT_EQ(handler.rollBack(), 1);
+    EXPECT_FALSE(fs::exists(toolFile()));
+    EXPECT_EQ(read(unitFile()), "of the model");
+    EXPECT_EQ(handler.rollBack(), 0);
+}
+
+TEST_F(Handler, RollsBackWithoutACopy) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYCheckOut);
+    EXPECT_EQ(handler.rollBack(), 1);
+    EXPECT_EQ(handler.rollBack(), 0);
+}
+
+TEST_F(Handler, StaysOpenIfTheCopyCannotBeRemoved) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYCheckIn);
+    host.places.deleteResult[toolFile().string()] = 0;
+    EXPECT_EQ(handler.rollBack(), 0);
+    host.places.deleteResult.clear();
+    EXPECT_EQ(handler.rollBack(), 1) << "the operation was still under way";
+}
+
+TEST_F(Handler, RollsBackAtItsEnd) {
+    {
+        CMORYHandler handler(&project());
+        handler.startTranscation(CMORYHandler::ORYCheckIn);
+        EXPECT_TRUE(fs::exists(toolFile()));
+    }
+    EXPECT_FALSE(fs::exists(toolFile()));
+    EXPECT_EQ(read(unitFile()), "of the model");
+}
+
+TEST_F(Handler, LeavesACommittedFileAloneAtItsEnd) {
+    {
+        CMORYHandler handler(&project());
+        handler.startTranscation(CMORYHandler::ORYCheckIn);
+        handler.commit();
+        write(toolFile(), "somebody else's");
+    }
+    EXPECT_EQ(read(toolFile()), "somebody else's");
+}
+
+TEST_F(Handler, ChangesWhatItIsAboutOnlyAtRest) {
+    auto &pump = host.addUnit("Pump");
+    CMArchiveItem item("Pump.ocl", "1.1", CMArchiveItem::readOnly, "", "");
+    CMORYHandler handler;
+    EXPECT_EQ(handler.setUnit(&project()), nullptr);
+    EXPECT_EQ(handler.setUnit(&project()), &project());
+    handler.startTranscation(CMORYHandler::ORYCheckOut);
+    EXPECT_EQ(handler.setUnit(&pump), &project());
+    EXPECT_EQ(handler.setUnit(&pump), &project());
+    EXPECT_EQ(handler.setArchiveItem(&item), nullptr);
+    handler.rollBack();
+    EXPECT_EQ(handler.setArchiveItem(&item), nullptr);
+    EXPECT_EQ(handler.setArchiveItem(nullptr), &item);
+}
+
+} // namespace
