@@ -93,6 +93,8 @@ const char *text(Text number) {
         return "No to all";
     case Text::buttonCancel:
         return "Cancel";
+    case Text::questionNotAnswered:
+        return "Nobody could be asked, so the answer is No:\n%s";
     }
     return "?"; // a number from outside the enumeration
 }

@@ -43,6 +43,7 @@ enum class Text : unsigned {
     buttonNo,
     buttonNoToAll,
     buttonCancel,
+    questionNotAnswered, ///< the question
 };
 
 /// The text with this number; "?" for a number that the table doesn't hold.

@@ -1,0 +1,39 @@
+#include "CM/CMSupport/command/CMRecCheckOutFromArchive.h"
+
+#include "CM/CMSupport/command/CheckOutSteps.h"
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/host/IPN.h"
+
+namespace {
+
+class Run : public command::CheckOutRun<CMArchiveItem> {
+  public:
+    Run(CMArgumentList &args, CString &error)
+        : CheckOutRun({.property = IPN::CMCheckOutFromArchive,
+                       .source = "../CM/CMSupport/RecCheckOutFromArchive",
+                       .beforeRun =
+                           "Executing the following command to recursively check out the file(s) from the "
+                           "archive: ",
+                       .afterRun = "Recursive check out from the archive command returned the following: ",
+                       .guard = CMORYHandler::ORYCheckOut,
+                       .order = command::CommandTexts::Order::guardThenExpansion},
+                      args, error) {}
+};
+
+} // namespace
+
+int CMRecCheckOutFromArchive::operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) {
+    CString error;
+    if (!command::isToolConfigured(*this, false, error, diags)) {
+        return 0;
+    }
+    // The caller asks for the save with saveOnCheckout(1): a command that comes here level by level saves once.
+    if (!items.IsEmpty() && command::isSaveWanted() && CMProperty::saveOnCheckout(-1) != 0 &&
+        command::saveModel()) {
+        CMProperty::saveOnCheckout(0);
+    }
+    Run run(args, error);
+    run.readQuestion();
+    run.workAll(items);
+    return run.result();
+}

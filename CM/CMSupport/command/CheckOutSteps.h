@@ -1,0 +1,60 @@
+// What the check-out operations share beyond the steps of every command.
+#pragma once
+
+#include "CM/CMSupport/command/CommandRun.h"
+#include "CM/CMSupport/core/CMArchiveItem.h"
+#include "CM/host/IUnit.h"
+#include "CM/platform/CString.h"
+
+#include <optional>
+
+namespace command {
+
+/// Whether the tool's property IPN::CMSaveOnCheckOut asks for the model to be saved before a batch.
+[[nodiscard]] bool isSaveWanted();
+/// Calls the host's save callback; false if none is set.
+bool saveModel();
+
+/// The host's callbacks around a batch that reloads units. The host has set them: there is no test for null,
+/// deliberately.
+void openReloads();
+void closeReloads();
+
+/// The question about a file that is writable and so may hold changes of its own.
+class WritableFileQuestion {
+  public:
+    /// Reads the tool property "AskOnCheckoutReadWrite". Anything but "No" asks, a missing property included.
+    WritableFileQuestion();
+    /// True if the unit's file may be overwritten: nothing to ask, or the answer was yes.
+    [[nodiscard]] bool mayOverwrite(const IUnit &unit) const;
+    /// The same for the unit that the item belongs to; an item without one raises no question.
+    [[nodiscard]] bool mayOverwrite(const CMArchiveItem &item) const;
+
+  private:
+    bool asks_;
+};
+
+/// The run of a check-out operation.
+template <class ITEM> class CheckOutRun : public CommandRun<ITEM> {
+  public:
+    using CommandRun<ITEM>::CommandRun;
+    /// To be called before the first item.
+    void readQuestion() { question_.emplace(); }
+
+  protected:
+    bool isWanted(ITEM &item) override { return !question_ || question_->mayOverwrite(item); }
+
+  private:
+    std::optional<WritableFileQuestion> question_;
+};
+
+/// Makes the unit's own archive the main archive, unless there is one archive for the whole project.
+void selectArchive(const IUnit &unit);
+
+/// Loads a file of `directory` into the model and remembers the unit for other open projects. Null on failure.
+IUnit *loadIntoModel(const CString &directory, const CString &fileName);
+
+/// Tells, as the tool's property says, that the file could not be loaded; `errorText` becomes the message.
+void reportLoadingFailure(const CString &fullFileName, CString &errorText);
+
+} // namespace command

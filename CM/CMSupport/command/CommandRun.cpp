@@ -1,0 +1,79 @@
+#include "CM/CMSupport/command/CommandRun.h"
+
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/CMToolShellInterface.h"
+#include "CM/CMSupport/core/CMUnit.h"
+
+namespace command {
+
+bool isToolConfigured(CMOperation &operation, bool hybrid, CString &errorText, CMDiagnosticList &diags) {
+    if (operation.isCMTool(errorText, nullptr, hybrid) != 0) {
+        return true;
+    }
+    CMDiagnostic diagnostic(0, errorText, static_cast<const IUnit *>(nullptr));
+    diags.AddTail(diagnostic);
+    return false;
+}
+
+template <class ITEM>
+CommandRun<ITEM>::CommandRun(CommandTexts texts, CMArgumentList &args, CString &errorText)
+    : texts_(std::move(texts)), args_(args), errorText_(errorText) {}
+
+template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
+    if (item == nullptr || !isWanted(*item)) {
+        return;
+    }
+    prepare(*item);
+    std::optional<CMORYHandler> guard; // rolls back at the end what was not committed
+    const auto startGuard = [&] {
+        if (texts_.guard) {
+            // Its result is ignored, deliberately: a file that needs no guard answers 0 as well.
+            guard.emplace(item).startTranscation(*texts_.guard);
+        }
+    };
+    {
+        CMUnit unit(item);
+        const PushedArgument pushedUnit(args_, unit);
+        CString command;
+        if (texts_.order == CommandTexts::Order::guardThenExpansion) {
+            startGuard();
+            expand(command);
+        } else {
+            expand(command);
+            startGuard(); // also after an expansion that failed
+        }
+        if (result_ == 1) {
+            beforeRun(*item);
+            execute(command);
+        }
+        if (result_ == 1) {
+            followUp(*item, guard ? &*guard : nullptr);
+        }
+    }
+    afterItem();
+}
+
+template <class ITEM> void CommandRun<ITEM>::followUp(ITEM & /*item*/, CMORYHandler *guard) {
+    if (guard != nullptr) {
+        guard->commit();
+    }
+}
+
+template <class ITEM> void CommandRun<ITEM>::log(const CString &text) { log_.Min(texts_.source, __LINE__, text); }
+
+template <class ITEM> void CommandRun<ITEM>::expand(CString &command) {
+    result_ = CMProperty::ExpandProperty(texts_.property, args_, command, errorText_, texts_.hybrid);
+}
+
+template <class ITEM> void CommandRun<ITEM>::execute(const CString &command) {
+    CString output;
+    log(texts_.beforeRun + command);
+    // Not the tool's success: only whether the working directory could be entered and left.
+    result_ = theCMToolShellInterface().Execute(command, output, errorText_, "");
+    log(texts_.afterRun + output);
+}
+
+template class CommandRun<IUnit>;
+template class CommandRun<CMArchiveItem>;
+
+} // namespace command

@@ -1,0 +1,128 @@
+#include "CM/CMSupport/core/InformationFiles.h"
+
+#include "CM/CMSupport/core/CMFacade.h"
+#include "CM/host/CurrentWorkspace.h"
+#include "CM/host/IPN.h"
+#include "CM/host/Iterators.h"
+
+#include <algorithm>
+
+namespace {
+
+// On unless the project says no.
+bool isRuleOn(const IProject &project) {
+    const IProperty *const property =
+        project.findProperty(IPN::CM, IPN::General, "EnableRespectSynchronizedCM", IProperty::inherited);
+    return property == nullptr || property->getBool();
+}
+
+// The subsystem in which an element stands, also through a class that stands directly in it; null without one.
+const ISubsystem *subsystemOf(const IDObject &element) {
+    const IDObject *owner = element.getOwner();
+    if (const auto *const holder = dynamic_cast<const IClass *>(owner);
+        holder != nullptr && holder->isTopLevel()) {
+        owner = holder->getOwner();
+    }
+    return dynamic_cast<const ISubsystem *>(owner);
+}
+
+} // namespace
+
+bool isFileNotSAMappedToUnit(const IUnit *unit, const IComponent *component) {
+    return unit != nullptr && component != nullptr && InformationFiles(component).isFileNotMapped(*unit);
+}
+
+InformationFiles::InformationFiles() {
+    const IProject *const project = CurrentWorkspace::GetActiveProject();
+    const IComponent *const component = project == nullptr ? nullptr : project->doGetComponent();
+    const ICodeGenConfigInfo *const config = component == nullptr ? nullptr : component->DoGetActiveConfig();
+    if (config != nullptr && config->isRespectMode() && isRuleOn(*project)) {
+        component_ = component;
+    }
+}
+
+bool InformationFiles::holdFor(const IUnit *unit) {
+    if (unit == nullptr || component_ == nullptr) {
+        return false;
+    }
+    if (isFileNotMapped(*unit)) {
+        return true;
+    }
+    if (dynamic_cast<const ISubsystem *>(unit) == nullptr) {
+        return false;
+    }
+    IUnitAggregatesIterator inside(unit, 0);
+    for (const IUnit *inner = inside.first(); inner != nullptr; inner = inside.next()) {
+        const bool isOwn = inner == unit || !inner->isSaveUnit();
+        const bool isTested =
+            dynamic_cast<const ISubsystem *>(inner) != nullptr || dynamic_cast<const IClass *>(inner) != nullptr;
+        if (isOwn && isTested && isFileNotMapped(*inner)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool InformationFiles::isFileNotMapped(const IUnit &unit) {
+    if (isObservedFromElsewhere(unit)) {
+        return true;
+    }
+    const auto *const subsystem = dynamic_cast<const ISubsystem *>(&unit);
+    return subsystem != nullptr && isShownInFileOfItsName(*subsystem);
+}
+
+bool InformationFiles::isObservedFromElsewhere(const IUnit &unit) const {
+    IFileList files;
+    IFile::GetFilesObserveObject(&unit, files);
+    const auto *const classifier = dynamic_cast<const IClassifier *>(&unit);
+    return std::ranges::any_of(files, [&](const IFile *file) {
+        const bool isOwnFile = classifier != nullptr && !component_->isOwnedByMe(file) &&
+                               dynamic_cast<const IClassifier *>(file->getOwner()) == classifier;
+        const IUnit *const keptWith = file->getSaveUnit();
+        return !isOwnFile && keptWith != nullptr && keptWith != unit.getSaveUnit();
+    });
+}
+
+bool InformationFiles::isShownInFileOfItsName(const ISubsystem &subsystem) {
+    return std::ranges::any_of(filesNamed(subsystem.getName()), [&](const IFile *file) {
+        if (file->getSaveUnit() == nullptr) {
+            return false;
+        }
+        IFileFragmentIterator fragments;
+        file->iteratorFragments(fragments, 1);
+        for (const IFileFragment *fragment = fragments.first(); fragment != nullptr; fragment = fragments.next()) {
+            const IDObject *const element = fragment->getElement();
+            if (element != nullptr && subsystemOf(*element) == &subsystem) {
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
+const std::vector<const IFile *> &InformationFiles::filesNamed(const CString &name) {
+    if (!filesByName_) {
+        filesByName_.emplace();
+        IRecursiveIterator<IAggregatesIterator> objects(component_);
+        for (const IDObject *object = objects.first(); object != nullptr; object = objects.next()) {
+            if (const auto *const file = dynamic_cast<const IFile *>(object)) {
+                (*filesByName_)[file->getName()].push_back(file);
+            }
+        }
+    }
+    return (*filesByName_)[name];
+}
+
+bool shouldSetInformationFilesCheckBox(IUnit *unit) { return InformationFiles().holdFor(unit); }
+
+bool shouldSetInformationFilesCheckBoxForUnitsList(CMArchiveItemList &items) {
+    InformationFiles rule;
+    return std::ranges::any_of(items, [&rule](const CMArchiveItem *item) {
+        return item != nullptr && rule.holdFor(IUnit::getByFile(item->getFileNameForRepFiles()));
+    });
+}
+
+bool shouldSetInformationFilesCheckBoxForUnitsList2(CMUnitList &units) {
+    InformationFiles rule;
+    return std::ranges::any_of(units, [&rule](const IUnit *unit) { return rule.holdFor(unit); });
+}
