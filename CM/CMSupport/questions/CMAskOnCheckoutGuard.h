@@ -2,7 +2,9 @@
 // the answer of CCMSyncQuestionDlg when it ends.
 #pragma once
 
-class CMAskOnCheckoutGuard {
+#include "CM/CMSupport/core/CMApi.h"
+
+class ORC_CM_API CMAskOnCheckoutGuard {
   public:
     CMAskOnCheckoutGuard();
     ~CMAskOnCheckoutGuard();
