@@ -87,7 +87,6 @@ std::string expansionFault(const Item &item, const CheckoutOptions &options) {
            (chain.empty() ? std::string() : ": '" + chain.back() + "' could not be resolved");
 }
 
-/// Why no tool was run for an item about which nobody said No.
 std::string whyNotRun(const Item &item, const CheckoutOptions &options, const Journal &journal) {
     if (isInterrupted()) {
         return "interrupted before its turn";
@@ -102,20 +101,25 @@ std::string whyNotRun(const Item &item, const CheckoutOptions &options, const Jo
     if (!item.archiveItem && unit->isReference()) {
         return "the unit is a reference, and was left out";
     }
-    if (auto fault = expansionFault(item, options); !fault.empty()) {
-        return fault;
-    }
     if (!item.archiveItem && item.result.before.object != unit) {
         return "the reload of an earlier unit replaced it before its turn; check it out again";
     }
     return journal.earlyErrors().empty() ? "it was not worked on" : journal.earlyErrors().front();
 }
 
-/// Whether an answer that held for the rest of the command stands for a file that no tool ran for: after a No to
-/// all, a writable file is passed over without a question.
-bool declinedWithoutQuestion(const Item &item, const Journal &journal) {
-    return item.result.before.file.writable && !journal.questions().empty() &&
-           !journal.questions().back().agreed && journal.questions().back().forAll;
+/// Whether a No to all stands for a file that no tool ran for: it was passed over without a question of its own.
+bool coveredByEarlierAnswer(const Item &item, const Journal &journal) {
+    return item.result.before.file.writable && !journal.questions().empty();
+}
+
+/// No tool ran for the item: its command could not be made, or it was skipped, or never came to its turn.
+void explainNoRun(Item &item, const CheckoutOptions &options, const Journal &journal) {
+    if (auto fault = isInterrupted() ? std::string() : expansionFault(item, options); !fault.empty()) {
+        item.result.outcome = Outcome::failed;
+        item.result.reason = std::move(fault);
+    } else if (item.result.outcome != Outcome::skipped) {
+        item.result.reason = whyNotRun(item, options, journal);
+    }
 }
 
 void judgeAll(std::vector<Item> &items, const CheckoutOptions &options, const Journal &journal) {
@@ -126,10 +130,10 @@ void judgeAll(std::vector<Item> &items, const CheckoutOptions &options, const Jo
         Item &item = items[i];
         item.result.after = stateOf(item.result.file, unitNow(item));
         ItemRun run = runs[i];
-        run.declined = run.declined || declinedWithoutQuestion(item, journal);
+        run.asked = run.asked || coveredByEarlierAnswer(item, journal);
         judge(item.result, run, options.lock);
-        if (run.run == nullptr && !run.declined) {
-            item.result.reason = whyNotRun(item, options, journal);
+        if (run.run == nullptr) {
+            explainNoRun(item, options, journal);
         } else if (item.result.outcome == Outcome::done && item.reloadFailed) {
             item.result.outcome = Outcome::failed;
             item.result.reason = "the unit could not be reloaded, and holds what it held";

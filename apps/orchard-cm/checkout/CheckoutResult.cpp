@@ -102,10 +102,10 @@ std::vector<ItemRun> itemRuns(const std::vector<std::string> &files, const Journ
         }
     }
     next = 0;
-    for (const JournalQuestion &question : journal.questions()) {
+    for (const std::string &question : journal.questions()) {
         for (std::size_t i = next; i < files.size(); ++i) {
-            if (question.text.find(files[i]) != std::string::npos) {
-                items[i].declined = !question.agreed;
+            if (question.find(files[i]) != std::string::npos) {
+                items[i].asked = true;
                 next = i + 1;
                 break;
             }
@@ -118,8 +118,7 @@ void judge(CheckoutResult &result, const ItemRun &itemRun, bool lock) {
     using Outcome = CheckoutResult::Outcome;
     result.outcome = Outcome::failed;
     if (itemRun.run == nullptr) {
-        // An answer that held for the rest of the command is told by the file: only writable ones are asked about.
-        if (itemRun.declined) {
+        if (itemRun.asked) {
             result.outcome = Outcome::skipped;
             result.reason = "the file is writable, and the answer was No";
         }

@@ -40,14 +40,15 @@ void write(std::ostream &out, const CheckoutResult &result);
 /// What is known of an item from the journal.
 struct ItemRun {
     const JournalRun *run = nullptr; ///< null if no tool ran for it
-    bool declined = false;           ///< the answer to the question about it was not Yes
+    bool asked = false;              ///< whether there was a question about it
 };
 
-/// Which run and which answer belong to which of the files, given in the order in which the operation took them.
+/// Which run and which question belong to which of the files, given in the order in which the operation took them.
 /// A run is that of the next file whose name stands in its command.
 std::vector<ItemRun> itemRuns(const std::vector<std::string> &files, const Journal &journal);
 
-/// Judges an item whose states are filled in.
+/// Judges an item whose states are filled in. One that was asked about and for which no tool ran counts as
+/// skipped; without a question it is failed, and the reason is left to the caller.
 void judge(CheckoutResult &result, const ItemRun &itemRun, bool lock);
 
 } // namespace orchard_cm

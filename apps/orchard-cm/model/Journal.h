@@ -15,12 +15,6 @@ struct JournalRun {
     std::vector<std::string> errors;
 };
 
-struct JournalQuestion {
-    std::string text;
-    bool agreed = false;
-    bool forAll = false; ///< the answer holds for the rest of the command
-};
-
 class Journal {
   public:
     void clear() { *this = {}; }
@@ -28,16 +22,16 @@ class Journal {
     void runStarted(const std::string &command) { runs_.push_back({command, {}, {}}); }
     void runEnded(const orchard::ToolRun &run);
     void error(const std::string &text);
-    void question(const JournalQuestion &question) { questions_.push_back(question); }
+    void question(const std::string &text) { questions_.push_back(text); }
 
     [[nodiscard]] const std::vector<JournalRun> &runs() const { return runs_; }
-    [[nodiscard]] const std::vector<JournalQuestion> &questions() const { return questions_; }
+    [[nodiscard]] const std::vector<std::string> &questions() const { return questions_; }
     /// Errors that were said before any tool ran.
     [[nodiscard]] const std::vector<std::string> &earlyErrors() const { return earlyErrors_; }
 
   private:
     std::vector<JournalRun> runs_;
-    std::vector<JournalQuestion> questions_;
+    std::vector<std::string> questions_;
     std::vector<std::string> earlyErrors_;
 };
 

@@ -65,14 +65,14 @@ TEST(ItemRuns, FollowTheOrderWhereACommandNamesNoFile) {
     EXPECT_EQ(items[0].run, &journal.runs()[0]);
     EXPECT_EQ(items[1].run, &journal.runs()[1]);
 }
-TEST(ItemRuns, HoldTheAnswerToTheQuestionAboutTheFile) {
+TEST(ItemRuns, KnowWhichFilesWereAskedAbout) {
     Journal journal;
-    journal.question({"Pump.ocl is writable (/w/Pump.ocl)", true, false});
-    journal.question({"Tank.ocl is writable (/w/Tank.ocl)", false, false});
+    journal.question("Pump.ocl is writable (/w/Pump.ocl)");
+    journal.question("Tank.ocl is writable (/w/Tank.ocl)");
     const auto items = itemRuns({"/w/Pump.ocl", "/w/Valve.ocl", "/w/Tank.ocl"}, journal);
-    EXPECT_FALSE(items[0].declined);
-    EXPECT_FALSE(items[1].declined);
-    EXPECT_TRUE(items[2].declined);
+    EXPECT_TRUE(items[0].asked);
+    EXPECT_FALSE(items[1].asked);
+    EXPECT_TRUE(items[2].asked);
 }
 
 TEST(Judgement, IsDoneAfterAGoodRun) {
@@ -129,10 +129,17 @@ TEST(Judgement, IsFailedByAUnitThatLeftTheModel) {
     result.after.inModel = false;
     EXPECT_EQ(judged(result, journal, false).outcome, Outcome::failed);
 }
-TEST(Judgement, IsSkippedByTheAnswerNo) {
+TEST(Judgement, IsSkippedIfAQuestionWasAskedAndNoToolRan) {
     Journal journal;
-    journal.question({"(/w/Pump.ocl)", false, false});
+    journal.question("(/w/Pump.ocl)");
     EXPECT_EQ(judged(pump(true), journal, true).outcome, Outcome::skipped);
+    ran(journal, "co -l /w/Pump.ocl");
+    EXPECT_EQ(judged(pump(true), journal, true).outcome, Outcome::done);
+}
+TEST(Judgement, IsLeftWithoutAReasonIfNoToolRanAndNothingWasAsked) {
+    const auto result = judged(pump(false), Journal(), false);
+    EXPECT_EQ(result.outcome, Outcome::failed);
+    EXPECT_EQ(result.reason, "");
 }
 
 TEST(CheckoutText, TellsWhatChanged) {

@@ -1,0 +1,40 @@
+// Properties of configuration management as a user sees them: values, and where each comes from.
+#pragma once
+
+#include "CM/host/IDObject.h"
+#include "CM/host/IProperty.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orchard_cm {
+
+/// A property that holds for an object.
+struct PropertyFacts {
+    std::string metaclass; ///< the tool's name, or one of the fixed ones
+    std::string key;
+    std::string value;
+    std::string source; ///< "project station", "Class Drives/Pump", "property set RCS"
+};
+
+/// The object on which properties are looked up if no unit is named: the active configuration, else the project.
+/// Throws a Failure without one.
+IDObject &defaultReferee();
+
+/// The property that holds for `object` under `metaclass`; with an empty one under the name of the tool in use,
+/// else under the one for all tools, else under the general one: where the library looks for it.
+std::optional<PropertyFacts> findProperty(const IDObject &object, const std::string &key,
+                                          const std::string &metaclass);
+/// The same, but throws a Failure with similar keys where there is none.
+PropertyFacts requireProperty(const IDObject &object, const std::string &key, const std::string &metaclass);
+/// All that hold for `object` and whose key holds `text`, sorted by metaclass and key.
+std::vector<PropertyFacts> propertiesOf(const IDObject &object, const std::string &text);
+/// Sets a property on the object itself.
+void setProperty(IDObject &object, const std::string &metaclass, const std::string &key, const std::string &value);
+
+/// The property of the tool in use that the library would take for `key`. Throws a Failure with similar keys where
+/// there is none.
+IProperty &toolProperty(const std::string &key);
+
+} // namespace orchard_cm

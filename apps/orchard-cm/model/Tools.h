@@ -1,0 +1,12 @@
+// The CM tools for which property sets are installed.
+#pragma once
+
+#include <string>
+
+namespace orchard_cm {
+
+/// The tool's name as its property set spells it, found without regard to case; "None" stands for no tool. Throws
+/// a Failure with similar names where no such set is installed.
+std::string installedToolNamed(const std::string &name);
+
+} // namespace orchard_cm
