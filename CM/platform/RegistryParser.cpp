@@ -105,45 +105,44 @@ void RegistryParser::keyLine(std::size_t at) {
 }
 
 void RegistryParser::valueLine(std::size_t at) {
-    const auto start = at;
-    std::string name;
-    bool understood = section_ == Section::key;
-    if (section_ == Section::none) {
-        fail(start, "the value stands before the first key");
-    } else if (section_ == Section::removedKey) {
-        fail(start, "a removed key can't have values");
-    }
-    if (understood) {
-        const auto behind = line_[at] == '@' ? std::optional(at + 1) : quoted(at, name);
-        if (behind) {
-            at = skipBlanks(*behind);
-            understood = at < line_.size() && line_[at] == '='
-                             ? value(skipBlanks(at + 1), {name})
-                             : fail(at, "expected \"=\" behind the value's name");
-        } else {
-            understood = false;
+    if (section_ != Section::key) {
+        if (section_ == Section::none) {
+            fail(at, "the value stands before the first key");
+        } else if (section_ == Section::removedKey) {
+            fail(at, "a removed key can't have values");
         }
+        if (line_.find("=hex") != std::string_view::npos) {
+            skipContinuation();
+        }
+        return;
     }
-    if (!understood) {
-        skipContinuation();
+    std::string name;
+    const auto behind = line_[at] == '@' ? std::optional(at + 1) : quoted(at, name);
+    if (!behind) {
+        return;
     }
+    at = skipBlanks(*behind);
+    if (!startsAt(at, "=")) {
+        fail(at, "expected \"=\" behind the value's name");
+        return;
+    }
+    value(skipBlanks(at + 1), {name});
 }
 
-bool RegistryParser::value(std::size_t at, const CString &name) {
+void RegistryParser::value(std::size_t at, const CString &name) {
     if (startsAt(at, "\"")) {
-        return textValue(at, name);
-    }
-    if (startsAt(at, numberPrefix)) {
-        return numberValue(at + numberPrefix.size(), name);
-    }
-    if (startsAt(at, bytesPrefix)) {
-        return bytesValue(at + bytesPrefix.size(), name);
-    }
-    if (startsAt(at, "-") && isEnd(skipBlanks(at + 1))) {
+        textValue(at, name);
+    } else if (startsAt(at, numberPrefix)) {
+        numberValue(at + numberPrefix.size(), name);
+    } else if (startsAt(at, bytesPrefix)) {
+        if (!bytesValue(at + bytesPrefix.size(), name)) {
+            skipContinuation();
+        }
+    } else if (startsAt(at, "-") && isEnd(skipBlanks(at + 1))) {
         key_->remove(name);
-        return true;
+    } else {
+        fail(at, "expected a text in quotes, \"dword:\", \"hex:\" or \"-\"");
     }
-    return fail(at, "expected a text in quotes, \"dword:\", \"hex:\" or \"-\"");
 }
 
 bool RegistryParser::textValue(std::size_t at, const CString &name) {

@@ -33,7 +33,7 @@ class RegistryParser {
     void entryLine();
     void keyLine(std::size_t at);
     void valueLine(std::size_t at);
-    bool value(std::size_t at, const CString &name);
+    void value(std::size_t at, const CString &name);
     bool textValue(std::size_t at, const CString &name);
     bool numberValue(std::size_t at, const CString &name);
     bool bytesValue(std::size_t at, const CString &name);
