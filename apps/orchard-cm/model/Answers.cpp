@@ -10,7 +10,7 @@ namespace orchard_cm {
 namespace {
 
 /// The texts that a dialog shows, joined.
-class Texts : public ControlVisitor {
+class Texts final : public ControlVisitor {
   public:
     static std::string of(const CDialog &dialog) {
         Texts texts;
