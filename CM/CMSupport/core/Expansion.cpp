@@ -14,7 +14,7 @@ namespace {
 // double each other the memory. What goes beyond these, far from any real template, is an expansion that failed.
 constexpr int deepest = 200;
 constexpr std::size_t mostWork = std::size_t{128} << 20; // bytes of all texts expanded
-constexpr std::size_t workOfOne = 128;                   // what an expansion counts beside its text
+constexpr std::size_t workOfOne = 1024;                  // what an expansion counts beside its text
 
 // What a substitution puts in the place of `variable`: a backslash or a dollar may have a meaning there, which is
 // for the host's text class to say.

@@ -1,0 +1,113 @@
+#include "tests/CM/CMSupport/core/expansion/ExpansionFixture.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+class ExpandLimits : public ExpansionFixture {
+  protected:
+    [[nodiscard]] std::string loggedOnce() const {
+        return host.logLines.size() == 1 ? host.logLines[0].text.str() : std::to_string(host.logLines.size());
+    }
+};
+
+TEST_F(ExpandLimits, FailOnAPropertyThatRefersToItselfAndNameIt) {
+    setToolProperty("Loop", "a $Loop b");
+    EXPECT_EQ(expand("x $Loop"), "x $Loop");
+    EXPECT_EQ(status, 0);
+    EXPECT_THAT(loggedOnce(), HasSubstr("'Loop'"));
+}
+
+TEST_F(ExpandLimits, EndPropertiesThatReferToEachOtherInAConditional) {
+    setToolProperty("One", "$Two");
+    setToolProperty("Two", "($One ? a : $One)");
+    EXPECT_EQ(CMProperty::ExpandProperty("One", args, result, error, false), 1)
+        << "a conditional that fails leaves nothing, and nothing is a success";
+    EXPECT_EQ(host.logLines.size(), 1U);
+}
+
+TEST_F(ExpandLimits, FailOnAnArgumentWhoseValueNamesIt) {
+    give("log", "see $log and $log");
+    expand("ci $log");
+    EXPECT_EQ(status, 0);
+    EXPECT_THAT(loggedOnce(), HasSubstr("'log'"));
+}
+
+TEST_F(ExpandLimits, FailOnValuesThatDoubleEachOther) {
+    for (int level = 0; level < 60; ++level) {
+        const auto next = "$P" + std::to_string(level + 1);
+        setToolProperty("P" + std::to_string(level), next + next);
+    }
+    setToolProperty("P60", "x");
+    expand("$P0");
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(host.logLines.size(), 1U);
+}
+
+TEST_F(ExpandLimits, FailOnValuesThatKeepFailingAndBeingTriedAgain) {
+    give("a", "$a $P");
+    setToolProperty("P", "$a $P");
+    expand("$P $a");
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(host.logLines.size(), 1U);
+}
+
+TEST_F(ExpandLimits, FailOnATextThatEachReplacementMakesLonger) {
+    give("B", "B$$");
+    std::string source = "$$$$";
+    for (int count = 0; count < 40; ++count) {
+        source += 'B';
+        source += '/';
+    }
+    expand("$$$$B$B$B$B$B$B$B$B" + source);
+    EXPECT_TRUE(status == 0 || status == 1) << "it ends";
+}
+
+TEST_F(ExpandLimits, AllowALongChainOfProperties) {
+    for (int level = 0; level < 150; ++level) {
+        setToolProperty("P" + std::to_string(level), "$P" + std::to_string(level + 1));
+    }
+    setToolProperty("P150", "end");
+    EXPECT_EQ(expand("$P0"), "end");
+    EXPECT_EQ(status, 1);
+}
+
+TEST_F(ExpandLimits, AllowThousandsOfVariables) {
+    give("v", "a longer value than its name");
+    std::string source;
+    std::string expected;
+    for (int count = 0; count < 20000; ++count) {
+        source += "$v ";
+        expected += "a longer value than its name ";
+    }
+    EXPECT_EQ(expand(source), expected);
+    EXPECT_EQ(status, 1);
+}
+
+TEST_F(ExpandLimits, AllowThousandsOfValuesThatHoldADollar) {
+    give("v", "5$ each, not a variable");
+    std::string source;
+    std::string expected;
+    for (int count = 0; count < 20000; ++count) {
+        source += "$v ";
+        expected += "5$ each, not a variable ";
+    }
+    EXPECT_EQ(expand(source), expected);
+    EXPECT_EQ(status, 1);
+}
+
+TEST_F(ExpandLimits, AllowACommentOfMegabytes) {
+    const std::string comment(4U << 20, 'c');
+    give("log", comment);
+    EXPECT_EQ(expand("ci -m$log f"), "ci -m" + comment + " f");
+    EXPECT_EQ(status, 1);
+}
+
+TEST_F(ExpandLimits, StayQuietForAnOrdinaryTemplate) {
+    setToolProperty("Inner", "i");
+    expand("(a ? $Inner : b) $temp");
+    EXPECT_TRUE(host.logLines.empty());
+}
+
+} // namespace
