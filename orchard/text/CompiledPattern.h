@@ -27,8 +27,8 @@ class TimeAllowance {
   public:
     using Clock = std::chrono::steady_clock;
     explicit TimeAllowance(Clock::duration total = std::chrono::seconds(5)) : total_(total) {}
-    /// Whether the time is used up at `now`.
-    bool isUsedUp(Clock::time_point now);
+    /// When the time will be used up.
+    Clock::time_point end();
 
   private:
     Clock::duration total_;
@@ -46,18 +46,14 @@ class CompiledPattern {
     CompiledPattern &operator=(const CompiledPattern &) = delete;
 
     /// Looks for the first match that begins at or behind `start`; with `notEmptyAtStart` an empty match right
-    /// there doesn't count. On a match `spans` holds the whole match and then each group. Patterns that
-    /// run out of steps, memory or time are reported, and that counts as no match.
+    /// there doesn't count. On a match `spans` holds the whole match and then each group. A search that runs out
+    /// of steps, memory or time is reported, and counts as no match.
     bool search(std::string_view subject, std::size_t start, bool notEmptyAtStart, TimeAllowance &time,
                 std::vector<Span> &spans) const;
 
   private:
     struct Code;
     bool searchLiteral(std::string_view subject, std::size_t start, std::vector<Span> &spans) const;
-    /// The engine counts steps for each starting position and never looks at a clock, so the positions are
-    /// handed to it in strides that stay short in time.
-    int searchInStrides(std::string_view subject, std::size_t start, bool notEmptyAtStart, TimeAllowance &time,
-                        void *matchData) const;
 
     std::string pattern_;
     std::string literal_; ///< non-empty if the pattern is plain text
