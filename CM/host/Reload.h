@@ -53,14 +53,19 @@ class ORC_HOST_API ATMFacade : public ATMbaseCallBack {
     CString directory_;
 };
 
-/// Lists of files for recursive commands. Results are appended.
+/// Lists of files for recursive commands. Results are appended; names are those of the repository files.
 class ORC_HOST_API ATMRecursiveHelper {
   public:
-    static void getListOFFilesIn(const CString &directory, CStringList &files, int recursive);
-    static void getListOFFilesIn(const IUnit *unit, CStringList &files, int recursive, int withUnitItself);
-    /// The information files that go with a unit.
+    /// Of a unit file: the files of the units that it names, with a non-zero flag those of its information units,
+    /// too. Of a directory: the files in it, with a non-zero flag in the directories below, too.
+    static void getListOFFilesIn(const CString &path, CStringList &files, int flag);
+    /// The unit's own file, then with `recursive` those of the units below it, then with `information` those of
+    /// their information units; each once.
+    static void getListOFFilesIn(const IUnit *unit, CStringList &files, int recursive, int information);
+    /// The information units, or files, that go with a unit: the code files that stand for it or for what is in
+    /// it. The second form takes the name of the unit's file.
     static void getListOFInformationUnits(const IUnit *unit, CList<IUnit *, IUnit *> &units);
-    static void getListOFInformationFiles(const CString &directory, CStringList &files);
+    static void getListOFInformationFiles(const CString &fileName, CStringList &files);
 };
 
 /// Compares a unit's file before and after a tool has worked on it.

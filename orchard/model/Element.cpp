@@ -1,0 +1,115 @@
+#include "orchard/model/Element.h"
+
+#include "orchard/model/Model.h"
+#include "orchard/model/Workspace.h"
+#include "orchard/properties/PropertyTable.h"
+
+#include <algorithm>
+
+namespace orchard {
+
+struct Element::Details {
+    std::string type;
+    std::string description;
+    ElementId standsFor;
+    bool respectMode = false;
+};
+
+Element::Element(Kind kind) : kind_(kind) {}
+Element::~Element() = default;
+
+Element *Element::of(const IDObject *object) { return dynamic_cast<Element *>(const_cast<IDObject *>(object)); }
+
+Element::Details &Element::details() {
+    if (details_ == nullptr) {
+        details_ = std::make_unique<Details>();
+    }
+    return *details_;
+}
+
+std::string_view Element::type() const { return details_ == nullptr ? std::string_view() : details_->type; }
+std::string_view Element::description() const {
+    return details_ == nullptr ? std::string_view() : details_->description;
+}
+ElementId Element::standsFor() const { return details_ == nullptr ? ElementId() : details_->standsFor; }
+bool Element::respectMode() const { return details_ != nullptr && details_->respectMode; }
+void Element::setType(std::string_view type) { details().type = type; }
+void Element::setDescription(std::string_view description) { details().description = description; }
+void Element::setStandsFor(const ElementId &id) { details().standsFor = id; }
+void Element::setRespectMode(bool respect) { details().respectMode = respect; }
+
+Element &Element::addChild(std::unique_ptr<Element> child, std::size_t index) {
+    child->owner_ = this;
+    const auto place = children_.begin() + static_cast<std::ptrdiff_t>(std::min(index, children_.size()));
+    return **children_.insert(place, std::move(child));
+}
+
+std::size_t Element::indexOf(const Element &child) const {
+    const auto found = std::ranges::find(children_, &child, [](const auto &owned) { return owned.get(); });
+    return static_cast<std::size_t>(found - children_.begin());
+}
+
+std::unique_ptr<Element> Element::takeChild(std::size_t index) {
+    std::unique_ptr<Element> taken = std::move(children_[index]);
+    children_.erase(children_.begin() + static_cast<std::ptrdiff_t>(index));
+    taken->owner_ = nullptr;
+    return taken;
+}
+
+std::unique_ptr<Element> Element::takeChild(const Element &child) {
+    const std::size_t index = indexOf(child);
+    return index < children_.size() ? takeChild(index) : nullptr;
+}
+
+void Element::giveChildrenTo(Element &other) {
+    other.children_ = std::move(children_);
+    children_.clear();
+    for (const auto &child : other.children_) {
+        child->owner_ = &other;
+    }
+}
+
+void Element::takeFacts(Element &other) {
+    id_ = other.id_;
+    name_ = std::move(other.name_);
+    if (model_ != nullptr) {
+        model_->noteName();
+    }
+    details_ = std::move(other.details_);
+    setProperties(std::move(other.properties_));
+}
+
+UnitElement *Element::saveUnit() const {
+    for (Element *element = const_cast<Element *>(this); element != nullptr; element = element->owner_) {
+        if (UnitElement *const unit = element->asUnit(); unit != nullptr && unit->isSaveUnit()) {
+            return unit;
+        }
+    }
+    return nullptr;
+}
+
+bool Element::owns(const Element &other) const {
+    const Element *outer = other.owner_;
+    while (outer != nullptr && outer != this) {
+        outer = outer->owner_;
+    }
+    return outer != nullptr;
+}
+
+IHandle *Element::makeHandle() { return model_ == nullptr ? nullptr : model_->handleTo(*this); }
+
+void Element::setModified(bool modified) {
+    modified_ = modified;
+    if (modified) {
+        if (UnitElement *const unit = saveUnit()) {
+            unit->modified_ = true;
+        }
+    }
+}
+
+void Element::changed() {
+    setModified(true);
+    Workspace::instance().noteChange(object());
+}
+
+} // namespace orchard

@@ -1,0 +1,36 @@
+// The identifier of a model element: 128 random bits, written as five groups of hexadecimal digits.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orchard {
+
+struct ElementId {
+    std::uint64_t high = 0;
+    std::uint64_t low = 0;
+
+    /// A new one from the system's source of random numbers.
+    [[nodiscard]] static ElementId random();
+    /// The one that belongs to a number: the same in every run, spread over the whole range.
+    [[nodiscard]] static ElementId numbered(std::uint64_t number);
+    /// From "8-4-4-4-12" digits of either case; nothing for any other text and for the all-zero identifier.
+    [[nodiscard]] static std::optional<ElementId> parse(std::string_view text);
+
+    [[nodiscard]] std::string text() const;
+    [[nodiscard]] bool empty() const { return high == 0 && low == 0; }
+    friend auto operator<=>(const ElementId &, const ElementId &) = default;
+};
+
+} // namespace orchard
+
+template <> struct std::hash<orchard::ElementId> {
+    std::size_t operator()(const orchard::ElementId &id) const noexcept {
+        return static_cast<std::size_t>((id.high * 0x9E3779B97F4A7C15ULL) ^ id.low);
+    }
+};

@@ -1,0 +1,64 @@
+#include "orchard/model/ModelView.h"
+
+#include "orchard/model/Model.h"
+
+#include <algorithm>
+
+namespace orchard {
+
+std::string pathInModel(const IDObject &object) {
+    const Element *element = Element::of(&object);
+    if (element->owner() == nullptr) {
+        return element->name();
+    }
+    std::vector<const std::string *> names;
+    for (; element->owner() != nullptr; element = element->owner()) {
+        names.push_back(&element->name());
+    }
+    std::string path;
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        path += path.empty() ? "" : "/";
+        path += **name;
+    }
+    return path;
+}
+
+IProject *projectOf(const IDObject &object) {
+    const Element *const element = Element::of(&object);
+    return element->model() == nullptr ? nullptr : &element->model()->projectObject();
+}
+
+std::string typeOf(const IDObject &object) { return std::string(Element::of(&object)->type()); }
+
+std::string descriptionOf(const IDObject &object) { return std::string(Element::of(&object)->description()); }
+
+std::vector<IDObject *> elementsInside(const IDObject &object) {
+    std::vector<IDObject *> inside;
+    for (const auto &child : Element::of(&object)->children()) {
+        inside.push_back(&child->object());
+    }
+    return inside;
+}
+
+void setName(IDObject &object, std::string_view name) {
+    Element &element = *Element::of(&object);
+    if (element.name() != name && !name.empty()) {
+        element.setName(name);
+        if (element.model() != nullptr) {
+            element.model()->noteName();
+        }
+        element.changed();
+    }
+}
+
+void setDescription(IDObject &object, std::string_view description) {
+    Element &element = *Element::of(&object);
+    if (element.description() != description) {
+        element.setDescription(description);
+        element.changed();
+    }
+}
+
+const PropertyTable *ownPropertiesOf(const IDObject &object) { return Element::of(&object)->properties(); }
+
+} // namespace orchard

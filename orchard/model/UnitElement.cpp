@@ -1,0 +1,278 @@
+#include "orchard/model/UnitElement.h"
+
+#include "CM/host/Messages.h"
+#include "CM/platform/Files.h"
+#include "orchard/model/Model.h"
+#include "orchard/model/Paths.h"
+#include "orchard/model/Workspace.h"
+
+#include <cstdio>
+#include <sys/stat.h>
+
+namespace orchard {
+
+struct UnitElement::Extras {
+    std::string oldFileName;
+    std::string elsewhere;
+    std::unique_ptr<Archive> archive;
+};
+
+namespace {
+
+const std::string empty;
+
+} // namespace
+
+UnitElement::UnitElement(Kind kind) : Element(kind) {}
+UnitElement::~UnitElement() = default;
+
+std::string UnitElement::ownDirectory() const {
+    std::string base;
+    const UnitElement *outer = nullptr;
+    for (const Element *at = owner(); at != nullptr && outer == nullptr; at = at->owner()) {
+        outer = at->asUnit();
+    }
+    if (outer != nullptr) {
+        base = outer->ownDirectory();
+    } else if (model() != nullptr) {
+        base = model()->unitsDirectory();
+    }
+    if (!elsewhere().empty()) {
+        const std::string file = normalPath(elsewhere(), base);
+        return std::string(directoryOfPath(file));
+    }
+    return directory_.empty() ? base : normalPath(directory_, base);
+}
+
+std::string UnitElement::fullFileName() const {
+    if (fileName_.empty()) {
+        const UnitElement *const holder = saveUnit();
+        return holder == nullptr ? std::string() : holder->fullFileName();
+    }
+    std::string path = ownDirectory();
+    path += '/';
+    path += fileName_;
+    return path;
+}
+
+const char *UnitElement::fileExtension() const {
+    const std::string_view extension = extensionOf(fileName_);
+    return fileName_.c_str() + (fileName_.size() - extension.size());
+}
+
+const std::string &UnitElement::oldFileName() const { return extras_ == nullptr ? empty : extras_->oldFileName; }
+const std::string &UnitElement::elsewhere() const { return extras_ == nullptr ? empty : extras_->elsewhere; }
+
+void UnitElement::setOldFileName(std::string_view name) {
+    if (extras_ == nullptr) {
+        extras_ = std::make_unique<Extras>();
+    }
+    extras_->oldFileName = name;
+}
+
+void UnitElement::setElsewhere(std::string_view path) {
+    if (extras_ == nullptr) {
+        extras_ = std::make_unique<Extras>();
+    }
+    extras_->elsewhere = path;
+}
+
+bool UnitElement::isRecursive(Flag flag) const {
+    for (const Element *at = this; at != nullptr; at = at->owner()) {
+        if (const UnitElement *const unit = at->asUnit(); unit != nullptr && unit->is(flag)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool UnitElement::updateHeader() {
+    UnitElement *const holder = saveUnit();
+    if (model() == nullptr || holder == nullptr || kind() == Kind::embedded) {
+        return false;
+    }
+    auto header = model()->storage().readHeader(holder->fullFileName());
+    if (header) {
+        holder->header_ = std::move(*header);
+    }
+    return header.has_value();
+}
+
+void UnitElement::updateMode() {
+    struct stat state {};
+    if (hasFile() && ::stat(fullFileName().c_str(), &state) == 0) {
+        set(readOnlyFile, (state.st_mode & S_IWUSR) == 0);
+    }
+}
+
+const UnitElement::Archive *UnitElement::archive() const {
+    return extras_ == nullptr ? nullptr : extras_->archive.get();
+}
+
+UnitElement::Archive &UnitElement::makeArchive() {
+    if (extras_ == nullptr) {
+        extras_ = std::make_unique<Extras>();
+    }
+    if (extras_->archive == nullptr) {
+        extras_->archive = std::make_unique<Archive>();
+    }
+    return *extras_->archive;
+}
+
+int UnitElement::sccArchiveRecursive(CString &project, CString &auxPath) const {
+    for (const Element *at = this; at != nullptr; at = at->owner()) {
+        const UnitElement *const unit = at->asUnit();
+        if (unit != nullptr && unit->archive() != nullptr && unit->archive()->hasScc) {
+            project = unit->archive()->sccProject;
+            auxPath = unit->archive()->sccAuxPath;
+            return 1;
+        }
+    }
+    return 0;
+}
+
+int UnitElement::batchArchiveRecursive(CString &archive) const {
+    for (const Element *at = this; at != nullptr; at = at->owner()) {
+        const UnitElement *const unit = at->asUnit();
+        if (unit != nullptr && unit->archive() != nullptr && !unit->archive()->batch.empty()) {
+            archive = unit->archive()->batch;
+            return 1;
+        }
+    }
+    return 0;
+}
+
+void UnitElement::takeStateOf(const UnitElement &old) {
+    cmState_ = old.cmState_;
+    fileName_ = old.fileName_;
+    directory_ = old.directory_;
+    for (const Flag flag : {reference, external}) {
+        set(flag, old.is(flag));
+    }
+    if (!old.elsewhere().empty()) {
+        setElsewhere(old.elsewhere());
+    }
+    if (!old.oldFileName().empty()) {
+        setOldFileName(old.oldFileName());
+    }
+}
+
+std::string UnitElement::withExtension(std::string_view name) const {
+    std::string file(name);
+    const std::string_view extension = extensionOf(fileName_);
+    if (!NoCaseEqual()(extensionOf(name), extension)) {
+        file += extension;
+    }
+    return file;
+}
+
+bool UnitElement::mayBear(std::string_view name) const {
+    const std::string file = withExtension(name);
+    if (model() == nullptr || !hasFile() || isReadOnly() || !faultOfFileName(file).empty()) {
+        return false;
+    }
+    const UnitElement *const there = model()->files().byPath(ownDirectory() + '/' + file);
+    return there == nullptr || there == this;
+}
+
+void UnitElement::rename(std::string_view name) {
+    const std::string file = withExtension(name);
+    if (file == fileName_ || !hasFile()) {
+        return;
+    }
+    if (const std::string fault = faultOfFileName(file); !fault.empty()) {
+        notifyUser("The file of '" + CString(this->name()) + "' can't be named '" + CString(file) + "': " + fault +
+                       ".",
+                   messageLevelDefault);
+        return;
+    }
+    const std::string from = fullFileName();
+    const std::string to = ownDirectory() + '/' + file;
+    if (platform::fileExists(from) && !platform::fileExists(to)) {
+        // A file that can't be renamed stays where it is, and so does the unit's name for it.
+        if (std::rename(from.c_str(), to.c_str()) != 0) {
+            notifyUser("The file '" + CString(from) + "' can't be renamed to '" + CString(file) +
+                           "': " + platform::lastErrorText() + ".",
+                       messageLevelDefault);
+            return;
+        }
+    }
+    const auto change = [&] {
+        setOldFileName(fileName_);
+        fileName_ = file;
+    };
+    if (model() == nullptr) {
+        change();
+        return;
+    }
+    model()->changePlaces(*this, change);
+    if (owner() != nullptr) {
+        owner()->changed(); // the owner's file names this one
+    }
+}
+
+void UnitElement::moveTo(std::string_view directory) {
+    const auto change = [&] { directory_ = directory; };
+    if (model() == nullptr) {
+        change();
+        return;
+    }
+    model()->changePlaces(*this, change);
+    if (owner() != nullptr) {
+        owner()->changed();
+    }
+}
+
+int UnitElement::save(std::string_view path, bool always) {
+    UnitElement *const holder = saveUnit();
+    if (holder == nullptr || model() == nullptr) {
+        return 0;
+    }
+    if (holder != this) {
+        return holder->save(path, always);
+    }
+    if (!always && !modified()) {
+        return 1;
+    }
+    std::string error;
+    const std::string target = normalPath(path, platform::currentDirectory().view());
+    if (is(stub)) {
+        error = "it isn't loaded";
+    } else if (model()->storage().save(*this, target, error)) {
+        return 1;
+    }
+    notifyUser("The unit '" + CString(name()) + "' could not be saved to '" + CString(target) + "': " + error +
+                   ".",
+               messageLevelDefault);
+    return 0;
+}
+
+int UnitElement::saveToOwnFile(bool always) {
+    UnitElement *const holder = saveUnit();
+    if (holder == nullptr) {
+        return 0;
+    }
+    if (holder->save(holder->fullFileName(), always) == 0) {
+        return 0;
+    }
+    holder->noteSaved();
+    return 1;
+}
+
+void UnitElement::noteSaved() {
+    std::vector<Element *> open{this};
+    while (!open.empty()) {
+        Element *const element = open.back();
+        open.pop_back();
+        element->setModified(false);
+        for (const auto &child : element->children()) {
+            const UnitElement *const unit = child->asUnit();
+            if (unit == nullptr || !unit->isSaveUnit()) {
+                open.push_back(child.get());
+            }
+        }
+    }
+    updateMode();
+}
+
+} // namespace orchard

@@ -1,0 +1,31 @@
+// Units that were reloaded in one project are read anew in the others that use their files.
+#include "CM/host/CurrentWorkspace.h"
+#include "orchard/model/Workspace.h"
+#include "orchard/reload/ReloadReport.h"
+#include "orchard/storage/UnitReplacement.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_set>
+
+void CurrentWorkspace::ApplySavedUnitsListToNonActiveProjects() {
+    using namespace orchard;
+    auto &workspace = orchard::Workspace::instance();
+    std::unordered_set<std::string> done;
+    Problems problems;
+    for (const auto &saved : workspace.takeSavedUnits()) {
+        if (!done.insert(saved.file).second) {
+            continue; // reloaded more than once; its file is read as it is now
+        }
+        for (const auto &model : workspace.models()) {
+            UnitElement *const unit = model->files().byPath(saved.file);
+            if (model.get() == saved.model || model.get() == workspace.active() || unit == nullptr ||
+                unit->is(UnitElement::stub)) {
+                continue;
+            }
+            Replacement replacement = readAnew(*unit);
+            std::ranges::move(replacement.problems, std::back_inserter(problems));
+        }
+    }
+    reportReloadProblems(problems);
+}

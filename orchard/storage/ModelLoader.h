@@ -1,0 +1,50 @@
+// Reads unit files into elements: one, and all that it lists.
+#pragma once
+
+#include "orchard/model/UnitElement.h"
+#include "orchard/storage/FileText.h"
+#include "orchard/storage/Projects.h"
+#include "orchard/storage/UnitDocument.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace orchard {
+
+class ModelLoader {
+  public:
+    ModelLoader(Model &model, const OpenOptions &options) : model_(model), options_(options) {}
+
+    /// Asked for each unit that a file lists, before its file is read; false leaves it a stub.
+    std::function<bool(UnitElement &)> wanted;
+    /// Told of each element once it stands whole; what it answers is a fault of the element ("" for none).
+    std::function<std::string(Element &)> admit;
+
+    /// Reads the file of `unit` into it, then those of the units that it lists, and so on. All files are read,
+    /// also behind a broken one. A listed unit whose file is missing stays a stub, with a warning.
+    /// False if anything was wrong (see problems()) or if the reading was cancelled.
+    bool load(UnitElement &unit);
+    /// The same where the text of the unit's own file is known already.
+    bool load(UnitElement &unit, const FileText &text);
+
+    [[nodiscard]] Problems &problems() { return problems_; }
+    [[nodiscard]] bool cancelled() const { return cancelled_; }
+
+  private:
+    bool run(UnitElement &unit, const FileText *known);
+    void readFile(UnitElement &unit, bool isFirst);
+    void fillFrom(UnitElement &unit, const FileText &file, const std::string &path);
+    void admitContent(UnitElement &unit, const FileText &file, const std::string &path);
+    [[nodiscard]] bool tellAndAsk(std::size_t done);
+
+    Model &model_;
+    const OpenOptions &options_;
+    Problems problems_;
+    bool cancelled_ = false;
+    std::vector<UnitElement *> queue_;
+    UnitDocument document_;
+    FileText file_;
+};
+
+} // namespace orchard

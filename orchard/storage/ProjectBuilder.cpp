@@ -1,0 +1,158 @@
+#include "orchard/storage/ProjectBuilder.h"
+
+#include "CM/host/IPN.h"
+#include "CM/platform/Files.h"
+#include "orchard/model/Paths.h"
+#include "orchard/properties/PropertyTable.h"
+#include "orchard/storage/AtomicFile.h"
+#include "orchard/storage/DefaultHeader.h"
+#include "orchard/storage/DiskStorage.h"
+#include "orchard/storage/ProjectFile.h"
+#include "orchard/storage/TextCheck.h"
+#include "orchard/storage/UnitWriter.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace orchard {
+
+namespace {
+
+constexpr std::string_view extension = ".orp";
+
+std::string projectPath(const std::string &path) {
+    std::string full = normalPath(path, platform::currentDirectory().view());
+    if (!full.ends_with(extension)) {
+        full += extension;
+    }
+    return full;
+}
+
+} // namespace
+
+ProjectBuilder::ProjectBuilder(const std::string &path, const std::string &tool, std::function<ElementId()> nextId)
+    : file_(projectPath(path)), nextId_(std::move(nextId)) {
+    const std::string name(fileOfPath(file_).substr(0, fileOfPath(file_).size() - extension.size()));
+    const std::string directory(directoryOfPath(file_));
+    model_ = std::make_unique<Model>(file_, directory + '/' + unitsDirectoryName(name),
+                                     std::make_unique<DiskStorage>());
+    UnitElement &root = model_->project();
+    root.setId(nextId_());
+    root.setName(name);
+    root.setFileName(name + traitsOf(Kind::project).extension);
+    fault_ =
+        path.empty() || isSeparator(path.back()) ? "it is no name of a file" : faultOfFileName(root.fileName());
+    if (const auto odd = faultOfValue(name); fault_.empty() && odd) {
+        fault_ = *odd;
+    }
+    if (!tool.empty()) {
+        root.makeProperties().set(IPN::CM, IPN::CMGeneral, IPN::CMTool, "String", tool);
+    }
+}
+
+ProjectBuilder::~ProjectBuilder() = default;
+
+UnitElement &ProjectBuilder::addUnit(Element &owner, Kind kind, std::string_view name,
+                                     std::string_view description, std::string_view directory) {
+    UnitElement &unit = *addElement(owner, kind, name).asUnit();
+    unit.setFileName(std::string(name) + traitsOf(kind).extension);
+    unit.setDirectorySetting(directory);
+    if (!description.empty()) {
+        unit.setDescription(description);
+    }
+    return unit;
+}
+
+Element &ProjectBuilder::addElement(Element &owner, Kind kind, std::string_view name, std::string_view type) {
+    Element &element = owner.addChild(makeElement(kind));
+    element.setModel(model_.get());
+    element.setId(nextId_());
+    element.setName(name);
+    if (!type.empty()) {
+        element.setType(type);
+    }
+    return element;
+}
+
+UnitElement &ProjectBuilder::addEmbedded(Element &owner, std::string_view fileName, std::string_view text) {
+    UnitElement &unit = *addElement(owner, Kind::embedded, fileName).asUnit();
+    unit.setFileName(fileName);
+    embedded_.emplace_back(&unit, text);
+    return unit;
+}
+
+Element &ProjectBuilder::addFragment(Element &file, const Element &element) {
+    Element &fragment = addElement(file, Kind::fragment, element.name());
+    fragment.setStandsFor(element.id());
+    return fragment;
+}
+
+void ProjectBuilder::setActive(const Element &component, const Element &configuration) {
+    model_->activeComponent = component.id();
+    model_->activeConfiguration = configuration.id();
+}
+
+std::string ProjectBuilder::refusal() const {
+    if (!fault_.empty()) {
+        return "'" + model_->project().name() + "' can't be the name of a project: " + fault_;
+    }
+    if (platform::fileExists(file_)) {
+        return "there is a project already: " + file_;
+    }
+    if (platform::fileExists(model_->unitsDirectory())) {
+        return "the directory for its units exists already: " + model_->unitsDirectory();
+    }
+    return {};
+}
+
+std::string ProjectBuilder::writeAll() {
+    const std::string header = defaultHeaderOf(model_->project());
+    std::string text;
+    std::string fault;
+    std::error_code error;
+    visitSubtree<Element>(model_->project(), [&](Element &element) {
+        const UnitElement *const unit = element.asUnit();
+        if (!fault.empty() || unit == nullptr || !unit->isSaveUnit()) {
+            return;
+        }
+        if (!unit->directorySetting().empty()) {
+            std::filesystem::create_directories(unit->ownDirectory(), error);
+        }
+        if (writeUnit(*unit, header, text, fault)) {
+            fault = writeWholeFile(unit->fullFileName(), text, Durability::quick);
+        }
+        if (!fault.empty()) {
+            fault = unit->fullFileName() + ": " + fault;
+        }
+    });
+    for (const auto &[unit, content] : embedded_) {
+        fault = fault.empty() ? writeWholeFile(unit->fullFileName(), content, Durability::quick) : fault;
+    }
+    if (!fault.empty()) {
+        return fault;
+    }
+    ProjectFile project;
+    project.unitsDirectory = fileOfPath(model_->unitsDirectory());
+    project.component = model_->activeComponent;
+    project.configuration = model_->activeConfiguration;
+    const std::string why = writeWholeFile(file_, project.text());
+    return why.empty() ? why : file_ + ": " + why;
+}
+
+NewProject ProjectBuilder::write() {
+    if (const std::string why = refusal(); !why.empty()) {
+        return {{}, why};
+    }
+    std::error_code error;
+    std::filesystem::create_directories(model_->unitsDirectory(), error);
+    if (error) {
+        return {{}, "the directory " + model_->unitsDirectory() + " can't be made: " + error.message()};
+    }
+    if (const std::string why = writeAll(); !why.empty()) {
+        std::filesystem::remove_all(model_->unitsDirectory(), error);
+        return {{}, why};
+    }
+    return {file_, {}};
+}
+
+} // namespace orchard
