@@ -87,7 +87,7 @@ std::string expansionFault(const Item &item, const CheckoutOptions &options) {
            (chain.empty() ? std::string() : ": '" + chain.back() + "' could not be resolved");
 }
 
-std::string whyNotRun(const Item &item, const CheckoutOptions &options, const Journal &journal) {
+std::string whyNotRun(const Item &item, const Journal &journal) {
     if (isInterrupted()) {
         return "interrupted before its turn";
     }
@@ -118,7 +118,7 @@ void explainNoRun(Item &item, const CheckoutOptions &options, const Journal &jou
         item.result.outcome = Outcome::failed;
         item.result.reason = std::move(fault);
     } else if (item.result.outcome != Outcome::skipped) {
-        item.result.reason = whyNotRun(item, options, journal);
+        item.result.reason = whyNotRun(item, journal);
     }
 }
 

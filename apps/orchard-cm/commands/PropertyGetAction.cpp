@@ -27,7 +27,8 @@ class PropertyGetAction : public Command {
             {{"metaclass", found.metaclass}, {"key", found.key}, {"value", found.value}, {"source", found.source}},
             [&](std::ostream &out) {
                 out << found.value << '\n';
-                context.output.status().stream() << "(" << found.metaclass << ", from " << found.source << ")\n";
+                context.output.status().stream() << "(" << found.metaclass << ", from " << found.source
+                                                 << (found.place.empty() ? "" : ", " + found.place) << ")\n";
             });
         return ExitCode::done;
     }

@@ -27,7 +27,8 @@ class PropertyListAction : public Command {
             properties.push_back({{"metaclass", facts.metaclass},
                                   {"key", facts.key},
                                   {"value", facts.value},
-                                  {"source", facts.source}});
+                                  {"source", facts.source},
+                                  {"place", facts.place}});
         }
         context.output.result({{"properties", std::move(properties)}}, [&](std::ostream &out) {
             Table table{"METACLASS", "KEY", "FROM", "VALUE"};

@@ -1,5 +1,6 @@
 #include "apps/orchard-cm/model/Journal.h"
 
+#include <cerrno>
 #include <cstring>
 
 namespace orchard_cm {
@@ -32,6 +33,9 @@ std::string failureOf(const JournalRun &run) {
     case End::interrupted:
         return "the tool was ended by the interruption";
     case End::notStarted:
+        if (run.end.code == ENOENT) {
+            return "the tool is not installed, or not on the PATH";
+        }
         return std::string("the tool could not be started: ") + std::strerror(run.end.code);
     }
     return run.errors.empty() ? std::string() : run.errors.front();

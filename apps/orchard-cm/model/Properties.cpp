@@ -7,6 +7,7 @@
 #include "apps/orchard-cm/base/Suggest.h"
 #include "orchard/model/ModelView.h"
 #include "orchard/properties/InstalledSets.h"
+#include "orchard/properties/PropertyData.h"
 #include "orchard/properties/PropertyTable.h"
 
 #include <algorithm>
@@ -30,36 +31,42 @@ std::string sourceOf(const IDObject &object) {
     return object.getMetaClassDisplayName().str() + " " + orchard::pathInModel(object);
 }
 
-/// Calls `take(metaclass, key, value, source)` for each property of the CM subject that is set on the object or an
-/// owner, the nearest first, then for the installed ones.
+struct Seen {
+    const std::string &metaclass;
+    const IProperty &property;
+    const std::string &source;
+};
+
+/// Calls `take` for each property of the CM subject that is set on the object or an owner, the nearest first, then
+/// for the installed ones.
 template <class TAKE> void walk(const IDObject &object, TAKE &&take) {
-    const std::string subject = IPN::CM.str();
-    for (const IDObject *at = &object; at != nullptr; at = at->getOwner()) {
-        const auto *const table = orchard::ownPropertiesOf(*at);
-        if (table == nullptr) {
-            continue;
-        }
-        const std::string source = sourceOf(*at);
-        for (const auto &entry : table->entries()) {
-            if (entry.subject == subject) {
-                take(entry.metaclass, entry.property->getName().str(), entry.property->getValue().str(), source);
+    const auto walkTable = [&](const orchard::PropertyTable &table, const std::string &source) {
+        for (const auto &entry : table.entries()) {
+            if (IPN::CM.CompareNoCase(entry.subject) == 0) {
+                take(Seen{entry.metaclass, *entry.property, source});
             }
+        }
+    };
+    for (const IDObject *at = &object; at != nullptr; at = at->getOwner()) {
+        if (const auto *const table = orchard::ownPropertiesOf(*at)) {
+            walkTable(*table, sourceOf(*at));
         }
     }
     for (const auto &set : orchard::installedPropertySets()) {
-        for (const auto &entry : set.table().entries()) {
-            if (entry.subject == subject) {
-                take(entry.metaclass, entry.property->getName().str(), entry.property->getValue().str(),
-                     "property set " + set.name());
-            }
-        }
+        walkTable(set.table(), "property set " + set.name());
     }
 }
 
+PropertyFacts factsOf(const Seen &seen) {
+    return {seen.metaclass, seen.property.getName().str(), seen.property.getValue().str(), seen.source,
+            seen.property.data().source};
+}
+
+bool same(const std::string &left, const std::string &right) { return CString(left).CompareNoCase(right) == 0; }
+
 [[noreturn]] void failUnknown(const IDObject &object, const std::string &key, const std::string &where) {
     Suggester suggester(key);
-    walk(object, [&](const auto & /*metaclass*/, const std::string &name, const auto & /*value*/,
-                     const auto & /*source*/) { suggester.offer(name); });
+    walk(object, [&](const Seen &seen) { suggester.offer(seen.property.getName().str()); });
     throw Failure(ExitCode::failed, "there is no property '" + key + "' " + where,
                   "Run 'orchard-cm property list' to see all of them.")
         .meaning(suggester.best());
@@ -82,18 +89,15 @@ std::optional<PropertyFacts> findProperty(const IDObject &object, const std::str
         metaclasses = {toolName(), IPN::CMGeneral.str(), IPN::General.str()};
     }
     for (const auto &wanted : metaclasses) {
-        const IProperty *const property = object.findProperty(IPN::CM, wanted, key, IProperty::inherited);
-        if (wanted.empty() || property == nullptr) {
-            continue;
-        }
-        PropertyFacts facts{wanted, key, property->getValue().str(), {}};
-        walk(object, [&](const std::string &at, const std::string &name, const auto & /*value*/,
-                         const std::string &source) {
-            if (facts.source.empty() && at == wanted && name == key) {
-                facts.source = source;
+        std::optional<PropertyFacts> found;
+        walk(object, [&](const Seen &seen) {
+            if (!found && same(seen.metaclass, wanted) && same(seen.property.getName().str(), key)) {
+                found = factsOf(seen);
             }
         });
-        return facts;
+        if (found) {
+            return found;
+        }
     }
     return {};
 }
@@ -107,11 +111,12 @@ PropertyFacts requireProperty(const IDObject &object, const std::string &key, co
 
 std::vector<PropertyFacts> propertiesOf(const IDObject &object, const std::string &text) {
     std::vector<PropertyFacts> properties;
-    std::set<std::pair<std::string, std::string>> seen;
-    walk(object, [&](const std::string &metaclass, const std::string &key, const std::string &value,
-                     const std::string &source) {
-        if (CString(key).MakeLower().Find(CString(text).MakeLower()) >= 0 && seen.emplace(metaclass, key).second) {
-            properties.push_back({metaclass, key, value, source});
+    std::set<std::pair<std::string, std::string>> taken;
+    const CString wanted = CString(text).MakeLower();
+    walk(object, [&](const Seen &seen) {
+        const CString key = seen.property.getName().MakeLower();
+        if (key.Find(wanted) >= 0 && taken.emplace(CString(seen.metaclass).MakeLower().str(), key.str()).second) {
+            properties.push_back(factsOf(seen));
         }
     });
     std::ranges::sort(properties, {},
@@ -128,7 +133,7 @@ void setProperty(IDObject &object, const std::string &metaclass, const std::stri
     }
     if (model == nullptr) {
         throw Failure(ExitCode::failed, "no property sets are installed, so none can be set",
-                      "Set ORCHARD_ROOT to the directory where Orchard is installed.");
+                      "Set ORCHARD_SHARE to the directory that holds Orchard's property sets.");
     }
     IProperty property(model);
     property.setName(key);

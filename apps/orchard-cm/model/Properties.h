@@ -16,6 +16,7 @@ struct PropertyFacts {
     std::string key;
     std::string value;
     std::string source; ///< "project station", "Class Drives/Pump", "property set RCS"
+    std::string place;  ///< "FILE:LINE:COLUMN" of a property set; else empty
 };
 
 /// The object on which properties are looked up if no unit is named: the active configuration, else the project.

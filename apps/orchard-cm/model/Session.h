@@ -1,17 +1,23 @@
-// Session: one loaded project for the length of the program, with the library's callbacks set.
+// Session: the program as a host of the library, with one loaded project.
 #pragma once
 
 #include "CM/host/IProject.h"
 #include "apps/orchard-cm/base/Output.h"
+#include "apps/orchard-cm/model/Answers.h"
+#include "apps/orchard-cm/model/Journal.h"
 #include "apps/orchard-cm/options/GlobalOptions.h"
 
+#include <memory>
 #include <string>
 
 namespace orchard_cm {
 
+class HostSetup;
+
 class Session {
   public:
-    /// Sets up the host and the library; opens nothing yet. Both arguments must outlive the session.
+    /// Sets up the host and the library; opens nothing yet. Both arguments must outlive the session, of which
+    /// there is one at a time.
     Session(const GlobalOptions &options, Output &output);
     /// Closes the project. What was changed and not saved is lost.
     ~Session();
@@ -20,8 +26,11 @@ class Session {
 
     /// The project, opened at the first call. Throws a Failure if there is none or it can't be read.
     [[nodiscard]] IProject &project();
-    /// Saves what is modified. Throws a Failure that names the first file that could not be saved.
+    /// Saves what is modified. Throws a Failure that names each file that could not be saved.
     void save();
+
+    /// Empties the journal for an operation that is to run the tool some `expectedRuns` times.
+    Journal &startJournal(std::size_t expectedRuns);
 
   private:
     [[nodiscard]] std::string projectFile() const;
@@ -29,6 +38,8 @@ class Session {
 
     const GlobalOptions &options_;
     Output &output_;
+    Journal journal_;
+    std::unique_ptr<HostSetup> setup_;
     IProject *project_ = nullptr;
 };
 

@@ -96,7 +96,8 @@ TEST(Judgement, SaysThatAToolIsNotInstalled) {
 TEST(Judgement, IsFailedByASignalATimeOutAndAFailedStart) {
     for (const auto &[end, code, words] :
          {std::tuple(End::killedBySignal, 11, "died of signal 11"), std::tuple(End::timedOut, 0, "time limit"),
-          std::tuple(End::notStarted, 2, "could not be started")}) {
+          std::tuple(End::notStarted, ENOENT, "not installed"),
+          std::tuple(End::notStarted, EACCES, "could not be started")}) {
         Journal journal;
         ran(journal, "co /w/Pump.ocl", end, code);
         const auto result = judged(pump(false), journal, false);

@@ -1,0 +1,94 @@
+#include "apps/orchard-cm/model/Session.h"
+
+#include "apps/orchard-cm/base/Interrupt.h"
+#include "apps/orchard-cm/model/HostSetup.h"
+#include "orchard/storage/Projects.h"
+
+#include <filesystem>
+
+namespace orchard_cm {
+
+namespace {
+
+std::string messageOf(const orchard::Problems &problems) {
+    std::string text;
+    for (const auto &problem : problems) {
+        text += (text.empty() ? "" : "\n") + problem.message();
+    }
+    return text;
+}
+
+} // namespace
+
+Session::Session(const GlobalOptions &options, Output &output)
+    : options_(options), output_(output), setup_(std::make_unique<HostSetup>(options, output, journal_)) {
+    setup_->onSave([this] { save(); });
+}
+
+Session::~Session() { orchard::closeAllProjects(); }
+
+IProject &Session::project() {
+    if (project_ == nullptr) {
+        open();
+    }
+    return *project_;
+}
+
+std::string Session::projectFile() const {
+    if (!options_.project.empty()) {
+        return options_.project;
+    }
+    const std::string here = std::filesystem::current_path().string();
+    const auto files = orchard::projectFilesIn(here);
+    if (files.empty()) {
+        throw Failure(ExitCode::usage, "no project is named, and the current directory holds none (*.orp)",
+                      "Name the project with -p PROJECT, or make one with 'orchard-cm new'.");
+    }
+    if (files.size() > 1) {
+        Failure failure(ExitCode::usage, "no project is named, and the current directory holds several",
+                        "Name one of them with -p PROJECT.");
+        std::vector<std::string> names;
+        for (const auto &file : files) {
+            names.push_back(std::filesystem::path(file).filename().string());
+        }
+        throw std::move(failure).meaning(std::move(names));
+    }
+    return files.front();
+}
+
+void Session::open() {
+    orchard::OpenOptions options;
+    options.progress = [this](std::size_t done, std::size_t known) {
+        output_.status().show("Reading units: " + std::to_string(done) + " of " + std::to_string(known));
+    };
+    options.cancelled = [] { return isInterrupted(); };
+    options.warning = [this](const orchard::Problem &problem) {
+        output_.message(Output::Kind::warning, problem.message());
+    };
+    const auto result = orchard::openProject(projectFile(), options);
+    output_.status().clear();
+    if (result.cancelled) {
+        throw Failure(ExitCode::interrupted, "interrupted while the project was read");
+    }
+    if (!result) {
+        throw Failure(ExitCode::projectUnread, "the project can't be read:\n" + messageOf(result.problems));
+    }
+    project_ = result.project;
+}
+
+void Session::save() {
+    const auto problems = orchard::saveProject(&project());
+    if (!problems.empty()) {
+        throw Failure(
+            ExitCode::failed, "not everything could be saved:\n" + messageOf(problems),
+            "What is on disk is as it was before. Where a file is read-only, check it out with --lock first.");
+    }
+}
+
+Journal &Session::startJournal(std::size_t expectedRuns) {
+    journal_.clear();
+    setup_->expectRuns(expectedRuns);
+    return journal_;
+}
+
+} // namespace orchard_cm

@@ -1,0 +1,40 @@
+#include "apps/orchard-cm/model/Tools.h"
+
+#include "CM/platform/CString.h"
+#include "apps/orchard-cm/base/Failure.h"
+#include "apps/orchard-cm/base/Suggest.h"
+#include "orchard/properties/InstalledSets.h"
+
+namespace orchard_cm {
+
+namespace {
+constexpr auto noTool = "None";
+}
+
+std::vector<ToolFacts> installedTools() {
+    std::vector<ToolFacts> tools;
+    for (const auto &set : orchard::installedPropertySets()) {
+        if (!set.tool().empty()) {
+            tools.push_back({set.tool(), set.description(), set.file()});
+        }
+    }
+    return tools;
+}
+
+std::string installedToolNamed(const std::string &name) {
+    if (CString(name).CompareNoCase(noTool) == 0) {
+        return noTool;
+    }
+    Suggester suggester(name);
+    for (const auto &tool : installedTools()) {
+        if (CString(name).CompareNoCase(tool.name) == 0) {
+            return tool.name;
+        }
+        suggester.offer(tool.name);
+    }
+    throw Failure(ExitCode::failed, "no property set is installed for a CM tool '" + name + "'",
+                  "Run 'orchard-cm tools' to see those that are.")
+        .meaning(suggester.best());
+}
+
+} // namespace orchard_cm
