@@ -7,8 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char **environ;
-
 namespace bench {
 
 namespace {
@@ -34,6 +32,7 @@ class FileActions {
 
 void runPeer(const std::vector<std::string> &words, const Streams &streams) {
     std::vector<char *> arguments;
+    arguments.reserve(words.size() + 1);
     for (const std::string &word : words) {
         arguments.push_back(const_cast<char *>(word.c_str()));
     }

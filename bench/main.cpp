@@ -72,26 +72,26 @@ int Setting::scaled(int number) const { return std::max(10, static_cast<int>(std
 } // namespace bench
 
 int main(int argc, char **argv) {
-    bench::Setting setting;
-    std::vector<std::string> names;
-    std::vector<std::string> known;
-    for (const bench::Work &work : bench::works) {
-        known.emplace_back(work.name);
-    }
-    std::string toOpen;
-    CLI::App app("Measures the works of the library and the reference host against their peers.");
-    app.add_option("--runs", setting.runs, "pairs of runs that the medians are taken of")
-        ->check(CLI::Range(1, 1000));
-    app.add_option("--scale", setting.scale, "of the numbers of units, lines and runs")
-        ->check(CLI::Range(0.001, 10.0));
-    app.add_option("work", names, "what to measure; everything if left out")->check(CLI::IsMember(known));
-    app.add_option("--open-once", toOpen)->group("");
     try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError &error) {
-        return app.exit(error) == 0 ? 0 : 2;
-    }
-    try {
+        bench::Setting setting;
+        std::vector<std::string> names;
+        std::vector<std::string> known;
+        for (const bench::Work &work : bench::works) {
+            known.emplace_back(work.name);
+        }
+        std::string toOpen;
+        CLI::App app("Measures the works of the library and the reference host against their peers.");
+        app.add_option("--runs", setting.runs, "pairs of runs that the medians are taken of")
+            ->check(CLI::Range(1, 1000));
+        app.add_option("--scale", setting.scale, "of the numbers of units, lines and runs")
+            ->check(CLI::Range(0.001, 10.0));
+        app.add_option("work", names, "what to measure; everything if left out")->check(CLI::IsMember(known));
+        app.add_option("--open-once", toOpen)->group("");
+        try {
+            app.parse(argc, argv);
+        } catch (const CLI::ParseError &error) {
+            return app.exit(error) == 0 ? 0 : 2;
+        }
         if (!toOpen.empty()) {
             return bench::openOnce(toOpen);
         }

@@ -18,7 +18,7 @@ void matchVariable(benchmark::State &state) {
     const SPString text("co -q -l \"$UnitPath\"");
     const SPString pattern(R"(\${?([a-zA-Z_][a-zA-Z0-9_]*)}?)");
     SPStringList groups;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(text.m(pattern, groups, "i"));
     }
 }
@@ -27,7 +27,7 @@ BENCHMARK(matchVariable);
 void matchAtTheEndOfALongOutput(benchmark::State &state) {
     const SPString text(std::string(static_cast<std::size_t>(state.range(0)), 'x') + "\nerror: locked\n");
     const SPString pattern("(error|fatal):");
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(text.m(pattern, "i"));
     }
     state.SetBytesProcessed(state.iterations() * state.range(0));
@@ -44,7 +44,7 @@ void expandTemplate(benchmark::State &state, const char *text) {
     CMArchive archive("/archive");
     CMUnit unit(&host.addUnit("Pump"));
     CMArgumentList arguments{&label, &archive, &unit};
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         CString line;
         CString error;
         benchmark::DoNotOptimize(CMProperty::Expand(text, arguments, line, error, false));
@@ -59,7 +59,7 @@ BENCHMARK_CAPTURE(expandTemplate, conditional, "co -q ($label ? -r$label : -f)")
 
 void splitCommandIntoWords(benchmark::State &state) {
     const std::string command = R"(co -q -l -r"release 1" '/models/_Plant/Pump.ocl' /archive/Pump.ocl,v)";
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(platform::plainWords(command));
     }
 }

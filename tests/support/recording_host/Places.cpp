@@ -111,11 +111,12 @@ int oqMoveFileEx(const CString &from, const CString &to, int flags) {
 }
 
 void ParseToDirFileNameAndExtension(const CString &path, CString &directory, CString &file, CString &extension) {
-    const CString whole = path; // the caller may pass the same text in and out
-    const int separator = whole.ReverseFindOneOf("/\\");
-    directory = separator < 0 ? CString() : whole.Left(separator);
-    const CString name = whole.Mid(separator + 1);
+    // Worked out before anything is assigned: the caller may pass the same text in and out.
+    const int separator = path.ReverseFindOneOf("/\\");
+    CString before = separator < 0 ? CString() : path.Left(separator);
+    const CString name = path.Mid(separator + 1);
     const int dot = name.ReverseFind('.');
+    directory = std::move(before);
     file = dot < 0 ? name : name.Left(dot);
     extension = dot < 0 ? CString() : name.Mid(dot);
 }
