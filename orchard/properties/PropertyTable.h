@@ -5,16 +5,21 @@
 #include "orchard/OrchardApi.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 class IObject;
 
 namespace orchard {
 
-/// In the order in which they were set. Subjects, metaclasses and names are told apart by case.
+struct PropertyKey;
+
+/// In the order in which they were set. Subjects, metaclasses and names compare without regard to case. A property
+/// stays where it is in memory until it is removed.
 class ORCHARD_API PropertyTable {
   public:
     struct Entry {
@@ -25,6 +30,8 @@ class ORCHARD_API PropertyTable {
 
     /// `holder` is told of a change of a property's value (IProperty::setValue) by IObject::doNotify.
     explicit PropertyTable(IObject &holder);
+    /// A table whose changes are told to nobody.
+    PropertyTable();
     ~PropertyTable();
     PropertyTable(const PropertyTable &) = delete;
     PropertyTable &operator=(const PropertyTable &) = delete;
@@ -42,8 +49,14 @@ class ORCHARD_API PropertyTable {
     void setHolder(IObject &holder);
 
   private:
-    IObject *holder_;
+    [[nodiscard]] std::size_t indexOf(const PropertyKey &key) const;
+    void index(std::size_t entry);
+
+    IObject *holder_ = nullptr;
     std::vector<Entry> entries_;
+    std::vector<std::uint64_t> hashes_; ///< of the entries; few are searched one after the other
+    /// Entries by hash, made when there are many.
+    std::unordered_multimap<std::uint64_t, std::size_t> byHash_;
 };
 
 /// The property of the installed property sets, or null: the last place of every look-up.

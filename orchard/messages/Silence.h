@@ -1,0 +1,8 @@
+// How many SilenceMessageObjects live.
+#pragma once
+
+namespace orchard {
+
+int silenceDepth();
+
+} // namespace orchard

@@ -1,0 +1,38 @@
+// IProperty over what this host keeps with a property.
+#include "CM/host/IProperty.h"
+
+#include "CM/host/IDObject.h"
+#include "orchard/properties/PropertyData.h"
+
+IProperty::IProperty(const IProperty *other)
+    : data_(other == nullptr ? std::make_unique<Data>() : std::make_unique<Data>(*other->data_)) {}
+
+IProperty::IProperty(std::unique_ptr<Data> data) : data_(std::move(data)) {}
+
+IProperty::~IProperty() = default;
+
+CString IProperty::getName() const { return data_->name; }
+CString IProperty::getType() const { return data_->type; }
+CString IProperty::getValue() const { return data_->value; }
+
+bool IProperty::getBool() const {
+    const CString &value = data_->value;
+    return value.CompareNoCase("True") == 0 || value.CompareNoCase("Yes") == 0 || value == "1";
+}
+
+void IProperty::setValue(const CString &value) {
+    if (data_->value == value) {
+        return; // a change notice without a change would mark the model as modified
+    }
+    const auto &handler = orchard::installedChangeHandler();
+    if (data_->isInstalled && handler && handler(data_->subject, data_->metaclass, *this, value)) {
+        return;
+    }
+    data_->value = value;
+    if (data_->holder != nullptr) {
+        data_->holder->doNotify();
+    }
+}
+
+void IProperty::setName(const CString &name) { data_->name = name; }
+void IProperty::setType(const CString &type) { data_->type = type; }

@@ -1,0 +1,110 @@
+#include "orchard/properties/InstalledSets.h"
+
+#include "CM/host/LogTrace.h"
+#include "CM/host/Messages.h"
+#include "orchard/properties/PropertyData.h"
+#include "orchard/properties/PropertyKey.h"
+#include "orchard/settings/Places.h"
+#include "orchard/text/PatternReport.h"
+
+#include <algorithm>
+#include <system_error>
+#include <unordered_map>
+
+namespace orchard {
+namespace fs = std::filesystem;
+namespace {
+
+void tell(const std::string &text) {
+    LogTrace::Log(LogTrace::Log::cm).Min("orchard/properties", 0, text);
+    notifyUser(text, messageLevelDefault);
+}
+
+/// From now on a pattern that can't be used is told with the property that it stands in. This is done where
+/// properties come in, as nearly every pattern is the value of one.
+void connectPatternReports() {
+    setPatternOriginFinder(ownerOfValue);
+    setPatternReporter([](const PatternProblem &problem) { tell(problem.message()); });
+}
+
+const InstalledSets &standardSets() {
+    // Properties are handed out to the end of the process, so the sets live as long.
+    static const InstalledSets &sets = *new InstalledSets(InstalledSets::standardDirectories());
+    static bool isTold = false;
+    if (!isTold) {
+        isTold = true; // before the telling, which may come back here
+        connectPatternReports();
+        for (const std::string &problem : sets.problems()) {
+            tell("A property set was left out, as it has a mistake.\n" + problem);
+        }
+    }
+    return sets;
+}
+
+} // namespace
+
+struct InstalledSets::Index {
+    std::unordered_map<PropertyKey, IProperty *, PropertyKeyHash> properties;
+};
+
+InstalledSets::InstalledSets(const std::vector<fs::path> &directories) : index_(std::make_unique<Index>()) {
+    for (const fs::path &directory : directories) {
+        readDirectory(directory);
+    }
+    for (const auto &set : sets_) {
+        for (const PropertyTable::Entry &entry : set->table().entries()) {
+            const PropertyKey key{entry.subject, entry.metaclass, entry.property->data().name.view()};
+            index_->properties.try_emplace(key, entry.property.get()); // what counts more is there already
+        }
+    }
+}
+
+InstalledSets::~InstalledSets() = default;
+
+void InstalledSets::readDirectory(const fs::path &directory) {
+    std::error_code error;
+    if (directory.empty() || !fs::exists(directory, error)) {
+        return;
+    }
+    std::vector<fs::path> files;
+    for (fs::directory_iterator at(directory, error), end; !error && at != end; at.increment(error)) {
+        if (at->path().extension() == ".toml") {
+            files.push_back(at->path());
+        }
+    }
+    if (error) {
+        problems_.push_back(directory.string() + ": " + error.message());
+    }
+    std::sort(files.begin(), files.end());
+    for (const fs::path &file : files) {
+        std::string problem;
+        if (auto set = PropertySet::read(file, problem)) {
+            sets_.push_back(std::move(set));
+        } else {
+            problems_.push_back(problem);
+        }
+    }
+}
+
+IProperty *InstalledSets::find(std::string_view subject, std::string_view metaclass, std::string_view name) const {
+    const auto found = index_->properties.find(PropertyKey{subject, metaclass, name});
+    return found == index_->properties.end() ? nullptr : found->second;
+}
+
+std::vector<fs::path> InstalledSets::standardDirectories() {
+    std::vector<fs::path> directories;
+    for (const fs::path &place : {userDirectory(), shareDirectory()}) {
+        if (!place.empty()) {
+            directories.push_back(place / "toolsets");
+        }
+    }
+    return directories;
+}
+
+InstalledSetRange installedPropertySets() { return InstalledSetRange(standardSets()); }
+
+IProperty *findInstalledProperty(std::string_view subject, std::string_view metaclass, std::string_view name) {
+    return standardSets().find(subject, metaclass, name);
+}
+
+} // namespace orchard

@@ -1,0 +1,61 @@
+#include "orchard/settings/Places.h"
+
+#include <cstdlib>
+#include <dlfcn.h>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace orchard {
+namespace fs = std::filesystem;
+namespace {
+
+fs::path fromEnvironment(const char *name) {
+    const char *const value = std::getenv(name);
+    return value == nullptr ? fs::path() : fs::path(value);
+}
+
+/// The directory of the library or program that holds this code.
+fs::path directoryOfThisCode() {
+    Dl_info info{};
+    std::error_code error;
+    if (dladdr(reinterpret_cast<void *>(&directoryOfThisCode), &info) == 0 || info.dli_fname == nullptr) {
+        return {};
+    }
+    const fs::path file = fs::weakly_canonical(info.dli_fname, error);
+    return error ? fs::path() : file.parent_path();
+}
+
+} // namespace
+
+fs::path shareDirectory() {
+    if (const fs::path named = fromEnvironment("ORCHARD_SHARE"); !named.empty()) {
+        return named;
+    }
+    std::vector<fs::path> candidates;
+    // A library may stand two levels below the prefix, as in lib/x86_64-linux-gnu.
+    fs::path at = directoryOfThisCode();
+    for (int level = 0; level < 3 && at.has_relative_path(); ++level) {
+        at = at.parent_path();
+        candidates.push_back(at / "share" / "orchard");
+    }
+    candidates.emplace_back(ORCHARD_BUILD_SHARE);
+    candidates.emplace_back(ORCHARD_INSTALL_SHARE);
+    for (const fs::path &candidate : candidates) {
+        std::error_code error;
+        if (fs::is_directory(candidate / "toolsets", error)) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+fs::path userDirectory() {
+    if (const fs::path configuration = fromEnvironment("XDG_CONFIG_HOME"); configuration.is_absolute()) {
+        return configuration / "orchard";
+    }
+    const fs::path home = fromEnvironment("HOME");
+    return home.empty() ? fs::path() : home / ".config" / "orchard";
+}
+
+} // namespace orchard
