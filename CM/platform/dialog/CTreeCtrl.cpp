@@ -10,8 +10,8 @@ namespace {
 template <class VISIT> void walk(const std::vector<std::unique_ptr<CTreeCtrl::Item>> &roots, VISIT visit) {
     std::vector<CTreeCtrl::Item *> open;
     const auto push = [&open](const auto &items) {
-        for (const auto &item : items | std::views::reverse) {
-            open.push_back(item.get());
+        for (auto item = items.rbegin(); item != items.rend(); ++item) {
+            open.push_back(item->get());
         }
     };
     push(roots);
