@@ -20,7 +20,8 @@ class Predefined {
 
     /// Whether either pattern can match: cheaper than a match, and rarely true.
     [[nodiscard]] bool occursIn(const std::string &text) const {
-        return !std::ranges::search(text, variable_, NoCaseCharacter()).empty();
+        return std::search(text.begin(), text.end(), variable_.begin(), variable_.end(), NoCaseCharacter()) !=
+               text.end();
     }
     /// Replaces the first escaped form, then the first plain one.
     void replaceIn(SPString &text, const CString &value) const {
