@@ -27,10 +27,11 @@ ExitCode run(const std::vector<std::string> &words) {
         std::cout << invocation.text << std::flush;
         return std::cout ? ExitCode::done : ExitCode::failed;
     }
-    Session session(invocation.options, output);
-    Context context{invocation.options, output, session};
-    const ExitCode code =
-        runRecorded(output, invocation.name, {}, [&] { return invocation.command->run(context); });
+    const ExitCode code = runRecorded(output, invocation.name, {}, [&] {
+        Session session(invocation.options, output);
+        Context context{invocation.options, output, session};
+        return invocation.command->run(context);
+    });
     if (!std::cout && code == ExitCode::done) {
         std::cerr << "orchard-cm: the standard output could not be written\n";
         return ExitCode::failed;
