@@ -48,18 +48,17 @@ IUnit *ATMFacade::addToModel(const CString &fileName, int flag, int third, int f
     return script().addToModel ? script().addToModel(directory_, fileName, flag) : nullptr;
 }
 
-void ATMRecursiveHelper::getListOFFilesIn(const CString &directory, CStringList &files, int recursive) {
-    note("files in " + directory + " recursive=" + number(recursive));
-    if (script().filesInDirectory) {
-        script().filesInDirectory(directory, files, recursive);
+void ATMRecursiveHelper::getListOFFilesIn(const CString &path, CStringList &files, int flag) {
+    note("files in " + path + " flag=" + number(flag));
+    if (script().filesIn) {
+        script().filesIn(path, files, flag);
     }
 }
-void ATMRecursiveHelper::getListOFFilesIn(const IUnit *unit, CStringList &files, int recursive,
-                                          int withUnitItself) {
+void ATMRecursiveHelper::getListOFFilesIn(const IUnit *unit, CStringList &files, int recursive, int information) {
     note("files in unit " + nameOf(unit) + " recursive=" + number(recursive) +
-         " itself=" + number(withUnitItself));
+         " information=" + number(information));
     if (script().filesInUnit) {
-        script().filesInUnit(unit, files, recursive, withUnitItself);
+        script().filesInUnit(unit, files, recursive, information);
     }
 }
 void ATMRecursiveHelper::getListOFInformationUnits(const IUnit *unit, CList<IUnit *, IUnit *> &units) {
@@ -68,10 +67,10 @@ void ATMRecursiveHelper::getListOFInformationUnits(const IUnit *unit, CList<IUni
         script().informationUnits(unit, units);
     }
 }
-void ATMRecursiveHelper::getListOFInformationFiles(const CString &directory, CStringList &files) {
-    note("information files of " + directory);
+void ATMRecursiveHelper::getListOFInformationFiles(const CString &fileName, CStringList &files) {
+    note("information files of " + fileName);
     if (script().informationFiles) {
-        script().informationFiles(directory, files);
+        script().informationFiles(fileName, files);
     }
 }
 

@@ -20,10 +20,10 @@ struct Reload {
     std::function<void(IUnit *unit)> atm;
 
     /// What the recursive helper appends. Without a function nothing.
-    std::function<void(const CString &directory, CStringList &files, int recursive)> filesInDirectory;
-    std::function<void(const IUnit *unit, CStringList &files, int recursive, int withUnitItself)> filesInUnit;
+    std::function<void(const CString &path, CStringList &files, int flag)> filesIn;
+    std::function<void(const IUnit *unit, CStringList &files, int recursive, int information)> filesInUnit;
     std::function<void(const IUnit *unit, CList<IUnit *, IUnit *> &units)> informationUnits;
-    std::function<void(const CString &directory, CStringList &files)> informationFiles;
+    std::function<void(const CString &fileName, CStringList &files)> informationFiles;
 };
 
 } // namespace recording
