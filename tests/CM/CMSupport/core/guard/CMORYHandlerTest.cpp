@@ -175,6 +175,16 @@ TEST_F(Handler, RemovesTheToolsCopyAfterAnInspection) {
     EXPECT_EQ(read(unitFile()), "of the model");
 }
 
+TEST_F(Handler, TakesTheReadOnlyStateOfTheToolsCopyAwayBeforeItIsDeleted) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYInspect);
+    write(toolFile(), "of the tool");
+    fs::permissions(toolFile(), fs::perms::owner_read);
+    host.places.deleteResult[toolFile().string()] = 0;
+    EXPECT_EQ(handler.commit(), 0);
+    EXPECT_NE(fs::status(toolFile()).permissions() & fs::perms::owner_write, fs::perms::none);
+}
+
 TEST_F(Handler, CommitsAnInspectionThatLeftNoFile) {
     CMORYHandler handler(&project());
     handler.startTranscation(CMORYHandler::ORYInspect);
@@ -194,9 +204,9 @@ TEST_F(Handler, NeedsAWritableProjectDirectoryToCheckIn) {
     CMORYHandler handler(&project());
     EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYCheckIn), 0);
     EXPECT_FALSE(fs::exists(toolFile()));
-    EXPECT_EQ(handler.commit(), 0);
     EXPECT_EQ(handler.setUnit(nullptr), &project());
     EXPECT_EQ(handler.setUnit(nullptr), nullptr) << "it is at rest";
+    EXPECT_EQ(handler.commit(), 0);
 }
 
 TEST_F(Handler, NeedsAWritableParentOfTheProjectDirectoryForTheProjectFileOnly) {

@@ -117,7 +117,9 @@ TEST_F(Transaction, ClearsTheWindowAtItsStartIfTheProjectSaysSo) {
     EXPECT_THAT(host.callsOf("clear"), ElementsAre("clear window"));
 }
 
-TEST_F(Transaction, ClearsNothingByDefaultOrWithoutAWindow) {
+TEST_F(Transaction, ClearsNothingUnlessToldToOrWithoutAWindow) {
+    { const CMTranscation transaction(nullptr, 1, CMTxnCheckIn, ""); }
+    setGeneral("CMClearWindowBeforeOperation", "False");
     { const CMTranscation transaction(nullptr, 1, CMTxnCheckIn, ""); }
     setGeneral("CMClearWindowBeforeOperation", "True");
     host.window.hasWindow = false;
