@@ -25,7 +25,10 @@ file(WRITE ${WORK}/include/all_headers.h "${text}")
 
 separate_arguments(host UNIX_COMMAND "${HOST}")
 separate_arguments(flags UNIX_COMMAND "${FLAGS} -I${WORK}/include")
-run(${CMAKE_COMMAND} -S ${SOURCE}/consumer -B ${WORK}/cmake -DCMAKE_PREFIX_PATH=${prefix}
+# Under its own name it would count as a folder of the tests.
+configure_file(${SOURCE}/consumer/Consumer.cmake ${WORK}/consumer/CMakeLists.txt COPYONLY)
+configure_file(${SOURCE}/consumer/main.cpp ${WORK}/consumer/main.cpp COPYONLY)
+run(${CMAKE_COMMAND} -S ${WORK}/consumer -B ${WORK}/cmake -DCMAKE_PREFIX_PATH=${prefix}
     -DCMAKE_CXX_COMPILER=${COMPILER} "-DCMAKE_CXX_FLAGS=${FLAGS} -I${WORK}/include" "-DHOST=${HOST}")
 run(${CMAKE_COMMAND} --build ${WORK}/cmake)
 run(${WORK}/cmake/consumer)
@@ -35,5 +38,5 @@ execute_process(COMMAND ${PKG_CONFIG} --cflags --libs orc_cm OUTPUT_VARIABLE pac
                 OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 separate_arguments(package UNIX_COMMAND "${package}")
 run(${COMPILER} -std=c++20 ${flags} ${SOURCE}/consumer/main.cpp ${package} ${host}
-    -Wl,-rpath,${prefix}/${LIBDIR} -o ${WORK}/consumer)
-run(${WORK}/consumer)
+    -Wl,-rpath,${prefix}/${LIBDIR} -o ${WORK}/plain)
+run(${WORK}/plain)
