@@ -11,7 +11,8 @@
 namespace {
 
 // The language itself knows no limits: a value that refers to itself would exhaust the stack, and values that
-// double each other the memory. What goes beyond these, far from any real template, is an expansion that failed.
+// double each other the memory. What goes beyond these, far from any real template, ends the outermost expansion
+// as one that failed, with the text as far as it had come.
 constexpr int deepest = 200;
 constexpr std::size_t mostWork = std::size_t{128} << 20; // bytes of all texts expanded
 constexpr std::size_t workOfOne = 1024;                  // what an expansion counts beside its text
@@ -42,11 +43,8 @@ class Expansion::Level {
 
 bool Expansion::mayGoOn(const CString &source, const CString &name) {
     work_ += workOfOne + static_cast<std::size_t>(source.GetLength());
-    if (depth_ < deepest && work_ <= mostWork) {
-        return true;
-    }
-    if (!reported_) {
-        reported_ = true; // once is enough: there may be a million of them
+    if (!stopped_ && (depth_ >= deepest || work_ > mostWork)) {
+        stopped_ = true;
         const CString line =
             "The expansion of '" + name + "' was given up: " +
             (depth_ < deepest ? "it grows without end" : "it refers to itself or is nested too deeply");
@@ -54,7 +52,7 @@ bool Expansion::mayGoOn(const CString &source, const CString &name) {
         LogTrace::Log log(LogTrace::Log::cm);
         log.Min("../CM/CMSupport/Property", __LINE__, line);
     }
-    return false;
+    return !stopped_;
 }
 
 int Expansion::expand(const CString &source, const CString &name, CString &result, bool useToolName) {
@@ -88,6 +86,9 @@ int Expansion::expandConditionals(CString &work, const CString &name) {
         CString replacement;
         if (ok == 1) {
             ok = expand(value.IsEmpty() ? found->elsePart : found->thenPart, name, replacement, false);
+        }
+        if (stopped_) {
+            return 0;
         }
         const auto text = work.view();
         CString changed(text.substr(0, found->start));
@@ -127,6 +128,7 @@ int Expansion::expandVariables(std::string_view work, int ok, CString &result, b
                 ok = replaces ? 1 : ok;
             }
         }
+        replaces = replaces && !stopped_;
         const CString replacement = replaces ? replacementFor(variable, escaped, value) : CString(variable);
         changed = replacement.view() != variable.str();
         if (changed) {

@@ -26,6 +26,6 @@ class Expansion {
 
     CMArgumentList &args_;
     int depth_ = 0;
-    std::size_t work_ = 0;  // what the limit on the work is compared with
-    bool reported_ = false; // whether the log has been told that a limit was reached
+    std::size_t work_ = 0; // what the limit on the work is compared with
+    bool stopped_ = false; // whether a limit was reached, after which nothing more is expanded
 };

@@ -19,19 +19,25 @@ TEST_F(ExpandLimits, FailOnAPropertyThatRefersToItselfAndNameIt) {
     EXPECT_THAT(loggedOnce(), HasSubstr("'Loop'"));
 }
 
-TEST_F(ExpandLimits, EndPropertiesThatReferToEachOtherInAConditional) {
+TEST_F(ExpandLimits, FailOnPropertiesThatReferToEachOtherInAConditional) {
     setToolProperty("One", "$Two");
     setToolProperty("Two", "($One ? a : $One)");
-    EXPECT_EQ(CMProperty::ExpandProperty("One", args, result, error, false), 1)
-        << "a conditional that fails leaves nothing, and nothing is a success";
+    EXPECT_EQ(CMProperty::ExpandProperty("One", args, result, error, false), 0)
+        << "though a conditional that fails otherwise leaves nothing, and nothing is a success";
     EXPECT_EQ(host.logLines.size(), 1U);
 }
 
 TEST_F(ExpandLimits, FailOnAnArgumentWhoseValueNamesIt) {
     give("log", "see $log and $log");
-    expand("ci $log");
+    EXPECT_EQ(expand("ci $log"), "ci $log");
     EXPECT_EQ(status, 0);
     EXPECT_THAT(loggedOnce(), HasSubstr("'log'"));
+}
+
+TEST_F(ExpandLimits, LeaveNoSuccessToAPredefinedVariableBehind) {
+    setToolProperty("Loop", "$Loop");
+    EXPECT_EQ(expand("($Loop ? a : b) $temp"), "($Loop ? a : b) $temp");
+    EXPECT_EQ(status, 0);
 }
 
 TEST_F(ExpandLimits, FailOnValuesThatDoubleEachOther) {

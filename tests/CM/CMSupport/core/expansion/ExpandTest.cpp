@@ -161,13 +161,6 @@ TEST_F(Expand, StopsAtAnUnresolvedVariableOfAValue) {
     EXPECT_EQ(label.taken, 0);
 }
 
-TEST_F(Expand, EmptiesArgumentsBehindAValueThatFailed) {
-    give("log", "costs $self");
-    give("self", "$self");
-    EXPECT_EQ(expand("$log [$log]"), "costs  []");
-    EXPECT_EQ(status, 0);
-}
-
 TEST_F(Expand, TakesABackslashBeforeADollarOrABackslashOutOfAValue) {
     give("log", "a\\\\b"); // two backslashes
     EXPECT_EQ(expand("$log"), "a\\b");
