@@ -44,7 +44,11 @@ class SizeSignalHeld {
 /// The file being written; it is taken away again unless it was put in its place.
 class Draft {
   public:
-    explicit Draft(std::string path) : path_(std::move(path)), fd_(::mkostemp(path_.data(), O_CLOEXEC)) {}
+    enum Name { beside, itself };
+    Draft(std::string path, Name name)
+        : path_(std::move(path)),
+          fd_(name == beside ? ::mkostemp(path_.data(), O_CLOEXEC)
+                             : ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)) {}
     ~Draft() {
         static_cast<void>(close());
         if (!path_.empty() && opened_) {
@@ -74,6 +78,7 @@ class Draft {
         const int fd = std::exchange(fd_, -1);
         return fd < 0 || ::close(fd) == 0;
     }
+    void stay() { path_.clear(); }
     [[nodiscard]] bool putInPlace(const std::string &target) {
         if (::rename(path_.c_str(), target.c_str()) != 0) {
             return false;
@@ -117,12 +122,12 @@ void flushDirectoryOf(const std::string &path) {
 
 } // namespace
 
-std::string writeWholeFile(const std::string &path, std::string_view text, Durability durability) {
+std::string writeWholeFile(const std::string &path, std::string_view text) {
     const SizeSignalHeld held;
     const std::string target = linkTarget(path);
     const std::string directory(directoryOfPath(target));
     const std::string name(fileOfPath(target).substr(0, 200));
-    Draft draft((directory.empty() ? std::string(".") : directory) + "/." + name + ".XXXXXX");
+    Draft draft((directory.empty() ? std::string(".") : directory) + "/." + name + ".XXXXXX", Draft::beside);
     const auto failed = [](const char *what) { return std::string(what) + ": " + std::strerror(errno); };
     if (!draft.isOpen()) {
         return failed("no file can be made beside it");
@@ -130,7 +135,7 @@ std::string writeWholeFile(const std::string &path, std::string_view text, Durab
     if (!draft.write(text)) {
         return failed("writing failed");
     }
-    if (!draft.setMode(modeFor(target)) || (durability == Durability::flushed && !draft.flush())) {
+    if (!draft.setMode(modeFor(target)) || !draft.flush()) {
         return failed("writing failed");
     }
     if (!draft.close()) {
@@ -139,9 +144,17 @@ std::string writeWholeFile(const std::string &path, std::string_view text, Durab
     if (!draft.putInPlace(target)) {
         return failed("the new file can't take its place");
     }
-    if (durability == Durability::flushed) {
-        flushDirectoryOf(target);
+    flushDirectoryOf(target);
+    return {};
+}
+
+std::string writeNewFile(const std::string &path, std::string_view text) {
+    const SizeSignalHeld held;
+    Draft file(path, Draft::itself);
+    if (!file.isOpen() || !file.write(text) || !file.close()) {
+        return std::string("writing failed: ") + std::strerror(errno);
     }
+    file.stay();
     return {};
 }
 

@@ -6,15 +6,13 @@
 
 namespace orchard {
 
-enum class Durability {
-    flushed, ///< on the disk before the old file goes
-    quick,   ///< for files that can be made again, such as those of a new project
-};
+/// Writes beside the file, flushes and renames. A link is followed; permission bits of a file that is there
+/// already are kept. Empty on success; else why not, and the old file stays.
+[[nodiscard]] std::string writeWholeFile(const std::string &path, std::string_view text);
 
-/// Writes beside the file and renames. A link is followed; permission bits of a file that is there already are
-/// kept. Empty on success; else why not, and the old file stays.
-[[nodiscard]] std::string writeWholeFile(const std::string &path, std::string_view text,
-                                         Durability durability = Durability::flushed);
+/// Makes a new file, fast: for a directory that is thrown away if anything goes wrong. One that is there already
+/// is a failure.
+[[nodiscard]] std::string writeNewFile(const std::string &path, std::string_view text);
 
 /// Whether a file is there that its permission bits bar from being written.
 [[nodiscard]] bool isWriteProtected(const std::string &path);

@@ -119,14 +119,14 @@ std::string ProjectBuilder::writeAll() {
             std::filesystem::create_directories(unit->ownDirectory(), error);
         }
         if (writeUnit(*unit, header, text, fault)) {
-            fault = writeWholeFile(unit->fullFileName(), text, Durability::quick);
+            fault = writeNewFile(unit->fullFileName(), text);
         }
         if (!fault.empty()) {
             fault = unit->fullFileName() + ": " + fault;
         }
     });
     for (const auto &[unit, content] : embedded_) {
-        fault = fault.empty() ? writeWholeFile(unit->fullFileName(), content, Durability::quick) : fault;
+        fault = fault.empty() ? writeNewFile(unit->fullFileName(), content) : fault;
     }
     if (!fault.empty()) {
         return fault;
