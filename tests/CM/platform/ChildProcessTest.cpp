@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -139,10 +140,10 @@ TEST(RunChild, SendsTheOutputToAnOpenFileAndStillCollectsTheErrors) {
     EXPECT_EQ(support::contentsOf(target), "to output\n");
 }
 
-TEST(RunChild, GivesTheChildAnEmptyInputAndAGroupWithoutATerminal) {
+TEST(RunChild, GivesTheChildAnEmptyInputAndASessionWithoutATerminal) {
     const auto output = runChild(command("surroundings")).output;
     EXPECT_THAT(output, HasSubstr("input=0\n"));
-    EXPECT_THAT(output, HasSubstr("leader=1\n"));
+    EXPECT_THAT(output, HasSubstr("group=1\nsession=1\n"));
     EXPECT_THAT(output, HasSubstr("terminal=0\n"));
 }
 
@@ -168,18 +169,50 @@ TEST(RunChild, GivesTheChildNoOtherDescriptor) {
 }
 
 TEST(RunChild, WorksForACallerWhoseStandardDescriptorsAreClosed) {
-    const int kept[] = {::fcntl(0, F_DUPFD_CLOEXEC, 10), ::fcntl(1, F_DUPFD_CLOEXEC, 10),
-                        ::fcntl(2, F_DUPFD_CLOEXEC, 10)};
-    ::close(0);
-    ::close(1);
-    ::close(2);
-    const auto result = runChild(command("both"));
+    const support::TemporaryDirectory directory;
+    const auto target = directory / "target";
+    std::array<int, 3> kept{};
     for (int descriptor = 0; descriptor < 3; ++descriptor) {
-        ::dup2(kept[descriptor], descriptor);
-        ::close(kept[descriptor]);
+        kept[static_cast<std::size_t>(descriptor)] = ::fcntl(descriptor, F_DUPFD_CLOEXEC, 10);
     }
+    const int elsewhere = ::open(target.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    for (int descriptor = 0; descriptor < 3; ++descriptor) {
+        ::close(descriptor);
+    }
+    const auto result = runChild(command("both"));
+    ChildOptions options;
+    options.outputDescriptor = elsewhere;
+    const auto redirected = runChild(command("both"), options);
+    for (int descriptor = 0; descriptor < 3; ++descriptor) {
+        ::dup2(kept[static_cast<std::size_t>(descriptor)], descriptor);
+        ::close(kept[static_cast<std::size_t>(descriptor)]);
+    }
+    ::close(elsewhere);
     EXPECT_EQ(result.output, "to output\n");
     EXPECT_EQ(result.errors, "to errors\n");
+    EXPECT_EQ(support::contentsOf(target), "to output\n");
+    EXPECT_EQ(redirected.errors, "to errors\n");
+}
+
+int inheritableDescriptors() {
+    int count = 0;
+    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+        const int flags = ::fcntl(descriptor, F_GETFD);
+        count += flags >= 0 && (flags & FD_CLOEXEC) == 0 ? 1 : 0;
+    }
+    return count;
+}
+
+TEST(RunChild, KeepsItsPipesFromProgramsStartedMeanwhile) {
+    const int before = inheritableDescriptors();
+    int during = -1;
+    ChildOptions options;
+    options.interrupted = [&during] {
+        during = inheritableDescriptors();
+        return true;
+    };
+    runChild(command("hang"), options);
+    EXPECT_EQ(during, before);
 }
 
 TEST(RunChild, LeaksNoDescriptors) {

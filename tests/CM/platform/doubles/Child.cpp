@@ -39,11 +39,12 @@ void flood(int megabytes) {
     }
 }
 
-/// What a child finds: its input, its group, its terminal, its signals, its descriptors.
+/// What a child finds: its input, its group and session, its terminal, its signals, its descriptors.
 void showSurroundings() {
     char byte = 0;
     std::printf("input=%zd\n", ::read(STDIN_FILENO, &byte, 1));
-    std::printf("leader=%d\n", ::getpgrp() == ::getpid() ? 1 : 0);
+    std::printf("group=%d\n", ::getpgrp() == ::getpid() ? 1 : 0);
+    std::printf("session=%d\n", ::getsid(0) == ::getpid() ? 1 : 0);
     const int terminal = ::open("/dev/tty", O_RDWR);
     std::printf("terminal=%d\n", terminal >= 0 ? 1 : 0);
     if (terminal >= 0) {
