@@ -17,7 +17,7 @@ namespace {
 
 void tell(const std::string &text) {
     LogTrace::Log(LogTrace::Log::cm).Min("orchard/properties", 0, text);
-    notifyUser(text, messageLevelDefault);
+    static_cast<void>(notifyUserAndAsk(text, MB_ICONEXCLAMATION, 0, messageLevelDefault));
 }
 
 /// From now on a pattern that can't be used is told with the property that it stands in. This is done where

@@ -93,7 +93,8 @@ Settings &settingsInForce() {
     // Telling may come back here, so the problems are taken off first.
     for (const std::string &problem : std::exchange(problems, {})) {
         LogTrace::Log(LogTrace::Log::cm).Min("orchard/settings", 0, problem);
-        notifyUser("The settings file has a mistake.\n" + problem, messageLevelDefault);
+        static_cast<void>(notifyUserAndAsk("The settings file has a mistake.\n" + problem, MB_ICONEXCLAMATION, 0,
+                                           messageLevelDefault));
     }
     return settings;
 }
