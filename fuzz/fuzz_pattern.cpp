@@ -1,0 +1,86 @@
+// Patterns and texts that they are matched against. The first line is the pattern, the rest the text. The
+// translation adds backslashes and nothing else; plain text is found where the engine finds it; a match lies
+// within the text; and whatever the pattern is, it ends in the time that it is given.
+#include "orchard/text/CompiledPattern.h"
+#include "orchard/text/Engine.h"
+#include "orchard/text/LiteralSearch.h"
+#include "orchard/text/PatternDialect.h"
+#include "orchard/text/PatternReport.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+void check(bool holds) {
+    if (!holds) {
+        std::abort();
+    }
+}
+
+void translation(std::string_view pattern) {
+    const orchard::TranslatedPattern translated = orchard::translatePattern(pattern);
+    std::string without = translated.text;
+    for (auto at = translated.inserted.rbegin(); at != translated.inserted.rend(); ++at) {
+        check(without[*at] == '\\');
+        without.erase(*at, 1);
+    }
+    check(without == pattern);
+    check(translated.originalPosition(translated.text.size()) == pattern.size());
+}
+
+void plainText(std::string_view pattern, std::string_view text) {
+    const auto literal = orchard::literalText(pattern);
+    if (!literal) {
+        return;
+    }
+    for (const char *const flags : {"", "i"}) {
+        orchard::engine::CompileError error;
+        const auto code = orchard::engine::compile(orchard::translatePattern(pattern).text,
+                                                   orchard::engine::optionsOf(flags), error);
+        check(code != nullptr);
+        orchard::engine::Request request;
+        request.subject = text;
+        request.steps = 1'000'000;
+        pcre2_match_data *const data = orchard::engine::matchData(1);
+        const int result = orchard::engine::match(code.get(), false, request, data);
+        const std::size_t found =
+            *flags == 'i' ? orchard::findIgnoringCase(text, *literal, 0) : text.find(*literal);
+        check((result > 0) == (found != std::string_view::npos));
+        check(result <= 0 || pcre2_get_ovector_pointer(data)[0] == found);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size) {
+    orchard::setPatternReporter([](const orchard::PatternProblem &problem) { check(!problem.message().empty()); });
+    const std::string_view input(reinterpret_cast<const char *>(bytes), size);
+    const std::size_t line = input.find('\n');
+    const std::string_view pattern = input.substr(0, line);
+    const std::string_view text = line == std::string_view::npos ? std::string_view() : input.substr(line + 1);
+    translation(pattern);
+    plainText(pattern, text);
+
+    const auto start = std::chrono::steady_clock::now();
+    for (const char *const flags : {"", "i"}) {
+        const orchard::CompiledPattern compiled(pattern, flags);
+        orchard::TimeAllowance time(std::chrono::milliseconds(50));
+        std::vector<orchard::Span> spans;
+        if (compiled.search(text, 0, false, time, spans)) {
+            check(!spans.empty());
+            // With "\K" in a lookahead a match may begin behind its end.
+            check(spans[0].begin <= text.size() && spans[0].end <= text.size());
+            for (const orchard::Span &span : spans) {
+                check(span.of(text).size() <= text.size());
+            }
+        }
+    }
+    check(std::chrono::steady_clock::now() - start < std::chrono::seconds(5));
+    return 0;
+}
