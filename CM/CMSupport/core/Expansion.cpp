@@ -123,7 +123,6 @@ int Expansion::expandVariables(std::string_view work, int ok, CString &result, b
                 // A name that nothing knows comes back from here as it was, which ends the loop below. This is the
                 // one place where a failure is made good.
                 CString scratch;
-                value.Empty();
                 replaces = CMProperty::ExpandPredefined(escaped, value, scratch) == 1 && mayGoOn(value, name);
                 ok = replaces ? 1 : ok;
             }
