@@ -89,6 +89,16 @@ TEST(ShippedPropertySets, HavePatternsThatCanBeUsed) {
     EXPECT_EQ(problems, "");
 }
 
+TEST(ShippedPropertySets, GiveTheArchiveToEachToolAndNotToAll) {
+    EXPECT_EQ(sets().find("ConfigurationManagement", "CMGeneral", "CMArchive"), nullptr);
+    for (std::size_t i = 0; i < sets().count(); ++i) {
+        const auto &set = sets().at(i);
+        EXPECT_TRUE(set.tool().empty() ||
+                    set.table().find("ConfigurationManagement", set.tool(), "CMArchive") != nullptr)
+            << set.name();
+    }
+}
+
 TEST(ShippedPropertySets, NameHeadersThatAreThere) {
     int headers = 0;
     for (std::size_t i = 0; i < sets().count(); ++i) {
