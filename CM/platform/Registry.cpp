@@ -29,7 +29,7 @@ std::optional<std::string> contents(const CString &path, CString &reason) {
     }
     std::ifstream stream(nativeFileName(path), std::ios::binary);
     std::string text;
-    constexpr std::size_t step = 64U * 1024U;
+    constexpr std::size_t step = std::size_t{64} * 1024;
     while (stream && text.size() <= largestFile) {
         const auto before = text.size();
         text.resize(before + step);

@@ -78,7 +78,8 @@ bool writeAll(int to, std::string_view rest) {
 }
 
 bool copyContents(int from, int to) {
-    std::array<char, 64U * 1024U> chunk; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
+    std::array<char, std::size_t{64} * 1024>
+        chunk; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
     while (true) {
         const auto count = ::read(from, chunk.data(), chunk.size());
         if (count == 0) {

@@ -11,7 +11,7 @@ namespace platform {
 namespace {
 
 constexpr std::array faults{SIGSEGV, SIGBUS, SIGFPE, SIGILL};
-constexpr std::size_t faultStackSize = 64U * 1024U;
+constexpr std::size_t faultStackSize = std::size_t{64} * 1024;
 
 /// One guarded call under way; the innermost one of the thread receives its faults.
 struct Frame {

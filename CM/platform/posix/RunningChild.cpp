@@ -17,7 +17,7 @@ constexpr auto lingerGrace = 500ms;
 constexpr auto endingGrace = 1s;
 constexpr auto askInterval = 100ms;
 constexpr auto checkInterval = 5ms; // only where the end of a child can't be polled for
-constexpr std::size_t chunkSize = 64U * 1024U;
+constexpr std::size_t chunkSize = std::size_t{64} * 1024;
 constexpr int drainedChunks = 64; // more than a pipe holds
 
 Descriptor openAlarm(pid_t process) {
