@@ -65,3 +65,14 @@ install(FILES ${PROJECT_BINARY_DIR}/package/orc_cm.pc DESTINATION ${CMAKE_INSTAL
 # The property sets of the reference host stand where it looks for them.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/share/toolsets DESTINATION ${CMAKE_INSTALL_DATADIR}/orchard
   COMPONENT orc_cm OPTIONAL)
+
+# The programs find the library and the reference host beside themselves, wherever they are put.
+if(TARGET orchard)
+  install(TARGETS orchard LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endif()
+file(RELATIVE_PATH orc_lib_from_bin /p/${CMAKE_INSTALL_BINDIR} /p/${CMAKE_INSTALL_LIBDIR})
+foreach(program orchard-cm)
+  if(TARGET ${program})
+    set_target_properties(${program} PROPERTIES INSTALL_RPATH "$ORIGIN/${orc_lib_from_bin}")
+  endif()
+endforeach()
