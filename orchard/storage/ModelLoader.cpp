@@ -103,18 +103,22 @@ void ModelLoader::fillFrom(UnitElement &unit, const FileText &file, const std::s
         broken();
         return;
     }
+    const std::size_t known = queue_.size();
     if (!document_.fill(unit, &model_, queue_, fault)) {
         broken();
+        queue_.resize(known);
         return;
     }
     unit.setHeader(findHeader(file.text).text);
     unit.set(UnitElement::readOnlyFile, file.readOnly);
-    admitContent(unit, file, path);
+    if (!admitContent(unit, file, path)) {
+        queue_.resize(known); // what it lists would be wrong for the same reason, or lead back to it for ever
+    }
 }
 
 /// Hands on the unit and the elements in its file. Units that it lists are handed on with their own files, and
 /// so their names are known by then.
-void ModelLoader::admitContent(UnitElement &unit, const FileText &file, const std::string &path) {
+bool ModelLoader::admitContent(UnitElement &unit, const FileText &file, const std::string &path) {
     std::vector<Element *> open{&unit};
     while (!open.empty()) {
         Element &element = *open.back();
@@ -123,7 +127,7 @@ void ModelLoader::admitContent(UnitElement &unit, const FileText &file, const st
             const std::size_t at = file.text.find(element.id().text());
             const bool named = at != std::string::npos && !unit.is(UnitElement::stub);
             problems_.push_back(named ? problemAt(path, file.text, {at, why}) : Problem{path, 0, 0, why});
-            return;
+            return false;
         }
         for (const auto &child : element.children()) {
             const UnitElement *const inner = child->asUnit();
@@ -132,6 +136,7 @@ void ModelLoader::admitContent(UnitElement &unit, const FileText &file, const st
             }
         }
     }
+    return true;
 }
 
 } // namespace orchard

@@ -35,7 +35,7 @@ class ModelLoader {
     bool run(UnitElement &unit, const FileText *known);
     void readFile(UnitElement &unit, bool isFirst);
     void fillFrom(UnitElement &unit, const FileText &file, const std::string &path);
-    void admitContent(UnitElement &unit, const FileText &file, const std::string &path);
+    bool admitContent(UnitElement &unit, const FileText &file, const std::string &path);
     [[nodiscard]] bool tellAndAsk(std::size_t done);
 
     Model &model_;

@@ -1,0 +1,149 @@
+#include "tests/orchard/storage/Workbench.h"
+
+#include "CM/host/LoadOnDemandManager.h"
+#include "CM/host/OrId.h"
+#include "CM/host/Reload.h"
+
+#include <sys/stat.h>
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr const char *newAttribute =
+    "<attribute id=\"00000000-0000-0000-0000-0000000000aa\"><name>new</name></attribute></class>";
+
+class ReloadUnit : public Workbench {
+  protected:
+    void SetUp() override { openSample(); }
+    static IUnit *reload(IUnit *unit) {
+        return QuickATMFacade(nullptr, nullptr, nullptr, nullptr).reloadUnit(unit, 0, 0);
+    }
+};
+
+TEST_F(ReloadUnit, TakesNewFactsOverIntoTheSameObject) {
+    IUnit *const valve = unit("Valve");
+    edit(unitFile("Valve.ocl"), "A motor valve.", "A hand valve.");
+    edit(unitFile("Valve.ocl"), "<class ", "<!--\n$Id: 1.2 $\n-->\n<class ");
+    ::chmod(unitFile("Valve.ocl").c_str(), 0444);
+    valve->setCMState(3);
+    EXPECT_EQ(reload(valve), valve);
+    EXPECT_EQ(orchard::descriptionOf(*valve), "A hand valve.");
+    EXPECT_EQ(valve->getCMHeader(), "$Id: 1.2 $");
+    EXPECT_TRUE(valve->isReadOnly());
+    EXPECT_EQ(valve->getCMState(), 3);
+    EXPECT_FALSE(valve->isModified());
+}
+
+TEST_F(ReloadUnit, ANewStructureGivesANewObjectInTheSamePlace) {
+    IUnit *const valve = unit("Valve");
+    valve->setCMState(5);
+    edit(unitFile("Valve.ocl"), "</class>", newAttribute);
+    IUnit *const fresh = reload(valve);
+    ASSERT_NE(fresh, nullptr);
+    EXPECT_NE(fresh, valve);
+    EXPECT_EQ(fresh->getCMState(), 5);
+    EXPECT_EQ(orchard::elementsInside(*unit("Drives"))[1], fresh);
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), fresh);
+    EXPECT_EQ(orchard::elementsInside(*fresh).size(), 4U);
+}
+
+TEST_F(ReloadUnit, ANewStructureOfASubsystemReplacesTheUnitsInIt) {
+    IHandle *const handle = unit("Valve")->getHandle();
+    IUnit *const valve = unit("Valve");
+    IUnit *const panel = unit("Panel");
+    std::string text = read(unitFile("Drives.osb"));
+    const std::size_t line = text.rfind("  <unit", text.find("Sensors.osb"));
+    text.erase(line, text.find('\n', line) + 1 - line);
+    write(unitFile("Drives.osb"), text);
+    ASSERT_NE(reload(unit("Drives")), nullptr);
+    EXPECT_NE(unit("Valve"), valve);
+    EXPECT_EQ(handle->doGetObject(), unit("Valve"));
+    EXPECT_EQ(unit("Panel"), panel);
+    EXPECT_EQ(IUnit::getByFile("FlowSensor.ocl"), nullptr);
+    handle->release();
+}
+
+TEST_F(ReloadUnit, UnsavedChangesBelowMoveOver) {
+    IUnit *const level = unit("LevelSensor");
+    orchard::setDescription(*level, "not saved");
+    edit(unitFile("Drives.osb"), "</subsystem>",
+         "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></subsystem>");
+    ASSERT_NE(reload(unit("Drives")), nullptr);
+    EXPECT_EQ(unit("Drives/Sensors/LevelSensor"), level);
+    EXPECT_EQ(orchard::descriptionOf(*level), "not saved");
+    EXPECT_EQ(level->getOwner(), unit("Sensors"));
+}
+
+TEST_F(ReloadUnit, TheProjectKeepsItsObject) {
+    edit(unitFile("Pump.ory"), "</project>",
+         "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></project>");
+    EXPECT_EQ(reload(project), project);
+    EXPECT_EQ(orchard::elementsInside(*project).size(), 6U);
+    EXPECT_EQ(CurrentWorkspace::GetActiveProject(), project);
+}
+
+TEST_F(ReloadUnit, ABrokenFileLeavesTheUnitAndIsToldOnce) {
+    IUnit *const valve = unit("Valve");
+    edit(unitFile("Valve.ocl"), "<name>Valve</name>", "<name>Val");
+    EXPECT_EQ(reload(valve), nullptr);
+    EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("/Valve.ocl:"), HasSubstr("well-formed"))));
+    EXPECT_EQ(unit("Valve"), valve);
+    EXPECT_EQ(orchard::elementsInside(*valve).size(), 3U);
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), valve);
+}
+
+TEST_F(ReloadUnit, ABrokenFileBelowLeavesAllOfIt) {
+    IUnit *const drives = unit("Drives");
+    edit(unitFile("Drives.osb"), "</subsystem>",
+         "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></subsystem>");
+    write(unitFile("LevelSensor.ocl"), "<class");
+    EXPECT_EQ(reload(drives), nullptr);
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("/LevelSensor.ocl:1:")));
+    EXPECT_EQ(unit("Drives"), drives);
+    EXPECT_EQ(orchard::elementsInside(*drives).size(), 3U);
+}
+
+TEST_F(ReloadUnit, AMissingFileLeavesTheUnit) {
+    std::filesystem::remove(unitFile("Valve.ocl"));
+    EXPECT_EQ(reload(unit("Valve")), nullptr);
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("/Valve.ocl: the file is missing")));
+    EXPECT_FALSE(unit("Valve")->isStub());
+}
+
+TEST_F(ReloadUnit, AnIdentifierFromElsewhereIsRefused) {
+    const std::string id = unit("Panel")->getOrId().getOrIdStr().str();
+    edit(unitFile("Valve.ocl"), "</class>", "<attribute id=\"" + id + "\"><name>x</name></attribute></class>");
+    EXPECT_EQ(reload(unit("Valve")), nullptr);
+    EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(id), HasSubstr("'Panel'"))));
+}
+
+TEST_F(ReloadUnit, IsPossibleForLoadedUnitsWithAFileOfTheirOwn) {
+    EXPECT_TRUE(QuickATMFacade::CanReloadUnit(unit("Valve"), 0));
+    EXPECT_TRUE(QuickATMFacade::CanReloadUnit(unit("Valve"), 1));
+    EXPECT_FALSE(QuickATMFacade::CanReloadUnit(nullptr, 0));
+    EXPECT_FALSE(QuickATMFacade::CanReloadUnit(unit("wiring.txt"), 0));
+    EXPECT_FALSE(QuickATMFacade::CanReloadUnit(unit("AlarmEntry"), 0));
+    ASSERT_TRUE(orchard::setUnitLoaded(*unit("Valve"), false).empty());
+    EXPECT_FALSE(QuickATMFacade::CanReloadUnit(unit("Valve"), 0));
+}
+
+TEST_F(ReloadUnit, CallsBothCallbacksOfAScope) {
+    int calls = 0;
+    const auto count = [](void *counter) { ++*static_cast<int *>(counter); };
+    {
+        const QuickATMFacade scope(count, &calls, count, &calls);
+        EXPECT_EQ(calls, 1);
+    }
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(ReloadUnit, StubsAreCompletedOnDemand) {
+    ASSERT_TRUE(orchard::setUnitLoaded(*unit("Drives"), false).empty());
+    EXPECT_EQ(LoadOnDemandManager::instance()->completeLoadScopeWithDialog(project, "loading", 0), 1);
+    EXPECT_FALSE(unit("Drives/Sensors/FlowSensor")->isStub());
+}
+
+} // namespace

@@ -1,0 +1,190 @@
+// What a broken, foreign or hostile file gets: one message with its place, and no project.
+#include "tests/orchard/storage/Workbench.h"
+
+#include <sys/stat.h>
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+namespace {
+
+struct Case {
+    std::string name;
+    std::string from;
+    std::string to;
+    std::string expected; ///< ":LINE:COLUMN: ..." or a part of the text
+};
+
+std::ostream &operator<<(std::ostream &stream, const Case &one) { return stream << one.name; }
+
+class BrokenFile : public Workbench, public testing::WithParamInterface<Case> {};
+
+TEST_P(BrokenFile, IsRefusedWithItsPlace) {
+    ASSERT_EQ(orchard::createSampleProject(path("Pump")).error, "");
+    edit(unitFile("Valve.ocl"), GetParam().from, GetParam().to);
+    open();
+    EXPECT_THAT(problem(), AllOf(HasSubstr("/Pump_ory/Valve.ocl:"), HasSubstr(GetParam().expected)));
+    EXPECT_TRUE(orchard::openProjects().empty());
+}
+
+const Case cases[]{
+    {"AnElementThatIsNotKnown", "  <name>Valve</name>", "  <nome>Valve</nome>",
+     ":3:4: <nome> is not known in <class>"},
+    {"AnAttributeThatIsNotKnown", "format=\"1\"", "format=\"1\" color=\"red\"",
+     ":2:2: <class> has the attribute \"color\""},
+    {"AnAttributeTwice", "format=\"1\"", "format=\"1\" format=\"1\"",
+     ":2:2: <class> has the attribute \"format\" twice"},
+    {"AnotherKind", "<class ", "<subsystem ", "no well-formed XML"},
+    {"ANewerFormat", "format=\"1\"", "format=\"2\"", ":2:2: the format of the file is \"2\"; this program reads"},
+    {"NoName", "  <name>Valve</name>\n", "", ":2:2: <class> has no name"},
+    {"AnEmptyName", "<name>Valve</name>", "<name></name>", ":3:4: <class> has an empty name"},
+    {"TwoNames", "<name>Valve</name>", "<name>Valve</name><name>V</name>", ":3:22: <class> has a second name"},
+    {"ABrokenIdentifier", "<attribute id=\"", "<attribute id=\"x", ":5:4: <attribute> has the identifier \"x"},
+    {"TextBetweenElements", "<name>Valve</name>", "stray<name>Valve</name>", ":2:2: <class> holds text outside"},
+    {"AnElementInAText", "<name>Valve</name>", "<name>Val<b/>ve</name>", ":3:4: <name> may hold text only"},
+    {"AControlCharacter", "<name>Valve", "<name>Val\x01ve", ":3:12: the control character 0x01"},
+    {"AControlCharacterByNumber", "<name>Valve", "<name>Val&#1;ve", ":3:12: \"&\" begins no known reference"},
+    {"AByteThatIsNoUtf8", "<name>Valve", "<name>Val\xE4ve", ":3:12: the byte 0xE4 is no UTF-8"},
+    {"AnEntity", "<name>Valve", "<name>Val&lol;ve", ":3:12: \"&\" begins no known reference"},
+    {"ADocumentType", "<class ", "<!DOCTYPE class [<!ENTITY a \"aaaa\">]>\n<class ", "document type (DTD)"},
+    {"AnInstruction", "<class ", "<?run it?>\n<class ", "expected nothing but a header and one root element"},
+    {"ACommentInTheBody", "<name>", "<!-- x --><name>", ":2:2: <class> holds a comment"},
+    {"ASecondRoot", "</class>", "</class><class/>", "second root element"},
+    {"AMergeConflict", "  <name>Valve</name>", "<<<<<<< mine\n  <name>Valve</name>",
+     ":3:1: the file holds a merge conflict"},
+    {"ATruncatedFile", "</class>\n", "", "the file ends too early"},
+    {"AnAttributeKindInTheWrongPlace", "<attribute id", "<configuration id", "no well-formed XML"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Unit, BrokenFile, testing::ValuesIn(cases),
+                         [](const auto &one) { return one.param.name; });
+
+struct NameCase {
+    std::string name;
+    std::string file;
+    std::string expected;
+};
+
+std::ostream &operator<<(std::ostream &stream, const NameCase &one) { return stream << one.name; }
+
+class FileName : public Workbench, public testing::WithParamInterface<NameCase> {};
+
+TEST_P(FileName, IsRefused) {
+    ASSERT_EQ(orchard::createSampleProject(path("Pump")).error, "");
+    edit(unitFile("Drives.osb"), "file=\"Valve.ocl\"", GetParam().file);
+    open();
+    EXPECT_THAT(problem(), AllOf(HasSubstr("/Drives.osb:6:4: the "), HasSubstr(GetParam().expected)));
+}
+
+const NameCase names[]{
+    {"Quote", "file=\"a&quot;b.ocl\"", "the character \""},
+    {"Dollar", "file=\"a$(id).ocl\"", "the character $"},
+    {"Backquote", "file=\"a`id`.ocl\"", "the character `"},
+    {"Backslash", "file=\"a\\b.ocl\"", "the character \\"},
+    {"Redirection", "file=\"a>b.ocl\"", "the character >"},
+    {"LineEnd", "file=\"a&#10;b.ocl\"", "control character 0x0A"},
+    {"Empty", "file=\"\"", "it is no name of a file"},
+    {"UpTheTree", "file=\"../../etc/passwd\"", "marked as external"},
+    {"FromTheRoot", "file=\"/etc/passwd\"", "marked as external"},
+    {"DirectoryUpTheTree", "directory=\"../..\" file=\"Valve.ocl\"", "is refused"},
+    {"DirectoryFromTheRoot", "directory=\"/etc\" file=\"Valve.ocl\"", "below that of the owner"},
+    {"DirectoryWithDollar", "directory=\"a/$b\" file=\"Valve.ocl\"", "the character $"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Unit, FileName, testing::ValuesIn(names), [](const auto &one) { return one.param.name; });
+
+class BrokenModel : public Workbench {
+  protected:
+    BrokenModel() { EXPECT_EQ(orchard::createSampleProject(path("Pump")).error, ""); }
+};
+
+TEST_F(BrokenModel, EveryBrokenFileIsNamed) {
+    write(unitFile("Valve.ocl"), "");
+    write(unitFile("Panel.ocl"), "<class");
+    open();
+    ASSERT_EQ(result.problems.size(), 2U);
+    EXPECT_THAT(result.problems[0].message() + result.problems[1].message(),
+                AllOf(HasSubstr("Valve.ocl:1:1: the file is empty"), HasSubstr("Panel.ocl:1:")));
+}
+
+TEST_F(BrokenModel, AnIdentifierThatTwoElementsBear) {
+    std::string valve = read(unitFile("Valve.ocl"));
+    const std::string id = valve.substr(valve.find("<attribute id=\"") + 15, 36);
+    std::string pump = read(unitFile("Pump.ocl"));
+    pump.replace(pump.find("<attribute id=\"") + 15, 36, id);
+    write(unitFile("Pump.ocl"), pump);
+    open();
+    EXPECT_THAT(problem(),
+                AllOf(HasSubstr("/Valve.ocl:5:"), HasSubstr(id), HasSubstr("in " + unitFile("Pump.ocl"))));
+}
+
+TEST_F(BrokenModel, AUnitThatItsOwnerKnowsUnderAnotherIdentifier) {
+    edit(unitFile("Valve.ocl"), "id=\"", "id=\"00000000-0000-0000-0000-000000000001\" owner=\"");
+    std::string text = read(unitFile("Valve.ocl"));
+    const std::size_t second = text.find(" owner=\"", text.find(" owner=\"") + 1);
+    text.erase(second, text.find('>', second) - second);
+    write(unitFile("Valve.ocl"), text);
+    open();
+    EXPECT_THAT(problem(), HasSubstr("its owner names it as"));
+}
+
+TEST_F(BrokenModel, AUnitThatListsItself) {
+    const std::string drives = read(unitFile("Drives.osb"));
+    const std::string id = drives.substr(drives.find("id=\"") + 4, 36);
+    edit(unitFile("Drives.osb"), "</subsystem>",
+         "<unit kind=\"subsystem\" id=\"" + id + "\" file=\"Drives.osb\"/></subsystem>");
+    open();
+    EXPECT_THAT(problem(), HasSubstr("is borne by"));
+}
+
+TEST_F(BrokenModel, AFileThatTwoUnitsName) {
+    edit(unitFile("Drives.osb"), "file=\"Valve.ocl\"", "file=\"Pump.ocl\"");
+    open();
+    EXPECT_THAT(problem(), HasSubstr("its owner names it as"));
+}
+
+TEST_F(BrokenModel, ElementsNestedWithoutEnd) {
+    std::string text = "<class id=\"00000000-0000-0000-0000-000000000001\"><name>a</name>";
+    std::string nested;
+    for (int depth = 0; depth < 5000; ++depth) {
+        nested += text;
+    }
+    for (int depth = 0; depth < 5000; ++depth) {
+        nested += "</class>";
+    }
+    edit(unitFile("Valve.ocl"), "</class>", nested + "</class>");
+    open();
+    EXPECT_THAT(problem(), HasSubstr("nested more than 100 deep"));
+}
+
+TEST_F(BrokenModel, APipeInTheFilesPlace) {
+    std::filesystem::remove(unitFile("Valve.ocl"));
+    ASSERT_EQ(::mkfifo(unitFile("Valve.ocl").c_str(), 0600), 0);
+    open();
+    EXPECT_THAT(problem(), HasSubstr("it is no regular file"));
+}
+
+TEST_F(BrokenModel, AMissingProjectUnit) {
+    std::filesystem::remove(unitFile("Pump.ory"));
+    open();
+    EXPECT_THAT(problem(), HasSubstr("Pump.ory: the file is missing"));
+}
+
+class BrokenProjectFile : public BrokenModel,
+                          public testing::WithParamInterface<std::pair<const char *, const char *>> {};
+
+TEST_P(BrokenProjectFile, IsRefusedWithItsPlace) {
+    write(path("Pump.orp"), GetParam().first);
+    open();
+    EXPECT_THAT(problem(), HasSubstr(std::string("/Pump.orp:") + GetParam().second));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, BrokenProjectFile,
+    testing::Values(std::pair("", "1:1: the file is empty"), std::pair("hello\n", "1:1: this is no project file"),
+                    std::pair("orchard-project 1\n", "2:1: the units directory is not named"),
+                    std::pair("orchard-project 1\nunits ../x\n", "2:7: the name of the units"),
+                    std::pair("orchard-project 1\nunits a\nstub 12\n", "3:6: expected an identifier"),
+                    std::pair("orchard-project 1\nunits a\nfoo\n", "3:1: expected a line")));
+
+} // namespace
