@@ -55,6 +55,9 @@ bool measure(Setting setting, const std::vector<std::string> &names) {
     setting.scratch = scratch.path();
     setting.self = fs::read_symlink("/proc/self/exe");
     setting.sources = ORC_BENCH_SOURCES;
+    // The property sets of this tree, and nobody's own ones.
+    ::setenv("ORCHARD_SHARE", (setting.sources.parent_path() / "share").c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", scratch.path().c_str(), 1);
     printHead();
     bool ok = true;
     for (const Work &work : works) {

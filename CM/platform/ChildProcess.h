@@ -18,8 +18,8 @@ struct ChildResult {
     /// Of an exit its status, of a death by signal the signal's number, of a failed start its errno; else 0.
     /// -1 for an exit whose status somebody else in this process has collected.
     int code = 0;
-    std::string output;  ///< all that came on standard output, as bytes
-    std::string errors;  ///< all that came on standard error, as bytes
+    std::string output; ///< all that came on standard output, as bytes
+    std::string errors; ///< all that came on standard error, as bytes
 };
 
 struct ChildOptions {
@@ -38,10 +38,10 @@ struct ChildOptions {
 std::optional<std::vector<std::string>> plainWords(std::string_view command);
 
 /// Runs a command to its end: directly where plainWords has an answer, else by "/bin/sh -c". The child starts
-/// by posix_spawn, so that the cost of a start doesn't depend on this program's size, in a session of its own
-/// (which is a process group of its own without a terminal), with an empty standard input, no other open
-/// descriptor of this process, and all signals at their defaults. Both channels are read at once without limit
-/// on size.
+/// by posix_spawn, so that the cost of a start doesn't depend on this program's size, in a process group of its
+/// own without a terminal (in a session of its own, if this process has a terminal), with an empty standard input,
+/// no other open descriptor of this process, and all signals at their defaults. Both channels are read at once
+/// without limit on size.
 ///
 /// On a time-out or an interruption the whole process group is ended (SIGTERM, after a second SIGKILL) and
 /// reaped; what had been read is kept. A child that has ended while a process of its group still holds a channel

@@ -1,5 +1,6 @@
 #include "CM/platform/posix/Spawn.h"
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
@@ -18,6 +19,12 @@ bool liftAboveStandard(Descriptor &descriptor) {
     return descriptor.isOpen();
 }
 
+/// Whether this process has a terminal, on which a child could ask.
+bool hasTerminal() {
+    const Descriptor terminal(::open("/dev/tty", O_RDONLY | O_NOCTTY | O_CLOEXEC));
+    return terminal.isOpen() || (errno != ENXIO && errno != ENOENT);
+}
+
 class SpawnAttributes {
   public:
     SpawnAttributes() {
@@ -27,8 +34,11 @@ class SpawnAttributes {
         posix_spawnattr_setsigdefault(&attributes_, &signals);
         sigemptyset(&signals);
         posix_spawnattr_setsigmask(&attributes_, &signals);
+        // A session leads away from the terminal. Without one a group does: where the scheduler shares the
+        // processor out by session, a new session for each command falls behind on a busy machine.
+        const int apart = hasTerminal() ? POSIX_SPAWN_SETSID : POSIX_SPAWN_SETPGROUP; // group 0: a new one
         posix_spawnattr_setflags(&attributes_,
-                                 POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+                                 static_cast<short>(apart | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK));
     }
     ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
     SpawnAttributes(const SpawnAttributes &) = delete;

@@ -9,6 +9,9 @@
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
+#include <pty.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -140,11 +143,40 @@ TEST(RunChild, SendsTheOutputToAnOpenFileAndStillCollectsTheErrors) {
     EXPECT_EQ(support::contentsOf(target), "to output\n");
 }
 
-TEST(RunChild, GivesTheChildAnEmptyInputAndASessionWithoutATerminal) {
+TEST(RunChild, GivesTheChildAnEmptyInputAndAGroupOfItsOwnWithoutATerminal) {
     const auto output = runChild(command("surroundings")).output;
     EXPECT_THAT(output, HasSubstr("input=0\n"));
-    EXPECT_THAT(output, HasSubstr("group=1\nsession=1\n"));
+    EXPECT_THAT(output, HasSubstr("group=1\n"));
     EXPECT_THAT(output, HasSubstr("terminal=0\n"));
+}
+
+/// What a child finds whose parent has a terminal (or has none).
+std::string surroundingsBelow(bool terminal) {
+    const support::TemporaryDirectory directory;
+    const auto answer = directory / "answer";
+    int master = -1;
+    const pid_t parent = terminal ? ::forkpty(&master, nullptr, nullptr, nullptr) : ::fork();
+    if (parent == 0) {
+        if (!terminal) {
+            ::setsid();
+        }
+        std::ofstream(answer.c_str()) << runChild(command("surroundings")).output;
+        ::_exit(0);
+    }
+    int status = 0;
+    EXPECT_EQ(::waitpid(parent, &status, 0), parent);
+    if (master >= 0) {
+        ::close(master);
+    }
+    return support::contentsOf(answer);
+}
+
+TEST(RunChild, LeadsTheChildAwayFromATerminalByASession) {
+    EXPECT_THAT(surroundingsBelow(true), HasSubstr("group=1\nsession=1\nterminal=0\n"));
+}
+
+TEST(RunChild, MakesNoSessionWhereThereIsNoTerminal) {
+    EXPECT_THAT(surroundingsBelow(false), HasSubstr("group=1\nsession=0\nterminal=0\n"));
 }
 
 TEST(RunChild, GivesTheChildDefaultSignalsWhateverTheCallerHas) {
