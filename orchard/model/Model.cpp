@@ -92,15 +92,17 @@ std::vector<UnitElement *> Model::unitsNamed(std::string_view name) const {
                 names_.emplace_back(std::hash<std::string_view>()(unit->name()), unit);
             }
         });
-        std::ranges::stable_sort(names_, {}, [](const auto &entry) { return entry.first; });
+        std::stable_sort(names_.begin(), names_.end(),
+                         [](const auto &one, const auto &other) { return one.first < other.first; });
         namesStand_ = true;
     }
     std::vector<UnitElement *> units;
-    const auto found = std::ranges::equal_range(names_, std::hash<std::string_view>()(name), {},
-                                                [](const auto &entry) { return entry.first; });
-    for (const auto &[hash, unit] : found) {
-        if (unit->name() == name) {
-            units.push_back(unit);
+    const std::size_t hash = std::hash<std::string_view>()(name);
+    auto at = std::lower_bound(names_.begin(), names_.end(), hash,
+                               [](const auto &entry, std::size_t wanted) { return entry.first < wanted; });
+    for (; at != names_.end() && at->first == hash; ++at) {
+        if (at->second->name() == name) {
+            units.push_back(at->second);
         }
     }
     return units;

@@ -125,7 +125,8 @@ class Subtree {
 
     /// Whether what is moved over is not in one of the new files, too.
     bool keptUnitsFit() {
-        for (const auto &[placeholder, kept] : kept_) {
+        for (const auto &entry : kept_) {
+            UnitElement *const kept = entry.second;
             visitSubtree<Element>(*kept, [&](Element &element) {
                 if (&element != kept && !ids_.insert(element.id()).second) {
                     loader_.problems().push_back({kept->fullFileName(), 0, 0,
