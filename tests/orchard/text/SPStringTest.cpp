@@ -135,6 +135,14 @@ TEST(Match, MatchesInEachStrideOfALongText) {
     }
 }
 
+TEST(Match, NoStartingPositionOfALongTextIsPassedOver) {
+    for (std::size_t at = 1; at < 3000; ++at) {
+        std::string text(4000, '.');
+        text.replace(at, 2, "xy");
+        ASSERT_NE(SPString(text).m(R"([^\n]xy)"), 0) << at;
+    }
+}
+
 TEST(Match, AGroupMayRepeatThroughAMegabyte) {
     EXPECT_NE(SPString(std::string(1'000'000, 'a') + "c").m("(?:a|b)+c"), 0);
 }
@@ -202,6 +210,13 @@ TEST(Substitute, EmptyMatchesAdvance) {
     EXPECT_EQ(substituted("aab", "a*", "x", "g"), "xxbx");
     EXPECT_EQ(substituted("ab", "", "-", "g"), "-a-b-");
     EXPECT_EQ(substituted("ab", "^", "> "), "> ab");
+}
+
+TEST(Substitute, AnEmptyMatchIsFoundAtAnyDistanceFromTheLastOne) {
+    for (std::size_t gap = 1; gap < 400; ++gap) {
+        SPString text("y" + std::string(gap, '.') + "y" + std::string(600, '.'));
+        ASSERT_EQ(text.s("(?=y)", "-", "g"), 2) << gap;
+    }
 }
 
 } // namespace
