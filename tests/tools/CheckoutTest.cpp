@@ -85,8 +85,9 @@ TEST_F(Checkout, OverwritesAWritableFileAfterAYes) {
 
 TEST_F(Checkout, KeepsAWritableFileAfterANo) {
     project.shell("chmod u+w " + tools::quoted(pump.string()));
-    Workplace::write(pump, read(pump) + "<!-- mine -->\n");
+    project.shell("sed -i 's/One pump/My pump/' " + tools::quoted(pump.string()));
     const std::string mine = read(pump);
+    ASSERT_THAT(mine, HasSubstr("My pump"));
     const Ran ran = checkout({"--no", "Pump", "Valve"});
     EXPECT_EQ(ran.exit, 1);
     EXPECT_EQ(first(ran)["outcome"], "skipped");
@@ -109,24 +110,22 @@ TEST_F(Checkout, AnswersAllQuestionsWithOneYesToAll) {
     project.shell("chmod u+w " + tools::quoted(pump.string()) + " " + tools::quoted(valve.string()));
     const Ran ran = checkout({"--yes-to-all", "Pump", "Valve"});
     std::size_t questions = 0;
-    for (const auto &message : ran.json()["messages"]) {
+    const auto json = ran.json();
+    for (const auto &message : json["messages"]) {
         questions += message["kind"] == "question" ? 1U : 0U;
     }
     EXPECT_EQ(questions, 1U) << ran.out;
 }
 
 TEST_F(Checkout, BringsAMissingFileBack) {
-    // The model is opened before the file is lost.
-    project.replaceProgram("lose", "rm -f " + tools::quoted(pump.string()));
-    const Ran lost = project.shell("lose; ls");
-    EXPECT_FALSE(fs::exists(pump));
+    // A unit whose file is missing when the model is read is known, but not loaded.
+    const std::string before = read(pump);
+    fs::remove(pump);
     const Ran ran = checkout({"Pump"});
-    EXPECT_EQ(ran.exit, 1) << "a unit whose file is missing is a stub, which is left out: " << ran.out;
-    EXPECT_THAT(first(ran)["reason"].get<std::string>(), HasSubstr("not loaded"));
-    const Ran archive = checkout({"--archive", pump.string()});
-    EXPECT_EQ(archive.exit, 0) << archive.out << archive.err;
-    EXPECT_TRUE(fs::exists(pump));
-    EXPECT_EQ(first(archive)["after"]["state"], "RO");
+    EXPECT_EQ(ran.exit, 0) << ran.out;
+    EXPECT_EQ(first(ran)["before"]["state"], "U");
+    EXPECT_EQ(first(ran)["after"]["state"], "RO");
+    EXPECT_EQ(read(pump), before);
 }
 
 TEST_F(Checkout, FailsWhereTheArchiveIsGone) {
@@ -156,7 +155,7 @@ TEST_F(Checkout, WorksOnAllUnitsBelowWithRecursive) {
         project.onProject({"batch", "--json"}, "checkout --recursive Drives\nshow Pump\nshow LevelSensor\n");
     EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
     EXPECT_THAT(ran.out, HasSubstr(newPumpText));
-    EXPECT_THAT(ran.out, HasSubstr("from a radar\""));
+    EXPECT_THAT(ran.out, HasSubstr("from a radar."));
     for (const auto *const name :
          {"Drives\"", "Drives/Pump", "Drives/Valve", "Drives/Sensors", "Drives/Sensors/FlowSensor"}) {
         EXPECT_THAT(ran.out, HasSubstr(name));
@@ -191,6 +190,43 @@ TEST_F(Checkout, FromTheArchiveWorksOnAWholeDirectoryWithRecursive) {
     EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
     EXPECT_THAT(ran.out, HasSubstr("Control/LevelRegulator"));
     EXPECT_THAT(ran.out, HasSubstr("Runs the pumps by the level"));
+}
+
+TEST_F(Checkout, SkipsALaterUnitThatTheReloadOfAnEarlierOneReplaced) {
+    // A subsystem whose elements change is read anew with all that lies below.
+    project.changeElsewhere(
+        "bob", project.fileOf("Drives"), "What moves water.</description>",
+        "What moves water.</description>\\n  <class id=\"0b6d5a52-6f0c-4c1e-9f7a-1d2c3b4a5f60\">"
+        "\\n    <name>Coupling</name>\\n  </class>");
+    const Ran ran = project.onProject({"--json", "batch", "--keep-going"},
+                                      "checkout Drives Pump Panel\nshow Drives\nshow Pump\n");
+    const auto checkout = nlohmann::json::parse(ran.out.substr(0, ran.out.find('\n')));
+    EXPECT_EQ(checkout["items"][0]["outcome"], "checked out") << ran.out;
+    EXPECT_EQ(checkout["items"][1]["outcome"], "failed");
+    EXPECT_THAT(checkout["items"][1].value("reason", ""), HasSubstr("the reload of an earlier unit replaced it"));
+    EXPECT_EQ(checkout["items"][2]["outcome"], "checked out");
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(ran.out, HasSubstr("\"name\":\"Coupling\""));
+    EXPECT_THAT(ran.out, HasSubstr(pumpText));
+}
+
+TEST_F(Checkout, FromTheArchiveBringsInAFileThatTheModelDoesNotKnow) {
+    const std::string valve = read(project.fileOf("Valve"));
+    const fs::path boiler = pump.parent_path() / "Boiler.ocl";
+    std::string text = valve;
+    for (auto at = text.find("id=\""); at != std::string::npos; at = text.find("id=\"", at + 4)) {
+        text[at + 4] = text[at + 4] == 'f' ? 'e' : 'f'; // elements of its own
+    }
+    text.replace(text.find("<name>Valve"), 11, "<name>Boiler");
+    Workplace::write(boiler, text);
+    project.shell("ci -q -t-unit -m'bob adds a boiler' " + tools::quoted(boiler.string()));
+    ASSERT_FALSE(fs::exists(boiler));
+    ASSERT_EQ(checkout({"--lock", "Drives"}).exit, 0);
+    const Ran ran = checkout({"--archive", boiler.string()});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(first(ran)["before"]["inModel"], false);
+    EXPECT_EQ(first(ran)["after"]["inModel"], true);
+    EXPECT_EQ(project.show("Boiler")["path"], "Drives/Boiler") << "its owner was not saved";
 }
 
 TEST_F(Checkout, KeepsTheUnitWhereTheNewVersionCannotBeRead) {

@@ -128,6 +128,7 @@ TEST_F(Program, ShowsTheHalfExpandedTextAndTheNameThatStopsIt) {
 }
 
 TEST_F(Program, FollowsAnUnresolvedNameThroughTheProperties) {
+    project.lockProject();
     ASSERT_EQ(project.onProject({"property", "set", "Mine", "a $nobody", "--metaclass", "RCS"}).exit, 0);
     const Ran ran = project.onProject({"--json", "expand", "$Mine"});
     EXPECT_EQ(ran.exit, 1);
@@ -139,10 +140,21 @@ TEST_F(Program, TellsWhereAPropertyComesFrom) {
         return project.onProject({"--json", "property", "get", "ReadWrite"}).json()["source"].get<std::string>();
     };
     EXPECT_THAT(source(), HasSubstr("RCS"));
-    ASSERT_EQ(project.onProject({"property", "set", "ReadWrite", "-l -M"}).exit, 0);
+    project.lockProject();
+    ASSERT_EQ(project.onProject({"property", "set", "ReadWrite", "--", "-l -M"}).exit, 0);
     EXPECT_EQ(source(), "project station");
     EXPECT_EQ(project.onProject({"property", "get", "ReadWrite"}).out, "-l -M\n");
     EXPECT_THAT(project.onProject({"property", "list", "readwrite"}).out, HasSubstr("project station"));
+}
+
+TEST_F(Program, SetsNoPropertyInAFileThatIsCheckedIn) {
+    const fs::path file = project.fileOf("station");
+    const std::string before = Workplace::read(file);
+    const Ran ran = project.onProject({"--json", "property", "set", "ReadWrite", "x"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(ran.json()["error"]["message"].get<std::string>(), HasSubstr("station.ory"));
+    EXPECT_THAT(ran.json()["error"]["hint"].get<std::string>(), HasSubstr("--lock"));
+    EXPECT_EQ(Workplace::read(file), before);
 }
 
 TEST_F(Program, SetsAPropertyOnOneUnit) {

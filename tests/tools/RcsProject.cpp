@@ -13,9 +13,11 @@ RcsProject::RcsProject() {
         throw std::runtime_error("no project: " + made.err);
     }
     const std::string units = quoted((project() / "station_ory").string());
-    must("find " + units + " -type d -exec mkdir {}/RCS \\;");
+    must("find " + units + " -depth -type d -exec mkdir {}/RCS \\;");
     must("find " + units + " -type f ! -name '*,v' -exec ci -q -u -t-unit -m'first version' {} \\;");
 }
+
+void RcsProject::lockProject() { must("co -q -f -l " + quoted(fileOf("station").string())); }
 
 void RcsProject::must(const std::string &command) {
     const Ran ran = shell(command);
@@ -37,7 +39,16 @@ nlohmann::json RcsProject::show(const std::string &unit) {
     return ran.json()["unit"];
 }
 
-fs::path RcsProject::fileOf(const std::string &unit) { return show(unit)["file"].get<std::string>(); }
+fs::path RcsProject::fileOf(const std::string &unit) {
+    for (const auto &entry : fs::recursive_directory_iterator(project() / "station_ory")) {
+        const fs::path &path = entry.path();
+        const bool named = path.filename() == unit || (path.stem() == unit && !path.string().ends_with(",v"));
+        if (named && entry.is_regular_file()) {
+            return path;
+        }
+    }
+    throw std::runtime_error("no unit file " + unit);
+}
 
 fs::path RcsProject::archiveOf(const fs::path &file) {
     return file.parent_path() / "RCS" / (file.filename().string() + ",v");

@@ -24,7 +24,7 @@ class RcsProject : public Workplace {
 
     /// What "show" tells of a unit.
     nlohmann::json show(const std::string &unit);
-    /// The file of a unit.
+    /// The file of a unit, by its name.
     std::filesystem::path fileOf(const std::string &unit);
     [[nodiscard]] static std::filesystem::path archiveOf(const std::filesystem::path &file);
 
@@ -36,6 +36,9 @@ class RcsProject : public Workplace {
     void lockElsewhere(const std::string &user, const std::filesystem::path &file);
     /// The lines of the archive about locks: "anna: 1.1".
     std::string locksOf(const std::filesystem::path &file);
+
+    /// Checks the project's own unit out to change it.
+    void lockProject();
 
     /// Puts a script before the tool's program of this name; `body` is shell.
     void replaceProgram(const std::string &name, const std::string &body);

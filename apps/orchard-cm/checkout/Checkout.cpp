@@ -5,6 +5,7 @@
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/questions/CMAskOnCheckoutGuard.h"
 #include "CM/host/IPN.h"
+#include "CM/host/IProject.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/checkout/Reload.h"
 #include "apps/orchard-cm/model/Brackets.h"
@@ -41,6 +42,7 @@ ItemState stateOf(const std::string &file, const IUnit *unit) {
         state.version = facts.version;
         state.state = facts.state;
         state.locker = facts.locker;
+        state.isEmbedded = dynamic_cast<const IEmbededFile *>(unit) != nullptr;
         state.object = unit;
     }
     return state;

@@ -74,8 +74,10 @@ void write(std::ostream &out, const CheckoutResult &result) {
         if (!after.locker.empty()) {
             out << ", locked by " << after.locker;
         }
-        if (before.object != after.object) {
-            out << (before.inModel ? ", reloaded" : ", loaded into the model");
+        if (!before.inModel && after.inModel) {
+            out << ", loaded into the model";
+        } else if (after.inModel && !after.isEmbedded && !before.file.sameContent(after.file)) {
+            out << ", reloaded";
         }
     } else if (!before.file.sameContent(after.file)) {
         out << (after.file.exists ? " (the file has changed)" : " (the file is gone)");

@@ -19,6 +19,7 @@ struct ItemState {
     std::string version; ///< empty if not known
     std::string state;   ///< "U", "RO" or "RW"; empty if not in the model
     std::string locker;
+    bool isEmbedded = false;      ///< a file that goes with the model and is never read into it
     const void *object = nullptr; ///< the model object, only to be compared
 };
 

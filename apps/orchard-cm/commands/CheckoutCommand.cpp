@@ -40,6 +40,8 @@ class CheckoutCommand : public Command {
                 write(out, item);
             }
         });
+        // What the archive brought in new is listed in its owner's file, which has to be saved for it to stay.
+        context.session.saveIfModified();
         return report.good ? ExitCode::done : ExitCode::failed;
     }
 

@@ -14,7 +14,8 @@ class PropertySetAction : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_option("KEY", key_, "The property's key")->required();
-        app.add_option("VALUE", value_, "Its value; may be empty")->required();
+        app.add_option("VALUE", value_, "Its value; may be empty, and stands behind '--' if it begins with '-'")
+            ->required();
         app.add_option("--unit", unit_, "Set it on this unit instead of the project")->type_name("UNIT");
         app.add_option("--metaclass", metaclass_,
                        "Where to set it: a tool's name, or a general metaclass; needed only for a new key")

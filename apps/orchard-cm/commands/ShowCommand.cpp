@@ -40,10 +40,21 @@ Json elementToJson(const IDObject &element) {
 
 std::string textOf(const Json &json, const char *key) { return json.value(key, std::string()); }
 
+constexpr std::size_t labelWidth = 13;
+
+/// Further lines of a value stand below its first one.
 void writeLine(std::ostream &out, const char *label, const std::string &value) {
-    if (!value.empty()) {
-        out << "  " << label << std::string(13 - std::string_view(label).size(), ' ') << value << '\n';
+    if (value.empty()) {
+        return;
     }
+    out << "  " << label << std::string(labelWidth - std::string_view(label).size(), ' ');
+    for (const char character : value) {
+        out << character;
+        if (character == '\n') {
+            out << std::string(2 + labelWidth, ' ');
+        }
+    }
+    out << '\n';
 }
 
 void writeElements(std::ostream &out, const Json &json, std::size_t depth) {

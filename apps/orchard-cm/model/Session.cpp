@@ -4,6 +4,7 @@
 #include "apps/orchard-cm/model/HostSetup.h"
 #include "orchard/storage/Projects.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace orchard_cm {
@@ -82,6 +83,13 @@ void Session::save() {
         throw Failure(
             ExitCode::failed, "not everything could be saved:\n" + messageOf(problems),
             "What is on disk is as it was before. Where a file is read-only, check it out with --lock first.");
+    }
+}
+
+void Session::saveIfModified() {
+    const auto units = orchard::workspaceUnits(project());
+    if (std::ranges::any_of(units, [](const orchard::UnitRow &row) { return row.unit->isModified(); })) {
+        save();
     }
 }
 

@@ -28,6 +28,8 @@ class Session {
     [[nodiscard]] IProject &project();
     /// Saves what is modified. Throws a Failure that names each file that could not be saved.
     void save();
+    /// The same if any unit is modified; else nothing is written.
+    void saveIfModified();
 
     /// Empties the journal for an operation that is to run the tool some `expectedRuns` times.
     Journal &startJournal(std::size_t expectedRuns);
