@@ -126,6 +126,10 @@ class HostSetup::Impl {
     ~Impl() {
         CMFacade::outStream() = nullptr;
         CMFacade::saveCallbackFunc() = nullptr;
+        CMFacade::ATMCallbackFunc() = nullptr;
+        CMFacade::ATMCallbackFuncParameter() = nullptr;
+        CMFacade::afterATMCallbackFunc() = nullptr;
+        CMFacade::afterATMCallbackFuncParameter() = nullptr;
         saveInForce() = nullptr;
         orchard::setRunWatch({});
         orchard::setCMOutputStream(nullptr);
