@@ -1,5 +1,7 @@
 #include "tests/tools/Workplace.h"
 
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
@@ -8,6 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 extern char **environ; // NOLINT(readability-redundant-declaration)
@@ -110,6 +113,13 @@ Ran Workplace::cm(const std::vector<std::string> &words, const std::string &inpu
     std::vector<std::string> all{ORCHARD_CM_PROGRAM};
     all.insert(all.end(), words.begin(), words.end());
     return finish(spawn(all, input));
+}
+
+bool Workplace::endsSoon(pid_t pid) {
+    for (int i = 0; i < 250 && kill(pid, 0) == 0; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return kill(pid, 0) != 0;
 }
 
 std::string Workplace::read(const fs::path &file) {

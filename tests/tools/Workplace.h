@@ -44,6 +44,9 @@ class Workplace {
     pid_t start(const std::vector<std::string> &words);
     Ran finish(pid_t pid);
 
+    /// Whether a process is gone within a few seconds; whoever reaps it may take a moment.
+    static bool endsSoon(pid_t pid);
+
     /// The bytes of a file; empty if there is none.
     [[nodiscard]] static std::string read(const std::filesystem::path &file);
     static void write(const std::filesystem::path &file, std::string_view text);
