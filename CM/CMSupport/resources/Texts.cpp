@@ -82,7 +82,7 @@ const char *text(Text number) {
     case Text::operationTool:
         return "Configuration Management Tool";
     case Text::questionTitle:
-        return "Check out";
+        return "Configuration Management";
     case Text::buttonYes:
         return "Yes";
     case Text::buttonYesToAll:
