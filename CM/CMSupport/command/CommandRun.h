@@ -14,6 +14,7 @@
 #include "CM/platform/CString.h"
 
 #include <optional>
+#include <source_location>
 
 namespace command {
 
@@ -83,7 +84,7 @@ template <class ITEM> class CommandRun {
 
     void setResult(int result) { result_ = result; }
     [[nodiscard]] CString &errorText() { return errorText_; }
-    void log(const CString &text);
+    void log(const CString &text, std::source_location place = std::source_location::current());
 
   private:
     void expand(CString &command);
