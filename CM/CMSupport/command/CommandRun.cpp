@@ -59,7 +59,9 @@ template <class ITEM> void CommandRun<ITEM>::followUp(ITEM & /*item*/, CMORYHand
     }
 }
 
-template <class ITEM> void CommandRun<ITEM>::log(const CString &text) { log_.Min(texts_.source, __LINE__, text); }
+template <class ITEM> void CommandRun<ITEM>::log(const CString &text, std::source_location place) {
+    log_.Min(texts_.source, static_cast<int>(place.line()), text);
+}
 
 template <class ITEM> void CommandRun<ITEM>::expand(CString &command) {
     result_ = CMProperty::ExpandProperty(texts_.property, args_, command, errorText_, texts_.hybrid);
