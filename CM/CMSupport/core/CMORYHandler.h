@@ -4,12 +4,11 @@
 // nothing and says so, and an operation can use it without asking.
 #pragma once
 
-#include "CM/CMSupport/core/CMApi.h"
 #include "CM/CMSupport/core/CMArchiveItem.h"
 #include "CM/host/IUnit.h"
 #include "CM/platform/CString.h"
 
-class ORC_CM_API CMORYHandler {
+class CMORYHandler {
   public:
     enum ORYOPER {
         ORYAdd = 0,
