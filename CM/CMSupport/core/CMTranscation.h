@@ -3,7 +3,6 @@
 // operation may run, and prunes the unit list of units that are barred. Transactions nest.
 #pragma once
 
-#include "CM/CMSupport/core/CMApi.h"
 #include "CM/CMSupport/core/CMOperation.h"
 #include "CM/CMSupport/core/CMTranscationType.h"
 #include "CM/platform/CList.h"
@@ -19,7 +18,7 @@ struct CMTxnGlobalState {
     void reset() { *this = CMTxnGlobalState(); }
 };
 
-class ORC_CM_API CMTranscation {
+class CMTranscation {
   public:
     /// Opens the transaction: an undo step (with `viewParams` and `flag`; not for type CMTxnTool), the output
     /// window, the start separator. Callers pass null and 1. With an empty `name` the display name of the type is
