@@ -12,7 +12,6 @@ set(orc_cm_headers
   CM/CMSupport/core/CMLabel.h
   CM/CMSupport/core/CMLog.h
   CM/CMSupport/core/CMMode.h
-  CM/CMSupport/core/CMORYHandler.h
   CM/CMSupport/core/CMOperation.h
   CM/CMSupport/core/CMOutputer.h
   CM/CMSupport/core/CMProperty.h
@@ -20,8 +19,6 @@ set(orc_cm_headers
   CM/CMSupport/core/CMTargetFile.h
   CM/CMSupport/core/CMToolInterface.h
   CM/CMSupport/core/CMToolShellInterface.h
-  CM/CMSupport/core/CMTranscation.h
-  CM/CMSupport/core/CMTranscationType.h
   CM/CMSupport/core/CMUnit.h
   CM/CMSupport/core/CMWorkspace.h
   CM/CMSupport/core/pvContextStruct.h
