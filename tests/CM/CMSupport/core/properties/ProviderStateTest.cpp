@@ -5,7 +5,8 @@
 
 namespace {
 
-// The state is the process's, so each test puts back what it changes.
+// The state is the process's, so each test puts back what it changes; capabilities stay, and are set to another
+// value each time.
 
 TEST(ProviderState, IsStoredAsItIsSet) {
     using Getter = int (*)();
@@ -50,12 +51,19 @@ TEST(ProviderState, ZeroesTheOptions) {
 }
 
 TEST(ProviderState, KeepsACapabilityOnceItIsSet) {
-    EXPECT_EQ(CMProperty::isSetSCC_CAP_REENTRANT(0), 0);
-    EXPECT_EQ(CMProperty::isSetSCC_CAP_REENTRANT(8), 8);
-    EXPECT_EQ(CMProperty::isSetSCC_CAP_REENTRANT(0), 8);
-    EXPECT_EQ(CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(0), 0) << "the two are apart";
-    EXPECT_EQ(CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(5), 5);
-    EXPECT_EQ(CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(0), 5);
+    static const int reentrantAtStart = CMProperty::isSetSCC_CAP_REENTRANT(0);
+    static const int commentAtStart = CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(0);
+    EXPECT_EQ(reentrantAtStart, 0);
+    EXPECT_EQ(commentAtStart, 0);
+
+    const int reentrant = CMProperty::isSetSCC_CAP_REENTRANT(0) + 8;
+    const int comment = CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(0);
+    EXPECT_EQ(CMProperty::isSetSCC_CAP_REENTRANT(reentrant), reentrant);
+    EXPECT_EQ(CMProperty::isSetSCC_CAP_REENTRANT(0), reentrant);
+    EXPECT_EQ(CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(0), comment) << "the two are apart";
+    EXPECT_EQ(CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(comment + 5), comment + 5);
+    EXPECT_EQ(CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(0), comment + 5);
+    EXPECT_EQ(CMProperty::isSetSCC_CAP_REENTRANT(0), reentrant);
 }
 
 TEST(ProviderState, ListsFileNames) {
