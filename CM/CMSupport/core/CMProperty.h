@@ -31,7 +31,8 @@ class ORC_CM_API CMProperty {
     /// stays 1, and getDLLokay() turns 0. A project loaded for a model merge gets 0, though getUseSCCtool()
     /// says 1.
     static int useSccCompliantTool();
-    /// 1 if the active project is set to the provider route. Without a project: what the last project gave.
+    /// The last decision about the route: 1 for the provider's. Once the provider was looked up, it is made anew
+    /// only after a change of project; without a project it is what the last one gave.
     static int getUseSCCtool();
     /// Forgets the provider look-up if another project has become active since.
     static void ResetIfActiveProjectChanged();
@@ -89,7 +90,8 @@ class ORC_CM_API CMProperty {
     /// Whether the file of the item has to be reloaded after a change: all but embedded files. False for null.
     static bool FileNeedsATM(const CMArchiveItem *item);
 
-    // The expansion language. 1 for success, 0 for failure. `error` and `scratch` are passed on and not written.
+    // The expansion language. 1 for success, 0 for failure. `error` and `scratch` are passed on and not written
+    // here; ExpandPredefined lets oqGetRoot write its `error`.
 
     /// Expands a template: conditionals first, then variables. `result` becomes the text, also on failure, when it
     /// is half expanded; an empty template or one whose conditionals leave nothing gives 1 and leaves it as it
