@@ -5,6 +5,7 @@
 #include "CM/host/IUnit.h"
 
 class IAggregatesIterator;
+class ICodeGenConfigInfo;
 class IComponent;
 class IFileFragmentIterator;
 class IFileList;
@@ -15,7 +16,7 @@ class ORC_HOST_API IProject : public IUnit {
     [[nodiscard]] virtual IComponent *getComponent() const = 0;
     [[nodiscard]] virtual IComponent *doGetComponent() const = 0;
     /// The active configuration, or null: the object on which properties are looked up by default.
-    [[nodiscard]] virtual IDObject *getConfiguration() const = 0;
+    [[nodiscard]] virtual ICodeGenConfigInfo *getConfiguration() const = 0;
     /// The directory of the project file, "$orpdirectory".
     [[nodiscard]] virtual CString getProjectFileDirectory() const = 0;
     /// Whether unit status is on display.

@@ -41,11 +41,11 @@ template <class OBJECT> class IObIterator {
     std::size_t at_ = 0;
 };
 
-/// The units of a list of objects; others are passed over.
+/// The units of a list of objects; others are passed over. Callers leave `flag` at 0.
 class ORC_HOST_API IUnitIterator : public IObIterator<IUnit> {
   public:
-    explicit IUnitIterator(const IObjectList &objects);
-    explicit IUnitIterator(const IUnitList &units);
+    explicit IUnitIterator(const IObjectList &objects, int flag = 0);
+    explicit IUnitIterator(const IUnitList &units, int flag = 0);
 };
 
 class ORC_HOST_API IFileIterator : public IObIterator<IFile> {
@@ -70,25 +70,31 @@ class ORC_HOST_API IAggregatesIterator : public IObIterator<IDObject> {
     IAggregatesIterator(const IDObject *object, int flag);
 };
 
-/// Walks the whole subtree below an object, owners before what they own, with an iterator of one level.
-template <class LEVEL> class IRecursiveIterator : public IObIterator<IDObject> {
+/// Walks the whole subtree below an object, owners before what they own, with an iterator of one level. With flag
+/// 1 the object itself comes first, with 0 only what is below it. A null root has nothing.
+template <class OBJECT, class LEVEL> class IRecursiveIterator : public IObIterator<OBJECT> {
   public:
-    explicit IRecursiveIterator(const IDObject *root) {
-        std::vector<IDObject *> found;
-        std::vector<const IDObject *> open{root};
+    explicit IRecursiveIterator(const OBJECT *root, int flag = 0) {
+        std::vector<OBJECT *> found;
+        std::vector<OBJECT *> open;
+        if (root != nullptr) {
+            open.push_back(const_cast<OBJECT *>(root)); // iterators give out objects that can be changed
+        }
         while (!open.empty()) {
-            const IDObject *const object = open.back();
+            OBJECT *const object = open.back();
             open.pop_back();
-            LEVEL level(object, 0);
-            std::vector<IDObject *> inside;
-            for (IDObject *inner = level.first(); inner != nullptr; inner = level.next()) {
-                inside.push_back(inner);
+            if (object != root || flag != 0) {
+                found.push_back(object);
             }
-            if (object != root) {
-                found.push_back(const_cast<IDObject *>(object));
+            LEVEL level(object, 0);
+            std::vector<OBJECT *> inside;
+            for (OBJECT *inner = level.first(); inner != nullptr; inner = level.next()) {
+                if (inner != object) { // an iterator of one level may begin with the object itself
+                    inside.push_back(inner);
+                }
             }
             open.insert(open.end(), inside.rbegin(), inside.rend());
         }
-        assign(std::move(found));
+        this->assign(std::move(found));
     }
 };

@@ -19,8 +19,8 @@ template <class WANTED, class LIST> std::vector<WANTED *> those(const LIST &obje
 
 } // namespace
 
-IUnitIterator::IUnitIterator(const IObjectList &objects) : IObIterator(those<IUnit>(objects)) {}
-IUnitIterator::IUnitIterator(const IUnitList &units) : IObIterator(those<IUnit>(units)) {}
+IUnitIterator::IUnitIterator(const IObjectList &objects, int /*flag*/) : IObIterator(those<IUnit>(objects)) {}
+IUnitIterator::IUnitIterator(const IUnitList &units, int /*flag*/) : IObIterator(those<IUnit>(units)) {}
 IFileIterator::IFileIterator(const IFileList &files) : IObIterator(those<IFile>(files)) {}
 
 IUnitAggregatesIterator::IUnitAggregatesIterator(const IUnit *unit, int /*flag*/) {

@@ -18,10 +18,10 @@ class ProjectObject final : public UnitObject<IProject> {
         return component == nullptr ? nullptr : static_cast<IComponent *>(&component->unit());
     }
     [[nodiscard]] IComponent *doGetComponent() const override { return getComponent(); }
-    [[nodiscard]] IDObject *getConfiguration() const override {
+    [[nodiscard]] ICodeGenConfigInfo *getConfiguration() const override {
         const UnitElement *const component = model() == nullptr ? nullptr : model()->component();
         Element *const configuration = component == nullptr ? nullptr : model()->configurationOf(*component);
-        return configuration == nullptr ? nullptr : &configuration->object();
+        return configuration == nullptr ? nullptr : static_cast<ICodeGenConfigInfo *>(&configuration->object());
     }
     [[nodiscard]] CString getProjectFileDirectory() const override {
         return model() == nullptr ? CString() : CString(model()->projectDirectory());

@@ -13,13 +13,13 @@ class Element : public ObjectOf<IDObject> {};
 class Project : public UnitOf<IProject> {
   public:
     IComponent *component = nullptr;
-    IDObject *configuration = nullptr;
+    ICodeGenConfigInfo *configuration = nullptr;
     CString projectFileDirectory;
     bool showStatus = false;
 
     [[nodiscard]] IComponent *getComponent() const override { return component; }
     [[nodiscard]] IComponent *doGetComponent() const override { return component; }
-    [[nodiscard]] IDObject *getConfiguration() const override { return configuration; }
+    [[nodiscard]] ICodeGenConfigInfo *getConfiguration() const override { return configuration; }
     [[nodiscard]] CString getProjectFileDirectory() const override { return projectFileDirectory; }
     /// The last argument is kept in `askedUsingTSV`.
     [[nodiscard]] bool showCMStatus(bool usingTSV) const override {
