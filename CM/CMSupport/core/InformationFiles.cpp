@@ -84,33 +84,32 @@ bool InformationFiles::isObservedFromElsewhere(const IUnit &unit) const {
 }
 
 bool InformationFiles::isShownInFileOfItsName(const ISubsystem &subsystem) {
-    return std::ranges::any_of(filesNamed(subsystem.getName()), [&](const IFile *file) {
-        if (file->getSaveUnit() == nullptr) {
-            return false;
-        }
-        IFileFragmentIterator fragments;
-        file->iteratorFragments(fragments, 1);
-        for (const IFileFragment *fragment = fragments.first(); fragment != nullptr; fragment = fragments.next()) {
-            const IDObject *const element = fragment->getElement();
-            if (element != nullptr && subsystemOf(*element) == &subsystem) {
-                return true;
-            }
-        }
-        return false;
-    });
-}
-
-const std::vector<const IFile *> &InformationFiles::filesNamed(const CString &name) {
-    if (!filesByName_) {
-        filesByName_.emplace();
-        IRecursiveIterator<IAggregatesIterator> objects(component_);
+    if (!shown_) {
+        shown_.emplace();
+        IRecursiveIterator<IDObject, IAggregatesIterator> objects(component_, 0);
         for (const IDObject *object = objects.first(); object != nullptr; object = objects.next()) {
             if (const auto *const file = dynamic_cast<const IFile *>(object)) {
-                (*filesByName_)[file->getName()].push_back(file);
+                addShownBy(*file);
             }
         }
     }
-    return (*filesByName_)[name];
+    return shown_->contains(&subsystem);
+}
+
+void InformationFiles::addShownBy(const IFile &file) {
+    if (file.getSaveUnit() == nullptr) {
+        return; // any save unit will do, the subsystem's own included, deliberately
+    }
+    const CString name = file.getName();
+    IFileFragmentIterator fragments;
+    file.iteratorFragments(fragments, 1);
+    for (const IFileFragment *fragment = fragments.first(); fragment != nullptr; fragment = fragments.next()) {
+        const IDObject *const element = fragment->getElement();
+        const ISubsystem *const subsystem = element == nullptr ? nullptr : subsystemOf(*element);
+        if (subsystem != nullptr && subsystem->getName() == name) {
+            shown_->insert(subsystem);
+        }
+    }
 }
 
 bool shouldSetInformationFilesCheckBox(IUnit *unit) { return InformationFiles().holdFor(unit); }

@@ -3,14 +3,13 @@
 #pragma once
 
 #include "CM/host/IProject.h"
-#include "CM/platform/CString.h"
 
 #include <optional>
-#include <unordered_map>
-#include <vector>
+#include <unordered_set>
 
-/// Whether a file that observes the unit, or, for a subsystem, a file of the component that bears its name and
-/// shows its elements, is kept with another unit than the unit's own.
+/// Whether a file that observes the unit is kept with another unit than the unit's own; for a subsystem also
+/// whether a file of the component that bears its name shows elements of it, whichever unit that file is kept
+/// with.
 bool isFileNotSAMappedToUnit(const IUnit *unit, const IComponent *component);
 
 /// Answers for many units. The component is walked once, when it is first needed; the model must not change
@@ -30,8 +29,8 @@ class InformationFiles {
     [[nodiscard]] bool isFileNotMapped(const IUnit &unit);
     [[nodiscard]] bool isObservedFromElsewhere(const IUnit &unit) const;
     [[nodiscard]] bool isShownInFileOfItsName(const ISubsystem &subsystem);
-    [[nodiscard]] const std::vector<const IFile *> &filesNamed(const CString &name);
+    void addShownBy(const IFile &file);
 
-    const IComponent *component_ = nullptr; ///< null: the rule is off
-    std::optional<std::unordered_map<CString, std::vector<const IFile *>>> filesByName_;
+    const IComponent *component_ = nullptr;                       ///< null: the rule is off
+    std::optional<std::unordered_set<const ISubsystem *>> shown_; ///< those that a file of their name shows
 };

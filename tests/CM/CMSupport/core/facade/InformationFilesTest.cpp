@@ -103,6 +103,41 @@ TEST_F(InformationFilesRule, ASubsystemHoldsIfAFileOfItsNameShowsItsElements) {
     EXPECT_FALSE(holds(cooling)) << "the file has no save unit";
 }
 
+TEST_F(InformationFilesRule, ASubsystemHoldsAlsoIfTheFileIsKeptWithTheSubsystemItself) {
+    auto &cooling = host.addSubsystem("Cooling");
+    auto &element = host.addElement("Sensor", &cooling);
+    auto &inside = host.addComponent("Inner", &cooling);
+    inside.saveUnit = false;
+    auto &file = host.addFile("Cooling", &inside);
+    file.saveUnit = false;
+    host.addFragment("part", &file, &element);
+    ASSERT_EQ(file.getSaveUnit(), &cooling);
+    EXPECT_TRUE(isFileNotSAMappedToUnit(&cooling, &inside));
+}
+
+TEST_F(InformationFilesRule, ASubsystemHoldsForASubsystemInsideThatHasNoFileOfItsOwn) {
+    auto &cooling = host.addSubsystem("Cooling");
+    auto &inner = host.addSubsystem("Inner", &cooling);
+    addCodeFile("Code", &inner);
+    EXPECT_FALSE(holds(cooling)) << "another save unit is passed over";
+    inner.saveUnit = false;
+    EXPECT_TRUE(holds(cooling)) << "the file is kept elsewhere";
+}
+
+TEST_F(InformationFilesRule, EachSubsystemLooksAtTheFilesOfItsOwnName) {
+    auto &pumping = host.addSubsystem("Pumping");
+    auto &cooling = host.addSubsystem("Cooling");
+    auto &upper = host.addSubsystem("Drives", &pumping);
+    auto &lower = host.addSubsystem("Drives", &cooling);
+    auto &file = addCodeFile("Drives");
+    host.addFragment("of lower", &file, &host.addElement("Motor", &lower));
+    host.addFragment("of cooling", &file, &host.addElement("Fan", &cooling));
+    InformationFiles rule;
+    EXPECT_FALSE(rule.holdFor(&upper));
+    EXPECT_TRUE(rule.holdFor(&lower));
+    EXPECT_FALSE(rule.holdFor(&cooling));
+}
+
 TEST_F(InformationFilesRule, ASubsystemHoldsThroughATopLevelClassOnly) {
     auto &cooling = host.addSubsystem("Cooling");
     auto &pump = host.addClass("Pump", &cooling);
