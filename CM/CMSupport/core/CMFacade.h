@@ -1,6 +1,8 @@
-// CMFacade: where a call enters the library. Operations take the caller's lists and return non-zero if they ran and
-// succeeded; 0 if they failed, if the transaction was not valid (the user has been told why), or if nothing was
-// left to do. What went wrong for which unit is told in the diagnostic list and in the CM output window.
+// CMFacade: where a call enters the library. Operations take the caller's lists and return the outcome of the last
+// unit or item that was worked on, not a summary: non-zero if it succeeded. They return 0 too if nothing was left
+// to do, without a message, and if the transaction was not valid: without a tool the user has been told so,
+// without an active project nothing is shown. What went wrong for which unit is told in the diagnostic list and in
+// the CM output window.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"

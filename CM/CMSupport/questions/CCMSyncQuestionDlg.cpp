@@ -48,5 +48,7 @@ int CCMSyncQuestionDlg::DoModal() {
     if (m_response == "cancel") {
         return IDCANCEL;
     }
-    return IDYES; // whatever else the response is, closing the dialog included, counts as yes, deliberately
+    // Whatever else the response is counts as yes, deliberately: also the empty text of a dialog that was closed,
+    // unless the answer of an earlier question stands and has decided above.
+    return IDYES;
 }

@@ -20,8 +20,9 @@ class CCMSyncQuestionDlg : public CDialog {
     void SetCancelableOperation(int flag) { cancelable_ = flag; }
 
     /// IDYES, IDNO or IDCANCEL. A "yestoall" or "notoall" that stands answers without showing anything. A dialog
-    /// that was closed without one of the five answers counts as IDYES; if there is nobody who can be asked, it is
-    /// IDNO, and the CM output window tells so.
+    /// that was closed without one of the five answers counts as IDYES, unless the answer of an earlier question
+    /// stands, which then counts again; if there is nobody who can be asked, it is IDNO, and the CM output window
+    /// tells so.
     int DoModal();
 
   protected:
