@@ -42,7 +42,8 @@ template <class ITEM> class CheckOutRun : public CommandRun<ITEM> {
     void readQuestion() { question_.emplace(); }
 
   protected:
-    bool isWanted(ITEM &item) override { return !question_ || question_->mayOverwrite(item); }
+    /// Throws if the question was not read: no file is overwritten unasked by mistake.
+    bool isWanted(ITEM &item) override { return question_.value().mayOverwrite(item); }
 
   private:
     std::optional<WritableFileQuestion> question_;

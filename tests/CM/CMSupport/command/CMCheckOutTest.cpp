@@ -52,7 +52,22 @@ TEST_F(CheckOut, LogsTheToolsOutput) {
     EXPECT_THAT(logTexts(), Contains("Check in command returned the following: 1.2 locked\n"));
 }
 
-TEST_F(CheckOut, IgnoresTheHybridFlag) {
+TEST_F(CheckOut, EachLineOfTheLogTellsWhereItComesFrom) {
+    checkOutUnits(host.addUnit("Pump"));
+    ASSERT_EQ(host.logLines.size(), 3U);
+    EXPECT_NE(host.logLines[0].line, host.logLines[1].line);
+    EXPECT_NE(host.logLines[1].line, host.logLines[2].line);
+}
+
+TEST_F(CheckOut, ExpandsWithoutTheHybridFlagWhateverItWasPassed) {
+    useProvider();
+    units = list(&host.addUnit("Pump"));
+    EXPECT_EQ(CMCheckOut()(units, args, diags, true), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co Pump.ocl"));
+}
+
+TEST_F(CheckOut, AsksForTheToolWithoutTheHybridFlagWhateverItWasPassed) {
+    useProvider();
     host.setTool("None");
     units = list(&host.addUnit("Pump"));
     EXPECT_EQ(CMCheckOut()(units, args, diags, true), 0);
@@ -82,6 +97,21 @@ TEST_F(CheckOut, SavesTheModelOnceBeforeTheBatchIfThePropertyAsks) {
     checkOutUnits(host.addUnit("Pump"), host.addUnit("Valve"));
     EXPECT_EQ(calls().front(), "save model");
     EXPECT_EQ(host.callsOf("save model").size(), 1U);
+}
+
+TEST_F(CheckOut, SavesWithoutBeingAskedByTheCaller) {
+    setToolProperty(IPN::CMSaveOnCheckOut, "True");
+    CMProperty::saveOnCheckout(0);
+    checkOutUnits(host.addUnit("Pump"));
+    EXPECT_EQ(host.callsOf("save model").size(), 1U);
+    EXPECT_EQ(CMProperty::saveOnCheckout(-1), 0);
+}
+
+TEST_F(CheckOut, OpensAndClosesReloadsOnceForTheBatch) {
+    checkOutUnits(host.addUnit("Pump"), host.addUnit("Valve"));
+    EXPECT_EQ(host.worker.commands.size(), 2U);
+    EXPECT_EQ(host.callsOf("reloads open").size(), 1U);
+    EXPECT_EQ(host.callsOf("reloads close").size(), 1U);
 }
 
 TEST_F(CheckOut, DoesNotSaveWithAFalseOrAMissingProperty) {
@@ -303,6 +333,19 @@ TEST_F(CheckOutOldLayout, AGoodRunBringsTheToolsFileOverTheUnits) {
     EXPECT_EQ(checkOutUnits(project()), 1);
     EXPECT_EQ(read(unitFile), "new");
     EXPECT_FALSE(exists(toolFile));
+}
+
+TEST_F(CheckOutOldLayout, AToolThatPrintsAnErrorHasItsFileTakenAllTheSame) {
+    setToolProperty("OperationErrorPattern", "locked");
+    host.worker.run = [this](const CString &) {
+        write(toolFile, "new");
+        return recording::ToolRun{{}, {"co: locked by bob\n"}, 0};
+    };
+    EXPECT_EQ(checkOutUnits(project()), 1);
+    EXPECT_EQ(host.messages.shown.size(), 1U);
+    EXPECT_EQ(read(unitFile), "new") << "the guard was committed";
+    EXPECT_FALSE(exists(toolFile));
+    EXPECT_THAT(host.calls, Contains("reload Plant flag=0"));
 }
 
 TEST_F(CheckOutOldLayout, AFailedExpansionTakesTheToolsFileAway) {

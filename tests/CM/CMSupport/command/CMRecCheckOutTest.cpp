@@ -44,6 +44,30 @@ TEST_F(RecCheckOut, SavesOnceIfThePropertyAsksAndTheListIsNotEmpty) {
     EXPECT_EQ(host.callsOf("save model").size(), 1U);
 }
 
+TEST_F(RecCheckOut, SavesWithoutBeingAskedByTheCaller) {
+    setToolProperty(IPN::CMSaveOnCheckOut, "True");
+    CMProperty::saveOnCheckout(0);
+    auto units = list(&host.addUnit("Pump"));
+    checkOut(units);
+    EXPECT_EQ(host.callsOf("save model").size(), 1U);
+    EXPECT_EQ(CMProperty::saveOnCheckout(-1), 0);
+}
+
+TEST_F(RecCheckOut, ExpandsWithoutTheHybridFlagWhateverItWasPassed) {
+    useProvider();
+    auto units = list(&host.addUnit("Pump"));
+    EXPECT_EQ(CMRecCheckOut()(units, args, diags, true), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co Pump.ocl"));
+}
+
+TEST_F(RecCheckOut, AsksForTheToolWithoutTheHybridFlagWhateverItWasPassed) {
+    useProvider();
+    host.setTool("None");
+    auto units = list(&host.addUnit("Pump"));
+    EXPECT_EQ(CMRecCheckOut()(units, args, diags, true), 0);
+    EXPECT_EQ(diags.GetCount(), 1);
+}
+
 TEST_F(RecCheckOut, SelectsTheUnitsArchive) {
     setToolProperty(IPN::CMCheckOut, "co $archive");
     setToolProperty(IPN::CMArchive, "/archives/plant");

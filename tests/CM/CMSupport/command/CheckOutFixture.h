@@ -56,6 +56,7 @@ class CheckOutFixture : public CoreFixture {
         CMFacade::afterATMCallbackFuncParameter() = nullptr;
         CCMSyncQuestionDlg::m_response.Empty();
         CMProperty::saveOnCheckout(1);
+        CMProperty::setSCCToolName("");
     }
 
     // Two frames that are told apart by where they are; nobody looks into them.
@@ -70,6 +71,15 @@ class CheckOutFixture : public CoreFixture {
         setOldLayout();
         setToolProperty("AskOnCheckoutReadWrite", "No");
         write(unitsDirectory() / "Plant.ory", "old");
+    }
+
+    /// The provider route with a provider of a known name: a template that is looked up for the hybrid mode is
+    /// that of the provider's name, any other is that of "SCC".
+    void useProvider() {
+        setProviderRoute();
+        CMProperty::setSCCToolName("Basalt");
+        host.setToolDefault("Basalt", IPN::CMCheckOut, "hybrid $Unit");
+        host.setToolDefault("SCC", IPN::CMCheckOut, "co $Unit");
     }
 
     /// The working directory can't be entered, so that Execute answers 0.

@@ -142,6 +142,15 @@ TEST_F(CheckOutFromArchive, SkipsNullTakesDuplicatesAndSelectsNoArchive) {
     EXPECT_THAT(host.worker.commands, ElementsAre("coa /archives/plant Pump.ocl", "coa /archives/plant Pump.ocl"));
 }
 
+TEST_F(CheckOutFromArchive, OpensAndClosesReloadsOnceForTheBatch) {
+    host.addUnit("Pump");
+    host.addUnit("Valve");
+    checkOut({item("Pump.ocl"), item("Valve.ocl")});
+    EXPECT_THAT(host.worker.commands, ElementsAre("coa Pump.ocl", "coa Valve.ocl"));
+    EXPECT_EQ(host.callsOf("reloads open").size(), 1U);
+    EXPECT_EQ(host.callsOf("reloads close").size(), 1U);
+}
+
 TEST_F(CheckOutFromArchive, AnEmptyListDoesNothing) {
     setToolProperty(IPN::CMSaveOnCheckOut, "True");
     EXPECT_EQ(checkOut({}), 0);
