@@ -1,5 +1,6 @@
 #include "tests/orchard/storage/Workbench.h"
 
+#include "CM/host/DialogHelpers.h"
 #include "CM/host/Iterators.h"
 #include "CM/host/OrId.h"
 #include "orchard/properties/PropertyTable.h"
@@ -104,11 +105,26 @@ TEST_F(SampleModel, IteratorsWalkInModelOrder) {
     EXPECT_THAT(namesOf(IUnitAggregatesIterator(unit("Drives"), 0)),
                 ElementsAre("Drives", "Pump", "Valve", "Sensors"));
     EXPECT_THAT(namesOf(IAggregatesIterator(unit("Drives"), 0)), ElementsAre("Pump", "Valve", "Sensors"));
-    EXPECT_THAT(namesOf(IRecursiveIterator<IAggregatesIterator>(unit("Sensors"))),
+    EXPECT_THAT(namesOf(IRecursiveIterator<IDObject, IAggregatesIterator>(unit("Sensors"), 0)),
                 ElementsAre("LevelSensor", "zero", "span", "read", "FlowSensor", "pulsesPerLitre", "read"));
     EXPECT_EQ(namesOf(IUnitIterator(*IUnit::getRepositoryFiles())).size(), 17U);
+    EXPECT_THAT(namesOf(IRecursiveIterator<IUnit, IUnitAggregatesIterator>(unit("Drives"), 1)),
+                ElementsAre("Drives", "Pump", "Valve", "Sensors", "LevelSensor", "FlowSensor"));
+    EXPECT_THAT(namesOf(IRecursiveIterator<IUnit, IUnitAggregatesIterator>(unit("Drives"), 0)),
+                ElementsAre("Pump", "Valve", "Sensors", "LevelSensor", "FlowSensor"));
     IUnitAggregatesIterator none(nullptr, 0);
     EXPECT_EQ(none.first(), nullptr);
+}
+
+TEST_F(SampleModel, ElementsHaveTheIconOfTheirKind) {
+    CImageList images;
+    GetOrchardIconsList(images, true);
+    const auto iconOf = [&images](const IDObject *object) { return images.name(oiGetObjectIcon(object)).str(); };
+    EXPECT_EQ(iconOf(project), "project");
+    EXPECT_EQ(iconOf(unit("Drives")), "subsystem");
+    EXPECT_EQ(iconOf(unit("wiring.txt")), "embedded file");
+    EXPECT_EQ(iconOf(project->getConfiguration()), "configuration");
+    EXPECT_EQ(CMStateAwareTreeCtrl::GetCMStateImageInd(unit("Valve")), 0) << "no state is on display";
 }
 
 TEST_F(SampleModel, CodeFilesObserveWhatTheirFragmentsStandFor) {
