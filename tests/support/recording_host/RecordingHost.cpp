@@ -67,7 +67,7 @@ template <class KIND> KIND &RecordingHost::make(const CString &name, const CStri
         ObjectState::of(object.owner).inside.push_back(&object);
     }
     objectsById[object.id] = &object;
-    objects_.push_back(std::move(made));
+    objects_.emplace(&object, std::move(made));
     return object;
 }
 
@@ -149,18 +149,21 @@ Element &RecordingHost::addElement(const CString &name, IDObject *owner) {
 Class &RecordingHost::replaceClass(Class &unit) {
     Class &other = makeUnit<Class>(unit.name, unit.metaClassName, unit.extension, unit.owner);
     objectsById.erase(other.id);
-    removeObject(unit);
     other.id = unit.id;
     other.fileName = unit.fileName;
     other.directory = unit.directory;
     other.fullFileName = unit.fullFileName;
     other.reposName = unit.reposName;
+    removeObject(unit);
     objectsById[other.id] = &other;
     return other;
 }
 
 void RecordingHost::removeObject(IDObject &object) {
     ObjectState &state = ObjectState::of(&object);
+    while (!state.inside.empty()) {
+        removeObject(*state.inside.back());
+    }
     if (state.owner != nullptr) {
         std::erase(ObjectState::of(state.owner).inside, &object);
     }
@@ -171,6 +174,7 @@ void RecordingHost::removeObject(IDObject &object) {
     if (entry != objectsById.end() && entry->second == &object) {
         objectsById.erase(entry);
     }
+    objects_.erase(&object);
 }
 
 IProperty &RecordingHost::setProperty(IDObject *object, const CString &subject, const CString &metaclass,

@@ -70,7 +70,8 @@ class RecordingHost {
     /// What handles answer, by identifier. A test takes entries out or puts another object in.
     std::unordered_map<CString, IDObject *> objectsById;
 
-    // --- Builders. Objects live as long as the host. Without an owner the active project is the owner.
+    // --- Builders. Objects live until they are removed or the host ends. Without an owner the active project is
+    // the owner.
 
     /// The first project becomes the active one, with a workspace. Its units stand in `directory`/_NAME.
     recording::Project &addProject(const CString &name = "Plant", const CString &directory = "/models");
@@ -88,9 +89,10 @@ class RecordingHost {
     recording::Element &addElement(const CString &name, IDObject *owner = nullptr);
 
     /// Another object with the identifier, owner and names of `unit`, as a reload makes it. Handles answer it from
-    /// now on, and it takes the old one's place among the repository files.
+    /// now on, and it takes the old one's place among the repository files. The old one is gone with all it owns.
     recording::Class &replaceClass(recording::Class &unit);
-    /// Takes the object out of the model: handles answer null. Its memory stays, so that a test may look at it.
+    /// Takes the object and all that it owns out of the model: handles answer null, and the objects are gone, so
+    /// that a sanitizer sees every use of them.
     void removeObject(IDObject &object);
 
     /// Sets a property on an object; without one as a default of the installation, which all objects inherit.
@@ -118,7 +120,7 @@ class RecordingHost {
     template <class KIND>
     KIND &makeUnit(const CString &name, const CString &metaClass, const CString &extension, IDObject *owner);
 
-    std::vector<std::unique_ptr<IDObject>> objects_;
+    std::unordered_map<const IDObject *, std::unique_ptr<IDObject>> objects_;
     recording::PropertyMap defaults_;
     int lastId_ = 0;
 };

@@ -102,6 +102,19 @@ TEST_F(RecordingHostModel, LetsAHandleAnswerWhatTheTestArranges) {
     EXPECT_EQ(host.handlesAlive, 0);
 }
 
+TEST_F(RecordingHostModel, RemovesAnObjectWithAllThatItOwns) {
+    auto &project = host.addProject();
+    recording::Subsystem &drives = host.addSubsystem("Drives");
+    recording::Class &pump = host.addUnit("Pump", &drives);
+    IHandle *const handle = pump.getHandle();
+    host.removeObject(drives);
+    EXPECT_EQ(handle->doGetObject(), nullptr);
+    EXPECT_EQ(IUnit::getByFile("Pump.ocl"), nullptr);
+    EXPECT_EQ(IUnit::getByFile("Drives.osb"), nullptr);
+    EXPECT_THAT(project.inside, IsEmpty());
+    handle->release();
+}
+
 TEST_F(RecordingHostModel, InheritsPropertiesFromOwnerProjectAndInstallation) {
     recording::Project &project = host.addProject();
     recording::Subsystem &drives = host.addSubsystem("Drives");
@@ -152,17 +165,34 @@ TEST_F(RecordingHostModel, WalksTheUnitItselfAndTheUnitsInside) {
     host.addProject();
     recording::Subsystem &drives = host.addSubsystem("Drives");
     recording::Class &pump = host.addUnit("Pump", &drives);
-    recording::Element &note = host.addElement("note", &drives);
-    recording::Element &speed = host.addElement("speed", &pump);
+    host.addElement("note", &drives);
     IUnitAggregatesIterator units(&drives, 0);
     EXPECT_EQ(units.first(), &drives);
     EXPECT_EQ(units.next(), &pump);
     EXPECT_EQ(units.next(), nullptr);
-    IRecursiveIterator<IAggregatesIterator> all(&drives);
-    EXPECT_EQ(all.first(), &pump);
-    EXPECT_EQ(all.next(), &speed);
-    EXPECT_EQ(all.next(), &note);
-    EXPECT_EQ(all.next(), nullptr);
+}
+
+TEST_F(RecordingHostModel, WalksWholeSubtreesWithTheRootIfAsked) {
+    host.addProject();
+    recording::Subsystem &drives = host.addSubsystem("Drives");
+    recording::Subsystem &sensors = host.addSubsystem("Sensors", &drives);
+    recording::Class &level = host.addUnit("Level", &sensors);
+    recording::Element &speed = host.addElement("speed", &level);
+    recording::Class &pump = host.addUnit("Pump", &drives);
+    const auto walked = [](auto iterator) {
+        std::vector<const IDObject *> objects;
+        for (const IDObject *object = iterator.first(); object != nullptr; object = iterator.next()) {
+            objects.push_back(object);
+        }
+        return objects;
+    };
+    using Units = IRecursiveIterator<IUnit, IUnitAggregatesIterator>;
+    using Objects = IRecursiveIterator<IDObject, IAggregatesIterator>;
+    EXPECT_THAT(walked(Units(&drives, 1)), ElementsAre(&drives, &sensors, &level, &pump));
+    EXPECT_THAT(walked(Units(&drives, 0)), ElementsAre(&sensors, &level, &pump));
+    EXPECT_THAT(walked(Objects(&drives, 0)), ElementsAre(&sensors, &level, &speed, &pump));
+    EXPECT_THAT(walked(Objects(&drives, 1)), ElementsAre(&drives, &sensors, &level, &speed, &pump));
+    EXPECT_THAT(walked(Units(nullptr, 1)), IsEmpty());
 }
 
 TEST_F(RecordingHostModel, FindsCodeFilesAndTheirFragments) {
