@@ -1,5 +1,8 @@
 #include "orchard/model/Undo.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace orchard {
 
 UndoRecorder &UndoRecorder::instance() {
@@ -21,14 +24,19 @@ void UndoRecorder::start(int flag, bool doNothing) {
 }
 
 void UndoRecorder::end(bool doNothing) {
-    if (open_.empty() || brackets_[open_.back()].doNothing != doNothing) {
+    // Brackets of the two sorts may cross.
+    const auto found = std::find_if(open_.rbegin(), open_.rend(), [&](std::size_t bracket) {
+        return brackets_[bracket].doNothing == doNothing;
+    });
+    if (found == open_.rend()) {
         return;
     }
-    brackets_[open_.back()].open = false;
-    open_.pop_back();
-    if (open_.empty() && !doNothing) {
+    Bracket &closed = brackets_[*found];
+    closed.open = false;
+    if (closed.depth == 0 && !doNothing) {
         ++steps_;
     }
+    open_.erase(std::next(found).base());
 }
 
 void UndoRecorder::noteChange() {

@@ -28,11 +28,25 @@ TEST_F(Undo, BracketsNestAndMakeOneStep) {
 TEST_F(Undo, AStepThatDoesNothingMakesNoEntry) {
     {
         const UnUndoableTransaction guard(1);
-        Undoer::endTransaction(); // of another sort: passed over
+        Undoer::endTransaction(); // nobody opened one of this sort: passed over
         EXPECT_EQ(recorder.depth(), 1);
     }
     EXPECT_EQ(recorder.depth(), 0);
     EXPECT_EQ(recorder.steps(), 0U);
+}
+
+TEST_F(Undo, BracketsOfTwoSortsMayCross) {
+    Undoer::instance()->startTransaction(nullptr, 1, 0, 0);
+    {
+        const UnUndoableTransaction guard(2);
+        Undoer::endTransaction();
+        EXPECT_EQ(recorder.depth(), 1);
+        EXPECT_EQ(recorder.steps(), 1U);
+        EXPECT_FALSE(recorder.brackets()[0].open);
+        EXPECT_TRUE(recorder.brackets()[1].open);
+    }
+    EXPECT_EQ(recorder.depth(), 0);
+    EXPECT_EQ(recorder.steps(), 1U);
 }
 
 TEST_F(Undo, AnEndThatNobodyOpenedIsPassedOver) {
