@@ -82,3 +82,9 @@ std::string ElementId::text() const {
 }
 
 } // namespace orchard
+
+std::size_t std::hash<orchard::ElementId>::operator()(const orchard::ElementId &id) const noexcept {
+    static const orchard::ElementId seed = orchard::ElementId::random();
+    using orchard::mixed;
+    return static_cast<std::size_t>(mixed(mixed(id.high ^ seed.high) + (id.low ^ seed.low)));
+}

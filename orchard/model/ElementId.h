@@ -30,7 +30,6 @@ struct ElementId {
 } // namespace orchard
 
 template <> struct std::hash<orchard::ElementId> {
-    std::size_t operator()(const orchard::ElementId &id) const noexcept {
-        return static_cast<std::size_t>((id.high * 0x9E3779B97F4A7C15ULL) ^ id.low);
-    }
+    /// Of another seed in each process: files may hold any identifiers, also such as are to collide.
+    std::size_t operator()(const orchard::ElementId &id) const noexcept;
 };

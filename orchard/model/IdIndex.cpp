@@ -2,12 +2,7 @@
 
 namespace orchard {
 
-std::size_t IdIndex::homeOf(const ElementId &id) const {
-    std::size_t hash = std::hash<ElementId>()(id);
-    hash ^= hash >> 32U;
-    hash *= 0x9E3779B97F4A7C15ULL;
-    return (hash >> 20U) & (table_.size() - 1);
-}
+std::size_t IdIndex::homeOf(const ElementId &id) const { return std::hash<ElementId>()(id) & (table_.size() - 1); }
 
 /// The place of the identifier, or the free one where it would go.
 std::size_t IdIndex::placeOf(const ElementId &id) const {
