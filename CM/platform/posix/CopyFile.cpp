@@ -143,6 +143,10 @@ bool copyFile(const CString &from, const CString &to, bool failIfExists) {
     if (::futimens(copy.get(), times.data()) != 0 || ::fchmod(copy.get(), state.st_mode & 0777U) != 0) {
         return false;
     }
+    // Else the name could stand after a crash before what is in the file does. Some file systems can't.
+    if (::fsync(copy.get()) != 0 && errno != EINVAL && errno != ENOTSUP) {
+        return false;
+    }
     return failIfExists ? copy.become(target) : copy.replace(target);
 }
 
