@@ -72,7 +72,12 @@ class Draft {
         }
         return true;
     }
-    [[nodiscard]] bool setMode(mode_t mode) { return ::fchmod(fd_, mode) == 0; }
+    /// Where a file system keeps no modes, or nobody may set them, the file is good without.
+    [[nodiscard]] bool setMode(mode_t mode) {
+        struct stat state {};
+        const bool agrees = ::fstat(fd_, &state) == 0 && (state.st_mode & 07777U) == mode;
+        return agrees || ::fchmod(fd_, mode) == 0 || errno == EPERM || errno == ENOTSUP;
+    }
     [[nodiscard]] bool flush() { return ::fsync(fd_) == 0; }
     [[nodiscard]] bool close() {
         const int fd = std::exchange(fd_, -1);
