@@ -45,8 +45,24 @@ Element &Element::addChild(std::unique_ptr<Element> child, std::size_t index) {
 }
 
 std::size_t Element::indexOf(const Element &child) const {
-    const auto found = std::ranges::find(children_, &child, [](const auto &owned) { return owned.get(); });
-    return static_cast<std::size_t>(found - children_.begin());
+    // Children are mostly asked for one after the other.
+    thread_local std::size_t next = 0;
+    const auto same = [&](const auto &owned) { return owned.get() == &child; };
+    const auto hinted = children_.begin() + static_cast<std::ptrdiff_t>(std::min(next, children_.size()));
+    auto found = std::find_if(hinted, children_.end(), same);
+    if (found == children_.end()) {
+        found = std::find_if(children_.begin(), hinted, same);
+        found = found == hinted ? children_.end() : found;
+    }
+    next = static_cast<std::size_t>(found - children_.begin()) + 1;
+    return next - 1;
+}
+
+std::unique_ptr<Element> Element::replaceChild(std::size_t index, std::unique_ptr<Element> child) {
+    child->owner_ = this;
+    children_[index].swap(child);
+    child->owner_ = nullptr;
+    return child;
 }
 
 std::unique_ptr<Element> Element::takeChild(std::size_t index) {
@@ -71,10 +87,10 @@ void Element::giveChildrenTo(Element &other) {
 
 void Element::takeFacts(Element &other) {
     id_ = other.id_;
-    name_ = std::move(other.name_);
-    if (model_ != nullptr) {
+    if (model_ != nullptr && name_ != other.name_) {
         model_->noteName();
     }
+    name_ = std::move(other.name_);
     details_ = std::move(other.details_);
     setProperties(std::move(other.properties_));
 }

@@ -69,6 +69,9 @@ class Element {
     /// Takes a child out; it is then owned by the caller. Linear in the number of children.
     [[nodiscard]] std::unique_ptr<Element> takeChild(const Element &child);
     [[nodiscard]] std::unique_ptr<Element> takeChild(std::size_t index);
+    /// Puts a child in the place of another one, which is then owned by the caller.
+    [[nodiscard]] std::unique_ptr<Element> replaceChild(std::size_t index, std::unique_ptr<Element> child);
+    /// Quick when children are asked for one after the other; else linear. The number of children if it is none.
     [[nodiscard]] std::size_t indexOf(const Element &child) const;
     /// Gives all children to `other`, which loses its own.
     void giveChildrenTo(Element &other);

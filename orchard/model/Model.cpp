@@ -22,7 +22,7 @@ Model::Clash Model::enter(Element &element) {
         return clash;
     }
     element.setModel(this);
-    namesStand_ = false;
+    namesStand_ = namesStand_ && element.asUnit() == nullptr; // it holds units only
     if (UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
         clash.sameFile = files_.add(*unit);
         if (clash) {
@@ -40,7 +40,7 @@ Model::Clash Model::enter(Element &element) {
 
 void Model::leave(Element &element) {
     slots_.left(element);
-    namesStand_ = false;
+    namesStand_ = namesStand_ && element.asUnit() == nullptr; // it holds units only
     ids_.remove(element);
     if (UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
         files_.remove(*unit);
