@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -136,6 +137,44 @@ TEST_F(Checkout, FailsWhereTheArchiveIsGone) {
     EXPECT_EQ(first(ran)["outcome"], "failed");
     EXPECT_EQ(read(pump), before);
     EXPECT_EQ(project.show("Pump")["state"], "RO");
+}
+
+TEST_F(Checkout, NothingOfALabelIsRunOrTakenForAnOption) {
+    const fs::path proof = project.directory() / "proof";
+    const std::string touch = "touch " + tools::quoted(proof.string());
+    for (const std::string &label :
+         {"1.1;" + touch, "1.1 ;" + touch, "1.1&" + touch, "1.1|" + touch, "1.1\n" + touch, "$(" + touch + ")",
+          "`" + touch + "`", "1.1 $(" + touch + ")", "1.1\" ;" + touch + ";\"", "1.1';" + touch + ";'",
+          "1.1'\";" + touch + ";\"'", "1.1>" + proof.string(), "1.1 >" + proof.string(), "1.1\\", "-l"s, "1.1<x"s,
+          "1.1\t-l"s, "(1.1 ? x)"s}) {
+        const std::string before = read(pump);
+        for (const bool fromArchive : {false, true}) {
+            std::vector<std::string> words{"--label=" + label, fromArchive ? pump.string() : "Pump"};
+            if (fromArchive) {
+                words.emplace_back("--archive");
+            }
+            const Ran ran = checkout(words);
+            EXPECT_EQ(ran.exit, 2) << label << '\n' << ran.out << ran.err;
+            EXPECT_THAT(ran.out + ran.err, HasSubstr("the label can't be given to a tool")) << label;
+        }
+        EXPECT_FALSE(fs::exists(proof)) << label;
+        EXPECT_EQ(read(pump), before) << label;
+        EXPECT_THAT(project.locksOf(pump), IsEmpty()) << label;
+    }
+}
+
+// A host that hands labels on unseen is covered by the property set alone.
+TEST_F(Checkout, TheShippedCommandKeepsALabelFromTheShell) {
+    const fs::path proof = project.directory() / "proof";
+    for (const std::string &label :
+         {"1.1;touch " + proof.string(), "1.1&touch " + proof.string(), "$(touch " + proof.string() + ")",
+          "1.1\" ;touch " + proof.string() + ";\""}) {
+        const Ran ran = project.onProject({"expand", "--property", "LabelPart", "--label", label});
+        if (ran.exit == 0) {
+            project.shell(": " + ran.out);
+        }
+        EXPECT_FALSE(fs::exists(proof)) << label << ran.out;
+    }
 }
 
 TEST_F(Checkout, TakesTheVersionThatALabelNames) {

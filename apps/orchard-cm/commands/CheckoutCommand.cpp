@@ -3,6 +3,7 @@
 #include "CM/CMSupport/core/CMProperty.h"
 #include "apps/orchard-cm/checkout/ArchiveNames.h"
 #include "apps/orchard-cm/checkout/Checkout.h"
+#include "apps/orchard-cm/checkout/LabelCheck.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/UnitSelection.h"
 
@@ -27,6 +28,9 @@ class CheckoutCommand : public Command {
     }
 
     ExitCode run(Context &context) override {
+        if (const std::string fault = labelFault(options_.label); !fault.empty()) {
+            throw Failure(ExitCode::usage, "the label can't be given to a tool: " + fault);
+        }
         const IProject &project = context.session.project();
         const CheckoutReport report =
             archive_ ? checkOutFromArchive(context, archiveNames(project, items_, options_.recursive), options_)

@@ -1,0 +1,35 @@
+#include "apps/orchard-cm/checkout/LabelCheck.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using orchard_cm::labelFault;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST(LabelCheck, TakesTheNamesThatToolsGiveToVersions) {
+    for (const auto *label : {"", "1.1", "1.2.1.4", "rel-2_0", "two words",
+                              "R\xc3\xbc"
+                              "ckgabe",
+                              "a/b", "x@y", "#3", "v1,v2"}) {
+        EXPECT_THAT(labelFault(label), IsEmpty()) << label;
+    }
+}
+
+TEST(LabelCheck, NamesEachCharacterThatAShellActsOn) {
+    for (const char c : std::string_view("\"'$`\\;&|<>()")) {
+        EXPECT_THAT(labelFault(std::string("1.1") + c), HasSubstr(std::string("the character ") + c));
+    }
+}
+
+TEST(LabelCheck, RefusesLineEndsAndOtherControlCharacters) {
+    EXPECT_THAT(labelFault("1.1\n2"), HasSubstr("a line end"));
+    for (const char c : std::string_view("\0\t\r\x1b\x7f", 5)) {
+        EXPECT_THAT(labelFault(std::string("1.1") + c), HasSubstr("a control character"));
+    }
+}
+
+TEST(LabelCheck, RefusesWhatAToolWouldTakeForAnOption) {
+    EXPECT_THAT(labelFault("-l"), HasSubstr("the character -"));
+    EXPECT_THAT(labelFault("a-l"), IsEmpty());
+}
