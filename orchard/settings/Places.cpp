@@ -1,7 +1,12 @@
 #include "orchard/settings/Places.h"
 
+#include "CM/host/LogTrace.h"
+#include "CM/host/Messages.h"
+
 #include <cstdlib>
 #include <dlfcn.h>
+#include <map>
+#include <mutex>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -26,11 +31,37 @@ fs::path directoryOfThisCode() {
     return error ? fs::path() : file.parent_path();
 }
 
+/// What ORCHARD_SHARE names, seen from the directory that was the current one when the name was first met. A name
+/// of nothing is told then.
+fs::path namedShare(const fs::path &name) {
+    static std::mutex guard;
+    static std::map<std::string, fs::path> known;
+    fs::path place;
+    {
+        const std::lock_guard lock(guard);
+        const auto [at, isNew] = known.try_emplace(name.string());
+        if (!isNew) {
+            return at->second;
+        }
+        std::error_code error;
+        place = fs::absolute(name, error).lexically_normal();
+        at->second = place = error ? name : place;
+        if (fs::is_directory(place, error)) {
+            return place;
+        }
+    }
+    // Outside the lock, as telling may come back here.
+    const std::string text = "ORCHARD_SHARE names " + place.string() + ", which is not a directory.";
+    LogTrace::Log(LogTrace::Log::cm).Min("orchard/settings", 0, text);
+    static_cast<void>(notifyUserAndAsk(text, MB_ICONEXCLAMATION, 0, messageLevelDefault));
+    return place;
+}
+
 } // namespace
 
 fs::path shareDirectory() {
     if (const fs::path named = fromEnvironment("ORCHARD_SHARE"); !named.empty()) {
-        return named;
+        return namedShare(named);
     }
     std::vector<fs::path> candidates;
     // A library may stand two levels below the prefix, as in lib/x86_64-linux-gnu.
@@ -39,7 +70,6 @@ fs::path shareDirectory() {
         at = at.parent_path();
         candidates.push_back(at / "share" / "orchard");
     }
-    candidates.emplace_back(ORCHARD_BUILD_SHARE);
     candidates.emplace_back(ORCHARD_INSTALL_SHARE);
     for (const fs::path &candidate : candidates) {
         std::error_code error;

@@ -8,8 +8,10 @@
 namespace orchard {
 
 /// The directory of the installed property sets, headers and samples, "$OQROOT" in a template: what the
-/// environment variable ORCHARD_SHARE names, else "share/orchard" beside the directory of the library or program,
-/// else the build tree's, else the place it was installed to. Empty if none of them is a directory.
+/// environment variable ORCHARD_SHARE names, a relative name being seen from what was the current directory at the
+/// first call, and a name of no directory being told once; else "share/orchard" beside the directory of the
+/// library or program, in a build tree as in an installation; else the place that it was to be installed to. Empty
+/// if none of these is a directory.
 ORCHARD_API std::filesystem::path shareDirectory();
 
 /// The user's configuration directory, "orchard" below XDG_CONFIG_HOME or below ~/.config. It may not exist. Empty

@@ -13,6 +13,13 @@
 namespace orchard {
 namespace {
 
+constexpr auto fileVariable = "ORCHARD_SETTINGS";
+
+bool isNamed() {
+    const char *const name = std::getenv(fileVariable);
+    return name != nullptr && *name != '\0';
+}
+
 void take(Settings &settings, const toml::table &table, const std::string &name,
           std::vector<std::string> &problems) {
     for (const auto &[sectionName, section] : table) {
@@ -36,6 +43,16 @@ void take(Settings &settings, const toml::table &table, const std::string &name,
             }
         }
     }
+}
+
+/// A file that is named and missing is a mistake; the user's own need not be there.
+Settings standardSettings(std::vector<std::string> &problems) {
+    const std::filesystem::path file = Settings::standardFile();
+    std::error_code error;
+    if (!file.empty() && isNamed() && !std::filesystem::exists(file, error)) {
+        problems.push_back(file.string() + ": there is no such file, though " + fileVariable + " names it");
+    }
+    return Settings::read(file, problems);
 }
 
 } // namespace
@@ -80,8 +97,8 @@ void Settings::set(std::string_view section, std::string_view key, std::string_v
 }
 
 std::filesystem::path Settings::standardFile() {
-    if (const char *const named = std::getenv("ORCHARD_SETTINGS"); named != nullptr && *named != '\0') {
-        return named;
+    if (isNamed()) {
+        return std::getenv(fileVariable);
     }
     const std::filesystem::path directory = userDirectory();
     return directory.empty() ? directory : directory / "settings.toml";
@@ -89,12 +106,12 @@ std::filesystem::path Settings::standardFile() {
 
 Settings &settingsInForce() {
     static std::vector<std::string> problems;
-    static Settings settings = Settings::read(Settings::standardFile(), problems);
+    static Settings settings = standardSettings(problems);
     // Telling may come back here, so the problems are taken off first.
     for (const std::string &problem : std::exchange(problems, {})) {
         LogTrace::Log(LogTrace::Log::cm).Min("orchard/settings", 0, problem);
-        static_cast<void>(notifyUserAndAsk("The settings file has a mistake.\n" + problem, MB_ICONEXCLAMATION, 0,
-                                           messageLevelDefault));
+        static_cast<void>(notifyUserAndAsk("The settings can't be used as they stand.\n" + problem,
+                                           MB_ICONEXCLAMATION, 0, messageLevelDefault));
     }
     return settings;
 }

@@ -1,6 +1,7 @@
 #include "orchard/settings/Settings.h"
 
 #include "CM/host/Utilities.h"
+#include "orchard/messages/ScriptedUser.h"
 
 #include <gtest/gtest.h>
 
@@ -94,8 +95,13 @@ TEST(EnvironmentVariables, AnswerFromTheSettingsInForce) {
     setenv("ORCHARD_SETTINGS", "/no/such/file", 1);
     CString value = "as it was";
     CString second = "as it was";
+    orchard::ScriptedUser user;
+    orchard::setUserInterface(&user);
     EXPECT_EQ(oqGetEnvVar("General", "DEBUG_CM", value, nullptr), 0);
     EXPECT_EQ(value, "as it was");
+    ASSERT_EQ(user.messages().size(), 1U) << "the file that is named and missing";
+    EXPECT_NE(user.messages()[0].text.Find("/no/such/file: there is no such file"), -1) << user.messages()[0].text;
+    orchard::setUserInterface(nullptr);
     orchard::overrideSetting("General", "DEBUG_CM", "TRUE");
     EXPECT_EQ(oqGetEnvVar("General", "DEBUG_CM", value, &second), 1);
     EXPECT_EQ(value, "TRUE");
