@@ -1,4 +1,4 @@
-// IProperty: a value with a name, a type and a change notice.
+// IProperty: a value with a name, a type and a change notice. It ends with its holder, as at a reload of a unit.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -29,7 +29,7 @@ class ORC_HOST_API IProperty {
     [[nodiscard]] bool getBool() const;
     /// Sets the value and notifies the observers of the object that holds the property.
     void setValue(const CString &value);
-    void setName(const CString &name);
+    void setName(const CString &name); ///< for a copy; a property that belongs to an object keeps its name
     void setType(const CString &type);
     /// The file that the value names, or null.
     [[nodiscard]] IFile *getFile() const;

@@ -34,5 +34,10 @@ void IProperty::setValue(const CString &value) {
     }
 }
 
-void IProperty::setName(const CString &name) { data_->name = name; }
+void IProperty::setName(const CString &name) {
+    if (!data_->subject.empty()) {
+        return; // it is found by its name where it stands, and must stay findable
+    }
+    data_->name = name;
+}
 void IProperty::setType(const CString &type) { data_->type = type; }

@@ -8,6 +8,7 @@
 #include "orchard/text/PatternReport.h"
 
 #include <algorithm>
+#include <deque>
 #include <system_error>
 #include <unordered_map>
 
@@ -44,6 +45,7 @@ const InstalledSets &standardSets() {
 } // namespace
 
 struct InstalledSets::Index {
+    std::deque<std::string> names; ///< which the keys look at; a deque doesn't move them
     std::unordered_map<PropertyKey, IProperty *, PropertyKeyHash> properties;
 };
 
@@ -53,7 +55,8 @@ InstalledSets::InstalledSets(const std::vector<fs::path> &directories) : index_(
     }
     for (const auto &set : sets_) {
         for (const PropertyTable::Entry &entry : set->table().entries()) {
-            const PropertyKey key{entry.subject, entry.metaclass, entry.property->data().name.view()};
+            const std::string &name = index_->names.emplace_back(entry.property->data().name.view());
+            const PropertyKey key{entry.subject, entry.metaclass, name};
             index_->properties.try_emplace(key, entry.property.get()); // what counts more is there already
         }
     }

@@ -46,6 +46,14 @@ TEST(PropertyCopy, TakesNameTypeAndValueAndTellsNobody) {
     EXPECT_EQ(copy.getType(), "String");
 }
 
+TEST(PropertyName, OfAnAttachedPropertyStaysAsItIsFoundByIt) {
+    orchard::PropertyTable table;
+    IProperty &property = table.set("s", "m", "k", "Int", "7");
+    property.setName("a name that is too long to stand within the text itself");
+    EXPECT_EQ(property.getName(), "k");
+    EXPECT_EQ(table.find("s", "m", "k"), &property);
+}
+
 TEST(PropertyCopy, OfNothingIsEmpty) {
     const IProperty copy(static_cast<const IProperty *>(nullptr));
     EXPECT_EQ(copy.getName(), "");

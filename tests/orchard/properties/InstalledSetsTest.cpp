@@ -97,6 +97,15 @@ TEST_F(TwoDirectories, AChangedValueIsFoundByTheNextLookUp) {
     EXPECT_EQ(valueIn(sets, "RCS", "a"), "2");
 }
 
+TEST_F(TwoDirectories, APropertyThatGetsAnotherNameIsStillFoundByItsOwn) {
+    write(installed / "rcs.toml", "[ConfigurationManagement.RCS]\na_rather_long_name_of_a_property = '1'\n");
+    const InstalledSets sets(directories());
+    IProperty *const property = sets.find("ConfigurationManagement", "RCS", "a_rather_long_name_of_a_property");
+    ASSERT_NE(property, nullptr);
+    property->setName("another and even longer name for the very same property");
+    EXPECT_EQ(sets.find("ConfigurationManagement", "RCS", "a_rather_long_name_of_a_property"), property);
+}
+
 TEST_F(TwoDirectories, TheStandardOnesAreTheUsersAndTheInstalled) {
     setenv("XDG_CONFIG_HOME", user.c_str(), 1);
     setenv("ORCHARD_SHARE", installed.c_str(), 1);
