@@ -31,7 +31,7 @@ Registry RegistryParser::parse() {
             entryLine();
         }
     }
-    if (failures_ > mostReports) {
+    if (failures_ > mostReports && report_) {
         CString more;
         more.Format(": %d more lines can't be read", failures_ - mostReports);
         report_(name_ + more);

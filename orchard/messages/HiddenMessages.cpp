@@ -20,6 +20,11 @@ std::string flattened(std::string_view key) {
     return text;
 }
 
+bool isRegularFile(const std::filesystem::path &path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
+}
+
 } // namespace
 
 std::filesystem::path hiddenMessagesFile() {
@@ -28,7 +33,11 @@ std::filesystem::path hiddenMessagesFile() {
 }
 
 std::optional<int> hiddenMessageAnswer(std::string_view key) {
-    std::ifstream file(hiddenMessagesFile(), std::ios::binary);
+    const auto path = hiddenMessagesFile();
+    if (!isRegularFile(path)) {
+        return {}; // a pipe would keep the program waiting
+    }
+    std::ifstream file(path, std::ios::binary);
     const std::string wanted = flattened(key);
     std::optional<int> answer;
     for (std::string line; std::getline(file, line);) {
@@ -47,7 +56,12 @@ void hideMessage(std::string_view key, int button) {
     const auto path = hiddenMessagesFile();
     std::error_code error;
     std::filesystem::create_directories(path.parent_path(), error);
-    std::ofstream file(path, std::ios::app | std::ios::binary);
+    std::ofstream file;
+    if (isRegularFile(path) || !std::filesystem::exists(path, error)) {
+        file.open(path, std::ios::app | std::ios::binary);
+    } else {
+        file.setstate(std::ios::failbit);
+    }
     file << button << ' ' << flattened(key) << '\n' << std::flush;
     if (!file) {
         LogTrace::Log(LogTrace::Log::cm)

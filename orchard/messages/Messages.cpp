@@ -5,6 +5,8 @@
 #include "orchard/messages/Silence.h"
 #include "orchard/messages/UserInterface.h"
 
+#include <algorithm>
+
 namespace {
 
 using orchard::Message;
@@ -72,10 +74,13 @@ int notifyUserAndAsk(const CString &text, unsigned int flags, int /*unused*/, Me
 
 int OneTimeMessageBox(const CString &title, const CString &text, const CString &checkBoxText, int /*unused*/,
                       const CString &key, unsigned int flags, int /*unused*/) {
-    if (const auto remembered = orchard::hiddenMessageAnswer(key.view())) {
+    Question question = questionOf(title, text, flags);
+    const auto remembered = orchard::hiddenMessageAnswer(key.view());
+    // What is asked for in this run counts before what was answered once; and the file may hold any number.
+    if (remembered && !orchard::answerOfPolicy(question) &&
+        std::ranges::count(question.buttons, *remembered, &Question::Button::id) != 0) {
         return *remembered;
     }
-    Question question = questionOf(title, text, flags);
     question.checkBox = checkBoxText;
     const orchard::Reply reply = orchard::askQuestion(question);
     if (reply.doNotAskAgain) {

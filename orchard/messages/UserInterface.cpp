@@ -65,6 +65,11 @@ Reply answerUnasked(const Question &question, int button, const char *why) {
 void setUserInterface(UserInterface *user) { setting().user = user; }
 void setAnswerPolicy(AnswerPolicy policy) { setting().policy = policy; }
 
+std::optional<int> answerOfPolicy(const Question &question) {
+    const Question::Button *const answer = answerOf(setting().policy, question);
+    return answer == nullptr ? std::nullopt : std::optional(answer->id);
+}
+
 void showMessage(const Message &message) {
     log(message.text);
     deliver(message);

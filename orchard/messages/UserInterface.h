@@ -53,6 +53,9 @@ ORCHARD_API void setUserInterface(UserInterface *user);
 /// With a policy other than `ask`, questions that have the button in question aren't put.
 ORCHARD_API void setAnswerPolicy(AnswerPolicy policy);
 
+/// The button that the policy gives as the answer; no value if the question would be put.
+ORCHARD_API std::optional<int> answerOfPolicy(const Question &question);
+
 /// Shows a message, unless messages are silenced. It goes to the log in either case.
 ORCHARD_API void showMessage(const Message &message);
 /// Gets an answer: by the policy, else from the user, else the safe one, which is then shown as such.

@@ -39,6 +39,14 @@ class RegistryText : public testing::Test {
     std::vector<std::string> reports_;
 };
 
+TEST_F(RegistryText, OfAnyNumberOfBadLinesIsReadWithNobodyToTell) {
+    std::string lines = "REGEDIT4\n[K]\n";
+    for (int line = 0; line < 200; ++line) {
+        lines += "rubbish\n";
+    }
+    EXPECT_EQ(textOf(Registry::parse(lines + "\"a\"=\"b\"\n", "r.reg", {}), "a"), "b");
+}
+
 TEST_F(RegistryText, ReadsTextsNumbersAndBytes) {
     const auto registry = parseValues("@=\"default\"\n\"text\"=\"value\"\n\"number\"=dword:0000002a\n"
                                       "\"bytes\"=hex:01,ff, 2\n\"none\"=hex:\n\"typed\"=hex(7):41,00,00\n");

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <sys/stat.h>
 
 namespace {
 
@@ -68,6 +69,30 @@ TEST_F(OneTimeBox, AKeyOfSeveralLinesIsOneLineOfTheFile) {
 TEST_F(OneTimeBox, AFileOfRubbishTurnsNothingOff) {
     std::filesystem::create_directories(root / "orchard");
     std::ofstream(orchard::hiddenMessagesFile()) << "\xff\xfe\n6\n 6 key\n99999999999999 key\nx key\n";
+    EXPECT_EQ(orchard::hiddenMessageAnswer("key"), std::nullopt);
+}
+
+TEST_F(OneTimeBox, AnAnswerThatTheBoxDoesNotHaveTurnsNothingOff) {
+    std::filesystem::create_directories(root / "orchard");
+    std::ofstream(orchard::hiddenMessagesFile()) << "4711 key\n";
+    user.answer({IDYES, false});
+    EXPECT_EQ(box("key"), IDYES);
+    EXPECT_EQ(user.questions().size(), 1U);
+}
+
+TEST_F(OneTimeBox, AnAnswerForTheWholeRunCountsBeforeTheRememberedOne) {
+    orchard::hideMessage("key", IDYES);
+    orchard::setAnswerPolicy(orchard::AnswerPolicy::no);
+    EXPECT_EQ(box("key"), IDNO);
+    orchard::setAnswerPolicy(orchard::AnswerPolicy::ask);
+    EXPECT_EQ(box("key"), IDYES);
+    EXPECT_TRUE(user.questions().empty());
+}
+
+TEST_F(OneTimeBox, APipeInThePlaceOfTheFileKeepsNobodyWaiting) {
+    std::filesystem::create_directories(root / "orchard");
+    ASSERT_EQ(mkfifo(orchard::hiddenMessagesFile().c_str(), 0600), 0);
+    orchard::hideMessage("key", IDYES);
     EXPECT_EQ(orchard::hiddenMessageAnswer("key"), std::nullopt);
 }
 
