@@ -1,3 +1,4 @@
+#include "CM/host/LogTrace.h"
 #include "CM/host/Reload.h"
 #include "CM/platform/Files.h"
 #include "orchard/model/Model.h"
@@ -69,6 +70,12 @@ void appendListed(const std::string &path, CStringList &files) {
     }
 }
 
+/// Whether a directory holds what a CM tool keeps for itself and no files of the model.
+bool belongsToTool(const std::filesystem::path &directory) {
+    const std::string name = directory.filename().string();
+    return name.starts_with('.') || name == "RCS" || name == "CVS";
+}
+
 void appendFilesIn(const std::string &directory, bool recursive, CStringList &files) {
     std::vector<std::string> found;
     const auto take = [&](const std::filesystem::directory_entry &entry) {
@@ -77,16 +84,22 @@ void appendFilesIn(const std::string &directory, bool recursive, CStringList &fi
             found.push_back(entry.path().string());
         }
     };
-    std::error_code error;
-    if (recursive) {
-        for (std::filesystem::recursive_directory_iterator at(directory, error), end; !error && at != end;
-             at.increment(error)) {
+    // Directory by directory, so that one that can't be read costs only what is in it.
+    std::vector<std::filesystem::path> open{directory};
+    while (!open.empty()) {
+        const std::filesystem::path place = std::move(open.back());
+        open.pop_back();
+        std::error_code error;
+        for (std::filesystem::directory_iterator at(place, error), end; !error && at != end; at.increment(error)) {
+            std::error_code ignored;
+            if (recursive && at->is_directory(ignored) && !at->is_symlink(ignored) && !belongsToTool(at->path())) {
+                open.push_back(at->path());
+            }
             take(*at);
         }
-    } else {
-        for (std::filesystem::directory_iterator at(directory, error), end; !error && at != end;
-             at.increment(error)) {
-            take(*at);
+        if (error) {
+            LogTrace::Log(LogTrace::Log::cm)
+                .Min("orchard/reload", 0, "can't list " + place.string() + ": " + error.message());
         }
     }
     std::ranges::sort(found);

@@ -2,6 +2,10 @@
 
 #include "CM/host/Reload.h"
 
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+
 using testing::ElementsAre;
 
 namespace {
@@ -52,6 +56,32 @@ TEST_F(FilesOfUnits, OfADirectory) {
     CStringList all;
     ATMRecursiveHelper::getListOFFilesIn(path("Pump_ory"), all, 1);
     EXPECT_EQ(all.GetCount(), 17);
+}
+
+TEST_F(FilesOfUnits, OfADirectoryAreNotThoseThatAToolKeepsThere) {
+    for (const char *const kept : {"RCS", ".git/objects", "Control/RCS"}) {
+        std::filesystem::create_directories(path("Pump_ory/") + kept);
+        std::ofstream(path("Pump_ory/") + kept + "/Pump.ocl,v") << "x";
+    }
+    CStringList all;
+    ATMRecursiveHelper::getListOFFilesIn(path("Pump_ory"), all, 1);
+    EXPECT_EQ(all.GetCount(), 17);
+    CStringList asked;
+    ATMRecursiveHelper::getListOFFilesIn(path("Pump_ory/RCS"), asked, 1);
+    EXPECT_EQ(asked.GetCount(), 1) << "a directory that is asked for is listed, whatever its name";
+}
+
+TEST_F(FilesOfUnits, AnUnreadableDirectoryCostsOnlyWhatIsInIt) {
+    namespace fs = std::filesystem;
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "no directory is closed to this user";
+    }
+    fs::create_directory(path("Pump_ory/AClosed"));
+    fs::permissions(path("Pump_ory/AClosed"), fs::perms::none);
+    CStringList all;
+    ATMRecursiveHelper::getListOFFilesIn(path("Pump_ory"), all, 1);
+    EXPECT_EQ(all.GetCount(), 17);
+    fs::permissions(path("Pump_ory/AClosed"), fs::perms::owner_all);
 }
 
 TEST_F(FilesOfUnits, InformationUnitsAreTheCodeFilesThatStandForAUnit) {
