@@ -9,8 +9,8 @@
 
 constexpr int WAIT_TIMEOUT = 258;
 
-/// Runs a command and collects what it writes. Made by new, deleted by the caller; deleting it ends what of the
-/// child's process group still runs.
+/// Runs a command and collects what it writes. Made by new, deleted by the caller. The
+/// child is ended where the limit of getStatus runs out, not by the deletion of this object.
 class ORC_HOST_API RunThread {
   public:
     explicit RunThread(const CString &command);

@@ -95,7 +95,8 @@ struct UnitRow {
 [[nodiscard]] ORCHARD_API std::vector<UnitRow> workspaceUnits(const IProject &project);
 
 /// Unloads a unit (it and what lies below become stubs, unless something there is modified) or loads a stub.
-/// The choice is kept in the project file when the project is saved. What went wrong, or nothing.
+/// The choice is kept in the project file when the project is saved. What went wrong, or nothing. The object that
+/// was given ends by it, as others below do: look the unit up anew before the next use.
 [[nodiscard]] ORCHARD_API Problems setUnitLoaded(IUnit &unit, bool loaded);
 
 } // namespace orchard
