@@ -145,7 +145,7 @@ TEST_F(Checkout, NothingOfALabelIsRunOrTakenForAnOption) {
     for (const std::string &label :
          {"1.1;" + touch, "1.1 ;" + touch, "1.1&" + touch, "1.1|" + touch, "1.1\n" + touch, "$(" + touch + ")",
           "`" + touch + "`", "1.1 $(" + touch + ")", "1.1\" ;" + touch + ";\"", "1.1';" + touch + ";'",
-          "1.1'\";" + touch + ";\"'", "1.1>" + proof.string(), "1.1 >" + proof.string(), "1.1\\", "-l"s, "1.1<x"s,
+          "1.1'\";" + touch + ";\"'", "1.1>" + proof.string(), "1.1 >" + proof.string(), "1.1\\"s, "-l"s, "1.1<x"s,
           "1.1\t-l"s, "(1.1 ? x)"s}) {
         const std::string before = read(pump);
         for (const bool fromArchive : {false, true}) {
