@@ -16,6 +16,9 @@ bool isRegularFile(const CString &path);
 bool isDirectory(const CString &path);
 /// Whether the path can be reached at all, that is whether its state could be asked.
 bool canStat(const CString &path);
+/// Whether both paths lead to the same file or directory, however they are spelt (links are followed). False if
+/// one of them leads nowhere.
+bool sameFile(const CString &one, const CString &other);
 /// Whether the owner's write bit allows this process to write to the file or directory. The permission bits
 /// decide, also for a user whom they don't bind: a CM tool says with them who may work on the file.
 bool hasWritePermission(const CString &path);
@@ -34,6 +37,8 @@ bool makeWritable(const CString &path);
 
 /// The process's current directory, or the empty text if it can't be told.
 CString currentDirectory();
+/// Enters a directory. A '\' in the path separates only if there is nothing of this very name, so that what
+/// currentDirectory gave leads back.
 bool setCurrentDirectory(const CString &path);
 /// The text of the last error of a call of this header (errno), for messages.
 CString lastErrorText();

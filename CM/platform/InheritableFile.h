@@ -5,10 +5,12 @@
 
 namespace platform {
 
-/// Owns an open file descriptor, which child processes inherit; closes it at the end of its life.
+/// Owns an open file descriptor that a child process is given as its output (ChildOptions::outputDescriptor), and
+/// that no other child holds; closes it at the end of its life.
 class InheritableFile {
   public:
-    /// Opens the file for writing; one that exists is emptied. The name is taken as it is, blanks included.
+    /// Opens the file for writing; one that exists is emptied. The name is taken as it is, blanks included. It
+    /// never waits: a named pipe that nobody reads can't be opened.
     explicit InheritableFile(const CString &path);
     ~InheritableFile();
     InheritableFile(const InheritableFile &) = delete;

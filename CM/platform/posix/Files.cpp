@@ -41,6 +41,12 @@ bool isDirectory(const CString &path) {
 
 bool canStat(const CString &path) { return stateOf(path).has_value(); }
 
+bool sameFile(const CString &one, const CString &other) {
+    const auto first = stateOf(one);
+    const auto second = stateOf(other);
+    return first && second && first->st_dev == second->st_dev && first->st_ino == second->st_ino;
+}
+
 bool hasWritePermission(const CString &path) {
     const auto state = stateOf(path);
     return state && (state->st_mode & S_IWUSR) != 0;
@@ -71,7 +77,18 @@ CString currentDirectory() {
     return {path.c_str()};
 }
 
-bool setCurrentDirectory(const CString &path) { return ::chdir(nativePath(path).c_str()) == 0; }
+bool setCurrentDirectory(const CString &path) {
+    const std::string native = nativePath(path);
+    if (!native.empty() && native != path.str()) {
+        if (::chdir(path.c_str()) == 0) {
+            return true;
+        }
+        if (errno != ENOENT && errno != ENOTDIR) {
+            return false;
+        }
+    }
+    return ::chdir(native.c_str()) == 0;
+}
 
 CString lastErrorText() { return {std::generic_category().message(errno)}; }
 

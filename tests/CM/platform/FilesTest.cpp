@@ -189,6 +189,31 @@ TEST_F(Files, EntersADirectoryAndTellsIt) {
     ASSERT_TRUE(platform::setCurrentDirectory(before));
 }
 
+TEST_F(Files, EntersADirectoryWithABackslashInItsNameBeforeItTakesItForASeparator) {
+    const CString before = platform::currentDirectory();
+    const std::string root = fs::canonical(directory_.path()).string();
+    fs::create_directories(root + "/a/b");
+    ASSERT_TRUE(platform::setCurrentDirectory({root + "\\a\\b"}));
+    EXPECT_EQ(platform::currentDirectory(), root + "/a/b");
+    fs::create_directory(root + "/a\\b");
+    ASSERT_TRUE(platform::setCurrentDirectory({root + "/a\\b"}));
+    EXPECT_EQ(platform::currentDirectory(), root + "/a\\b");
+    ASSERT_TRUE(platform::setCurrentDirectory(before));
+}
+
+TEST_F(Files, KnowsOneFileUnderTwoNames) {
+    const auto file = directory_.write("unit.osb", "x");
+    const auto copy = directory_.write("copy.osb", "x");
+    const auto link = directory_ / "link.osb";
+    fs::create_symlink(file, link);
+    fs::create_directory_symlink(directory_.path(), directory_ / "here");
+    EXPECT_TRUE(platform::sameFile({file}, {link}));
+    EXPECT_TRUE(platform::sameFile({file}, {directory_ / "here/./unit.osb"}));
+    EXPECT_TRUE(platform::sameFile({directory_.path()}, {directory_ / "here"}));
+    EXPECT_FALSE(platform::sameFile({file}, {copy}));
+    EXPECT_FALSE(platform::sameFile({directory_ / "none"}, {directory_ / "none"}));
+}
+
 TEST_F(Files, TellsNoCurrentDirectoryOnceItIsGone) {
     const CString before = platform::currentDirectory();
     const auto gone = directory_ / "gone";
