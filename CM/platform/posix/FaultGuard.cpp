@@ -23,6 +23,8 @@ constinit thread_local Frame *innermost = nullptr;
 using Actions = std::array<struct sigaction, faults.size()>;
 /// What the outermost guarded call of the process found, for faults of threads that are not guarded.
 constinit const Actions *found = nullptr;
+/// Whether this thread has put the handlers in place.
+constinit thread_local bool areInPlace = false;
 
 void onFault(int signal, siginfo_t *info, void * /*context*/) {
     if (Frame *frame = innermost) {
@@ -41,11 +43,13 @@ void onFault(int signal, siginfo_t *info, void * /*context*/) {
     }
 }
 
-/// Keeps the fault handlers in place for its life, and a stack to run them on where the thread has none, so that
-/// a call that has used up its stack can be left too.
-class Handlers {
+} // namespace
+
+/// The handlers, and a stack to run them on where the thread has none, so that a call that has used up its stack
+/// can be left too.
+class FaultHandlers::Installed {
   public:
-    Handlers() {
+    Installed() {
         struct sigaction action {};
         action.sa_sigaction = onFault;
         // Not blocked while it is handled, so that the jump out of the handler leaves nothing to unblock.
@@ -53,7 +57,7 @@ class Handlers {
         sigemptyset(&action.sa_mask);
         stack_t present{};
         if (::sigaltstack(nullptr, &present) == 0 && (present.ss_flags & SS_DISABLE) != 0) {
-            memory_ = std::make_unique<std::byte[]>(faultStackSize);
+            memory_ = std::make_unique_for_overwrite<std::byte[]>(faultStackSize);
             stack_t own{};
             own.ss_sp = memory_.get();
             own.ss_size = faultStackSize;
@@ -65,8 +69,10 @@ class Handlers {
         if (found == nullptr) {
             found = &before_;
         }
+        areInPlace = true;
     }
-    ~Handlers() {
+    ~Installed() {
+        areInPlace = false;
         for (std::size_t index = 0; index < faults.size(); ++index) {
             ::sigaction(faults[index], &before_[index], nullptr);
         }
@@ -79,13 +85,19 @@ class Handlers {
             ::sigaltstack(&none, nullptr);
         }
     }
-    Handlers(const Handlers &) = delete;
-    Handlers &operator=(const Handlers &) = delete;
+    Installed(const Installed &) = delete;
+    Installed &operator=(const Installed &) = delete;
 
   private:
     Actions before_{};
     std::unique_ptr<std::byte[]> memory_;
 };
+
+FaultHandlers::FaultHandlers() : installed_(areInPlace ? nullptr : std::make_unique<Installed>()) {}
+
+FaultHandlers::~FaultHandlers() = default;
+
+namespace {
 
 /// Kept apart from the handlers: a function that is jumped back into must hold nothing that changes.
 [[gnu::noinline]] bool callInFrame(const std::function<void()> &call, Frame &frame) {
@@ -106,7 +118,7 @@ class Handlers {
 } // namespace
 
 bool runGuarded(const std::function<void()> &call) {
-    const Handlers handlers;
+    const FaultHandlers handlers;
     Frame frame{};
     frame.outer = innermost;
     return callInFrame(call, frame);

@@ -129,6 +129,39 @@ TEST(FaultGuard, LeavesTheSignalMaskAndTheFaultStackAsTheyWere) {
     EXPECT_EQ(stackBefore.ss_flags, stackAfter.ss_flags);
 }
 
+TEST(FaultHandlers, StayInPlaceForManyGuardedCallsAndPutBackWhatWasThere) {
+    struct sigaction before {};
+    struct sigaction between {};
+    struct sigaction after {};
+    sigaction(SIGSEGV, nullptr, &before);
+    {
+        const platform::FaultHandlers handlers;
+        EXPECT_FALSE(runGuarded([] { static_cast<void>(readNowhere()); }));
+        sigaction(SIGSEGV, nullptr, &between);
+        {
+            const platform::FaultHandlers inner;
+            EXPECT_FALSE(runGuarded([] { static_cast<void>(readNowhere()); }));
+        }
+        EXPECT_FALSE(runGuarded([] { static_cast<void>(readNowhere()); }));
+        EXPECT_TRUE(runGuarded([] {}));
+    }
+    sigaction(SIGSEGV, nullptr, &after);
+    EXPECT_NE(between.sa_sigaction, before.sa_sigaction);
+    EXPECT_EQ(after.sa_sigaction, before.sa_sigaction);
+    EXPECT_EQ(after.sa_flags, before.sa_flags);
+}
+
+TEST(FaultHandlersDeathTest, GuardNothingThemselves) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(
+        {
+            std::signal(SIGSEGV, SIG_DFL);
+            const platform::FaultHandlers handlers;
+            static_cast<void>(readNowhere());
+        },
+        "");
+}
+
 // Each round uses a good part of the stack; the depth makes sure that the compiler can't turn it into a loop.
 __attribute__((noinline, no_sanitize("undefined", "address"))) int consumeStack(int depth) {
     volatile char frame[4096]; // NOLINT(cppcoreguidelines-avoid-c-arrays): std::array has no volatile access
