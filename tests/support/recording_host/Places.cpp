@@ -92,6 +92,9 @@ long oqGetFileLastModifiedTime(const CString &path) {
 
 int oqDeleteFile(const CString &path, int flag) {
     RecordingHost::current().note("delete file " + path + " flag=" + std::to_string(flag));
+    if (places().onDelete) {
+        places().onDelete();
+    }
     if (const auto result = scripted(places().deleteResult, path)) {
         return *result;
     }

@@ -3,6 +3,7 @@
 
 #include "CM/platform/CString.h"
 
+#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
@@ -33,6 +34,7 @@ struct Places {
     std::map<CString, long> modifiedTime;
     std::map<CString, int> deleteResult;
     std::map<CString, int> moveResult; ///< by the path that is moved
+    std::function<void()> onDelete;    ///< called before a file is deleted; it may throw
 };
 
 } // namespace recording

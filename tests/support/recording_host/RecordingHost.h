@@ -11,6 +11,7 @@
 #include "tests/support/recording_host/Window.h"
 #include "tests/support/recording_host/Worker.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -60,8 +61,10 @@ class RecordingHost {
     recording::Worker worker;
     struct {
         bool exists = true;
-        int depth = 0;        ///< brackets that are open
-        int nothingDepth = 0; ///< and of those that make no entry
+        int depth = 0;                 ///< brackets that are open
+        int nothingDepth = 0;          ///< and of those that make no entry
+        std::function<void()> onStart; ///< called before a bracket opens; it may throw
+        std::function<void()> onEnd;   ///< called before one closes; it may throw
     } undo;
     struct {
         bool exists = false;

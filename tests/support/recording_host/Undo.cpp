@@ -15,6 +15,9 @@ class RecordingUndoer final : public Undoer {
             call.AppendFormat(" view=%s %d %d", viewParams == nullptr ? "none" : "given", third, fourth);
         }
         note(call);
+        if (RecordingHost::current().undo.onStart) {
+            RecordingHost::current().undo.onStart();
+        }
         ++RecordingHost::current().undo.depth;
     }
 };
@@ -27,6 +30,9 @@ Undoer *Undoer::instance() {
 }
 void Undoer::endTransaction() {
     note("undo end");
+    if (RecordingHost::current().undo.onEnd) {
+        RecordingHost::current().undo.onEnd();
+    }
     --RecordingHost::current().undo.depth;
 }
 void Undoer::startDoNothingTransaction() {

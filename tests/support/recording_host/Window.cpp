@@ -24,6 +24,9 @@ class RecordingCMManager final : public IAbstractCMManager {
     }
     void showOutputWindow(bool show) override {
         RecordingHost::current().note(show ? "show window 1" : "show window 0");
+        if (RecordingHost::current().window.onShow) {
+            RecordingHost::current().window.onShow();
+        }
     }
     ICMOutputWindow *getOutputWindow() override {
         static RecordingOutputWindow window; // holds nothing

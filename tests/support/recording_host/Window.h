@@ -3,6 +3,7 @@
 
 #include "CM/platform/CWnd.h"
 
+#include <functional>
 #include <sstream>
 
 namespace platform {
@@ -27,6 +28,7 @@ struct OutputWindow {
     bool managerExists = true;
     bool hasStream = true;
     bool hasWindow = true;
+    std::function<void()> onShow; ///< called as the window is to be shown; it may throw
     std::ostringstream stream;
     /// What was written so far.
     [[nodiscard]] std::string text() const { return stream.str(); }
