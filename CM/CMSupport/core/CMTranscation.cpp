@@ -1,6 +1,7 @@
 #include "CM/CMSupport/core/CMTranscation.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/Quietly.h"
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IAbstractCMManager.h"
@@ -25,27 +26,46 @@ std::ostream *outputStream() {
 
 CMTranscation::CMTranscation(AbstractPackedViewParams *viewParams, int flag, CMTranscationType type,
                              const CString &name)
-    : name_(name), type_(type) {
-    if (!m_TxnList.Find(this)) {
-        m_TxnList.AddTail(this);
+    : name_(name), type_(type), entry_(this) {
+    startUndoStep(viewParams, flag);
+    try {
+        showOutPutWindow();
+        markStartTranscation();
+    } catch (...) { // the destructor won't run
+        core::quietly([this] { endUndoStep(); });
+        throw;
     }
-    if (Undoer *const undoer = type_ == CMTxnTool ? nullptr : Undoer::instance()) {
-        undoer->startTransaction(viewParams, flag, 0, 0);
-    }
-    showOutPutWindow();
-    markStartTranscation();
 }
 
 CMTranscation::~CMTranscation() {
-    if (type_ != CMTxnTool && Undoer::instance() != nullptr) {
-        Undoer::endTransaction();
+    core::quietly([this] { endUndoStep(); });
+    core::quietly([this] { markEndTranscation(); });
+}
+
+CMTranscation::Entry::Entry(CMTranscation *transaction) : transaction_(transaction) {
+    if (!m_TxnList.Find(transaction_)) {
+        m_TxnList.AddTail(transaction_);
     }
-    markEndTranscation();
-    if (const auto position = m_TxnList.Find(this)) {
+}
+
+CMTranscation::Entry::~Entry() {
+    if (const auto position = m_TxnList.Find(transaction_)) {
         m_TxnList.RemoveAt(position);
     }
     if (m_TxnList.IsEmpty()) {
         myGlobalState.reset();
+    }
+}
+
+void CMTranscation::startUndoStep(AbstractPackedViewParams *viewParams, int flag) const {
+    if (Undoer *const undoer = type_ == CMTxnTool ? nullptr : Undoer::instance()) {
+        undoer->startTransaction(viewParams, flag, 0, 0);
+    }
+}
+
+void CMTranscation::endUndoStep() const {
+    if (type_ != CMTxnTool && Undoer::instance() != nullptr) {
+        Undoer::endTransaction();
     }
 }
 

@@ -9,7 +9,6 @@
 #include "CM/platform/CString.h"
 
 class AbstractPackedViewParams;
-class IEmbededFile;
 
 /// What is to be shown once only during an outermost operation, however many transactions nest in it.
 struct CMTxnGlobalState {
@@ -22,15 +21,16 @@ class CMTranscation {
   public:
     /// Opens the transaction: an undo step (with `viewParams` and `flag`; not for type CMTxnTool), the output
     /// window, the start separator. Callers pass null and 1. With an empty `name` the display name of the type is
-    /// used.
+    /// used. If the host throws, the transaction was never open, and no undo step is left behind.
     CMTranscation(AbstractPackedViewParams *viewParams, int flag, CMTranscationType type, const CString &name);
-    /// Ends the undo step and writes the end separator. Does not roll anything back.
+    /// Ends the undo step and writes the end separator; a step in which the host throws is given up, the others
+    /// are done. Does not roll anything back.
     ~CMTranscation();
     CMTranscation(const CMTranscation &) = delete;
     CMTranscation &operator=(const CMTranscation &) = delete;
 
-    /// Whether an operation may run: there is an active project, and a tool is chosen. If the tool is "None", the
-    /// user is told so.
+    /// Whether an operation may run: there is an active project, and its tool is not "None", of which the user is
+    /// told. With a provider the tool is not asked for.
     [[nodiscard]] bool isValidTranscation() const;
 
     /// Takes the units off the list on which the current transaction's operation is barred: stubs and references,
@@ -49,19 +49,32 @@ class CMTranscation {
     [[nodiscard]] static CString getOperationNameFromType(CMTranscationType type);
 
   private:
-    enum class Verdict { stays, barredAsStub, barredAsReference };
+    enum class Verdict { stays, staysAsControlledFile, barredAsStub, barredAsReference };
+    /// Keeps a transaction on m_TxnList.
+    class Entry {
+      public:
+        explicit Entry(CMTranscation *transaction);
+        ~Entry();
+        Entry(const Entry &) = delete;
+        Entry &operator=(const Entry &) = delete;
+
+      private:
+        CMTranscation *transaction_;
+    };
     struct Permissions {
         bool stubs;
         bool references;
     };
 
+    void startUndoStep(AbstractPackedViewParams *viewParams, int flag) const;
+    void endUndoStep() const;
     void showOutPutWindow() const;
     void markStartTranscation() const;
     void markEndTranscation() const;
     void writeSeparator(const CString &key) const;
     void expandKeyWords(CString &text) const;
     [[nodiscard]] Verdict judge(const IUnit &unit, const Permissions &allowed) const;
-    static void tellAboutControlledFile(const IEmbededFile &file);
+    static void tellAboutControlledFile(const CString &file);
     static void tellThatUnitsAreLeftOut();
 
     static CList<CMTranscation *, CMTranscation *> m_TxnList;
@@ -69,4 +82,5 @@ class CMTranscation {
 
     CString name_;
     CMTranscationType type_ = CMTxnTool;
+    Entry entry_; ///< the last member, so that the list is left when all else has been done
 };

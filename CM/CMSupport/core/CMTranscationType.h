@@ -1,7 +1,8 @@
 // CMTranscationType: what an operation is about.
 #pragma once
 
-enum CMTranscationType {
+// The type below it is fixed so that a number from outside has a value as well.
+enum CMTranscationType : int {
     CMTxnLock = 0,
     CMTxnFetch = 1,
     CMTxnUnlock = 2,

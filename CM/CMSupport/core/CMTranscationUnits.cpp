@@ -8,6 +8,7 @@
 #include "CM/host/Messages.h"
 
 #include <ostream>
+#include <vector>
 
 using resources::Text;
 
@@ -41,21 +42,40 @@ void CMTranscation::checkUnitsForOperation(CMUnitList &units) {
     }
     const Permissions allowed{isAllowed(*project, "AllowCMOperationsOnStubUnits"),
                               isAllowed(*project, "AllowCMOperationsOnReferenceUnits")};
-    // All occurrences of a unit get the same verdict, so taking off the one at hand leaves what searching for the
-    // first would leave, at a cost that doesn't depend on the list's length.
+    // All is judged, and the list pruned, before the first box appears: while one is shown, the model and even the
+    // list may change. All occurrences of a unit get the same verdict, so taking off the one at hand leaves what
+    // searching for the first would leave, at a cost that doesn't depend on the list's length.
+    struct Notice {
+        Verdict verdict;
+        CString kind; ///< empty for a controlled file
+        CString name;
+    };
+    std::vector<Notice> notices;
+    std::vector<CMUnitList::POSITION> barred;
     for (auto position = units.GetHeadPosition(); position;) {
         const auto here = position;
         const IUnit *const unit = units.GetNext(position);
         const Verdict verdict = unit == nullptr ? Verdict::stays : current->judge(*unit, allowed);
-        if (verdict == Verdict::stays) {
+        if (verdict == Verdict::barredAsStub || verdict == Verdict::barredAsReference) {
+            barred.push_back(here);
+            notices.push_back({verdict, unit->getMetaClassDisplayName(), unit->getName()});
+        } else if (verdict == Verdict::staysAsControlledFile) {
+            notices.push_back({verdict, {}, dynamic_cast<const IEmbededFile &>(*unit).getEmbeddedFileName()});
+        }
+    }
+    for (const auto &position : barred) {
+        units.RemoveAt(position);
+    }
+
+    for (const auto &[verdict, kind, name] : notices) {
+        if (verdict == Verdict::staysAsControlledFile) {
+            tellAboutControlledFile(name);
             continue;
         }
-        units.RemoveAt(here);
         tellThatUnitsAreLeftOut();
         if (stream != nullptr) {
             const Text text = verdict == Verdict::barredAsStub ? Text::stubLeftOut : Text::referenceLeftOut;
-            const CString kind = unit->getMetaClassDisplayName();
-            *stream << resources::format(text, {kind, unit->getName()}) << '\n';
+            *stream << resources::format(text, {kind, name}) << '\n';
         }
     }
     if (stream != nullptr) {
@@ -77,19 +97,15 @@ CMTranscation::Verdict CMTranscation::judge(const IUnit &unit, const Permissions
     if (!allowed.references && isReference(unit, embedded)) {
         return type_ == CMTxnConnect || type_ == CMTxnTool ? Verdict::stays : Verdict::barredAsReference;
     }
-    if (embedded != nullptr && type_ == CMTxnCheckOut) {
-        tellAboutControlledFile(*embedded);
-    }
-    return Verdict::stays;
+    return embedded != nullptr && type_ == CMTxnCheckOut ? Verdict::staysAsControlledFile : Verdict::stays;
 }
 
-void CMTranscation::tellAboutControlledFile(const IEmbededFile &file) {
+void CMTranscation::tellAboutControlledFile(const CString &file) {
     if (myGlobalState.controlledFileShown != 0) {
         return;
     }
-    const CString name = file.getEmbeddedFileName();
     OneTimeMessageBox(
-        resources::text(Text::controlledFileTitle), resources::format(Text::controlledFileCheckOut, {name, name}),
+        resources::text(Text::controlledFileTitle), resources::format(Text::controlledFileCheckOut, {file, file}),
         resources::text(Text::controlledFileDontShow), 1, "CONTROLLED_FILE_CHECKOUT_MSG", MB_ICONINFORMATION, 0);
     myGlobalState.controlledFileShown = 1;
 }

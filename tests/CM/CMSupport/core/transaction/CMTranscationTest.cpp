@@ -4,7 +4,9 @@
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
 
+#include <sstream>
 #include <stdexcept>
+#include <string>
 
 using resources::Text;
 using testing::ElementsAre;
@@ -13,6 +15,27 @@ using testing::IsEmpty;
 namespace {
 
 class Transaction : public CoreFixture {};
+
+/// Writes into host.calls what reaches the output window, among the calls that have an effect.
+class WritingNoted : public std::stringbuf {
+  public:
+    explicit WritingNoted(RecordingHost &host) : host_(host), before_(stream().rdbuf(this)) {}
+    ~WritingNoted() override { stream().rdbuf(before_); }
+    WritingNoted(const WritingNoted &) = delete;
+    WritingNoted &operator=(const WritingNoted &) = delete;
+
+  protected:
+    std::streamsize xsputn(const char *text, std::streamsize length) override {
+        host_.note("write " + std::string(text, static_cast<std::size_t>(length)));
+        return length;
+    }
+
+  private:
+    std::ios &stream() { return host_.window.stream; }
+
+    RecordingHost &host_;
+    std::streambuf *before_;
+};
 
 TEST_F(Transaction, IsOneUndoableStepFramedBySeparators) {
     setGeneral("CMOperationStartSeparator", "<start>\n");
@@ -39,15 +62,40 @@ TEST_F(Transaction, WorksWithoutAnUndoManager) {
 }
 
 TEST_F(Transaction, EndsTheUndoStepBeforeItWritesTheEndSeparator) {
+    setGeneral("CMOperationStartSeparator", "<start>");
     setGeneral("CMOperationEndSeparator", "<end>");
-    int depthAtTheEnd = -1;
-    {
-        const CMTranscation transaction(nullptr, 1, CMTxnCheckOut, "");
-        EXPECT_EQ(host.undo.depth, 1);
-        host.window.stream.str("");
-    }
-    depthAtTheEnd = host.undo.depth;
-    EXPECT_EQ(depthAtTheEnd, 0);
+    const WritingNoted noted(host);
+    { const CMTranscation transaction(nullptr, 1, CMTxnCheckOut, ""); }
+    EXPECT_THAT(host.calls,
+                ElementsAre("undo start flag=1", "show window 1", "write <start>", "undo end", "write <end>"));
+    EXPECT_EQ(host.undo.depth, 0);
+}
+
+TEST_F(Transaction, IsNotOpenIfTheUndoManagerThrows) {
+    host.undo.onStart = [] { throw std::runtime_error("no undo"); };
+    EXPECT_THROW(CMTranscation(nullptr, 1, CMTxnCheckOut, "first"), std::runtime_error);
+    EXPECT_EQ(CMTranscation::getCurTranscation(), nullptr);
+    EXPECT_THAT(host.callsOf("undo end"), IsEmpty()) << "nothing was begun";
+
+    host.undo.onStart = nullptr;
+    const CMTranscation transaction(nullptr, 1, CMTxnCheckOut, "second");
+    EXPECT_EQ(CMTranscation::getCurTranscation(), &transaction);
+    EXPECT_EQ(host.undo.depth, 1);
+}
+
+TEST_F(Transaction, EndsItsUndoStepIfTheHostThrowsBehindIt) {
+    host.window.onShow = [] { throw std::runtime_error("no window"); };
+    EXPECT_THROW(CMTranscation(nullptr, 1, CMTxnCheckOut, ""), std::runtime_error);
+    EXPECT_THAT(host.calls, ElementsAre("undo start flag=1", "show window 1", "undo end"));
+    EXPECT_EQ(host.undo.depth, 0);
+    EXPECT_EQ(CMTranscation::getCurTranscation(), nullptr);
+}
+
+TEST_F(Transaction, ClosesAsFarAsTheHostLetsIt) {
+    setGeneral("CMOperationEndSeparator", "<end>");
+    host.undo.onEnd = [] { throw std::runtime_error("no undo"); };
+    { const CMTranscation transaction(nullptr, 1, CMTxnCheckOut, ""); }
+    EXPECT_EQ(CMTranscation::getCurTranscation(), nullptr);
     EXPECT_EQ(host.window.text(), "<end>");
 }
 
@@ -179,7 +227,12 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair(12, Text::operationDelete), std::pair(13, Text::operationDeleteDirectory),
                     std::pair(14, Text::operationRename), std::pair(15, Text::operationConnect),
                     std::pair(16, Text::operationTool), std::pair(17, Text::operationTool),
-                    std::pair(31, Text::operationTool)));
+                    std::pair(31, Text::operationTool), std::pair(32, Text::operationTool),
+                    std::pair(1000, Text::operationTool), std::pair(-1, Text::operationTool)),
+    [](const auto &row) {
+        const int type = row.param.first;
+        return type < 0 ? "Minus" + std::to_string(-type) : std::to_string(type);
+    });
 
 class Validity : public CoreFixture {
   protected:
@@ -207,7 +260,8 @@ TEST_P(NoTool, IsToldToTheUser) {
     EXPECT_EQ(host.messages.shown[0].flags, MB_ICONHAND);
     EXPECT_EQ(host.messages.shown[0].level, 2);
 }
-INSTANTIATE_TEST_SUITE_P(Validity, NoTool, testing::Values("None", "NONE", "none"));
+INSTANTIATE_TEST_SUITE_P(Validity, NoTool, testing::Values("None", "NONE", "none"),
+                         [](const auto &row) { return std::string(row.param); });
 
 TEST_F(Validity, DoesNotReadTheToolWithAProviderRoute) {
     host.setTool("None");

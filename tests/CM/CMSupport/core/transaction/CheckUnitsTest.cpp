@@ -74,6 +74,36 @@ TEST_F(CheckUnits, KeepsTheOthersInTheirOrder) {
     EXPECT_THAT(boxes(), ElementsAre(summary));
 }
 
+TEST_F(CheckUnits, IsDoneWithTheListAndItsUnitsBeforeTheFirstBox) {
+    auto &a = stub("A");
+    auto &b = unit("B");
+    auto &c = stub("C");
+    CMUnitList list{&a, &b, &c};
+    std::vector<IUnit *> atTheBox;
+    host.messages.onShow = [&] {
+        atTheBox.assign(list.begin(), list.end());
+        list.RemoveAll();
+        c.name = "changed meanwhile";
+        c.stub = false;
+    };
+    const CMTranscation transaction(nullptr, 1, CMTxnCheckIn, "");
+    CMTranscation::checkUnitsForOperation(list);
+    EXPECT_THAT(atTheBox, ElementsAre(&b));
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_EQ(host.window.text(), line(Text::stubLeftOut, "Class", "A") + line(Text::stubLeftOut, "Class", "C"));
+}
+
+TEST_F(CheckUnits, ShowsItsBoxesInTheOrderOfTheUnits) {
+    auto &left = reference("Left");
+    auto &file = host.addEmbeddedFile("notes.txt");
+    const std::string about = resources::format(Text::controlledFileCheckOut, {"notes.txt", "notes.txt"});
+    check(CMTxnCheckOut, {&left, &file});
+    EXPECT_THAT(boxes(), ElementsAre(summary, about));
+    host.messages.shown.clear();
+    check(CMTxnCheckOut, {&file, &left});
+    EXPECT_THAT(boxes(), ElementsAre(about, summary));
+}
+
 TEST_F(CheckUnits, RemovesEachOccurrenceOfABarredUnit) {
     auto &a = unit("A");
     auto &b = stub("B");
@@ -111,7 +141,7 @@ TEST_P(EveryType, KeepsThemAllIfTheProjectAllowsIt) {
     EXPECT_EQ(check(GetParam(), {&stub("Pump"), &reference("Valve")}).size(), 2U);
     EXPECT_THAT(host.messages.shown, IsEmpty());
 }
-INSTANTIATE_TEST_SUITE_P(CheckUnits, EveryType, testing::Range(0, 17));
+INSTANTIATE_TEST_SUITE_P(CheckUnits, EveryType, testing::Range(0, 17), testing::PrintToStringParamName());
 
 TEST_F(CheckUnits, JudgesAStubThatIsAReferenceByTheReferenceRuleIfStubsAreAllowed) {
     setGeneral("AllowCMOperationsOnStubUnits", "True");
