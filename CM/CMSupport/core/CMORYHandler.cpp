@@ -2,6 +2,7 @@
 
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/Paths.h"
+#include "CM/CMSupport/core/Quietly.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IPN.h"
 #include "CM/host/Utilities.h"
@@ -24,9 +25,17 @@ bool isCommandRoute(const IProject &project) {
     return property == nullptr || property->getValue().CompareNoCase("Yes") != 0;
 }
 
+/// Whether a file of the tool stands apart from the unit's. One place under two spellings, by way of a link, holds
+/// the only copy, which must be neither moved nor removed.
+bool areApart(const CString &unitPath, const CString &toolPath) {
+    return unitPath != toolPath && !platform::sameFile(paths::directoryOf(unitPath), paths::directoryOf(toolPath));
+}
+
 } // namespace
 
-CMORYHandler::~CMORYHandler() { CMORYHandler::rollBack(); }
+CMORYHandler::~CMORYHandler() {
+    core::quietly([this] { CMORYHandler::rollBack(); });
+}
 
 IUnit *CMORYHandler::setUnit(IUnit *unit) { return state_ == ORYNone ? std::exchange(unit_, unit) : unit_; }
 
@@ -65,7 +74,7 @@ void CMORYHandler::getUnitPath(CString &unitPath, CString &toolPath) {
 
 bool CMORYHandler::doPreTransValidation(CString &unitPath, CString &toolPath) {
     getUnitPath(unitPath, toolPath);
-    return isProjectFile() && unitPath != toolPath;
+    return isProjectFile() && areApart(unitPath, toolPath);
 }
 
 bool CMORYHandler::checkPermissions() const {
@@ -94,7 +103,7 @@ int CMORYHandler::startTranscation(ORYOPER operation) {
         state_ = ORYNone;
         return 0;
     }
-    return platform::copyFile(unitPath, toolPath, false) ? 1 : 0;
+    return platform::copyFile(unitPath, toolPath, false) ? 1 : 0; // stays open if it failed, deliberately
 }
 
 int CMORYHandler::commit() {
@@ -105,13 +114,15 @@ int CMORYHandler::commit() {
     CString toolPath;
     getUnitPath(unitPath, toolPath);
     int result = 1;
-    if (unitPath != toolPath) {
+    if (areApart(unitPath, toolPath)) {
         const bool toolHasFile = oqFileExist(toolPath);
         if (state_ == ORYInspect) {
             if (toolHasFile) {
                 platform::makeWritable(toolPath);
                 result = oqDeleteFile(toolPath, 1);
             }
+        } else if (platform::sameFile(toolPath, unitPath)) {
+            // A link that the tool works through: moved over the file it leads to, it would lead nowhere.
         } else if (toolHasFile) {
             platform::makeWritable(unitPath);
             result = oqMoveFileEx(toolPath, unitPath, replaceAndAllowCopy);
@@ -131,7 +142,7 @@ int CMORYHandler::rollBack() {
     CString toolPath;
     getUnitPath(unitPath, toolPath);
     int result = 1;
-    if (unitPath != toolPath && oqFileExist(toolPath)) {
+    if (areApart(unitPath, toolPath) && oqFileExist(toolPath)) {
         result = oqDeleteFile(toolPath, 1);
     }
     if (result == 1) {

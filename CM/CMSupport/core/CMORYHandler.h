@@ -25,14 +25,16 @@ class CMORYHandler {
     explicit CMORYHandler(CMArchiveItem *item) : item_(item) {}
     CMORYHandler(const CMORYHandler &) = delete;
     CMORYHandler &operator=(const CMORYHandler &) = delete;
-    /// Rolls back what was not committed.
+    /// Rolls back what was not committed, as far as the host lets it.
     virtual ~CMORYHandler();
 
-    /// Prepares the operation; to add and to check in, the file is copied to where the tool works. 1 on success; 0
-    /// if there is nothing to do for this file, or the file could not be put there.
+    /// Prepares the operation; to add and to check in, the file is copied to where the tool works. 1 on success. 0
+    /// at rest, if there is nothing to do for this file or it may not be put there; 0 with the operation under
+    /// way, if the copy failed.
     virtual int startTranscation(ORYOPER operation);
-    /// Brings the tool's file back over the unit's, or removes it after an inspection. 1 on success; 0 at rest or
-    /// if the file is missing or can't be moved. At rest afterwards.
+    /// Brings the tool's file back over the unit's: 1 on success, 0 if it is missing or can't be moved. After an
+    /// inspection removes it: 0 if it can't be deleted, else 1, also if it is missing. 0 at rest. At rest
+    /// afterwards.
     virtual int commit();
     /// Removes the tool's file. 1 on success; 0 at rest, or if the file could not be deleted: the operation then
     /// stays open.
@@ -41,7 +43,8 @@ class CMORYHandler {
     /// project.
     virtual void getUnitPath(CString &unitPath, CString &toolPath);
 
-    /// Whether the file has two places. Gives both paths.
+    /// Whether the file has two places: the paths differ, and the directories are not one that is spelt in two
+    /// ways. Gives both paths.
     bool doPreTransValidation(CString &unitPath, CString &toolPath);
     /// Whether the file may be put into the project's directory.
     [[nodiscard]] bool checkPermissions() const;

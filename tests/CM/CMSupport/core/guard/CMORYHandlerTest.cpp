@@ -2,7 +2,10 @@
 
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
 
+#include <stdexcept>
+
 namespace fs = std::filesystem;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
@@ -165,6 +168,78 @@ TEST_F(Handler, GivesTheResultOfTheMoveAndIsAtRestAllTheSame) {
     EXPECT_EQ(handler.rollBack(), 0);
 }
 
+TEST_F(Handler, TakesTheReadOnlyStateOfTheUnitsFileAwayBeforeTheMoveThatReplacesIt) {
+    fs::permissions(unitFile(), fs::perms::owner_read);
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYCheckOut);
+    write(toolFile(), "checked out");
+    host.places.moveResult[toolFile().string()] = 0;
+    handler.commit();
+    EXPECT_NE(fs::status(unitFile()).permissions() & fs::perms::owner_write, fs::perms::none);
+    EXPECT_THAT(host.callsOf("move file"),
+                ElementsAre("move file " + toolFile().string() + " to " + unitFile().string() + " flags=3"));
+}
+
+TEST_F(Handler, TakesOnePlaceUnderTwoSpellingsForOne) {
+    fs::rename(unitFile(), toolFile());
+    fs::remove_all(unitsDirectory());
+    fs::create_directory_symlink(scratch.path(), unitsDirectory());
+    CMORYHandler handler(&project());
+    CString unitPath;
+    CString toolPath;
+    EXPECT_FALSE(handler.doPreTransValidation(unitPath, toolPath));
+    EXPECT_NE(unitPath, toolPath);
+    for (const auto operation : {CMORYHandler::ORYCheckIn, CMORYHandler::ORYCheckOut, CMORYHandler::ORYInspect}) {
+        EXPECT_EQ(handler.startTranscation(operation), 0);
+        EXPECT_EQ(handler.commit(), 0);
+        EXPECT_EQ(handler.rollBack(), 0);
+    }
+    EXPECT_EQ(read(toolFile()), "of the model");
+}
+
+TEST_F(Handler, TouchesNothingIfThePlacesHaveBecomeOneByALink) {
+    for (const bool commits : {true, false}) {
+        CMORYHandler handler(&project());
+        EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYInspect), 1);
+        write(toolFile(), "the only copy");
+        fs::remove_all(unitsDirectory());
+        fs::create_directory_symlink(scratch.path(), unitsDirectory());
+        EXPECT_EQ(commits ? handler.commit() : handler.rollBack(), 1);
+        EXPECT_EQ(read(toolFile()), "the only copy");
+        fs::remove(unitsDirectory());
+        fs::create_directory(unitsDirectory());
+    }
+}
+
+TEST_F(Handler, MovesNoLinkOverTheFileThatItLeadsTo) {
+    fs::create_symlink(unitFile(), toolFile());
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYCheckOut);
+    write(toolFile(), "written through the link");
+    EXPECT_EQ(handler.commit(), 1);
+    EXPECT_EQ(read(unitFile()), "written through the link");
+    EXPECT_THAT(host.callsOf("move file"), IsEmpty());
+}
+
+TEST_F(Handler, LetsNothingThatTheHostThrowsOutOfItsEnd) {
+    {
+        CMORYHandler handler(&project());
+        handler.startTranscation(CMORYHandler::ORYCheckIn);
+        host.places.onDelete = [] { throw std::runtime_error("no more memory"); };
+    }
+    EXPECT_THAT(host.callsOf("delete file"), testing::SizeIs(1));
+    EXPECT_TRUE(fs::exists(toolFile()));
+}
+
+TEST(HandlerNumbers, OfOperationsAreFixed) {
+    EXPECT_EQ(CMORYHandler::ORYAdd, 0);
+    EXPECT_EQ(CMORYHandler::ORYCheckOut, 1);
+    EXPECT_EQ(CMORYHandler::ORYCheckIn, 2);
+    EXPECT_EQ(CMORYHandler::ORYFetch, 4);
+    EXPECT_EQ(CMORYHandler::ORYInspect, 5);
+    EXPECT_EQ(CMORYHandler::ORYNone, 6);
+}
+
 TEST_F(Handler, RemovesTheToolsCopyAfterAnInspection) {
     CMORYHandler handler(&project());
     EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYInspect), 1);
@@ -183,6 +258,7 @@ TEST_F(Handler, TakesTheReadOnlyStateOfTheToolsCopyAwayBeforeItIsDeleted) {
     host.places.deleteResult[toolFile().string()] = 0;
     EXPECT_EQ(handler.commit(), 0);
     EXPECT_NE(fs::status(toolFile()).permissions() & fs::perms::owner_write, fs::perms::none);
+    EXPECT_THAT(host.callsOf("delete file"), ElementsAre("delete file " + toolFile().string() + " flag=1"));
 }
 
 TEST_F(Handler, CommitsAnInspectionThatLeftNoFile) {
@@ -225,6 +301,7 @@ TEST_F(Handler, RollsBackByRemovingTheCopy) {
     CMORYHandler handler(&project());
     handler.startTranscation(CMORYHandler::ORYCheckIn);
     EXPECT_EQ(handler.rollBack(), 1);
+    EXPECT_THAT(host.callsOf("delete file"), ElementsAre("delete file " + toolFile().string() + " flag=1"));
     EXPECT_FALSE(fs::exists(toolFile()));
     EXPECT_EQ(read(unitFile()), "of the model");
     EXPECT_EQ(handler.rollBack(), 0);
