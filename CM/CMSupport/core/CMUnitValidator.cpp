@@ -1,11 +1,13 @@
 #include "CM/CMSupport/core/CMUnitValidator.h"
 
+#include "CM/CMSupport/core/Quietly.h"
 #include "CM/platform/FaultGuard.h"
 
 CMUnitValidator::~CMUnitValidator() { reset(); }
 
 int CMUnitValidator::init(const CMUnitList &units) {
     reset();
+    const platform::FaultHandlers handlers; // once, and not for each unit
     for (IUnit *const unit : units) {
         addUnit(unit);
     }
@@ -78,7 +80,7 @@ void CMUnitValidator::getValidUnitList(CMUnitList &units) const {
 
 void CMUnitValidator::reset() {
     for (const auto &[unit, handle] : handles_) {
-        handle->release();
+        core::quietly([&owned = *handle] { owned.release(); }); // the others are to be given back all the same
     }
     handles_.RemoveAll();
 }

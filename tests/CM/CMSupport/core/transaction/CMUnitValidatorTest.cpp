@@ -77,6 +77,18 @@ TEST_F(Validator, SurvivesAUnitWhoseHandleFaults) {
     EXPECT_THAT(valid(), ElementsAre(&valve));
 }
 
+TEST_F(Validator, LeavesTheFaultHandlersAsTheyWereBehindAListWithADeadUnit) {
+    auto &pump = host.addUnit("Pump");
+    pump.onGetHandle = [] { std::raise(SIGSEGV); };
+    struct sigaction before {};
+    struct sigaction after {};
+    sigaction(SIGSEGV, nullptr, &before);
+    validator.init(CMUnitList{&pump, &host.addUnit("Valve"), &pump});
+    sigaction(SIGSEGV, nullptr, &after);
+    EXPECT_EQ(before.sa_sigaction, after.sa_sigaction);
+    EXPECT_EQ(host.handlesAlive, 1);
+}
+
 TEST_F(Validator, RemovesAUnitAndGivesItsHandleBack) {
     auto &pump = host.addUnit("Pump");
     validator.init(&pump);
