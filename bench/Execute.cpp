@@ -58,7 +58,7 @@ double executeAll(int times) {
         for (int at = 0; at < times; ++at) {
             CString output;
             CString error;
-            if (theCMToolShellInterface().Execute(command, output, error, "") != 1 || output != "done\n") {
+            if (theCMToolShellInterface()->Execute(command, output, error, "") != 1 || output != "done\n") {
                 throw std::runtime_error("the program was not run: " + error.str());
             }
         }

@@ -71,7 +71,7 @@ template <class ITEM> void CommandRun<ITEM>::execute(const CString &command) {
     CString output;
     log(texts_.beforeRun + command);
     // Not the tool's success: only whether the working directory could be entered and left.
-    result_ = theCMToolShellInterface().Execute(command, output, errorText_, "");
+    result_ = theCMToolShellInterface()->Execute(command, output, errorText_, "");
     log(texts_.afterRun + output);
 }
 

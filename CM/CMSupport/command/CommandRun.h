@@ -52,7 +52,8 @@ class PushedArgument {
 template <class ITEM> class CommandRun {
   public:
     /// `errorText` is one text for the whole run, deliberately: what one item's command wrote to its error channel
-    /// stands in front of what the next one's writes.
+    /// stands in front of what the next one's writes. The shell shows and tests it as a whole each time, so failures
+    /// of many items cost in all the square of what they print.
     CommandRun(CommandTexts texts, CMArgumentList &args, CString &errorText);
     virtual ~CommandRun() = default;
     CommandRun(const CommandRun &) = delete;

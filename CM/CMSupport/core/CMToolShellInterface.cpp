@@ -77,6 +77,7 @@ class DirectoryVisit {
     }
     bool leave(CString &error) {
         away_ = false;
+        // On failure the message takes the place of the tool's errors, deliberately.
         return tell(platform::setCurrentDirectory(home_), home_, error);
     }
 
@@ -97,6 +98,7 @@ void reportTimeOut() {
     debugTrace({message});
     CString value;
     CString second;
+    // TRUE in any case, deliberately, though the switch of the trace is read to the letter.
     if (oqGetEnvVar("General", "ShowMessageOnCMCommandTimeout", value, &second) == 1 &&
         value.CompareNoCase("TRUE") == 0) {
         notifyUser(message, messageLevelDefault);
@@ -139,6 +141,7 @@ void run(CMToolShellInterface &shell, CString command, CString &output, CString 
         debugTrace({"command output: ", output, "\n"});
         shell.checkCommandResults(output);
     }
+    // What the caller's texts held before suppresses the report too, deliberately.
     if (status == WAIT_TIMEOUT && output.IsEmpty() && error.IsEmpty() && command.Find("lsrevs -graph") < 0) {
         reportTimeOut();
     }
@@ -146,9 +149,9 @@ void run(CMToolShellInterface &shell, CString command, CString &output, CString 
 
 } // namespace
 
-CMToolShellInterface &theCMToolShellInterface() {
+CMToolShellInterface *theCMToolShellInterface() {
     static CMToolShellInterface shell;
-    return shell;
+    return &shell;
 }
 
 int CMToolShellInterface::Execute(const CString &command, CString &output, CString &error, CString directory) {

@@ -28,5 +28,5 @@ class ORC_CM_API CMToolShellInterface final : public CMToolInterface {
     int checkCommandResults(const CString &text);
 };
 
-/// The one shell of the process.
-ORC_CM_API CMToolShellInterface &theCMToolShellInterface();
+/// The one shell of the process; never null.
+ORC_CM_API CMToolShellInterface *theCMToolShellInterface();

@@ -51,6 +51,7 @@ TEST_F(Outputer, ReportsALoadingErrorInABoxWithTheBareText) {
     ASSERT_EQ(host.messages.shown.size(), 1U);
     EXPECT_EQ(host.messages.shown[0].text, "Pump is broken");
     EXPECT_EQ(host.messages.shown[0].flags, MB_ICONHAND);
+    EXPECT_EQ(host.messages.shown[0].level, 2);
 }
 
 TEST_F(Outputer, ReportsALoadingErrorInBothTheWindowFirst) {

@@ -5,6 +5,8 @@
 #include "CM/host/RunThread.h"
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
 
+#include <array>
+#include <iterator>
 #include <stdexcept>
 
 using resources::Text;
@@ -20,7 +22,7 @@ namespace {
 class Execute : public CoreFixture {
   protected:
     int execute(const CString &command) {
-        return theCMToolShellInterface().Execute(command, output, error, "/nowhere");
+        return theCMToolShellInterface()->Execute(command, output, error, "/nowhere");
     }
     void toolPrints(std::vector<CString> outputLines, std::vector<CString> errorLines = {}, int status = 0) {
         host.worker.run = [=](const CString & /*command*/) {
@@ -86,6 +88,11 @@ TEST_F(Execute, AppendsToWhatTheCallersTextsHold) {
     output = "old\n";
     execute("co Pump");
     EXPECT_EQ(output, "old\nnew\n");
+
+    toolPrints({}, {"locked\n"});
+    error = "of the last command\n";
+    execute("co Pump");
+    EXPECT_EQ(error, "of the last command\nlocked\n");
 }
 
 TEST_F(Execute, GivesOneForAToolThatFailed) {
@@ -135,6 +142,7 @@ TEST_F(Execute, ShowsAWarningBoxIfOnlyTheWarningPatternMatches) {
     ASSERT_EQ(host.messages.shown.size(), 1U);
     EXPECT_EQ(host.messages.shown[0].text, resources::text(Text::commandReportedWarning));
     EXPECT_EQ(host.messages.shown[0].flags, MB_ICONEXCLAMATION);
+    EXPECT_EQ(host.messages.shown[0].level, 2);
 }
 
 TEST_F(Execute, TestsNoPatternThatIsEmpty) {
@@ -206,6 +214,23 @@ TEST_F(Execute, ReportsADirectoryThatItCannotGoBackTo) {
     EXPECT_THAT(shown.str(), EndsWith(error.str()));
 }
 
+TEST_F(Execute, PutsTheMessageInThePlaceOfTheToolsErrorsIfItCannotGoBack) {
+    host.places.currentDirectory = "/no/way/back";
+    toolPrints({}, {"co: locked\n"});
+    EXPECT_EQ(execute("co Pump"), 0);
+    EXPECT_THAT(error.str(), HasSubstr("/no/way/back"));
+    EXPECT_THAT(error.str(), Not(HasSubstr("locked")));
+    EXPECT_THAT(shown.str(), HasSubstr("co: locked\n"));
+}
+
+TEST_F(Execute, GoesBackToADirectoryWithABackslashInItsName) {
+    const auto odd = scratch / "back\\slash";
+    std::filesystem::create_directory(odd);
+    std::filesystem::current_path(odd);
+    EXPECT_EQ(execute("co Pump"), 1);
+    EXPECT_EQ(std::filesystem::current_path(), odd);
+}
+
 TEST_F(Execute, GoesBackToTheDirectoryIfTheWorkerThrows) {
     host.worker.run = [](const CString & /*command*/) -> recording::ToolRun {
         throw std::runtime_error("no more processes");
@@ -240,10 +265,29 @@ TEST_F(Execute, EmptiesTheFileThatItRedirectsTo) {
     EXPECT_EQ(read(unitsDirectory() / "out"), "new\n");
 }
 
-TEST_F(Execute, RunsTheCommandAlsoIfTheFileCannotBeOpened) {
+TEST_F(Execute, BringsTheOutputBackIfTheFileCannotBeOpened) {
+    toolPrints({"the text\n"});
     EXPECT_EQ(execute("co -p Pump>no/such/out"), 1);
     EXPECT_THAT(host.worker.commands, ElementsAre(CString("co -p Pump")));
     EXPECT_TRUE(error.IsEmpty());
+    EXPECT_EQ(output, "the text\n");
+    EXPECT_EQ(shown.str(), "co -p Pump>no/such/out\nthe text\n");
+}
+
+TEST_F(Execute, ClosesTheFileThatItRedirectedTo) {
+    const auto openFiles = [] {
+        const std::filesystem::directory_iterator all("/proc/self/fd");
+        return std::distance(begin(all), end(all));
+    };
+    std::ptrdiff_t during = 0;
+    host.worker.run = [&](const CString & /*command*/) {
+        during = openFiles();
+        return recording::ToolRun{};
+    };
+    const auto before = openFiles();
+    execute("co -p Pump>out");
+    EXPECT_EQ(during, before + 1);
+    EXPECT_EQ(openFiles(), before);
 }
 
 // The limit.
@@ -261,8 +305,12 @@ TEST_P(UnlimitedWait, ComesFrom) {
     execute("co Pump");
     EXPECT_THAT(host.callsOf("wait"), ElementsAre("wait -1"));
 }
+std::string limitName(const testing::TestParamInfo<const char *> &row) {
+    constexpr std::array names{"Words", "Zero", "Nothing", "MinusOne", "Overflow", "TwoSigns"};
+    return names.at(row.index);
+}
 INSTANTIATE_TEST_SUITE_P(Limit, UnlimitedWait,
-                         testing::Values("abc", "0", "", "-1", "99999999999999999999", "+-5"));
+                         testing::Values("abc", "0", "", "-1", "99999999999999999999", "+-5"), limitName);
 
 TEST_F(Execute, WaitsWithoutLimitIfNoLimitIsSet) {
     execute("co Pump");
@@ -284,6 +332,36 @@ TEST_F(Execute, ReportsATimeOutWithoutAnyText) {
     EXPECT_EQ(execute("co Pump"), 1);
     EXPECT_EQ(shown.str(), std::string("co Pump\n") + resources::text(Text::commandTimedOut));
     EXPECT_THAT(host.messages.shown, IsEmpty());
+}
+
+TEST_F(Execute, ReportsNoTimeOutIfTheCallersTextsHeldSomethingBefore) {
+    host.setSetting("ShowMessageOnCMCommandTimeout", "TRUE");
+    toolPrints({}, {}, WAIT_TIMEOUT);
+    output = "of the last command\n";
+    EXPECT_EQ(execute("co Pump"), 1);
+    output = "";
+    error = "of the last command\n";
+    EXPECT_EQ(execute("co Pump"), 1);
+    EXPECT_THAT(shown.str(), Not(HasSubstr(resources::text(Text::commandTimedOut))));
+    EXPECT_THAT(host.messages.shown, IsEmpty());
+}
+
+TEST_F(Execute, TakesTheErrorLinesAloneIfTheTimeRanOut) {
+    host.setSetting("ShowMessageOnCMCommandTimeout", "TRUE");
+    toolPrints({"half done\n"}, {"co: waiting\n"}, WAIT_TIMEOUT);
+    EXPECT_EQ(execute("co Pump"), 1);
+    EXPECT_TRUE(output.IsEmpty());
+    EXPECT_EQ(error, "co: waiting\n");
+    EXPECT_EQ(shown.str(), "co Pump\nco: waiting\nco: waiting\n");
+    EXPECT_THAT(host.messages.shown, IsEmpty());
+}
+
+TEST_F(Execute, ShowsATimeOutInABoxAlsoWithoutAStream) {
+    getMainCMOutputer()() = nullptr;
+    host.setSetting("ShowMessageOnCMCommandTimeout", "TRUE");
+    toolPrints({}, {}, WAIT_TIMEOUT);
+    EXPECT_EQ(execute("co Pump"), 1);
+    EXPECT_THAT(messages(), ElementsAre(resources::text(Text::commandTimedOut)));
 }
 
 TEST_F(Execute, TracesATimeOut) {
@@ -333,6 +411,9 @@ TEST_F(Execute, BringsMegabytesOfOutputBack) {
     EXPECT_EQ(output.GetLength(), 4000000);
 }
 
-TEST_F(Execute, IsReachedThroughOneObject) { EXPECT_EQ(&theCMToolShellInterface(), &theCMToolShellInterface()); }
+TEST_F(Execute, IsReachedThroughOneObject) {
+    ASSERT_NE(theCMToolShellInterface(), nullptr);
+    EXPECT_EQ(theCMToolShellInterface(), theCMToolShellInterface());
+}
 
 } // namespace
