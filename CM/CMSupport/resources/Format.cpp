@@ -2,8 +2,9 @@
 
 namespace resources {
 
-std::string format(std::string_view text, std::initializer_list<std::string_view> arguments) {
+std::string format(Text number, std::initializer_list<std::string_view> arguments) {
     constexpr std::string_view placeholder = "%s";
+    std::string_view text = resources::text(number);
     std::string result;
     auto argument = arguments.begin();
     for (;;) {
@@ -17,10 +18,6 @@ std::string format(std::string_view text, std::initializer_list<std::string_view
         }
         text.remove_prefix(found + placeholder.size());
     }
-}
-
-std::string format(Text number, std::initializer_list<std::string_view> arguments) {
-    return format(std::string_view(text(number)), arguments);
 }
 
 } // namespace resources

@@ -14,7 +14,4 @@ namespace resources {
 /// included. A "%s" without an argument becomes empty; an argument without a "%s" is left out.
 std::string format(Text number, std::initializer_list<std::string_view> arguments);
 
-/// The same with a text that the caller has: for texts that don't stand in the table.
-std::string format(std::string_view text, std::initializer_list<std::string_view> arguments);
-
 } // namespace resources

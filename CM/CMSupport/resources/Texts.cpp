@@ -7,8 +7,7 @@ const char *text(Text number) {
     switch (number) {
     case Text::noToolSelected:
         return "No configuration management tool is selected. Choose one in the project's configuration "
-               "management "
-               "properties, then try again.";
+               "management properties, then try again.";
     case Text::providerNotFound:
         return "No Source Code Control provider is registered on this computer. Install one, or choose a command "
                "line tool in the project's configuration management properties.";
@@ -16,9 +15,11 @@ const char *text(Text number) {
         return "This version works with command line tools only, but the project is set to use a Source Code "
                "Control provider. Set its property \"UseSCCtool\" to \"No\" and choose a command line tool.";
     case Text::cannotEnterDirectory:
-        return "Cannot enter the directory \"%s\": %s\n";
+        return "Cannot enter the directory \"%s\": %s. Check that the directory exists and that you may enter "
+               "it.\n";
     case Text::commandTimedOut:
-        return "The configuration management command ran into its time limit and printed nothing.\n";
+        return "The configuration management command ran into its time limit and printed nothing. If it needs "
+               "more time, raise the limit, the tool's property \"CMChildThreadTimeOut\" (milliseconds).\n";
     case Text::commandReportedError:
         return "The configuration management command reported an error. See the configuration management output "
                "for what it printed.";
@@ -37,8 +38,7 @@ const char *text(Text number) {
         return "Checking out a controlled file";
     case Text::controlledFileCheckOut:
         return "\"%s\" is a controlled file, not a part of the model: the model is not reloaded after it is "
-               "checked "
-               "out. If \"%s\" is open in another program, close it there and open it again afterwards.";
+               "checked out. If \"%s\" is open in another program, close it there and open it again afterwards.";
     case Text::controlledFileDontShow:
         return "Do not show this message again";
     case Text::writableFileQuestion:

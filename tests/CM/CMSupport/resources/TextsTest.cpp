@@ -9,7 +9,7 @@ using resources::text;
 
 namespace {
 
-// The numbers of the table are those of the two runs of the enumeration, to their last names.
+// The numbers of the table are those of the three runs of the enumeration, to their last names.
 template <class CHECK> void forEachText(CHECK check) {
     const auto run = [&check](Text first, Text last) {
         for (auto number = static_cast<unsigned>(first); number <= static_cast<unsigned>(last); ++number) {
