@@ -11,8 +11,8 @@ class ORC_CM_API CMArchive : public CMPropertyArgument {
 
     /// The names are archive and archivedirectory.
     [[nodiscard]] int isNamed(const CString &name) const override;
-    /// "archivedirectory" gives a directory whether the archive is one or a file in it; an archive that can't be
-    /// reached is given as it stands.
+    /// "archivedirectory" gives a directory whether the archive is one or a file in it (the empty text for a file
+    /// named without its directory); an archive that can't be reached is given as it stands.
     [[nodiscard]] CString substitute(const CString &name) override;
 
     /// How archives are chosen: 0 by directory, 1 by file (the caller then looks up the archive of each unit and

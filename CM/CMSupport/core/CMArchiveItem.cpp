@@ -18,6 +18,7 @@ CString withoutSuffix(const CString &name) {
 
 CString withoutWorkingDirectory(const CString &name) {
     const CString working = paths::workingDirectory();
+    // One character is taken for the separator without a look at it, deliberately.
     return paths::beginsNoCase(name, working) ? name.Mid(working.GetLength() + 1) : name;
 }
 
@@ -36,6 +37,7 @@ CString withoutLayout(CString name, CString layout) {
     if (paths::beginsNoCase(name, root)) {
         name.Delete(0, root.GetLength());
     }
+    // From the template it goes also if the name doesn't begin with it, deliberately.
     layout.Delete(0, root.GetLength() + static_cast<int>(subDirs.size()));
     if (layout.IsEmpty() || layout == "/" || layout == "\\") {
         return name;

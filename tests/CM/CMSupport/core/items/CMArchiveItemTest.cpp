@@ -2,6 +2,8 @@
 
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
 
+#include <algorithm>
+
 namespace {
 
 class ArchiveItem : public CoreFixture {
@@ -109,7 +111,18 @@ INSTANTIATE_TEST_SUITE_P(
         Layout{"elsewhere in the path", "$SubDirs/RCS/$FileName", "RCS/sub/Pump.ocl", "RCS/sub/Pump.ocl"},
         Layout{"mixed separators", R"($SubDirs/RCS\$FileName)", R"(sub/RCS\Pump.ocl)", "sub/Pump.ocl"},
         Layout{"file before directories", "/arch/$FileName/$SubDirs", "/arch/sub/Pump.ocl", "sub/Pump.ocl"},
-        Layout{"shorter than what is between", "$SubDirs/RCS/$FileName", "/Pump.ocl", "/Pump.ocl"}));
+        Layout{"shorter than what is between", "$SubDirs/RCS/$FileName", "/Pump.ocl", "/Pump.ocl"}),
+    [](const auto &row) {
+        std::string name = row.param.what;
+        std::ranges::replace(name, ' ', '_');
+        return name;
+    });
+
+TEST(ArchiveItemModes, HaveFixedNumbers) {
+    EXPECT_EQ(CMArchiveItem::unknown, 0);
+    EXPECT_EQ(CMArchiveItem::readOnly, 1);
+    EXPECT_EQ(CMArchiveItem::readWrite, 2);
+}
 
 // Places in the workspace.
 

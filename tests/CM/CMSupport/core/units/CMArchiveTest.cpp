@@ -2,6 +2,8 @@
 
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
 
+#include <array>
+
 using testing::HasSubstr;
 using testing::Not;
 
@@ -58,10 +60,16 @@ TEST_P(Selection, IsReadWithoutRegardToCase) {
     setToolProperty(IPN::CMArchiveSelection, GetParam().first);
     EXPECT_EQ(CMArchive::getArchiveSelection(), GetParam().second);
 }
+std::string selectionName(const testing::TestParamInfo<std::pair<const char *, int>> &row) {
+    constexpr std::array names{"Directory", "DirectoryInCapitals", "File", "FileInSmallLetters",
+                               "Nothing",   "AnotherWord"};
+    return names.at(row.index);
+}
 INSTANTIATE_TEST_SUITE_P(Archive, Selection,
                          testing::Values(std::pair("Directory", 0), std::pair("DIRECTORY", 0),
                                          std::pair("File", 1), std::pair("file", 1), std::pair("", 2),
-                                         std::pair("Files", 2)));
+                                         std::pair("Files", 2)),
+                         selectionName);
 
 TEST_F(Archive, IsOneForTheProjectByDefault) {
     EXPECT_EQ(CMArchive::getArchiveSelection(), 2);

@@ -68,4 +68,23 @@ TEST_F(PathMapper, GivesAnArchivePathBackTrimmedWithoutALayout) {
     EXPECT_EQ(CMPathMapper::getLocalPathFromArchivePath(" /arch/sub "), "/arch/sub");
 }
 
+TEST_F(PathMapper, TakesTheDirectoryOfTheProjectFileInTheOldLayout) {
+    setOldLayout();
+    project().projectFileDirectory = "/old";
+    setToolProperty("Repository", "/arch$SubDirs");
+    EXPECT_EQ(CMPathMapper::getArchiveSubDirFromLocalPath("/old/sub"), "sub");
+    EXPECT_EQ(CMPathMapper::getArchivePathFromLocalPath("/old/sub"), "/arch/sub");
+    EXPECT_EQ(CMPathMapper::getArchivePathFromLocalPath("/w/sub"), "/arch//w/sub") << "it is not below";
+    setToolProperty("Repository", "/arch");
+    EXPECT_EQ(CMPathMapper::getLocalPathFromArchivePath("/arch/sub"), "/old/sub");
+}
+
+TEST_F(PathMapper, GivesPathsBackOnceTheProjectIsGone) {
+    setToolProperty("Repository", "/arch$SubDirs");
+    host.model.activeProject = nullptr;
+    EXPECT_EQ(CMPathMapper::getArchiveSubDirFromLocalPath(" /w/sub/ "), "w/sub");
+    EXPECT_EQ(CMPathMapper::getArchivePathFromLocalPath("/w/sub"), "/w/sub");
+    EXPECT_EQ(CMPathMapper::getLocalPathFromArchivePath(" /arch/sub "), "/arch/sub");
+}
+
 } // namespace
