@@ -57,6 +57,28 @@ BENCHMARK_CAPTURE(expandTemplate, nestedProperty, "co -q $LabelPart");
 BENCHMARK_CAPTURE(expandTemplate, predefined, "co -q $temp");
 BENCHMARK_CAPTURE(expandTemplate, conditional, "co -q ($label ? -r$label : -f)");
 
+void expandAmongBraces(benchmark::State &state) {
+    // Each value completes the next variable; twice the braces should cost twice the time.
+    RecordingHost host;
+    host.addProject();
+    host.addConfiguration("release", host.addComponent("plc"));
+    host.setTool("Bench");
+    host.setToolDefault("Bench", "a", "$");
+    std::string source = "$";
+    for (auto count = state.range(0); count > 0; --count) {
+        source += "{a}";
+    }
+    CMArgumentList arguments;
+    while (state.KeepRunning()) {
+        CString line;
+        CString error;
+        benchmark::DoNotOptimize(CMProperty::Expand(source, arguments, line, error, false));
+        host.clearRecords();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(expandAmongBraces)->Arg(1 << 10)->Arg(1 << 14);
+
 void splitCommandIntoWords(benchmark::State &state) {
     const std::string command = R"(co -q -l -r"release 1" '/models/_Plant/Pump.ocl' /archive/Pump.ocl,v)";
     while (state.KeepRunning()) {

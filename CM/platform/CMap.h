@@ -1,27 +1,57 @@
 // CMap: a hash map that is walked in the order in which its keys came in, so that what is made from a walk
-// is the same in every run. A thin value class over the standard containers.
+// is the same in every run. A thin value class over std::unordered_map, whose entries are chained in that order.
 #pragma once
 
-#include <list>
-#include <optional>
+#include "CM/platform/PlaceHash.h"
+
+#include <cstddef>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
-    using Entry = std::pair<const KEY, VALUE>;
-    using Entries = std::list<Entry>;
+    struct Link;
+    using Index = std::unordered_map<KEY, Link, PlaceHash<KEY>>;
+    using Entry = std::pair<const KEY, Link>; // the index's own; its place never changes
+    struct Link {
+        VALUE value{};
+        Entry *previous = nullptr;
+        Entry *next = nullptr;
+    };
 
   public:
-    /// A place in a walk, or none.
+    /// A place in a walk, or none. It stays valid until the entry it names is removed.
     class POSITION {
       public:
         POSITION() = default;
-        explicit operator bool() const { return place_.has_value(); }
+        explicit operator bool() const { return entry_ != nullptr; }
 
       private:
         friend class CMap;
-        explicit POSITION(typename Entries::const_iterator place) : place_(place) {}
-        std::optional<typename Entries::const_iterator> place_;
+        explicit POSITION(const Entry *entry) : entry_(entry) {}
+        const Entry *entry_ = nullptr;
+    };
+
+    /// For a range-based for, which sees pairs of references to key and value.
+    class const_iterator {
+      public:
+        using value_type = std::pair<const KEY &, const VALUE &>;
+        using difference_type = std::ptrdiff_t;
+        using iterator_category = std::input_iterator_tag;
+
+        const_iterator() = default;
+        value_type operator*() const { return {entry_->first, entry_->second.value}; }
+        const_iterator &operator++() {
+            entry_ = entry_->second.next;
+            return *this;
+        }
+        const_iterator operator++(int) { return std::exchange(*this, const_iterator(entry_->second.next)); }
+        friend bool operator==(const const_iterator &, const const_iterator &) = default;
+
+      private:
+        friend class CMap;
+        explicit const_iterator(const Entry *entry) : entry_(entry) {}
+        const Entry *entry_ = nullptr;
     };
 
     /// The block size is a hint of the caller's about growth; it has no effect on behaviour.
@@ -29,6 +59,9 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
     CMap(const CMap &) = delete;
     CMap &operator=(const CMap &) = delete;
     ~CMap() = default;
+
+    /// Makes room for so many keys, which saves growing step by step.
+    void InitHashTable(int keys) { index_.reserve(static_cast<std::size_t>(keys)); }
 
     [[nodiscard]] int GetCount() const { return static_cast<int>(index_.size()); }
     [[nodiscard]] bool IsEmpty() const { return index_.empty(); }
@@ -39,7 +72,7 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
         if (found == index_.end()) {
             return false;
         }
-        value = found->second->second;
+        value = found->second.value;
         return true;
     }
     void SetAt(ARG_KEY key, ARG_VALUE value) { (*this)[key] = value; }
@@ -47,9 +80,9 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
     VALUE &operator[](ARG_KEY key) {
         const auto [place, isNew] = index_.try_emplace(key);
         if (isNew) {
-            place->second = entries_.emplace(entries_.end(), key, VALUE());
+            append(*place);
         }
-        return place->second->second;
+        return place->second.value;
     }
     /// True if the key was there.
     bool RemoveKey(ARG_KEY key) {
@@ -57,31 +90,40 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
         if (found == index_.end()) {
             return false;
         }
-        entries_.erase(found->second);
+        takeOut(*found);
         index_.erase(found);
         return true;
     }
     void RemoveAll() {
         index_.clear();
-        entries_.clear();
+        first_ = last_ = nullptr;
     }
 
-    [[nodiscard]] POSITION GetStartPosition() const { return at(entries_.begin()); }
+    [[nodiscard]] POSITION GetStartPosition() const { return POSITION(first_); }
     /// Gives the entry at `position`, which moves on, or to none at the end.
     void GetNextAssoc(POSITION &position, KEY &key, VALUE &value) const {
-        key = (*position.place_)->first;
-        value = (*position.place_)->second;
-        position = at(std::next(*position.place_));
+        const Entry &entry = *position.entry_;
+        key = entry.first;
+        value = entry.second.value;
+        position = POSITION(entry.second.next);
     }
 
-    [[nodiscard]] auto begin() const { return entries_.begin(); }
-    [[nodiscard]] auto end() const { return entries_.end(); }
+    [[nodiscard]] const_iterator begin() const { return const_iterator(first_); }
+    [[nodiscard]] const_iterator end() const { return {}; }
 
   private:
-    POSITION at(typename Entries::const_iterator place) const {
-        return place == entries_.end() ? POSITION() : POSITION(place);
+    void append(Entry &entry) {
+        entry.second.previous = last_;
+        (last_ == nullptr ? first_ : last_->second.next) = &entry;
+        last_ = &entry;
+    }
+    void takeOut(const Entry &entry) {
+        const Link &link = entry.second;
+        (link.previous == nullptr ? first_ : link.previous->second.next) = link.next;
+        (link.next == nullptr ? last_ : link.next->second.previous) = link.previous;
     }
 
-    Entries entries_;
-    std::unordered_map<KEY, typename Entries::iterator> index_;
+    Index index_;
+    Entry *first_ = nullptr;
+    Entry *last_ = nullptr;
 };

@@ -16,7 +16,7 @@ struct Element::Details {
 };
 
 Element::Element(Kind kind) : kind_(kind) {}
-Element::~Element() = default;
+Element::~Element() { HandleSlots::left(*this); }
 
 Element *Element::of(const IDObject *object) { return dynamic_cast<Element *>(const_cast<IDObject *>(object)); }
 

@@ -15,6 +15,7 @@
 
 namespace orchard {
 
+class HandleSlot;
 class Model;
 class PropertyTable;
 class UnitElement;
@@ -93,9 +94,9 @@ class Element {
                                              std::string_view key) const;
     void storeProperty(std::string_view subject, std::string_view metaclass, const IProperty *property);
 
-    /// Whether somebody may hold a handle to the element.
-    [[nodiscard]] bool hasSlot() const { return hasSlot_; }
-    void setHasSlot(bool has) { hasSlot_ = has; }
+    /// What handles to the element point at; null if there are none.
+    [[nodiscard]] HandleSlot *slot() const { return slot_; }
+    void setSlot(HandleSlot *slot) { slot_ = slot; }
 
   private:
     struct Details;
@@ -103,10 +104,10 @@ class Element {
 
     const Kind kind_;
     bool modified_ = false;
-    bool hasSlot_ = false;
     ElementId id_;
     Element *owner_ = nullptr;
     Model *model_ = nullptr;
+    HandleSlot *slot_ = nullptr;
     std::string name_;
     std::vector<std::unique_ptr<Element>> children_;
     std::unique_ptr<Details> details_;

@@ -1,72 +1,86 @@
 #include "orchard/model/HandleSlots.h"
 
+#include <cstddef>
+
 namespace orchard {
 
-class SlotHandle final : public IHandle {
+class HandleSlot final : public IHandle {
   public:
-    explicit SlotHandle(HandleSlots::Slot *slot) : slot_(slot) {}
+    HandleSlot(HandleSlots &home, Element &element) : home_(&home), id_(element.id()) { fill(element); }
+
     [[nodiscard]] IDObject *doGetObject() const override {
-        return slot_->element == nullptr ? nullptr : &slot_->element->object();
+        return element_ == nullptr ? nullptr : &element_->object();
     }
     // An element leaves its slot before it is taken down.
     [[nodiscard]] IDObject *doGetSafeObject() const override { return doGetObject(); }
     void release() override {
-        HandleSlots::released(slot_);
+        if (--handles_ > 0) {
+            return;
+        }
+        if (element_ != nullptr) {
+            element_->setSlot(nullptr);
+        } else if (home_ != nullptr) {
+            home_->empty_.erase(id_);
+        }
         delete this;
     }
 
+    HandleSlot &oneMore() {
+        ++handles_;
+        return *this;
+    }
+    void fill(Element &element) {
+        element_ = &element;
+        element.setSlot(this);
+    }
+    void clear() {
+        element_->setSlot(nullptr);
+        element_ = nullptr;
+        home_->empty_.emplace(id_, this);
+    }
+    void loseHome() { home_ = nullptr; }
+
   private:
-    ~SlotHandle() override = default;
-    HandleSlots::Slot *slot_;
+    ~HandleSlot() override = default;
+
+    HandleSlots *home_; ///< null once the model is gone
+    Element *element_ = nullptr;
+    std::size_t handles_ = 0;
+    ElementId id_;
 };
 
 HandleSlots::~HandleSlots() {
-    for (const auto &[id, slot] : slots_) {
-        slot->element = nullptr;
-        slot->home = nullptr;
+    for (const auto &[id, slot] : empty_) {
+        slot->loseHome();
     }
 }
 
 IHandle *HandleSlots::handleTo(Element &element) {
-    Slot *&slot = slots_[element.id()];
+    HandleSlot *slot = element.slot();
     if (slot == nullptr) {
-        slot = std::make_unique<Slot>(Slot{this, element.id(), &element, 0}).release();
+        entered(element); // its slot may still be empty
+        slot = element.slot();
     }
-    slot->element = &element;
-    ++slot->handles;
-    element.setHasSlot(true);
-    return new SlotHandle(slot);
+    if (slot == nullptr) {
+        slot = new HandleSlot(*this, element); // deletes itself when the last handle is given back
+    }
+    return &slot->oneMore();
 }
 
 void HandleSlots::entered(Element &element) {
-    if (slots_.empty()) {
+    if (empty_.empty()) {
         return;
     }
-    if (const auto found = slots_.find(element.id()); found != slots_.end()) {
-        found->second->element = &element;
-        element.setHasSlot(true);
+    if (const auto found = empty_.find(element.id()); found != empty_.end()) {
+        found->second->fill(element);
+        empty_.erase(found);
     }
 }
 
 void HandleSlots::left(Element &element) {
-    if (!element.hasSlot()) {
-        return;
+    if (HandleSlot *const slot = element.slot()) {
+        slot->clear();
     }
-    element.setHasSlot(false);
-    const auto found = slots_.find(element.id());
-    if (found != slots_.end() && found->second->element == &element) {
-        found->second->element = nullptr;
-    }
-}
-
-void HandleSlots::released(Slot *slot) {
-    if (--slot->handles > 0) {
-        return;
-    }
-    if (slot->home != nullptr) {
-        slot->home->slots_.erase(slot->id);
-    }
-    delete slot;
 }
 
 } // namespace orchard

@@ -1,10 +1,9 @@
-// Handles point at a slot per identifier, not at an object: whatever object bears the identifier stands in it.
+// Handles stand for an identifier, not for an object: whatever object bears the identifier is what they give.
 #pragma once
 
 #include "CM/host/IHandle.h"
 #include "orchard/model/Element.h"
 
-#include <memory>
 #include <unordered_map>
 
 namespace orchard {
@@ -17,23 +16,17 @@ class HandleSlots {
     HandleSlots(const HandleSlots &) = delete;
     HandleSlots &operator=(const HandleSlots &) = delete;
 
-    /// A new handle; it gives itself back with release().
+    /// A handle, to be given back with release(). All handles to one identifier are the same object.
     [[nodiscard]] IHandle *handleTo(Element &element);
     /// An element has come into the model, or leaves it.
     void entered(Element &element);
-    void left(Element &element);
+    static void left(Element &element);
 
   private:
-    friend class SlotHandle;
-    struct Slot {
-        HandleSlots *home; ///< null once the model is gone
-        ElementId id;
-        Element *element;
-        std::size_t handles;
-    };
-    static void released(Slot *slot);
-
-    std::unordered_map<ElementId, Slot *> slots_;
+    friend class HandleSlot;
+    /// The slots that no element stands in. The others are known to their elements alone, so that a handle costs
+    /// no look-up.
+    std::unordered_map<ElementId, HandleSlot *> empty_;
 };
 
 } // namespace orchard

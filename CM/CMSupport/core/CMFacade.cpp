@@ -2,6 +2,7 @@
 #include "CM/CMSupport/core/CMFacade.h"
 
 #include "CM/CMSupport/core/CMOutputer.h"
+#include "CM/platform/PlaceHash.h"
 
 #include <unordered_set>
 
@@ -23,13 +24,13 @@ std::ostream *&CMFacade::outStream() { return getMainCMOutputer()(); }
 void CMFacade::DoCmDialog() {}
 
 void CMFacade::removeDuplicatesFromItemList(CMUnitList &units) {
-    CMUnitList unique(10);
-    std::unordered_set<const IUnit *> seen;
-    for (IUnit *const unit : units) {
-        if (unit != nullptr && seen.insert(unit).second) {
-            unique.AddTail(unit);
+    std::unordered_set<const IUnit *, PlaceHash<const IUnit *>> seen;
+    seen.reserve(static_cast<std::size_t>(units.GetCount()));
+    for (auto position = units.GetHeadPosition(); position;) {
+        const auto here = position;
+        const IUnit *const unit = units.GetNext(position);
+        if (unit == nullptr || !seen.insert(unit).second) {
+            units.RemoveAt(here);
         }
     }
-    units.RemoveAll();
-    units.AddTail(unique);
 }

@@ -101,4 +101,30 @@ TEST(CMap, TakesPointersForKeys) {
     EXPECT_EQ(map[&second], 2);
 }
 
+TEST(CMap, KeepsOrderAndValuesWhenRoomIsMade) {
+    Map map;
+    map.SetAt("z", 1);
+    map.SetAt("a", 2);
+    map.InitHashTable(10000);
+    EXPECT_THAT(keysOf(map), ElementsAre("z=1", "a=2"));
+    map.RemoveAll();
+    map.SetAt("b", 3);
+    EXPECT_THAT(keysOf(map), ElementsAre("b=3"));
+}
+
+TEST(CMap, GivesARangeTheKeysInTheSameOrder) {
+    CMap<int *, int *, int, int> map;
+    int objects[3] = {};
+    map.SetAt(&objects[2], 2);
+    map.SetAt(&objects[0], 0);
+    map.SetAt(&objects[1], 1);
+    map.RemoveKey(&objects[0]);
+    std::vector<int> values;
+    for (const auto &[object, value] : map) {
+        EXPECT_EQ(object, &objects[value]);
+        values.push_back(value);
+    }
+    EXPECT_THAT(values, ElementsAre(2, 1));
+}
+
 } // namespace
