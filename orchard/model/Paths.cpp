@@ -9,13 +9,16 @@ namespace orchard {
 
 namespace {
 
-std::vector<std::string_view> partsOf(std::string_view path) {
+enum class Dots { resolved, kept };
+
+/// The parts without empty ones and ".".
+std::vector<std::string_view> partsOf(std::string_view path, Dots dots = Dots::resolved) {
     std::vector<std::string_view> parts;
     while (!path.empty()) {
         const std::size_t end = std::min(path.find_first_of("/\\"), path.size());
         const std::string_view part = path.substr(0, end);
         path.remove_prefix(std::min(end + 1, path.size()));
-        if (part == "..") {
+        if (part == ".." && dots == Dots::resolved) {
             if (!parts.empty()) {
                 parts.pop_back();
             }
@@ -117,6 +120,29 @@ std::string faultOfFileName(std::string_view name) {
         if (std::string_view("\"$`\\>").find(character) != std::string_view::npos) {
             return std::string("it holds the character ") + character + ", which a command line can't quote";
         }
+    }
+    return {};
+}
+
+std::string faultOfPath(std::string_view path) {
+    for (const std::string_view part : partsOf(path, Dots::kept)) {
+        if (std::string fault = part == ".." ? std::string() : faultOfFileName(part); !fault.empty()) {
+            return fault;
+        }
+    }
+    return {};
+}
+
+std::string faultOfDirectory(std::string_view directory) {
+    if (isAbsolutePath(directory)) {
+        return "expected one below that of the owner";
+    }
+    while (!directory.empty()) {
+        const std::size_t end = std::min(directory.find_first_of("/\\"), directory.size());
+        if (std::string fault = faultOfFileName(directory.substr(0, end)); !fault.empty()) {
+            return fault;
+        }
+        directory.remove_prefix(std::min(end + 1, directory.size()));
     }
     return {};
 }

@@ -29,3 +29,12 @@ TEST(Paths, AreCutApart) {
     EXPECT_FALSE(liesIn("/ab", "/a"));
     EXPECT_FALSE(liesIn("/a", "/a"));
 }
+
+TEST(Paths, EveryPartHasToStandInACommandLine) {
+    EXPECT_EQ(faultOfPath("/a/../b c\\d.ocl"), "");
+    EXPECT_EQ(faultOfPath("C:\\a\\.\\b//c/"), "");
+    EXPECT_NE(faultOfPath("/a$(id)/b.ocl"), "");
+    EXPECT_NE(faultOfPath("/a/`id`/b.ocl"), "");
+    EXPECT_NE(faultOfPath("/a\"/../b.ocl"), "") << "the text as it stands is what is passed on";
+    EXPECT_NE(faultOfPath("../a\nb/c"), "");
+}
