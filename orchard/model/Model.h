@@ -23,8 +23,9 @@ namespace orchard {
 class UnitStorage {
   public:
     virtual ~UnitStorage() = default;
-    /// Writes a unit whole, or leaves the old file and says why not.
-    virtual bool save(const UnitElement &unit, const std::string &path, std::string &error) = 0;
+    /// Writes a unit whole, or leaves the old file and says why not. A unit's own file is not written over if it
+    /// changed since it was last read or saved.
+    virtual bool save(UnitElement &unit, const std::string &path, std::string &error) = 0;
     /// The header at the top of a unit file; nothing if the file can't be read.
     virtual std::optional<std::string> readHeader(const std::string &path) = 0;
 };

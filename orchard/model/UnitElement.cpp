@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <sys/stat.h>
+#include <utility>
 
 namespace orchard {
 
@@ -168,11 +169,27 @@ std::string UnitElement::withExtension(std::string_view name) const {
 
 bool UnitElement::mayBear(std::string_view name) const {
     const std::string file = withExtension(name);
-    if (model() == nullptr || !hasFile() || isReadOnly() || !faultOfFileName(file).empty()) {
-        return false;
+    return model() != nullptr && hasFile() && !isReadOnly() && faultOfNewName(file).empty();
+}
+
+/// Why the unit's file can't get this name, in words that end a sentence.
+std::string UnitElement::faultOfNewName(const std::string &file) const {
+    if (file == fileName_) {
+        return {};
     }
-    const UnitElement *const there = model()->files().byPath(ownDirectory() + '/' + file);
-    return there == nullptr || there == this;
+    if (std::string fault = faultOfFileName(file); !fault.empty()) {
+        return fault;
+    }
+    if (kind() == Kind::project) {
+        return "the project file names it";
+    }
+    const std::string to = ownDirectory() + '/' + file;
+    const UnitElement *const there = model() == nullptr ? nullptr : model()->files().byPath(to);
+    if (there != nullptr && there != this) {
+        return "that is the file of '" + there->name() + "'";
+    }
+    // Where only the new file is there, a tool has renamed it already.
+    return platform::fileExists(to) && platform::fileExists(fullFileName()) ? "there is such a file already" : "";
 }
 
 void UnitElement::rename(std::string_view name) {
@@ -180,7 +197,7 @@ void UnitElement::rename(std::string_view name) {
     if (file == fileName_ || !hasFile()) {
         return;
     }
-    if (const std::string fault = faultOfFileName(file); !fault.empty()) {
+    if (const std::string fault = faultOfNewName(file); !fault.empty()) {
         notifyUser("The file of '" + CString(this->name()) + "' can't be named '" + CString(file) + "': " + fault +
                        ".",
                    messageLevelDefault);
@@ -188,7 +205,7 @@ void UnitElement::rename(std::string_view name) {
     }
     const std::string from = fullFileName();
     const std::string to = ownDirectory() + '/' + file;
-    if (platform::fileExists(from) && !platform::fileExists(to)) {
+    if (platform::fileExists(from)) {
         // A file that can't be renamed stays where it is, and so does the unit's name for it.
         if (std::rename(from.c_str(), to.c_str()) != 0) {
             notifyUser("The file '" + CString(from) + "' can't be renamed to '" + CString(file) +
@@ -212,9 +229,24 @@ void UnitElement::rename(std::string_view name) {
 }
 
 void UnitElement::moveTo(std::string_view directory) {
+    std::string fault = faultOfDirectory(directory);
     const auto change = [&] { directory_ = directory; };
-    if (model() == nullptr) {
+    if (fault.empty() && model() == nullptr) {
         change();
+        return;
+    }
+    if (fault.empty() && hasFile()) {
+        const std::string formerly = std::exchange(directory_, std::string(directory));
+        const UnitElement *const there = model()->files().byPath(fullFileName());
+        directory_ = formerly;
+        if (there != nullptr && there != this) {
+            fault = "the file of '" + there->name() + "' is in its place";
+        }
+    }
+    if (!fault.empty()) {
+        notifyUser("The directory of '" + CString(name()) + "' can't be '" + CString(std::string(directory)) +
+                       "': " + fault + ".",
+                   messageLevelDefault);
         return;
     }
     model()->changePlaces(*this, change);

@@ -67,6 +67,9 @@ class UnitElement : public Element {
     [[nodiscard]] bool updateHeader();
     /// Takes the read-only state over from the file's permission bits; a missing file leaves it.
     void updateMode();
+    /// Of what the file held behind its header when it was last read or saved; 0 if that is not known.
+    [[nodiscard]] std::uint64_t bodyHash() const { return bodyHash_; }
+    void setBodyHash(std::uint64_t hash) { bodyHash_ = hash; }
     [[nodiscard]] long cmState() const { return cmState_; }
     void setCMState(long state) { cmState_ = state; }
 
@@ -87,8 +90,12 @@ class UnitElement : public Element {
     void takeStateOf(const UnitElement &old);
 
     // Changes of a unit in a model.
+    /// Renames the file, too. A hostile name, one that is taken and any for the project unit are refused; the user
+    /// is told why.
     void rename(std::string_view name);
     [[nodiscard]] bool mayBear(std::string_view name) const;
+    /// Sets the directory, which is made when something is saved in it. One that leads out of the owner's
+    /// directory, or to another unit's file, is refused; the user is told why.
     void moveTo(std::string_view directory);
     /// 1 on success; on failure the user is told why, and the old file stays.
     int save(std::string_view path, bool always);
@@ -104,11 +111,13 @@ class UnitElement : public Element {
   private:
     struct Extras;
     [[nodiscard]] std::string withExtension(std::string_view name) const;
+    [[nodiscard]] std::string faultOfNewName(const std::string &file) const;
 
     std::string fileName_;
     std::string directory_;
     std::string header_;
     long cmState_ = 0;
+    std::uint64_t bodyHash_ = 0;
     std::uint8_t flags_ = 0;
     std::unique_ptr<Extras> extras_;
 };

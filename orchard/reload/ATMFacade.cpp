@@ -19,5 +19,6 @@ IUnit *ATMFacade::addToModel(const CString &fileName, int /*flag*/, int, int, bo
     const std::string path = orchard::normalPath(fileName, here);
     const orchard::Replacement replacement = orchard::readInto(*model, path, reloadForDupId);
     orchard::reportReloadProblems(replacement.problems);
+    orchard::reportReloadWarnings(replacement.warnings);
     return replacement.unit == nullptr ? nullptr : &replacement.unit->unit();
 }

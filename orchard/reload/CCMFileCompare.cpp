@@ -1,4 +1,7 @@
 #include "CM/host/Reload.h"
+#include "CM/platform/Files.h"
+#include "orchard/model/Paths.h"
+#include "orchard/model/Workspace.h"
 #include "orchard/storage/FileText.h"
 #include "orchard/storage/UnitHeader.h"
 
@@ -18,6 +21,17 @@ std::optional<std::string> contentOf(const std::string &path) {
     return content;
 }
 
+/// Whether the file holds what its unit in the active project was read from. Where another program has changed it
+/// already, what comes now is news to the model even if it equals the file.
+bool isAsLoaded(const std::string &path) {
+    const orchard::Model *const model = orchard::Workspace::instance().active();
+    const std::string full = orchard::normalPath(path, platform::currentDirectory().view());
+    const orchard::UnitElement *const unit = model == nullptr ? nullptr : model->files().byPath(full);
+    orchard::FileText file;
+    return unit == nullptr || unit->is(orchard::UnitElement::stub) || unit->bodyHash() == 0 ||
+           (file.read(path) == orchard::FileRead::done && orchard::bodyHashOf(file.text) == unit->bodyHash());
+}
+
 } // namespace
 
 struct CCMFileCompare::Pictures {
@@ -31,7 +45,9 @@ CCMFileCompare::CCMFileCompare(const CString &path) : pictures_(std::make_unique
 }
 CCMFileCompare::~CCMFileCompare() = default;
 
-void CCMFileCompare::LoadFile1() { pictures_->before = contentOf(pictures_->path); }
+void CCMFileCompare::LoadFile1() {
+    pictures_->before = isAsLoaded(pictures_->path) ? contentOf(pictures_->path) : std::nullopt;
+}
 void CCMFileCompare::LoadFile2() { pictures_->after = contentOf(pictures_->path); }
 
 int CCMFileCompare::Compare() {

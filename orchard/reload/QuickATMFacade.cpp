@@ -30,5 +30,6 @@ IUnit *QuickATMFacade::reloadUnit(IUnit *unit, int flag, int) {
     }
     const orchard::Replacement replacement = orchard::readAnew(*orchard::Element::of(unit)->asUnit());
     orchard::reportReloadProblems(replacement.problems);
+    orchard::reportReloadWarnings(replacement.warnings);
     return replacement.unit == nullptr ? nullptr : &replacement.unit->unit();
 }

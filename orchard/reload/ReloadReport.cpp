@@ -5,7 +5,9 @@
 
 namespace orchard {
 
-void reportReloadProblems(const Problems &problems) {
+namespace {
+
+void report(std::string text, const Problems &problems) {
     if (problems.empty()) {
         return;
     }
@@ -13,12 +15,19 @@ void reportReloadProblems(const Problems &problems) {
     for (const Problem &problem : problems) {
         log.Min("../orchard/reload", __LINE__, problem.message());
     }
-    std::string text =
-        "The file was not read into the model, which stays as it was. " + problems.front().message();
+    text += problems.front().message();
     if (problems.size() > 1) {
         text += " (and " + std::to_string(problems.size() - 1) + " more, see the log)";
     }
     notifyUser(text, messageLevelDefault);
 }
+
+} // namespace
+
+void reportReloadProblems(const Problems &problems) {
+    report("The file was not read into the model, which stays as it was. ", problems);
+}
+
+void reportReloadWarnings(const Problems &warnings) { report({}, warnings); }
 
 } // namespace orchard

@@ -1,4 +1,4 @@
-// Telling the user why a file did not come into the model.
+// Telling the user why a file did not come into the model, or what was odd about one that did.
 #pragma once
 
 #include "orchard/storage/Problem.h"
@@ -7,5 +7,7 @@ namespace orchard {
 
 /// One message for all problems of one reload: the first in full, the others in the log.
 void reportReloadProblems(const Problems &problems);
+/// The same for what the user should know of a file that was read.
+void reportReloadWarnings(const Problems &warnings);
 
 } // namespace orchard

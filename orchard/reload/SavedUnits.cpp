@@ -23,7 +23,14 @@ void CurrentWorkspace::ApplySavedUnitsListToNonActiveProjects() {
                 unit->is(UnitElement::stub)) {
                 continue;
             }
+            if (unit->modified()) {
+                problems.push_back({saved.file, 0, 0,
+                                    "the unit '" + unit->name() + "' of the project '" + model->project().name() +
+                                        "' holds changes that were not saved"});
+                continue;
+            }
             Replacement replacement = readAnew(*unit);
+            reportReloadWarnings(replacement.warnings);
             std::ranges::move(replacement.problems, std::back_inserter(problems));
         }
     }

@@ -70,6 +70,10 @@ void ModelLoader::readFile(UnitElement &unit, bool isFirst) {
         problems_.push_back({path, 0, 0, "the file is missing"});
         return;
     }
+    if (missing && missing(unit)) {
+        admitContent(unit, file_, path);
+        return;
+    }
     if (options_.warning) {
         options_.warning({path, 0, 0,
                           "the file of the " + std::string(traitsOf(unit.kind()).tag) + " '" + unit.name() +
@@ -110,6 +114,7 @@ void ModelLoader::fillFrom(UnitElement &unit, const FileText &file, const std::s
         return;
     }
     unit.setHeader(findHeader(file.text).text);
+    unit.setBodyHash(bodyHashOf(file.text));
     unit.set(UnitElement::readOnlyFile, file.readOnly);
     if (!admitContent(unit, file, path)) {
         queue_.resize(known); // what it lists would be wrong for the same reason, or lead back to it for ever

@@ -18,6 +18,8 @@ class ModelLoader {
 
     /// Asked for each unit that a file lists, before its file is read; false leaves it a stub.
     std::function<bool(UnitElement &)> wanted;
+    /// Asked for each listed unit whose file is missing; true if it is looked after, and there is no warning.
+    std::function<bool(UnitElement &)> missing;
     /// Told of each element once it stands whole; what it answers is a fault of the element ("" for none).
     std::function<std::string(Element &)> admit;
 

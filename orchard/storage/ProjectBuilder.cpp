@@ -96,6 +96,9 @@ std::string ProjectBuilder::refusal() const {
     if (!fault_.empty()) {
         return "'" + model_->project().name() + "' can't be the name of a project: " + fault_;
     }
+    if (const std::string bad = faultOfPath(directoryOfPath(file_)); !bad.empty()) {
+        return "the directory " + std::string(directoryOfPath(file_)) + " can't hold a project: " + bad;
+    }
     if (platform::fileExists(file_)) {
         return "there is a project already: " + file_;
     }

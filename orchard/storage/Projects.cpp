@@ -125,11 +125,15 @@ OpenResult openProject(const std::string &path, const OpenOptions &options) {
             return result;
         }
     }
+    const std::string directory(directoryOfPath(file));
+    if (const std::string bad = faultOfPath(directory); !bad.empty()) {
+        result.problems.push_back({file, 0, 0, "the directory of the project is refused: " + bad});
+        return result;
+    }
     ProjectFile project;
     if (!readProjectFile(file, project, result.problems)) {
         return result;
     }
-    const std::string directory(directoryOfPath(file));
     const std::string_view name = fileOfPath(file).substr(0, fileOfPath(file).size() - extensionOf(file).size());
     auto model =
         std::make_unique<Model>(file, directory + '/' + project.unitsDirectory, std::make_unique<DiskStorage>());

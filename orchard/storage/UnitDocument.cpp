@@ -110,8 +110,13 @@ void Filling::readProperty(const pugi::xml_node &node, Element &element) {
     if (name.empty()) {
         refuse(node, "<property> has no name; expected subject, metaclass, name and type");
     }
-    element.makeProperties().set(attributeOf(node, "subject"), attributeOf(node, "metaclass"), name,
-                                 attributeOf(node, "type"), textOf(node));
+    const std::string_view subject = attributeOf(node, "subject");
+    const std::string_view metaclass = attributeOf(node, "metaclass");
+    PropertyTable &properties = element.makeProperties();
+    if (properties.find(subject, metaclass, name) != nullptr) {
+        refuse(node, "there is a second <property> of this subject, metaclass and name");
+    }
+    properties.set(subject, metaclass, name, attributeOf(node, "type"), textOf(node));
 }
 
 /// True if the tag is that of a fact that the element can have, which is then read.
@@ -158,28 +163,23 @@ void Filling::readFile(const pugi::xml_node &node, UnitElement &unit) {
         file = fileOfPath(path);
         unit.setElsewhere(hasSeparator(path) ? path : std::string_view());
     }
-    if (const std::string fault = faultOfFileName(file); !fault.empty()) {
+    std::string fault = faultOfFileName(file);
+    if (fault.empty() && (reference || external)) {
+        fault = faultOfPath(path);
+    }
+    if (!fault.empty()) {
         refuse(node, "the file name \"" + std::string(path.substr(0, 300)) + "\" is refused: " + fault);
     }
     unit.setFileName(file);
     unit.set(UnitElement::reference, reference);
     unit.set(UnitElement::external, external);
-    std::string_view directory = attributeOf(node, "directory");
+    const std::string_view directory = attributeOf(node, "directory");
     if (directory.empty()) {
         return;
     }
     unit.setDirectorySetting(directory);
-    if (isAbsolutePath(directory)) {
-        refuse(node, "the directory \"" + std::string(directory.substr(0, 300)) +
-                         "\" is refused: expected one below that of the owner");
-    }
-    while (!directory.empty()) {
-        const std::size_t end = std::min(directory.find_first_of("/\\"), directory.size());
-        if (const std::string fault = faultOfFileName(directory.substr(0, end)); !fault.empty()) {
-            refuse(node, "the directory \"" + std::string(attributeOf(node, "directory").substr(0, 300)) +
-                             "\" is refused: " + fault);
-        }
-        directory.remove_prefix(std::min(end + 1, directory.size()));
+    if (fault = faultOfDirectory(directory); !fault.empty()) {
+        refuse(node, "the directory \"" + std::string(directory.substr(0, 300)) + "\" is refused: " + fault);
     }
 }
 
@@ -200,6 +200,9 @@ void Filling::readListed(const pugi::xml_node &node, Element &owner) {
     const std::string_view file = unit.fileName();
     unit.setName(file.substr(0, file.size() - extensionOf(file).size()));
     unit.set(UnitElement::stub, true);
+    if (node.first_child()) {
+        refuse(node, "<unit> may hold nothing; what is in the unit stands in its own file");
+    }
     listed_.push_back(&unit);
 }
 
@@ -229,6 +232,7 @@ void Filling::readInner(const pugi::xml_node &node, Kind kind, Element &owner, i
 
 void Filling::fill(const pugi::xml_node &node, Element &element, int depth) {
     bool named = false;
+    std::vector<std::string_view> facts;
     for (const pugi::xml_node &inner : node) {
         if (inner.type() != pugi::node_element) {
             if (inner.type() == pugi::node_pcdata) {
@@ -258,6 +262,10 @@ void Filling::fill(const pugi::xml_node &node, Element &element, int depth) {
             readInner(inner, *kind, element, depth);
         } else if (!readFact(inner, tag, element)) {
             refuse(inner, tagText(inner) + " is not known in " + tagText(node));
+        } else if (std::ranges::find(facts, tag) != facts.end()) {
+            refuse(inner, tagText(node) + " has a second " + tagText(inner));
+        } else {
+            facts.push_back(tag);
         }
     }
     if (!named) {
@@ -308,11 +316,19 @@ void UnitDocument::State::checkRoot() {
             }
             root = node;
             break;
+        case pugi::node_pcdata:
+        case pugi::node_cdata:
+            // The next save would lose it.
+            refuse(node, "there is text outside the root element, which a merge may have left; expected nothing "
+                         "but a header and one root element");
         case pugi::node_doctype:
             refuse(node, "there is a document type (DTD); unit files have none");
         default:
             refuse(node, "expected nothing but a header and one root element");
         }
+    }
+    if (!root) {
+        refuse(root, "there is no root element; expected a unit");
     }
     const auto rootKind = kindWithTag(root.name());
     if (!rootKind || !isFileKind(*rootKind)) {
@@ -335,18 +351,22 @@ bool UnitDocument::parse(std::string_view text, Fault &fault) {
         fault = std::move(*bad);
         return false;
     }
+    if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+        fault = {0, "the file is empty; expected a unit"};
+        return false;
+    }
     state_->buffer.assign(text);
-    constexpr unsigned options = pugi::parse_comments | pugi::parse_pi | pugi::parse_doctype |
-                                 pugi::parse_declaration | pugi::parse_cdata | pugi::parse_escapes |
-                                 pugi::parse_eol | pugi::parse_ws_pcdata_single;
+    state_->buffer += '\n'; // the parser passes over the last character
+    // As a fragment, since else the parser drops what stands outside the root without a word.
+    constexpr unsigned options = pugi::parse_fragment | pugi::parse_comments | pugi::parse_pi |
+                                 pugi::parse_doctype | pugi::parse_declaration | pugi::parse_cdata |
+                                 pugi::parse_escapes | pugi::parse_eol | pugi::parse_ws_pcdata_single;
     const pugi::xml_parse_result result = state_->document.load_buffer_inplace(
         state_->buffer.data(), state_->buffer.size(), options, pugi::encoding_utf8);
     if (!result) {
         fault.offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
         const std::size_t conflict = text.find("\n<<<<<<< ");
-        if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
-            fault.text = "the file is empty; expected a unit";
-        } else if (conflict != std::string_view::npos) {
+        if (conflict != std::string_view::npos) {
             fault = {conflict + 1, "the file holds a merge conflict; settle it and try again"};
         } else if (fault.offset + 2 >= text.find_last_not_of(" \t\r\n") + 1) {
             fault.text = "the file ends too early, or an element isn't closed; expected a whole unit file";

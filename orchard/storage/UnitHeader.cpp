@@ -3,6 +3,7 @@
 #include "orchard/storage/FileText.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace orchard {
 
@@ -39,6 +40,27 @@ UnitHeader findHeader(std::string_view text) {
     dropLineEnd(true);
     dropLineEnd(false);
     return {header, skipSpace(close + 3)};
+}
+
+std::uint64_t bodyHashOf(std::string_view text) {
+    text.remove_prefix(findHeader(text).end);
+    std::string plain;
+    if (text.find('\r') != std::string_view::npos) {
+        plain = text;
+        std::erase(plain, '\r');
+        text = plain;
+    }
+    constexpr std::uint64_t odd = 0x9E3779B97F4A7C15ULL;
+    std::uint64_t hash = text.size() * odd;
+    while (!text.empty()) {
+        std::uint64_t word = 0;
+        const std::size_t size = std::min(text.size(), sizeof word);
+        std::memcpy(&word, text.data(), size);
+        text.remove_prefix(size);
+        hash = (hash ^ word) * odd;
+        hash ^= hash >> 32U;
+    }
+    return hash == 0 ? 1 : hash;
 }
 
 std::optional<std::string> readHeaderOf(const std::string &path) {

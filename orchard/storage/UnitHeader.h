@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,9 @@ struct UnitHeader {
 
 /// Finds the header in the text of a unit file. A text with a comment that does not end has none.
 [[nodiscard]] UnitHeader findHeader(std::string_view text);
+
+/// Tells what files hold behind their headers apart; line ends of either sort are alike. Never 0.
+[[nodiscard]] std::uint64_t bodyHashOf(std::string_view text);
 
 /// The header of a file; nothing if the file can't be read.
 [[nodiscard]] std::optional<std::string> readHeaderOf(const std::string &path);

@@ -12,7 +12,9 @@ namespace orchard {
 
 namespace {
 
-Replacement refused(const std::string &path, std::string why) { return {nullptr, {{path, 0, 0, std::move(why)}}}; }
+Replacement refused(const std::string &path, std::string why) {
+    return {nullptr, {{path, 0, 0, std::move(why)}}, {}};
+}
 
 /// Whether both, as their files tell it, are made of the same elements and list the same units.
 bool sameStructure(const Element &left, const Element &right) {
@@ -34,6 +36,13 @@ bool sameStructure(const Element &left, const Element &right) {
     });
 }
 
+void takeUnitFacts(UnitElement &unit, UnitElement &fresh) {
+    unit.set(UnitElement::hiddenFromCM, fresh.is(UnitElement::hiddenFromCM));
+    if (fresh.archive() != nullptr || unit.archive() != nullptr) {
+        unit.makeArchive() = fresh.makeArchive();
+    }
+}
+
 /// Gives `old` the facts of `fresh`, and so on for the elements in the same file.
 void takeFactsOver(Element &old, Element &fresh) {
     // Identifiers and files are the same; but a fragment is indexed by what it stands for.
@@ -42,6 +51,9 @@ void takeFactsOver(Element &old, Element &fresh) {
         old.model()->leave(old);
     }
     old.takeFacts(fresh);
+    if (UnitElement *const unit = old.asUnit()) {
+        takeUnitFacts(*unit, *fresh.asUnit());
+    }
     if (reindexed) {
         old.model()->enter(old);
     }
@@ -56,14 +68,8 @@ void takeFactsOver(Element &old, Element &fresh) {
 
 void takeFileState(UnitElement &unit, const FileText &file) {
     unit.setHeader(findHeader(file.text).text);
+    unit.setBodyHash(bodyHashOf(file.text));
     unit.set(UnitElement::readOnlyFile, file.readOnly);
-}
-
-void takeUnitFacts(UnitElement &unit, UnitElement &fresh) {
-    unit.set(UnitElement::hiddenFromCM, fresh.is(UnitElement::hiddenFromCM));
-    if (fresh.archive() != nullptr || unit.archive() != nullptr) {
-        unit.makeArchive() = fresh.makeArchive();
-    }
 }
 
 /// A fresh object for the place of `old`, which knows where it will stand.
@@ -80,15 +86,18 @@ class Subtree {
   public:
     Subtree(Model &model, UnitElement *old) : model_(model), old_(old), loader_(model, options_) {
         loader_.wanted = [this](UnitElement &listed) { return isWanted(listed); };
+        loader_.missing = [this](UnitElement &listed) { return keepsWithoutFile(listed); };
         loader_.admit = [this](Element &element) { return faultOf(element); };
+        options_.warning = [this](const Problem &warning) { warnings_.push_back(warning); };
     }
 
     [[nodiscard]] bool read(UnitElement &fresh, const FileText &file) {
         return loader_.load(fresh, file) && keptUnitsFit();
     }
     [[nodiscard]] Problems takeProblems() { return std::move(loader_.problems()); }
+    [[nodiscard]] Problems takeWarnings() { return std::move(warnings_); }
 
-    /// Units with unsaved changes leave the old subtree, which is going, and take their places in the new one.
+    /// Units that are not read anew leave the old subtree, which is going, and take their places in the new one.
     void moveKeptUnits() {
         for (const auto &[placeholder, kept] : kept_) {
             Element &owner = *placeholder->owner();
@@ -96,8 +105,11 @@ class Subtree {
             std::unique_ptr<Element> moved = kept->owner()->takeChild(*kept);
             kept->setDirectorySetting(placeholder->directorySetting());
             kept->setFileName(placeholder->fileName());
-            static_cast<void>(owner.takeChild(place));
-            owner.addChild(std::move(moved), place);
+            kept->setElsewhere(placeholder->elsewhere());
+            for (const auto flag : {UnitElement::reference, UnitElement::external}) {
+                kept->set(flag, placeholder->is(flag));
+            }
+            static_cast<void>(owner.replaceChild(place, std::move(moved)));
         }
     }
 
@@ -118,9 +130,21 @@ class Subtree {
             kept_.emplace_back(&listed, before);
             return false;
         }
-        listed.setCMState(before->cmState());
         listed.set(UnitElement::stubByChoice, before->is(UnitElement::stubByChoice));
         return !before->is(UnitElement::stub);
+    }
+
+    /// A unit that was loaded is not lost because its file is gone.
+    bool keepsWithoutFile(UnitElement &listed) {
+        UnitElement *const before = former(listed);
+        if (before == nullptr || before->is(UnitElement::stub) || before->kind() != listed.kind()) {
+            return false;
+        }
+        kept_.emplace_back(&listed, before);
+        warnings_.push_back(
+            {listed.fullFileName(), 0, 0,
+             "the file is missing; the unit '" + before->name() + "' stays in the model as it was read before"});
+        return true;
     }
 
     /// Whether what is moved over is not in one of the new files, too.
@@ -129,9 +153,11 @@ class Subtree {
             UnitElement *const kept = entry.second;
             visitSubtree<Element>(*kept, [&](Element &element) {
                 if (&element != kept && !ids_.insert(element.id()).second) {
-                    loader_.problems().push_back({kept->fullFileName(), 0, 0,
-                                                  "the unit '" + kept->name() + "' holds unsaved changes, and '" +
-                                                      element.name() + "' in it stands in another file now"});
+                    loader_.problems().push_back(
+                        {kept->fullFileName(), 0, 0,
+                         "the unit '" + kept->name() +
+                             (kept->modified() ? "' holds unsaved changes, and '" : "' is not read anew, and '") +
+                             element.name() + "' in it stands in another file now"});
                 }
             });
         }
@@ -145,7 +171,10 @@ class Subtree {
             return "the identifier " + element.id().text() + " of '" + element.name() +
                    "' is borne by another element" + (elsewhere ? ", '" + there->name() + "'" : std::string());
         }
-        const UnitElement *const unit = element.asUnit();
+        UnitElement *const unit = element.asUnit();
+        if (unit != nullptr && there != nullptr && there->asUnit() != nullptr) {
+            unit->setCMState(there->asUnit()->cmState());
+        }
         if (unit != nullptr && unit->hasFile()) {
             const std::string path = unit->fullFileName();
             const UnitElement *const holder = model_.files().byPath(path);
@@ -164,6 +193,7 @@ class Subtree {
     std::unordered_set<ElementId> ids_;
     std::unordered_set<std::string> paths_;
     std::vector<std::pair<UnitElement *, UnitElement *>> kept_;
+    Problems warnings_;
 };
 
 /// The new contents for an object that stays.
@@ -176,6 +206,7 @@ UnitElement *exchangeContents(Model &model, UnitElement &unit, UnitElement &fres
     unit.takeFacts(fresh);
     takeUnitFacts(unit, fresh);
     unit.setHeader(fresh.header());
+    unit.setBodyHash(fresh.bodyHash());
     unit.set(UnitElement::readOnlyFile, fresh.is(UnitElement::readOnlyFile));
     unit.set(UnitElement::stub, false);
     unit.set(UnitElement::stubByChoice, false);
@@ -189,8 +220,8 @@ UnitElement *exchangeObject(Model &model, UnitElement &old, std::unique_ptr<Elem
     const std::size_t place = owner.indexOf(old);
     model.leaveSubtree(old);
     subtree.moveKeptUnits();
-    const std::unique_ptr<Element> former = owner.takeChild(place);
-    Element &entered = owner.addChild(std::move(fresh), place);
+    Element &entered = *fresh;
+    const std::unique_ptr<Element> former = owner.replaceChild(place, std::move(fresh));
     model.enterSubtree(entered);
     return entered.asUnit();
 }
@@ -200,31 +231,30 @@ Replacement replaceWith(UnitElement &old, const FileText &file, const std::strin
     UnitDocument document;
     Fault fault;
     if (!document.parse(file.text, fault)) {
-        return {nullptr, {problemAt(path, file.text, fault)}};
+        return {nullptr, {problemAt(path, file.text, fault)}, {}};
     }
     if (document.kind() != old.kind()) {
         fault = {document.rootOffset(), "the file holds a " + std::string(traitsOf(document.kind()).tag) +
                                             "; expected a " + std::string(traitsOf(old.kind()).tag)};
-        return {nullptr, {problemAt(path, file.text, fault)}};
+        return {nullptr, {problemAt(path, file.text, fault)}, {}};
     }
     if (!alwaysNew && !old.is(UnitElement::stub)) {
         const std::unique_ptr<Element> picture = freshFor(old);
         std::vector<UnitElement *> listed;
         if (!document.fill(*picture->asUnit(), &model, listed, fault)) {
-            return {nullptr, {problemAt(path, file.text, fault)}};
+            return {nullptr, {problemAt(path, file.text, fault)}, {}};
         }
         if (sameStructure(old, *picture)) {
-            takeUnitFacts(old, *picture->asUnit());
             takeFactsOver(old, *picture);
             takeFileState(old, file);
             Workspace::instance().noteChange(old.object());
-            return {&old, {}};
+            return {&old, {}, {}};
         }
     }
     std::unique_ptr<Element> fresh = freshFor(old);
     Subtree subtree(model, &old);
     if (!subtree.read(*fresh->asUnit(), file)) {
-        return {nullptr, subtree.takeProblems()};
+        return {nullptr, subtree.takeProblems(), {}};
     }
     const bool keepsObject = old.owner() == nullptr || old.is(UnitElement::stub);
     const bool newId = old.id() != fresh->id();
@@ -234,7 +264,7 @@ Replacement replaceWith(UnitElement &old, const FileText &file, const std::strin
         stands->owner()->setModified(true); // its file names the unit by the former identifier
     }
     Workspace::instance().noteChange(stands->object());
-    return {stands, {}};
+    return {stands, {}, subtree.takeWarnings()};
 }
 
 /// Where a unit goes that the model does not know yet.
@@ -277,7 +307,7 @@ Replacement readInto(Model &model, const std::string &path, bool takeOver) {
     if (UnitElement *const there = model.files().byPath(path)) {
         if (there->kind() == Kind::embedded) {
             there->updateMode(); // its content is not part of the model
-            return {there, {}};
+            return {there, {}, {}};
         }
         return readAnew(*there, true);
     }
@@ -293,11 +323,14 @@ Replacement readInto(Model &model, const std::string &path, bool takeOver) {
     UnitDocument document;
     Fault fault;
     if (!document.parse(file.text, fault)) {
-        return {nullptr, {problemAt(path, file.text, fault)}};
+        return {nullptr, {problemAt(path, file.text, fault)}, {}};
     }
     const std::string_view name = fileOfPath(path);
     if (const std::string bad = faultOfFileName(name); !bad.empty()) {
         return refused(path, "the name of the file is refused: " + bad);
+    }
+    if (const std::string bad = faultOfPath(path); !bad.empty()) {
+        return refused(path, "the directory of the file is refused: " + bad);
     }
     const auto putAt = [&](UnitElement &unit, const std::string &base) {
         unit.setFileName(name);
@@ -313,7 +346,7 @@ Replacement readInto(Model &model, const std::string &path, bool takeOver) {
             (!takeOver && present.read(unit->fullFileName()) != FileRead::missing)) {
             fault = {document.rootOffset(), "the identifier " + document.id().text() +
                                                 " is borne by another element, '" + same->name() + "'"};
-            return {nullptr, {problemAt(path, file.text, fault)}};
+            return {nullptr, {problemAt(path, file.text, fault)}, {}};
         }
         // The file has moved, and the unit follows it.
         std::string base;
@@ -343,7 +376,7 @@ Replacement readInto(Model &model, const std::string &path, bool takeOver) {
         fault = {document.rootOffset(), "the model has no owner for this " +
                                             std::string(traitsOf(document.kind()).tag) +
                                             "; expected owner=\"...\" to name one that is loaded"};
-        return {nullptr, {problemAt(path, file.text, fault)}};
+        return {nullptr, {problemAt(path, file.text, fault)}, {}};
     }
     std::unique_ptr<Element> fresh = makeElement(document.kind());
     fresh->setModel(&model);
@@ -352,12 +385,12 @@ Replacement readInto(Model &model, const std::string &path, bool takeOver) {
     putAt(*fresh->asUnit(), outer == nullptr ? model.unitsDirectory() : outer->ownDirectory());
     Subtree subtree(model, nullptr);
     if (!subtree.read(*fresh->asUnit(), file)) {
-        return {nullptr, subtree.takeProblems()};
+        return {nullptr, subtree.takeProblems(), {}};
     }
     Element &entered = owner->addChild(std::move(fresh));
     model.enterSubtree(entered);
     owner->changed(); // its file has to name the new unit
-    return {entered.asUnit(), {}};
+    return {entered.asUnit(), {}, subtree.takeWarnings()};
 }
 
 Replacement unload(UnitElement &unit) {
@@ -382,7 +415,7 @@ Replacement unload(UnitElement &unit) {
     stub.set(UnitElement::readOnlyFile, unit.is(UnitElement::readOnlyFile));
     stub.set(UnitElement::stub, true);
     stub.set(UnitElement::stubByChoice, true);
-    return {exchangeObject(model, unit, std::move(fresh), none), {}};
+    return {exchangeObject(model, unit, std::move(fresh), none), {}, {}};
 }
 
 } // namespace orchard

@@ -143,6 +143,9 @@ void Writing::listed(const UnitElement &unit, std::size_t depth) {
 
 void Writing::content(const Element &element, std::size_t depth) {
     at_ = &element;
+    if (element.name().empty() && fault_.empty()) {
+        fault_ = "the " + std::string(traitsOf(element.kind()).tag) + " " + element.id().text() + " has no name";
+    }
     fact(depth, "name", element.name());
     fact(depth, "description", element.description());
     fact(depth, "type", element.type());
@@ -196,6 +199,11 @@ bool writeUnit(const UnitElement &unit, std::string_view header, std::string &te
     text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
     if (header.find("-->") != std::string_view::npos) {
         fault = "its header holds \"-->\", which would end it";
+        return false;
+    }
+    // Other bytes stay as the tool has put them there: the reader takes them, too.
+    if (header.find('\0') != std::string_view::npos) {
+        fault = "its header holds the control character 0x00";
         return false;
     }
     if (!header.empty()) {

@@ -32,6 +32,51 @@ TEST_F(Rename, IsNotApprovedForATakenOrAHostileName) {
     EXPECT_EQ(messages.size(), 1U);
 }
 
+TEST_F(Rename, AnotherUnitsFileIsNotTaken) {
+    const std::string panel = read(unitFile("Panel.ocl"));
+    unit("Valve")->setFileName("Panel");
+    EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
+    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("that is the file of 'Panel'")));
+    std::filesystem::remove(unitFile("Panel.ocl"));
+    unit("Valve")->setFileName("Panel");
+    EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl") << "Panel may be saved again";
+    EXPECT_TRUE(std::filesystem::exists(unitFile("Valve.ocl")));
+}
+
+TEST_F(Rename, AFileThatNoUnitHasIsNotTakenEither) {
+    write(unitFile("Gate.ocl"), "mine");
+    EXPECT_FALSE(unit("Valve")->approveCMRename("Gate"));
+    unit("Valve")->setFileName("Gate");
+    EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
+    EXPECT_EQ(read(unitFile("Gate.ocl")), "mine");
+    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("there is such a file already")));
+}
+
+TEST_F(Rename, AFileThatAToolHasRenamedIsFollowed) {
+    std::filesystem::rename(unitFile("Valve.ocl"), unitFile("Gate.ocl"));
+    EXPECT_TRUE(unit("Valve")->approveCMRename("Gate"));
+    unit("Valve")->setFileName("Gate");
+    EXPECT_EQ(unit("Valve")->getFileName(), "Gate.ocl");
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Rename, TheProjectUnitKeepsItsName) {
+    EXPECT_FALSE(project->approveCMRename("Other"));
+    project->setFileName("Other");
+    EXPECT_EQ(project->getFileName(), "Pump.ory");
+    EXPECT_TRUE(std::filesystem::exists(unitFile("Pump.ory")));
+    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("the project file names it")));
+}
+
+TEST_F(Rename, ADirectoryThatLeadsElsewhereIsRefused) {
+    for (const char *const place : {"/tmp", "../out", "a/$b", "a/../b"}) {
+        unit("Control")->setMYpersAs(place);
+        EXPECT_EQ(unit("AlarmList")->getFullFileName(), unitFile("Control/AlarmList.ocl").c_str());
+    }
+    EXPECT_EQ(messages.size(), 4U);
+    EXPECT_FALSE(project->isModified());
+}
+
 TEST_F(Rename, ADirectoryMovesWithAllBelow) {
     unit("Control")->setMYpersAs("Logic");
     EXPECT_EQ(unit("AlarmList")->getFullFileName(), path("Pump_ory/Logic/AlarmList.ocl"));

@@ -32,6 +32,14 @@ TEST_F(FileCompare, DiffersWhenTheContentChanged) {
     EXPECT_EQ(compare.Compare(), 0);
 }
 
+TEST_F(FileCompare, DiffersWhenTheFileWasNewsToTheModelAlready) {
+    edit(unitFile("Valve.ocl"), "A motor", "Any");
+    CCMFileCompare compare(unitFile("Valve.ocl"));
+    compare.LoadFile1();
+    compare.LoadFile2();
+    EXPECT_EQ(compare.Compare(), 0);
+}
+
 TEST_F(FileCompare, DiffersWithoutBothPictures) {
     CCMFileCompare compare(unitFile("Valve.ocl"));
     EXPECT_EQ(compare.Compare(), 0);

@@ -77,6 +77,65 @@ TEST_F(ReloadUnit, UnsavedChangesBelowMoveOver) {
     EXPECT_EQ(level->getOwner(), unit("Sensors"));
 }
 
+TEST_F(ReloadUnit, TheFactsOfUnitsInTheSameFileComeToo) {
+    IUnit *const entry = unit("AlarmEntry");
+    edit(unitFile("Control/AlarmList.ocl"), "<name>AlarmEntry</name>",
+         "<name>AlarmEntry</name><scc-project>new</scc-project><batch-archive>/new</batch-archive>");
+    ASSERT_NE(reload(unit("AlarmList")), nullptr);
+    EXPECT_EQ(unit("AlarmEntry"), entry);
+    CString text;
+    CString aux;
+    EXPECT_EQ(entry->getBatchArchiveRecursive(text), 1);
+    EXPECT_EQ(text, "/new");
+    EXPECT_EQ(entry->getSccArchiveRecursive(text, aux), 1);
+    EXPECT_EQ(text, "new");
+}
+
+TEST_F(ReloadUnit, AUnitBelowWhoseFileIsGoneStaysAsItWas) {
+    IUnit *const level = unit("LevelSensor");
+    std::filesystem::remove(unitFile("LevelSensor.ocl"));
+    edit(unitFile("Drives.osb"), "</subsystem>",
+         "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></subsystem>");
+    ASSERT_NE(reload(unit("Drives")), nullptr);
+    EXPECT_EQ(unit("LevelSensor"), level);
+    EXPECT_FALSE(level->isStub());
+    EXPECT_EQ(orchard::elementsInside(*level).size(), 3U);
+    EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("/LevelSensor.ocl"), HasSubstr("is missing"),
+                                            HasSubstr("stays in the model"))));
+}
+
+TEST_F(ReloadUnit, AKeptUnitTakesItsNewPlace) {
+    IUnit *const valve = unit("Valve");
+    orchard::setDescription(*valve, "not saved");
+    edit(unitFile("Drives.osb"), "file=\"Valve.ocl\"", "file=\"../far/Valve.ocl\" external=\"yes\"");
+    ASSERT_NE(reload(unit("Drives")), nullptr);
+    EXPECT_EQ(unit("Valve"), valve);
+    EXPECT_EQ(valve->getFullFileName(), path("far/Valve.ocl").c_str());
+    EXPECT_TRUE(element(valve).is(orchard::UnitElement::external));
+    EXPECT_EQ(IUnit::getByFile(path("far/Valve.ocl")), valve);
+}
+
+TEST_F(ReloadUnit, TheStateOfEmbeddedFilesAndInnerUnitsStays) {
+    unit("wiring.txt")->setCMState(4);
+    unit("AlarmEntry")->setCMState(6);
+    edit(unitFile("Pump.ory"), "</project>",
+         "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></project>");
+    ASSERT_NE(reload(project), nullptr);
+    EXPECT_EQ(unit("wiring.txt")->getCMState(), 4);
+    EXPECT_EQ(unit("AlarmEntry")->getCMState(), 6);
+}
+
+TEST_F(ReloadUnit, AReloadedUnitCanBeSaved) {
+    edit(unitFile("Valve.ocl"), "A motor valve.", "A hand valve.");
+    ASSERT_NE(reload(unit("Valve")), nullptr);
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveAlways), 1);
+    edit(unitFile("Pump.ory"), "</project>",
+         "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></project>");
+    ASSERT_NE(reload(project), nullptr);
+    EXPECT_EQ(project->orySave2File(orySaveAlways), 1);
+    EXPECT_TRUE(messages.empty());
+}
+
 TEST_F(ReloadUnit, TheProjectKeepsItsObject) {
     edit(unitFile("Pump.ory"), "</project>",
          "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></project>");

@@ -31,6 +31,13 @@ TEST_F(SavedUnits, AreReadAnewInTheOtherProjectsThatReferToThem) {
     EXPECT_EQ(orchard::descriptionOf(*orchard::findUnit(*other, unitFile("Valve.ocl")).unit), "Another valve.");
     EXPECT_EQ(orchard::Workspace::instance().savedUnitCount(), 0U);
     EXPECT_TRUE(messages.empty());
+
+    IUnit *const changed = orchard::findUnit(*other, unitFile("Valve.ocl")).unit;
+    orchard::setDescription(*changed, "Not saved.");
+    CurrentWorkspace::Workspace()->getWorkspace()->AddToSavedUnitsList(ours);
+    CurrentWorkspace::ApplySavedUnitsListToNonActiveProjects();
+    EXPECT_EQ(orchard::descriptionOf(*changed), "Not saved.");
+    EXPECT_THAT(messages, testing::ElementsAre(testing::HasSubstr("holds changes that were not saved")));
 }
 
 TEST_F(SavedUnits, OfAClosedProjectAreForgotten) {

@@ -34,7 +34,6 @@ const Case cases[]{
      ":2:2: <class> has the attribute \"color\""},
     {"AnAttributeTwice", "format=\"1\"", "format=\"1\" format=\"1\"",
      ":2:2: <class> has the attribute \"format\" twice"},
-    {"AnotherKind", "<class ", "<subsystem ", "no well-formed XML"},
     {"ANewerFormat", "format=\"1\"", "format=\"2\"", ":2:2: the format of the file is \"2\"; this program reads"},
     {"NoName", "  <name>Valve</name>\n", "", ":2:2: <class> has no name"},
     {"AnEmptyName", "<name>Valve</name>", "<name></name>", ":3:4: <class> has an empty name"},
@@ -53,7 +52,23 @@ const Case cases[]{
     {"AMergeConflict", "  <name>Valve</name>", "<<<<<<< mine\n  <name>Valve</name>",
      ":3:1: the file holds a merge conflict"},
     {"ATruncatedFile", "</class>\n", "", "the file ends too early"},
-    {"AnAttributeKindInTheWrongPlace", "<attribute id", "<configuration id", "no well-formed XML"},
+    {"AnElementInTheWrongPlace", "</class>",
+     "<configuration id=\"00000000-0000-0000-0000-0000000000aa\"><name>a</name></configuration></class>",
+     "<configuration> is not known in <class>"},
+    {"TwoDescriptions", "<name>Valve</name>", "<name>Valve</name><description>a</description>",
+     ":4:4: <class> has a second <description>"},
+    {"TwoArchives", "<name>Valve</name>",
+     "<name>Valve</name><batch-archive>a</batch-archive><batch-archive>a</batch-archive>",
+     ":3:54: <class> has a second <batch-archive>"},
+    {"APropertyTwice", "<name>Valve</name>",
+     "<name>Valve</name><property subject=\"S\" name=\"n\">1</property><property subject=\"s\" "
+     "name=\"N\">2</property>",
+     "there is a second <property>"},
+    {"TextBehindTheRoot", "</class>", "</class>stray", "there is text outside the root element"},
+    {"OneCharacterBehindTheRoot", "</class>\n", "</class>x", "there is text outside the root element"},
+    {"TheEndOfAMergeConflict", "</class>\n", "</class>\n=======\n>>>>>>> theirs\n",
+     "there is text outside the root element"},
+    {"TextBeforeTheRoot", "<class ", "stray<class ", "there is text outside the root element"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Unit, BrokenFile, testing::ValuesIn(cases),
@@ -86,6 +101,11 @@ const NameCase names[]{
     {"Empty", "file=\"\"", "it is no name of a file"},
     {"UpTheTree", "file=\"../../etc/passwd\"", "marked as external"},
     {"FromTheRoot", "file=\"/etc/passwd\"", "marked as external"},
+    {"DollarInTheDirectoryOfAnExternalFile", "file=\"$(touch pwned)/Valve.ocl\" external=\"yes\"",
+     "the character $"},
+    {"BackquoteInTheDirectoryOfAReference", "file=\"../`id`/a/Valve.ocl\" reference=\"yes\"", "the character `"},
+    {"QuoteBehindABackslash", "file=\"C:\\a&quot;b\\Valve.ocl\" external=\"yes\"", "the character \""},
+    {"ExternalDirectoryAsFile", "file=\"../other/\" external=\"yes\"", "it is no name of a file"},
     {"DirectoryUpTheTree", "directory=\"../..\" file=\"Valve.ocl\"", "is refused"},
     {"DirectoryFromTheRoot", "directory=\"/etc\" file=\"Valve.ocl\"", "below that of the owner"},
     {"DirectoryWithDollar", "directory=\"a/$b\" file=\"Valve.ocl\"", "the character $"},
@@ -105,6 +125,34 @@ TEST_F(BrokenModel, EveryBrokenFileIsNamed) {
     ASSERT_EQ(result.problems.size(), 2U);
     EXPECT_THAT(result.problems[0].message() + result.problems[1].message(),
                 AllOf(HasSubstr("Valve.ocl:1:1: the file is empty"), HasSubstr("Panel.ocl:1:")));
+}
+
+TEST_F(BrokenModel, AUnitOfAnotherKindThanItsOwnerSays) {
+    std::string text = read(unitFile("Panel.ocl"));
+    text = "<subsystem " +
+           text.substr(text.find("format="), text.find('>', text.find("format=")) - text.find("format=")) +
+           "><name>Panel</name></subsystem>";
+    write(unitFile("Panel.ocl"), text);
+    open();
+    EXPECT_THAT(problem(), HasSubstr("the file holds a subsystem; expected a class"));
+}
+
+TEST_F(BrokenModel, AListedUnitWithSomethingInIt) {
+    const std::string drives = read(unitFile("Drives.osb"));
+    const std::size_t end = drives.find("/>", drives.find("Valve.ocl"));
+    write(unitFile("Drives.osb"), drives.substr(0, end) + "><name>Valve</name></unit>" + drives.substr(end + 2));
+    open();
+    EXPECT_THAT(problem(), HasSubstr("<unit> may hold nothing"));
+}
+
+TEST_F(BrokenModel, ADirectoryOfTheProjectThatACommandLineCanNotQuote) {
+    std::filesystem::create_directory(path("a$(id)"));
+    std::filesystem::rename(path("Pump.orp"), path("a$(id)/Pump.orp"));
+    std::filesystem::rename(path("Pump_ory"), path("a$(id)/Pump_ory"));
+    open("a$(id)/Pump.orp");
+    EXPECT_THAT(problem(), HasSubstr("the directory of the project is refused: it holds the character $"));
+    EXPECT_THAT(orchard::createSampleProject(path("b`id`/Pump")).error, HasSubstr("can't hold a project"));
+    EXPECT_FALSE(std::filesystem::exists(path("b`id`")));
 }
 
 TEST_F(BrokenModel, AnIdentifierThatTwoElementsBear) {
@@ -138,9 +186,10 @@ TEST_F(BrokenModel, AUnitThatListsItself) {
 }
 
 TEST_F(BrokenModel, AFileThatTwoUnitsName) {
-    edit(unitFile("Drives.osb"), "file=\"Valve.ocl\"", "file=\"Pump.ocl\"");
+    edit(unitFile("Drives.osb"), "</subsystem>",
+         "<embedded id=\"00000000-0000-0000-0000-0000000000aa\" file=\"Pump.ocl\"/></subsystem>");
     open();
-    EXPECT_THAT(problem(), HasSubstr("its owner names it as"));
+    EXPECT_THAT(problem(), HasSubstr("is named by two units"));
 }
 
 TEST_F(BrokenModel, ElementsNestedWithoutEnd) {

@@ -23,8 +23,12 @@ TEST_F(Saving, WritesOnlyWhatWasChangedUnlessToldOtherwise) {
     EXPECT_FALSE(unit("Valve")->isModified());
     reopen();
     EXPECT_EQ(orchard::descriptionOf(*unit("Valve")), "Opens & <closes>.\r\n  \"twice\"");
+    edit(unitFile("Pump.ocl"), "</class>\n", "</class>\n\n\r\n");
+    reopen();
     EXPECT_EQ(unit("Pump.ocl")->orySave2File(orySaveDefault), 1);
+    EXPECT_TRUE(read(unitFile("Pump.ocl")).ends_with("</class>\n\n\r\n"));
     EXPECT_EQ(unit("Pump.ocl")->orySave2File(orySaveAlways), 1);
+    EXPECT_FALSE(read(unitFile("Pump.ocl")).ends_with("\n\n\r\n"));
 }
 
 TEST_F(Saving, TheSameModelGivesTheSameFiles) {
@@ -46,6 +50,51 @@ TEST_F(Saving, KeepsTheHeaderThatAToolHasWritten) {
     EXPECT_EQ(unit("Valve")->getCMHeader(), "");
     EXPECT_TRUE(unit("Valve")->updateCMHeader());
     EXPECT_EQ(unit("Valve")->getCMHeader(), "$Id: Valve.ocl,v 1.2 $ a-b");
+}
+
+TEST_F(Saving, AFileThatAnotherProgramChangedIsNotWrittenOver) {
+    orchard::setDescription(*unit("Valve"), "changed");
+    edit(unitFile("Valve.ocl"), "A motor valve.", "A valve of somebody else.");
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveDefault), 0);
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("changed by another program")));
+    EXPECT_THAT(read(unitFile("Valve.ocl")), HasSubstr("A valve of somebody else."));
+    EXPECT_TRUE(unit("Valve")->isModified());
+    EXPECT_EQ(unit("Valve")->saveUnitToFile(path("copy.ocl"), orySaveAlways), 1);
+    edit(unitFile("Valve.ocl"), "A valve of somebody else.", "A motor valve.");
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveDefault), 1) << "it is what it was again";
+    orchard::setDescription(*unit("Valve"), "once more");
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveDefault), 1) << "the file is what was saved";
+    std::filesystem::remove(unitFile("Valve.ocl"));
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveAlways), 1) << "a missing file is written anew";
+}
+
+TEST_F(Saving, OtherLineEndsAreNoChangeOfTheFile) {
+    std::string text = read(unitFile("Valve.ocl"));
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 2)) {
+        text.insert(at, 1, '\r');
+    }
+    write(unitFile("Valve.ocl"), text);
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveAlways), 1);
+}
+
+TEST_F(Saving, AHeaderThatWouldNotBeReadBackIsRefused) {
+    std::filesystem::remove(unitFile("Valve.ocl"));
+    element(unit("Valve")).setHeader(std::string_view("a\0b", 3));
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveAlways), 0);
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("its header holds the control character 0x00")));
+}
+
+TEST_F(Saving, AnElementWithoutANameIsRefused) {
+    element(unit("Valve")).children().front()->setName("");
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveAlways), 0);
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("the attribute ")));
+    EXPECT_THAT(messages, ElementsAre(HasSubstr(" has no name")));
+}
+
+TEST_F(Saving, TheDirectoryOfAMovedUnitIsMade) {
+    unit("Control")->setMYpersAs("New/Logic");
+    EXPECT_EQ(unit("AlarmList")->orySave2File(orySaveAlways), 1);
+    EXPECT_THAT(read(unitFile("New/Logic/AlarmList.ocl")), HasSubstr("AlarmList"));
 }
 
 TEST_F(Saving, AReadOnlyFileIsNotWrittenOver) {
