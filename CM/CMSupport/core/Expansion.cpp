@@ -30,6 +30,18 @@ CString replacementFor(const SPString &variable, const CString &escaped, const C
 
 } // namespace
 
+Expansion::Budget *Expansion::outermost_ = nullptr;
+
+Expansion::Expansion(CMArgumentList &args) : args_(args), budget_(outermost_ != nullptr ? *outermost_ : own_) {
+    outermost_ = &budget_;
+}
+
+Expansion::~Expansion() {
+    if (&budget_ == &own_) {
+        outermost_ = nullptr;
+    }
+}
+
 class Expansion::Level {
   public:
     explicit Level(int &depth) : depth_(depth) { ++depth_; }
@@ -42,17 +54,17 @@ class Expansion::Level {
 };
 
 bool Expansion::mayGoOn(const CString &source, const CString &name) {
-    work_ += workOfOne + static_cast<std::size_t>(source.GetLength());
-    if (!stopped_ && (depth_ >= deepest || work_ > mostWork)) {
-        stopped_ = true;
+    budget_.work += workOfOne + static_cast<std::size_t>(source.GetLength());
+    if (!budget_.stopped && (budget_.depth >= deepest || budget_.work > mostWork)) {
+        budget_.stopped = true;
         const CString line =
             "The expansion of '" + name + "' was given up: " +
-            (depth_ < deepest ? "it grows without end" : "it refers to itself or is nested too deeply");
+            (budget_.depth < deepest ? "it grows without end" : "it refers to itself or is nested too deeply");
         debugTrace({line, "\n"});
         LogTrace::Log log(LogTrace::Log::cm);
         log.Min("../CM/CMSupport/Property", __LINE__, line);
     }
-    return !stopped_;
+    return !budget_.stopped;
 }
 
 int Expansion::expand(const CString &source, const CString &name, CString &result, bool useToolName) {
@@ -64,7 +76,7 @@ int Expansion::expand(const CString &source, const CString &name, CString &resul
     if (!mayGoOn(source, name)) {
         return 0;
     }
-    const Level level(depth_);
+    const Level level(budget_.depth);
     if (source.Find('(') < 0) {
         return expandVariables(source, 1, result, useToolName);
     }
@@ -87,7 +99,7 @@ int Expansion::expandConditionals(CString &work, const CString &name) {
         if (ok == 1) {
             ok = expand(value.IsEmpty() ? found->elsePart : found->thenPart, name, replacement, false);
         }
-        if (stopped_) {
+        if (budget_.stopped) {
             return 0;
         }
         const auto text = work.view();
@@ -127,7 +139,7 @@ int Expansion::expandVariables(std::string_view work, int ok, CString &result, b
                 ok = replaces ? 1 : ok;
             }
         }
-        replaces = replaces && !stopped_;
+        replaces = replaces && !budget_.stopped;
         const CString replacement = replaces ? replacementFor(variable, escaped, value) : CString(variable);
         changed = replacement.view() != variable.str();
         if (changed) {

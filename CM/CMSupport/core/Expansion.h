@@ -1,4 +1,4 @@
-// Expansion: one outermost expansion of a template, with all that it takes in turn.
+// Expansion: one expansion of a template, with all that it takes in turn.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -9,7 +9,10 @@
 
 class Expansion {
   public:
-    explicit Expansion(CMArgumentList &args) : args_(args) {}
+    explicit Expansion(CMArgumentList &args);
+    ~Expansion();
+    Expansion(const Expansion &) = delete;
+    Expansion &operator=(const Expansion &) = delete;
 
     /// As CMProperty::Expand. `name` is what the source is the value of, for the log.
     int expand(const CString &source, const CString &name, CString &result, bool useToolName);
@@ -18,6 +21,11 @@ class Expansion {
 
   private:
     class Level;
+    struct Budget {
+        int depth = 0;
+        std::size_t work = 0; // what the limit on the work is compared with
+        bool stopped = false; // whether a limit was reached, after which nothing more is expanded
+    };
 
     int expandConditionals(CString &work, const CString &name);
     int expandVariables(std::string_view work, int ok, CString &result, bool useToolName);
@@ -25,7 +33,7 @@ class Expansion {
     [[nodiscard]] bool mayGoOn(const CString &source, const CString &name);
 
     CMArgumentList &args_;
-    int depth_ = 0;
-    std::size_t work_ = 0; // what the limit on the work is compared with
-    bool stopped_ = false; // whether a limit was reached, after which nothing more is expanded
+    Budget own_;
+    Budget &budget_; // that of the outermost expansion, which an argument's value may have come to this one from
+    static Budget *outermost_; // null while none is under way; user-interface thread only
 };

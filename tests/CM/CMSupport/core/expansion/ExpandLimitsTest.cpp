@@ -1,6 +1,6 @@
+#include "CM/CMSupport/core/CMUnit.h"
 #include "tests/CM/CMSupport/core/expansion/ExpansionFixture.h"
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
@@ -61,13 +61,45 @@ TEST_F(ExpandLimits, FailOnValuesThatKeepFailingAndBeingTriedAgain) {
 
 TEST_F(ExpandLimits, FailOnATextThatEachReplacementMakesLonger) {
     give("B", "B$$");
-    std::string source = "$$$$";
+    std::string source = "$";
     for (int count = 0; count < 40; ++count) {
-        source += 'B';
-        source += '/';
+        source += "B$"; // the dollars behind a variable double with each that stands in front of it
     }
-    expand("$$$$B$B$B$B$B$B$B$B" + source);
-    EXPECT_TRUE(status == 0 || status == 1) << "it ends";
+    expand(source);
+    EXPECT_EQ(status, 0);
+    EXPECT_THAT(loggedOnce(), HasSubstr("grows without end"));
+}
+
+TEST_F(ExpandLimits, FailOnAPredefinedVariableWhoseValueNamesIt) {
+    host.places.tempDir = "/x/$temp";
+    expand("cd $temp");
+    EXPECT_EQ(status, 0);
+    EXPECT_THAT(loggedOnce(), HasSubstr("'temp' was given up: it grows without end"));
+}
+
+TEST_F(ExpandLimits, CountWhatArgumentsExpandInTurn) {
+    // For each value the unit expands megabytes by itself, and what it gives is short.
+    setToolProperty("Big", "(? " + std::string(8U << 20, 'x') + " : )");
+    setToolProperty("Repository", "/archive$Big");
+    CMUnit unit(&host.addUnit("Pump"));
+    args.AddTail(&unit);
+    std::string source;
+    for (int count = 0; count < 40; ++count) {
+        source += "$UnitArchiveDir ";
+    }
+    expand("$UnitArchiveDir");
+    EXPECT_EQ(status, 1) << "one is well within the limits";
+    expand(source);
+    EXPECT_EQ(status, 0);
+    EXPECT_THAT(loggedOnce(), HasSubstr("grows without end"));
+    expand("$UnitArchiveDir");
+    EXPECT_EQ(status, 1) << "each expansion starts anew";
+}
+
+TEST_F(ExpandLimits, AllowVariablesAmongBracesThatAValueCompletes) {
+    give("a", "$");
+    EXPECT_EQ(expand("${a}{a}{a}{a}}}{{"), "$}}{{");
+    EXPECT_EQ(status, 1);
 }
 
 TEST_F(ExpandLimits, AllowALongChainOfProperties) {
