@@ -4,12 +4,25 @@ namespace {
 
 const SPString theArgumentPattern(R"(\${?([a-zA-Z_][a-zA-Z0-9_]*)}?)");
 
-// Whether a byte may stand in a variable behind its dollar. A byte of a letter beyond ASCII is let through, for
-// the pattern to judge: some are the other case of an ASCII letter.
+// Whether a byte may stand in a name. A byte of a letter beyond ASCII is let through, for the pattern to judge:
+// some are the other case of an ASCII letter.
 constexpr bool mayBelong(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           (character >= '0' && character <= '9') || character == '_' || character == '{' || character == '}' ||
+           (character >= '0' && character <= '9') || character == '_' ||
            static_cast<unsigned char>(character) >= 0x80;
+}
+
+// Where a variable that begins at `dollar` ends at the latest. A brace is taken on either side and no run of them,
+// lest each variable of a text of braces look through all that follow.
+std::size_t latestEnd(std::string_view text, std::size_t dollar) {
+    auto end = dollar + 1;
+    if (end < text.size() && text[end] == '{') {
+        ++end;
+    }
+    while (end < text.size() && mayBelong(text[end])) {
+        ++end;
+    }
+    return end < text.size() && text[end] == '}' ? end + 1 : end;
 }
 
 // How many bytes at the end of a text could begin a variable that the text behind completes.
@@ -31,11 +44,7 @@ bool VariableScan::find(SPStringList &matches) {
         }
         passed_.append(rest_, at_, dollar - at_);
         at_ = dollar;
-        auto end = dollar + 1;
-        while (end < rest_.size() && mayBelong(rest_[end])) {
-            ++end;
-        }
-        const SPString candidate(rest_.substr(dollar, end - dollar));
+        const SPString candidate(rest_.substr(dollar, latestEnd(rest_, dollar) - dollar));
         if (candidate.m(theArgumentPattern, matches, "i") != 0) {
             foundLength_ = static_cast<std::size_t>(matches[0].length());
             return true;
