@@ -1,8 +1,9 @@
 // Command templates with hostile arguments and properties. The first line is the template; each further line is
 // "name=value", an argument, or "name:value", a property of the tool. Whatever they hold, an expansion ends, says
-// yes or no, leaves its arguments alone, and gives the same answer twice.
+// yes or no, leaves its arguments alone, gives the same answer twice, and the one that it gives step by step.
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/host/IPN.h"
+#include "tests/CM/CMSupport/core/expansion/PlainExpansion.h"
 #include "tests/support/recording_host/RecordingHost.h"
 
 #include <cstddef>
@@ -26,6 +27,15 @@ class Argument final : public CMUserBasedArgument {
     CString name_;
     CString value_;
 };
+
+bool differsStepByStep(const CString &source, CMArgumentList &args, int ok, const CString &result) {
+    try {
+        CString wanted;
+        return PlainExpansion(args).expand(source, wanted, false) != ok || wanted != result;
+    } catch (const PlainExpansion::TooMuch &) {
+        return false; // the library says no at its own limits
+    }
+}
 
 std::string_view takeLine(std::string_view &text) {
     const auto end = text.find('\n');
@@ -71,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     host.clearRecords();
     const int again = CMProperty::Expand(source, args, second, error, false);
     if ((ok != 0 && ok != 1) || ok != again || first != second ||
-        args.GetCount() != static_cast<int>(owned.size())) {
+        args.GetCount() != static_cast<int>(owned.size()) || differsStepByStep(source, args, ok, first)) {
         std::abort();
     }
     return 0;

@@ -18,6 +18,7 @@ class AnyArgument : public CMUserBasedArgument {
         ++taken;
         return isNamed(name) != 0 ? value_ : name;
     }
+    void setValue(const CString &value) { value_ = value; }
     int taken = 0;
 
   private:
