@@ -1,8 +1,6 @@
 #include "CM/CMSupport/core/CMLog.h"
 #include "tests/CM/CMSupport/core/expansion/ExpansionFixture.h"
 
-using testing::HasSubstr;
-
 namespace {
 
 class Expand : public ExpansionFixture {};
@@ -186,6 +184,52 @@ TEST_F(Expand, UsesTheProvidersNameOnlyForTheTemplatesOwnVariables) {
     EXPECT_EQ(expand("$Key", false), "of all");
     CMProperty::setSCCToolName("");
     ::unsetenv("ORCHARD_REGISTRY");
+}
+
+class ExpandByProvider : public ExpansionFixture {
+  protected:
+    ExpandByProvider() {
+        setProviderRoute();
+        ::setenv("ORCHARD_REGISTRY", "/nowhere/registry.reg", 1);
+        CMProperty::setSCCToolName("Basalt");
+        setBoth("Key", "of Basalt", "of all");
+    }
+    ~ExpandByProvider() override {
+        CMProperty::setSCCToolName("");
+        ::unsetenv("ORCHARD_REGISTRY");
+    }
+    void setBoth(const CString &key, const CString &ofBasalt, const CString &ofAll) {
+        host.setProperty(nullptr, IPN::CM, "Basalt", key, ofBasalt);
+        host.setProperty(nullptr, IPN::CM, "SCC", key, ofAll);
+    }
+};
+
+TEST_F(ExpandByProvider, UsesTheProvidersNameInTheValueOfAPropertyToo) {
+    setBoth("Outer", "<$Key>", "[$Key]");
+    EXPECT_EQ(expand("$Outer", true), "<of Basalt>");
+    EXPECT_EQ(expand("$Outer", false), "[of all]");
+}
+
+TEST_F(ExpandByProvider, UsesTheProvidersNameForAPropertyToExpand) {
+    setBoth("Outer", "<$Key>", "[$Key]");
+    EXPECT_EQ(CMProperty::ExpandProperty("Outer", args, result, error, true), 1);
+    EXPECT_EQ(result, "<of Basalt>");
+    EXPECT_EQ(CMProperty::ExpandProperty("Outer", args, result, error, false), 1);
+    EXPECT_EQ(result, "[of all]");
+}
+
+TEST_F(ExpandByProvider, UsesTheProvidersNameForAValueOfTheProject) {
+    CString value;
+    EXPECT_EQ(CMProperty::getToolPropertyValue("Key", value, true), 1);
+    EXPECT_EQ(value, "of Basalt");
+    EXPECT_EQ(CMProperty::getToolPropertyValue("Key", value, false), 1);
+    EXPECT_EQ(value, "of all");
+}
+
+TEST_F(ExpandByProvider, DoesNotUseTheProvidersNameInAnyPartOfAConditional) {
+    setBoth("OnlyBasalt", "set", "");
+    EXPECT_EQ(expand("($OnlyBasalt ? a : b $Key)", true), "b of all") << "the condition and the else part";
+    EXPECT_EQ(expand("(x ? $Key)", true), "of all") << "the then part";
 }
 
 TEST_F(Expand, RecoversFromAFailureByAPredefinedVariable) {

@@ -45,6 +45,36 @@ TEST_F(ExpandTrace, TellsOfAConditionalThatLeavesNothing) {
                                "+++ nothing the more expand\n");
 }
 
+TEST_F(ExpandTrace, TellsOfAConditionalWhoseConditionFails) {
+    EXPECT_EQ(trace("x($nobody ? b : c)"), "+++ Expanding 'x($nobody ? b : c)'\n"
+                                           "+++ if: '$nobody' Then: 'b' Else: 'c'\n"
+                                           "+++ Expanding '$nobody'\n"
+                                           "+++ Expanding property 'nobody'\n"
+                                           "+++ could not find the property 'nobody' for RCS\n"
+                                           "+++ Expanding (predefined?) '\\$nobody'\n"
+                                           "+++ Could not resolve '$nobody'\n"
+                                           "+++ after condition expansion: 'x'\n");
+}
+
+TEST_F(ExpandTrace, TellsOfAPropertyWhoseValueFails) {
+    setToolProperty("Flags", "-q $nobody");
+    EXPECT_EQ(trace("$Flags"), "+++ Expanding '$Flags'\n"
+                               "+++ Expanding property 'Flags'\n"
+                               "+++ Expanding '-q $nobody'\n"
+                               "+++ Expanding property 'nobody'\n"
+                               "+++ could not find the property 'nobody' for RCS\n"
+                               "+++ Expanding (predefined?) '\\$nobody'\n"
+                               "+++ Could not resolve '$nobody'\n"
+                               "+++ 'Flags' expanded to '-q $nobody'\n"
+                               "+++ Expanding (predefined?) '\\$Flags'\n"
+                               "+++ Could not resolve '$Flags'\n");
+}
+
+TEST_F(ExpandTrace, TellsOfAConditionalWithoutItsEnd) {
+    EXPECT_EQ(trace("(a ? b"), "+++ Expanding '(a ? b'\n"
+                               "+++ could not find the condition end after the then part\n");
+}
+
 TEST_F(ExpandTrace, TellsWhatCouldNotBeResolved) {
     EXPECT_EQ(trace("a ${nobody}"), "+++ Expanding 'a ${nobody}'\n"
                                     "+++ Expanding property 'nobody'\n"

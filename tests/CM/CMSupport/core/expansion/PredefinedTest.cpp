@@ -69,6 +69,27 @@ TEST_F(ExpandPredefined, ReplacesAVariableThatAnEarlierOneHasPutIn) {
     EXPECT_EQ(replaced("$temp"), "$OQROOT") << "and not one that a later one has put in";
 }
 
+TEST_F(ExpandPredefined, ReplacesTheProjectsVariablesInTheirOrder) {
+    // Each value holds the next variable, so that any other order would leave one of them.
+    const auto here = scratch / "$orpdirectory";
+    std::filesystem::create_directory(here);
+    std::filesystem::current_path(here);
+    project().fileName = "$currentdirectory";
+    project().projectFileDirectory = "/plant/$projectunitdirname";
+    host.model.folderExtension = ".$temp";
+    host.places.tempDir = "/var/tmp";
+    EXPECT_EQ(replaced("$projectname"), scratch.path().string() + "//plant/Plant_/var/tmp");
+}
+
+TEST_F(ExpandPredefined, LeavesTheCurrentDirectoryIfThereIsNone) {
+    const auto gone = scratch / "gone";
+    std::filesystem::create_directory(gone);
+    std::filesystem::current_path(gone);
+    std::filesystem::remove(gone);
+    EXPECT_EQ(replaced("$currentdirectory $temp"), "$currentdirectory /tmp");
+    EXPECT_EQ(status, 1);
+}
+
 TEST_F(ExpandPredefined, ReplacesTheFirstCharacterOfTheFolderExtension) {
     host.model.folderExtension = ".rpy";
     EXPECT_EQ(replaced("$projectunitdirname"), "Plant_rpy");
