@@ -1,10 +1,12 @@
 #include "CM/CMSupport/core/CMUnit.h"
 
 #include "CM/CMSupport/core/CMPathMapper.h"
+#include "CM/CMSupport/core/DebugTrace.h"
 #include "CM/CMSupport/core/Paths.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/Utilities.h"
 
+#include <algorithm>
 #include <array>
 
 CMUnit::CMUnit(const IUnit *unit) : unit_(unit) {
@@ -30,12 +32,9 @@ const CMUnit::Variable *CMUnit::find(const CString &name) {
         Variable{"UnitArchivePath", &CMUnit::archivePath},
         Variable{"UnitArchiveDir", &CMUnit::archiveDir},
     };
-    for (const Variable &variable : variables) {
-        if (name.CompareNoCase(variable.name) == 0) {
-            return &variable;
-        }
-    }
-    return nullptr;
+    const auto *const found = std::ranges::find_if(
+        variables, [&name](const Variable &variable) { return name.CompareNoCase(variable.name) == 0; });
+    return found == variables.end() ? nullptr : found;
 }
 
 int CMUnit::isNamed(const CString &name) const { return find(name) != nullptr ? 1 : 0; }
@@ -68,7 +67,9 @@ CString CMUnit::archivePath() const {
     if (unit_ == nullptr && item_ == nullptr) {
         return {};
     }
-    static_cast<void>(CMPathMapper::expandedRepository()); // only its trace lines matter here, deliberately
+    if (isDebugTraceOn()) {
+        static_cast<void>(CMPathMapper::expandedRepository()); // only its trace lines matter here, deliberately
+    }
     return unit_ != nullptr ? CMPathMapper::getArchivePathFromLocalPath(unit_->getFullFileName())
                             : item_->getFileNameWithPath();
 }
