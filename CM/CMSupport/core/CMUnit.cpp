@@ -6,7 +6,6 @@
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/Utilities.h"
 
-#include <algorithm>
 #include <array>
 
 CMUnit::CMUnit(const IUnit *unit) : unit_(unit) {
@@ -32,9 +31,12 @@ const CMUnit::Variable *CMUnit::find(const CString &name) {
         Variable{"UnitArchivePath", &CMUnit::archivePath},
         Variable{"UnitArchiveDir", &CMUnit::archiveDir},
     };
-    const auto *const found = std::ranges::find_if(
-        variables, [&name](const Variable &variable) { return name.CompareNoCase(variable.name) == 0; });
-    return found == variables.end() ? nullptr : found;
+    for (const Variable &variable : variables) {
+        if (name.CompareNoCase(variable.name) == 0) {
+            return &variable;
+        }
+    }
+    return nullptr;
 }
 
 int CMUnit::isNamed(const CString &name) const { return find(name) != nullptr ? 1 : 0; }
