@@ -135,6 +135,17 @@ TEST_F(Program, FollowsAnUnresolvedNameThroughTheProperties) {
     EXPECT_EQ(ran.json()["unresolved"], (nlohmann::json{"$Mine", "$nobody"})) << ran.out;
 }
 
+TEST_F(Program, TellsWhichPropertiesReferToThemselves) {
+    project.lockProject();
+    ASSERT_EQ(project.onProject({"property", "set", "Mine", "a $Other", "--metaclass", "RCS"}).exit, 0);
+    ASSERT_EQ(project.onProject({"property", "set", "Other", "b ${mine}", "--metaclass", "RCS"}).exit, 0);
+    const Ran ran = project.onProject({"--json", "expand", "$Mine"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_EQ(ran.json()["unresolved"], (nlohmann::json{"$Mine", "$Other", "${mine}"})) << ran.out;
+    EXPECT_EQ(ran.json()["error"]["message"], "'${mine}' refers to itself, which stands in the value of '$Other', "
+                                              "in that of '$Mine'");
+}
+
 TEST_F(Program, TellsWhereAPropertyComesFrom) {
     const auto source = [&] {
         return project.onProject({"--json", "property", "get", "ReadWrite"}).json()["source"].get<std::string>();

@@ -84,9 +84,9 @@ std::string expansionFault(const Item &item, const CheckoutOptions &options) {
     if (CMProperty::ExpandProperty(key, arguments.list(), command, error, false) != 0) {
         return {};
     }
-    const auto chain = unresolvedChain(command.str(), arguments.list());
+    const auto unresolved = findUnresolved(command.str(), arguments.list());
     return "the command (property " + key.str() + ") can't be expanded" +
-           (chain.empty() ? std::string() : ": '" + chain.back() + "' could not be resolved");
+           (unresolved.chain.empty() ? std::string() : ": " + whatFailed(unresolved));
 }
 
 std::string whyNotRun(const Item &item, const Journal &journal) {

@@ -58,7 +58,8 @@ class ExpandCommand : public Command {
 
   private:
     [[noreturn]] void fail(Context &context, const std::string &halfExpanded, TemplateArguments &arguments) const {
-        const auto chain = unresolvedChain(halfExpanded, arguments.list());
+        const auto unresolved = findUnresolved(halfExpanded, arguments.list());
+        const auto &chain = unresolved.chain;
         context.output.field("unresolved", chain);
         if (chain.empty()) {
             throw Failure(ExitCode::failed, "a name in a condition of the template could not be resolved",
@@ -69,12 +70,16 @@ class ExpandCommand : public Command {
             through +=
                 (i == 0 ? ", which stands in the value of '" : "', in that of '") + chain[chain.size() - 2 - i];
         }
-        const std::string hint = unit_.empty() && namesUnit(chain.back())
-                                     ? "Say with --unit which unit is meant."
-                                     : "Give it as an argument, or set a property of that name for the tool.";
-        throw Failure(ExitCode::failed,
-                      "'" + chain.back() + "' could not be resolved" + through + (through.empty() ? "" : "'"),
-                      hint);
+        throw Failure(ExitCode::failed, whatFailed(unresolved) + through + (through.empty() ? "" : "'"),
+                      remedy(unresolved));
+    }
+    [[nodiscard]] std::string remedy(const Unresolved &unresolved) const {
+        if (unresolved.refersToItself) {
+            return "Take it out of the value that holds it.";
+        }
+        return unit_.empty() && namesUnit(unresolved.chain.back())
+                   ? "Say with --unit which unit is meant."
+                   : "Give it as an argument, or set a property of that name for the tool.";
     }
     static bool namesUnit(const std::string &variable) { return CString(variable).MakeLower().Find("unit") >= 0; }
 

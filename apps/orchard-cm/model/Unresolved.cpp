@@ -3,13 +3,12 @@
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/host/SPString.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace orchard_cm {
 
 namespace {
-
-constexpr std::size_t longestChain = 20; // a property may refer to itself
 
 struct Variable {
     std::string text;
@@ -39,15 +38,18 @@ std::optional<CString> valueOf(const CString &name, CMArgumentList &args) {
 
 } // namespace
 
-std::vector<std::string> unresolvedChain(const std::string &halfExpanded, CMArgumentList &args) {
-    std::vector<std::string> chain;
+Unresolved findUnresolved(const std::string &halfExpanded, CMArgumentList &args) {
+    Unresolved found;
+    std::vector<CString> names;
     std::string text = halfExpanded;
-    while (chain.size() < longestChain) {
-        const auto variable = firstVariable(text);
-        if (!variable) {
+    while (const auto variable = firstVariable(text)) {
+        found.chain.push_back(variable->text);
+        found.refersToItself = std::ranges::any_of(
+            names, [&](const CString &name) { return name.CompareNoCase(variable->name) == 0; });
+        if (found.refersToItself) {
             break;
         }
-        chain.push_back(variable->text);
+        names.push_back(variable->name);
         const auto value = valueOf(variable->name, args);
         if (!value) {
             break;
@@ -59,7 +61,12 @@ std::vector<std::string> unresolvedChain(const std::string &halfExpanded, CMArgu
         }
         text = expanded.str();
     }
-    return chain;
+    return found;
+}
+
+std::string whatFailed(const Unresolved &unresolved) {
+    return "'" + unresolved.chain.back() + "' " +
+           (unresolved.refersToItself ? "refers to itself" : "could not be resolved");
 }
 
 } // namespace orchard_cm
