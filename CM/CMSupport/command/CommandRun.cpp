@@ -59,8 +59,8 @@ template <class ITEM> void CommandRun<ITEM>::followUp(ITEM & /*item*/, CMORYHand
     }
 }
 
-template <class ITEM> void CommandRun<ITEM>::log(const CString &text, std::source_location place) {
-    log_.Min(texts_.source, static_cast<int>(place.line()), text);
+template <class ITEM> void CommandRun<ITEM>::log(const CString &text, int line) {
+    log_.Min(texts_.source, line, text);
 }
 
 template <class ITEM> void CommandRun<ITEM>::expand(CString &command) {

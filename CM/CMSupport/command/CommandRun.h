@@ -14,7 +14,6 @@
 #include "CM/platform/CString.h"
 
 #include <optional>
-#include <source_location>
 
 namespace command {
 
@@ -85,7 +84,8 @@ template <class ITEM> class CommandRun {
 
     void setResult(int result) { result_ = result; }
     [[nodiscard]] CString &errorText() { return errorText_; }
-    void log(const CString &text, std::source_location place = std::source_location::current());
+    /// The line that is logged is that of the caller.
+    void log(const CString &text, int line = __builtin_LINE());
 
   private:
     void expand(CString &command);

@@ -7,6 +7,7 @@ CMUnitValidator::~CMUnitValidator() { reset(); }
 
 int CMUnitValidator::init(const CMUnitList &units) {
     reset();
+    handles_.InitHashTable(units.GetCount());
     const platform::FaultHandlers handlers; // once, and not for each unit
     for (IUnit *const unit : units) {
         addUnit(unit);
