@@ -3,9 +3,9 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build pkg-config ccache libpcre2-dev libpugixml-dev libtomlplusplus-dev libcli11-dev
-                nlohmann-json3-dev)
-test_packages=(libgtest-dev libgmock-dev git)
-bench_packages=(libbenchmark-dev perl)
+                nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev)
+test_packages=(git)
+bench_packages=(perl)
 fuzz_packages=(clang libclang-rt-14-dev)
 tidy_packages=(clang clang-tidy clang-format)
 tool_packages=(rcs)
