@@ -58,7 +58,7 @@ double prepare(const std::vector<IUnit *> &selected, int expected) {
 bool prepareCheckOut(const Setting &setting) {
     const int many = setting.scaled(100000);
     const int few = many / 10;
-    const OpenProject open(makeProject(setting.scratch / "prepare", many, {}));
+    const OpenProject open(largeProject(setting.scratch, many));
     std::vector<IUnit *> all = open.units();
     all.resize(static_cast<std::size_t>(many));
     const std::vector<IUnit *> manyUnits = withDuplicates(all);

@@ -51,6 +51,12 @@ std::filesystem::path makeProject(const std::filesystem::path &directory, int un
     return made.projectFile;
 }
 
+std::filesystem::path largeProject(const std::filesystem::path &scratch, int units) {
+    const auto directory = scratch / "large";
+    const auto projectFile = directory / "bench.orp";
+    return std::filesystem::exists(projectFile) ? projectFile : makeProject(directory, units, {});
+}
+
 CMUnitList listOf(const std::vector<IUnit *> &units) {
     CMUnitList list;
     for (IUnit *const unit : units) {

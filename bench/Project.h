@@ -32,6 +32,9 @@ class OpenProject {
 /// Makes a project of so many units for the tool; its project file.
 std::filesystem::path makeProject(const std::filesystem::path &directory, int units, const std::string &tool);
 
+/// The project of so many units that the works on a large model share; made at the first call.
+std::filesystem::path largeProject(const std::filesystem::path &scratch, int units);
+
 [[nodiscard]] CMUnitList listOf(const std::vector<IUnit *> &units);
 
 } // namespace bench
