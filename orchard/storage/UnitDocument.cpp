@@ -364,7 +364,8 @@ bool UnitDocument::parse(std::string_view text, Fault &fault) {
     const pugi::xml_parse_result result = state_->document.load_buffer_inplace(
         state_->buffer.data(), state_->buffer.size(), options, pugi::encoding_utf8);
     if (!result) {
-        fault.offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
+        const auto found = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
+        fault.offset = std::min(found, text.size()); // the added character is not part of the file
         const std::size_t conflict = text.find("\n<<<<<<< ");
         if (conflict != std::string_view::npos) {
             fault = {conflict + 1, "the file holds a merge conflict; settle it and try again"};
