@@ -34,8 +34,8 @@ class ORC_CM_API CMFacade {
     /// The stream of the host's CM output window.
     static std::ostream *&outStream();
 
-    // Operations. Units that may not be worked on are taken off the unit list first, except by those on an archive,
-    // the list of the workspace, and the moves and renames.
+    // Operations. Units that may not be worked on are taken off the unit list first, except by those on an
+    // archive, the list of the workspace, and the moves and renames.
     static int CheckOut(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int RecCheckOut(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int CheckOutFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
@@ -74,14 +74,15 @@ class ORC_CM_API CMFacade {
     /// The list holds triples: the unit, its old owner, its new owner. It must not be read after a return of 0.
     static int MoveMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     /// Moves what lies in a package when the package's directory moves.
-    static int movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath, const CString &newPath,
-                                  CMArgumentList &args, CMDiagnosticList &diags, bool hybrid);
+    static int movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath,
+                                  const CString &newPath, CMArgumentList &args, CMDiagnosticList &diags,
+                                  bool hybrid);
     /// Both paths are those of the unit's file. 1 also where a command failed: the output window tells it.
     static int RenameMember(IUnit *unit, const CString &oldPath, const CString &newPath, CMDiagnosticList &diags);
     static int DeleteMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     /// `object` is what the directory belongs to in the model; may be null.
-    static int DeleteDirectory(const CString &directory, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid,
-                               IDObject *object);
+    static int DeleteDirectory(const CString &directory, CMArgumentList &args, CMDiagnosticList &diags,
+                               bool hybrid, IDObject *object);
 
     /// Does nothing; an entry point for the host.
     static void DoCmDialog();
