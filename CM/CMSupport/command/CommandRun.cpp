@@ -37,9 +37,9 @@ template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
         CString command;
         if (texts_.order == CommandTexts::Order::guardThenExpansion) {
             startGuard();
-            expand(command);
+            expand(*item, command);
         } else {
-            expand(command);
+            expand(*item, command);
             startGuard(); // also after an expansion that failed
         }
         if (result_ == 1) {
@@ -63,16 +63,20 @@ template <class ITEM> void CommandRun<ITEM>::log(const CString &text, int line) 
     log_.Min(texts_.source, line, text);
 }
 
-template <class ITEM> void CommandRun<ITEM>::expand(CString &command) {
-    result_ = CMProperty::ExpandProperty(texts_.property, args_, command, errorText_, texts_.hybrid);
+template <class ITEM> void CommandRun<ITEM>::expand(ITEM &item, CString &command) {
+    result_ = CMProperty::ExpandProperty(templateFor(item), args_, command, errorText_, texts_.hybrid);
 }
 
 template <class ITEM> void CommandRun<ITEM>::execute(const CString &command) {
     CString output;
-    log(texts_.beforeRun + command);
+    if (texts_.beforeRun != nullptr) {
+        log(texts_.beforeRun + command);
+    }
     // Not the tool's success: only whether the working directory could be entered and left.
     result_ = theCMToolShellInterface()->Execute(command, output, errorText_, "");
-    log(texts_.afterRun + output);
+    if (texts_.afterRun != nullptr) {
+        log(texts_.afterRun + output);
+    }
 }
 
 template class CommandRun<IUnit>;

@@ -24,7 +24,8 @@ struct CommandTexts {
     CString property;                                ///< key of the template
     const char *source;                              ///< source path for the log
     const char *beforeRun;                           ///< the log line before the run; the command follows
-    const char *afterRun;                            ///< the log line after the run; the output follows
+    const char *afterRun;                            ///< the log line after the run; the output follows. Null for
+                                                     ///< both: the operation logs nothing
     std::optional<CMORYHandler::ORYOPER> guard = {}; ///< without one the operation uses no guard
     Order order = Order::expansionThenGuard;
     bool hybrid = false; ///< goes to the expansion
@@ -75,6 +76,8 @@ template <class ITEM> class CommandRun {
     virtual bool isWanted(ITEM & /*item*/) { return true; }
     /// Before the item's argument is pushed.
     virtual void prepare(ITEM & /*item*/) {}
+    /// The key of the template for this item; the default is that of the texts.
+    [[nodiscard]] virtual CString templateFor(ITEM & /*item*/) { return texts_.property; }
     /// Between a good expansion and the first log line.
     virtual void beforeRun(ITEM & /*item*/) {}
     /// After a good run. `guard` is null if the operation uses none. The default commits the guard.
@@ -88,7 +91,7 @@ template <class ITEM> class CommandRun {
     void log(const CString &text, int line = __builtin_LINE());
 
   private:
-    void expand(CString &command);
+    void expand(ITEM &item, CString &command);
     void execute(const CString &command);
 
     CommandTexts texts_;
