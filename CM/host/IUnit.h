@@ -67,6 +67,14 @@ class ORC_HOST_API IUnit : public IDObject {
     /// Whether the unit may bear the file name, given with or without extension, as after a rename in the archive.
     [[nodiscard]] virtual bool approveCMRename(const CString &name) = 0;
 
+    // As the owner of other units.
+    /// Non-zero if the file of a unit directly in this one has to keep its name, such as where this unit's own
+    /// file, which names it, can't be written. `name` is the new name of the file, or empty to ask for any.
+    [[nodiscard]] virtual int keepsPartFileName(const CString &name) const = 0;
+    /// The directory that this unit gives to the files of the units in it: what a move tells to a CM tool. A part
+    /// with a directory setting has its file below, in the directory so named.
+    [[nodiscard]] virtual CString getPartsDirectory() const = 0;
+
     /// Save to a given file, or to the unit's own. 1 on success; on failure 0, and the old file stays.
     virtual int saveUnitToFile(const CString &path, ORYSaveLoadOption option) = 0;
     virtual int orySave2File(ORYSaveLoadOption option) = 0;

@@ -110,6 +110,12 @@ template <class INTERFACE> class UnitObject : public ElementObject<INTERFACE, Un
     void setMYpersAs(const CString &path) override { this->moveTo(path); }
     [[nodiscard]] bool approveCMRename(const CString &name) override { return this->mayBear(name); }
 
+    [[nodiscard]] int keepsPartFileName(const CString &name) const override {
+        return this->keepsFileNameOfPart(name) ? 1 : 0;
+    }
+    // The same place here, as a directory setting moves the unit's own file along with those of its parts.
+    [[nodiscard]] CString getPartsDirectory() const override { return this->ownDirectory(); }
+
     int saveUnitToFile(const CString &path, ORYSaveLoadOption option) override {
         return this->save(path, option == orySaveAlways);
     }

@@ -172,6 +172,15 @@ bool UnitElement::mayBear(std::string_view name) const {
     return model() != nullptr && hasFile() && !isReadOnly() && faultOfNewName(file).empty();
 }
 
+bool UnitElement::keepsFileNameOfPart(std::string_view name) const {
+    const UnitElement *const holder = saveUnit();
+    // The new name has to be written to the file that lists the part.
+    if (holder == nullptr || holder->isReadOnly() || holder->is(stub)) {
+        return true;
+    }
+    return !name.empty() && !faultOfFileName(name).empty();
+}
+
 /// Why the unit's file can't get this name, in words that end a sentence.
 std::string UnitElement::faultOfNewName(const std::string &file) const {
     if (file == fileName_) {

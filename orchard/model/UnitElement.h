@@ -94,6 +94,9 @@ class UnitElement : public Element {
     /// is told why.
     void rename(std::string_view name);
     [[nodiscard]] bool mayBear(std::string_view name) const;
+    /// Whether the files of the units directly in this one can't be renamed (empty: to any name; else to this
+    /// one).
+    [[nodiscard]] bool keepsFileNameOfPart(std::string_view name) const;
     /// Sets the directory, which is made when something is saved in it. One that leads out of the owner's
     /// directory, or to another unit's file, is refused; the user is told why.
     void moveTo(std::string_view directory);

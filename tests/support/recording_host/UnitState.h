@@ -22,10 +22,12 @@ struct UnitState : ObjectState {
     bool readOnly = false;
     long cmState = 0;
     CString header;
-    bool headerReadable = true;                            ///< what updateCMHeader answers
-    CString headerInFile;                                  ///< what updateCMHeader reads, if not empty
-    int saveResult = 1;                                    ///< what the two forms of saving answer
-    bool renameApproved = true;                            ///< what approveCMRename answers
+    bool headerReadable = true; ///< what updateCMHeader answers
+    CString headerInFile;       ///< what updateCMHeader reads, if not empty
+    int saveResult = 1;         ///< what the two forms of saving answer
+    bool renameApproved = true; ///< what approveCMRename answers
+    int partFileNamesKept = 0;  ///< what keepsPartFileName answers
+    CString partsDirectory;     ///< what getPartsDirectory answers; if empty, the unit's directory
     std::optional<std::pair<CString, CString>> sccArchive; ///< the unit's own provider archive
     std::optional<CString> batchArchive;                   ///< the unit's own archive on the command route
     /// Called by updateMode, after it was written down, to change the read-only state for instance.
@@ -88,6 +90,13 @@ template <class BASE> class UnitOf : public ObjectOf<BASE, UnitState> {
     bool approveCMRename(const CString &newName) override {
         this->note("approve rename", newName);
         return this->renameApproved;
+    }
+    int keepsPartFileName(const CString &partName) const override {
+        this->note("ask whether a part's file keeps its name", partName);
+        return this->partFileNamesKept;
+    }
+    CString getPartsDirectory() const override {
+        return this->partsDirectory.IsEmpty() ? this->directory : this->partsDirectory;
     }
     int saveUnitToFile(const CString &path, ORYSaveLoadOption option) override {
         return this->noteSave(path, option);
