@@ -1,6 +1,6 @@
 #include "apps/orchard-cm/base/Words.h"
 
-#include <optional>
+#include <utility>
 
 namespace orchard_cm {
 
@@ -17,7 +17,7 @@ class Splitter {
             if (next == ' ' || next == '\t') {
                 endWord();
                 ++at_;
-            } else if (next == '#' && !word_) {
+            } else if (next == '#' && !inWord_) {
                 break;
             } else if (next == '\'' || next == '"') {
                 takeQuoted(next);
@@ -34,15 +34,13 @@ class Splitter {
 
   private:
     void add(char character) {
-        if (!word_) {
-            word_.emplace();
-        }
-        *word_ += character;
+        inWord_ = true;
+        word_ += character;
     }
     void endWord() {
-        if (word_) {
-            words_.push_back(std::move(*word_));
-            word_.reset();
+        if (inWord_) {
+            words_.push_back(std::exchange(word_, {}));
+            inWord_ = false;
         }
     }
     void takeEscaped() {
@@ -54,9 +52,7 @@ class Splitter {
     }
     void takeQuoted(char quote) {
         const std::size_t start = at_++;
-        if (!word_) {
-            word_.emplace(); // an empty pair of quotes is a word too
-        }
+        inWord_ = true; // an empty pair of quotes is a word too
         while (at_ < line_.size() && line_[at_] != quote) {
             if (quote == '"' && line_[at_] == '\\' && at_ + 1 < line_.size() &&
                 (line_[at_ + 1] == '"' || line_[at_ + 1] == '\\')) {
@@ -72,7 +68,8 @@ class Splitter {
 
     std::string_view line_;
     std::size_t at_ = 0;
-    std::optional<std::string> word_;
+    bool inWord_ = false;
+    std::string word_;
     std::vector<std::string> words_;
 };
 
