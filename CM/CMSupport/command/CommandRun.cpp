@@ -1,7 +1,7 @@
 #include "CM/CMSupport/command/CommandRun.h"
 
+#include "CM/CMSupport/command/LoggedRun.h"
 #include "CM/CMSupport/core/CMProperty.h"
-#include "CM/CMSupport/core/CMToolShellInterface.h"
 #include "CM/CMSupport/core/CMUnit.h"
 
 namespace command {
@@ -37,9 +37,9 @@ template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
         CString command;
         if (texts_.order == CommandTexts::Order::guardThenExpansion) {
             startGuard();
-            expand(*item, command);
+            result_ = expand(*item, command);
         } else {
-            expand(*item, command);
+            result_ = expand(*item, command);
             startGuard(); // also after an expansion that failed
         }
         if (result_ == 1) {
@@ -63,20 +63,13 @@ template <class ITEM> void CommandRun<ITEM>::log(const CString &text, int line) 
     log_.Min(texts_.source, line, text);
 }
 
-template <class ITEM> void CommandRun<ITEM>::expand(ITEM &item, CString &command) {
-    result_ = CMProperty::ExpandProperty(templateFor(item), args_, command, errorText_, texts_.hybrid);
+template <class ITEM> int CommandRun<ITEM>::expand(ITEM &item, CString &command) {
+    return CMProperty::ExpandProperty(templateFor(item), args_, command, errorText_, texts_.hybrid);
 }
 
 template <class ITEM> void CommandRun<ITEM>::execute(const CString &command) {
     CString output;
-    if (texts_.beforeRun != nullptr) {
-        log(texts_.beforeRun + command);
-    }
-    // Not the tool's success: only whether the working directory could be entered and left.
-    result_ = theCMToolShellInterface()->Execute(command, output, errorText_, "");
-    if (texts_.afterRun != nullptr) {
-        log(texts_.afterRun + output);
-    }
+    result_ = runLogged(log_, {texts_.source, texts_.beforeRun, texts_.afterRun}, command, output, errorText_);
 }
 
 template class CommandRun<IUnit>;

@@ -78,6 +78,8 @@ template <class ITEM> class CommandRun {
     virtual void prepare(ITEM & /*item*/) {}
     /// The key of the template for this item; the default is that of the texts.
     [[nodiscard]] virtual CString templateFor(ITEM & /*item*/) { return texts_.property; }
+    /// Makes the command; what it returns becomes the result. The default expands that template.
+    virtual int expand(ITEM &item, CString &command);
     /// Between a good expansion and the first log line.
     virtual void beforeRun(ITEM & /*item*/) {}
     /// After a good run. `guard` is null if the operation uses none. The default commits the guard.
@@ -87,11 +89,11 @@ template <class ITEM> class CommandRun {
 
     void setResult(int result) { result_ = result; }
     [[nodiscard]] CString &errorText() { return errorText_; }
+    [[nodiscard]] CMArgumentList &arguments() { return args_; }
     /// The line that is logged is that of the caller.
     void log(const CString &text, int line = __builtin_LINE());
 
   private:
-    void expand(ITEM &item, CString &command);
     void execute(const CString &command);
 
     CommandTexts texts_;
