@@ -1,10 +1,11 @@
 // What the check-out operations share beyond the steps of every command.
 #pragma once
 
+#include "CM/CMSupport/command/BatchSteps.h"
 #include "CM/CMSupport/command/CommandRun.h"
+#include "CM/CMSupport/command/FollowUp.h"
 #include "CM/CMSupport/core/CMArchiveItem.h"
 #include "CM/host/IUnit.h"
-#include "CM/platform/CString.h"
 
 #include <optional>
 
@@ -12,13 +13,6 @@ namespace command {
 
 /// Whether the tool's property IPN::CMSaveOnCheckOut asks for the model to be saved before a batch.
 [[nodiscard]] bool isSaveWanted();
-/// Calls the host's save callback; false if none is set.
-bool saveModel();
-
-/// The host's callbacks around a batch that reloads units. The host has set them: there is no test for null,
-/// deliberately.
-void openReloads();
-void closeReloads();
 
 /// The question about a file that is writable and so may hold changes of its own.
 class WritableFileQuestion {
@@ -48,14 +42,5 @@ template <class ITEM> class CheckOutRun : public CommandRun<ITEM> {
   private:
     std::optional<WritableFileQuestion> question_;
 };
-
-/// Makes the unit's own archive the main archive, unless there is one archive for the whole project.
-void selectArchive(const IUnit &unit);
-
-/// Loads a file of `directory` into the model and remembers the unit for other open projects. Null on failure.
-IUnit *loadIntoModel(const CString &directory, const CString &fileName);
-
-/// Tells, as the tool's property says, that the file could not be loaded; `errorText` becomes the message.
-void reportLoadingFailure(const CString &fullFileName, CString &errorText);
 
 } // namespace command
