@@ -47,6 +47,10 @@ const char *text(Text number) {
     case Text::loadingFailed:
         return "The file \"%s\" could not be loaded into the model. Check that it is a complete unit file, then "
                "load it again.";
+    case Text::unitOutsideWorkingDirectory:
+        return "The file \"%s\" can't be added to the archive, as it is not in the directory \"%s\", where the "
+               "tool "
+               "works. Move the %s \"%s\" there, then add it again.";
     case Text::operationLock:
         return "Lock";
     case Text::operationFetch:

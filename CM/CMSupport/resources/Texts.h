@@ -5,22 +5,23 @@
 namespace resources {
 
 enum class Text : unsigned {
-    noToolSelected = 1,     ///< no CM tool is selected
-    providerNotFound,       ///< no provider is registered
-    providerRouteMissing,   ///< the provider route is not part of this version
-    cannotEnterDirectory,   ///< directory, reason
-    commandTimedOut,        ///< a command ran into its limit and printed nothing
-    commandReportedError,   ///< the tool's error pattern matched
-    commandReportedWarning, ///< the tool's warning pattern matched
-    stubLeftOut,            ///< kind, name
-    referenceLeftOut,       ///< kind, name
-    someUnitsLeftOut,       ///< the summary box
-    controlledFileTitle,    ///< title of the one-time message
-    controlledFileCheckOut, ///< file, file
-    controlledFileDontShow, ///< its check box
-    writableFileQuestion,   ///< file name, full file name
-    loadingFailed,          ///< full file name
-    operationLock = 100,    ///< display names of the transaction types, in their order
+    noToolSelected = 1,          ///< no CM tool is selected
+    providerNotFound,            ///< no provider is registered
+    providerRouteMissing,        ///< the provider route is not part of this version
+    cannotEnterDirectory,        ///< directory, reason
+    commandTimedOut,             ///< a command ran into its limit and printed nothing
+    commandReportedError,        ///< the tool's error pattern matched
+    commandReportedWarning,      ///< the tool's warning pattern matched
+    stubLeftOut,                 ///< kind, name
+    referenceLeftOut,            ///< kind, name
+    someUnitsLeftOut,            ///< the summary box
+    controlledFileTitle,         ///< title of the one-time message
+    controlledFileCheckOut,      ///< file, file
+    controlledFileDontShow,      ///< its check box
+    writableFileQuestion,        ///< file name, full file name
+    loadingFailed,               ///< full file name
+    unitOutsideWorkingDirectory, ///< file name, working directory, kind, name
+    operationLock = 100,         ///< display names of the transaction types, in their order
     operationFetch,
     operationUnlock,
     operationHistory,

@@ -16,7 +16,7 @@ template <class CHECK> void forEachText(CHECK check) {
             check(static_cast<Text>(number));
         }
     };
-    run(Text::noToolSelected, Text::loadingFailed);
+    run(Text::noToolSelected, Text::unitOutsideWorkingDirectory);
     run(Text::operationLock, Text::operationTool);
     run(Text::questionTitle, Text::questionNotAnswered);
 }
@@ -50,9 +50,10 @@ TEST(Texts, TheOperationsHaveDifferentNames) {
 
 TEST(Texts, TakeTheArgumentsThatTheirNumbersPromise) {
     const std::map<Text, int> withArguments{
-        {Text::cannotEnterDirectory, 2},   {Text::stubLeftOut, 2},          {Text::referenceLeftOut, 2},
-        {Text::controlledFileCheckOut, 2}, {Text::writableFileQuestion, 2}, {Text::loadingFailed, 1},
-        {Text::questionNotAnswered, 1},
+        {Text::cannotEnterDirectory, 2}, {Text::stubLeftOut, 2},
+        {Text::referenceLeftOut, 2},     {Text::controlledFileCheckOut, 2},
+        {Text::writableFileQuestion, 2}, {Text::loadingFailed, 1},
+        {Text::questionNotAnswered, 1},  {Text::unitOutsideWorkingDirectory, 4},
     };
     forEachText([&withArguments](Text number) {
         const auto found = withArguments.find(number);
