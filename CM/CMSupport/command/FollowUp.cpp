@@ -13,14 +13,6 @@ void updateHeader(IUnit &unit) {
 
 void updateMode(IUnit &unit) { unit.updateMode(""); }
 
-void UpdatingRun::followUp(IUnit &unit, CMORYHandler *guard) {
-    CommandRun::followUp(unit, guard);
-    log("Updating CM Header for unit " + unit.getFullFileName());
-    updateHeader(unit);
-    log("Updating Mode for unit " + unit.getFullFileName());
-    updateMode(unit);
-}
-
 IUnit *loadIntoModel(const CString &directory, const CString &fileName) {
     ATMFacade loader(directory);
     IUnit *const unit = loader.addToModel(fileName, 0, 0, 0, false, nullptr);

@@ -1,0 +1,10 @@
+// CMCheckIn: checks units in with the command tool, after saving the model.
+#pragma once
+
+#include "CM/CMSupport/core/CMOperation.h"
+
+class CMCheckIn final : public CMWorkspaceOperation {
+  public:
+    /// The hybrid flag is ignored. Returns the outcome of the last unit that was worked on.
+    int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
+};
