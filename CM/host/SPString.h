@@ -6,7 +6,9 @@
 #include "CM/platform/CString.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -67,4 +69,23 @@ class ORC_HOST_API SPStringList : public SPList<SPString> {
     /// Fills the list with the parts of `text` between the matches of `pattern`, at most `limit` parts if it is
     /// greater than 0; returns how many.
     int split(const SPString &text, const SPString &pattern, int limit = 0);
+};
+
+/// A pattern that is made ready once, for texts of many records: what it gives are parts of the text that it is
+/// matched against, not copies.
+class ORC_HOST_API SPPattern {
+  public:
+    /// Flags as those of SPString::m. A bad pattern matches nothing.
+    explicit SPPattern(const SPString &pattern, const char *flags = "");
+
+    /// As SPString::m: non-zero if the pattern matches `text`. `group` becomes what group 1 matched, empty if
+    /// there is no such group or it took no part; without a match it stays as it was.
+    int m(std::string_view text, std::string_view &group) const;
+    /// As SPStringList::split with the limit -1: the parts of `text` between the matches, empty ones included. The
+    /// empty text has none.
+    [[nodiscard]] std::vector<std::string_view> split(std::string_view text) const;
+
+  private:
+    struct Code; // the host's
+    std::shared_ptr<const Code> code_;
 };

@@ -24,6 +24,11 @@ std::uint32_t quickSteps(std::size_t subjectSize) {
 
 } // namespace
 
+TimeAllowance TimeAllowance::forSize(std::size_t bytes) {
+    constexpr std::size_t bytesOfASecond = 10'000'000;
+    return TimeAllowance(5s + std::chrono::seconds(bytes / bytesOfASecond));
+}
+
 TimeAllowance::Clock::time_point TimeAllowance::end() {
     if (!end_) {
         end_ = Clock::now() + total_;
@@ -139,19 +144,28 @@ CompiledPattern::CompiledPattern(std::string_view pattern, std::string_view flag
 
 CompiledPattern::~CompiledPattern() = default;
 
-bool CompiledPattern::searchLiteral(std::string_view subject, std::size_t start, std::vector<Span> &spans) const {
+std::size_t CompiledPattern::pairs() const { return code_ ? code_->pairs : 1; }
+
+bool CompiledPattern::searchLiteral(std::string_view subject, std::size_t start, std::span<Span> spans) const {
     const std::size_t found = start > subject.size() ? std::string_view::npos
                               : ignoresCase_         ? findIgnoringCase(subject, literal_, start)
                                                      : subject.find(literal_, start);
     if (found == std::string_view::npos) {
         return false;
     }
-    spans.assign(1, Span{found, found + literal_.size()});
+    std::ranges::fill(spans, Span{});
+    spans.front() = Span{found, found + literal_.size()};
     return true;
 }
 
 bool CompiledPattern::search(std::string_view subject, std::size_t start, bool notEmptyAtStart,
                              TimeAllowance &time, std::vector<Span> &spans) const {
+    spans.resize(pairs());
+    return search(subject, start, notEmptyAtStart, time, std::span(spans));
+}
+
+bool CompiledPattern::search(std::string_view subject, std::size_t start, bool notEmptyAtStart,
+                             TimeAllowance &time, std::span<Span> spans) const {
     if (!literal_.empty()) {
         return searchLiteral(subject, start, spans);
     }
@@ -171,7 +185,6 @@ bool CompiledPattern::search(std::string_view subject, std::size_t start, bool n
         return false;
     }
     const PCRE2_SIZE *const offsets = pcre2_get_ovector_pointer(data);
-    spans.resize(code_->pairs);
     for (std::size_t i = 0; i < spans.size(); ++i) {
         const bool tookPart = i < static_cast<std::size_t>(result) && offsets[2 * i] != PCRE2_UNSET;
         spans[i] = tookPart ? Span{offsets[2 * i], offsets[2 * i + 1]} : Span{};

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,8 @@ class TimeAllowance {
   public:
     using Clock = std::chrono::steady_clock;
     explicit TimeAllowance(Clock::duration total = std::chrono::seconds(5)) : total_(total) {}
+    /// For work that goes through a text of so many bytes from end to end.
+    static TimeAllowance forSize(std::size_t bytes);
     /// When the time will be used up.
     Clock::time_point end();
 
@@ -50,10 +53,16 @@ class CompiledPattern {
     /// of steps, memory or time is reported, and counts as no match.
     bool search(std::string_view subject, std::size_t start, bool notEmptyAtStart, TimeAllowance &time,
                 std::vector<Span> &spans) const;
+    /// The same for as many of them as there is room for; those that the pattern lacks become `none`.
+    bool search(std::string_view subject, std::size_t start, bool notEmptyAtStart, TimeAllowance &time,
+                std::span<Span> spans) const;
+
+    /// How many groups the pattern has, and one for the whole match; 1 for a pattern that is no valid one.
+    [[nodiscard]] std::size_t pairs() const;
 
   private:
     struct Code;
-    bool searchLiteral(std::string_view subject, std::size_t start, std::vector<Span> &spans) const;
+    bool searchLiteral(std::string_view subject, std::size_t start, std::span<Span> spans) const;
 
     std::string pattern_;
     std::string literal_; ///< non-empty if the pattern is plain text

@@ -5,6 +5,8 @@
 #include "orchard/text/PatternCache.h"
 #include "orchard/text/Replacement.h"
 
+#include <array>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -19,8 +21,9 @@ std::shared_ptr<const orchard::CompiledPattern> compiled(const SPString &pattern
 /// Walks the matches of a pattern from left to right.
 class Matches {
   public:
-    Matches(std::string_view subject, std::shared_ptr<const orchard::CompiledPattern> pattern)
-        : subject_(subject), pattern_(std::move(pattern)) {}
+    Matches(std::string_view subject, std::shared_ptr<const orchard::CompiledPattern> pattern,
+            orchard::TimeAllowance time = orchard::TimeAllowance())
+        : subject_(subject), pattern_(std::move(pattern)), time_(time) {}
 
     bool next() {
         const bool found = pattern_->search(subject_, at_, lastWasEmpty_, time_, spans_);
@@ -79,32 +82,70 @@ int SPString::s(const SPString &pattern, const SPString &replacement, const char
     return count;
 }
 
+namespace {
+
+/// Hands each part of the text between the matches to `take`, at most `limit` of them if it is greater than 0. The
+/// empty text has no parts.
+template <class TAKE>
+void cut(std::string_view text, const std::shared_ptr<const orchard::CompiledPattern> &delimiter, int limit,
+         TAKE take) {
+    if (text.empty()) {
+        return;
+    }
+    Matches found(text, delimiter, orchard::TimeAllowance::forSize(text.size()));
+    std::size_t from = 0;
+    for (std::size_t parts = 1; (limit <= 0 || parts < static_cast<std::size_t>(limit)) && found.next();) {
+        const Span gap = found.whole();
+        const bool isEmpty = gap.begin == gap.end;
+        if (isEmpty && (gap.begin == 0 || gap.end == text.size())) {
+            continue; // an empty delimiter at either end cuts nothing off
+        }
+        take(text.substr(from, gap.begin - from));
+        from = gap.end;
+        ++parts;
+    }
+    take(text.substr(from));
+}
+
+} // namespace
+
 int SPStringList::split(const SPString &text, const SPString &pattern, int limit) {
     const std::string subject = text.str(); // the text may be an entry of this very list
     const auto delimiter = compiled(pattern, "");
     reset();
-    if (subject.empty()) {
+    int empty = 0; // parts that were not put in yet, as they may stand at the end
+    cut(subject, delimiter, limit, [&](std::string_view part) {
+        if (limit == 0 && part.empty()) {
+            ++empty;
+            return;
+        }
+        for (; empty > 0; --empty) {
+            push(SPString());
+        }
+        push(std::string(part));
+    });
+    return count();
+}
+
+struct SPPattern::Code {
+    std::shared_ptr<const orchard::CompiledPattern> compiled;
+};
+
+SPPattern::SPPattern(const SPString &pattern, const char *flags)
+    : code_(std::make_shared<const Code>(Code{compiled(pattern, flags)})) {}
+
+int SPPattern::m(std::string_view text, std::string_view &group) const {
+    orchard::TimeAllowance time;
+    std::array<Span, 2> spans;
+    if (!code_->compiled->search(text, 0, false, time, std::span(spans))) {
         return 0;
     }
-    Matches found(subject, delimiter);
-    std::size_t from = 0;
+    group = spans[1].of(text);
+    return 1;
+}
+
+std::vector<std::string_view> SPPattern::split(std::string_view text) const {
     std::vector<std::string_view> parts;
-    const std::string_view all = subject;
-    while ((limit <= 0 || parts.size() + 1 < static_cast<std::size_t>(limit)) && found.next()) {
-        const Span gap = found.whole();
-        const bool isEmpty = gap.begin == gap.end;
-        if (isEmpty && (gap.begin == 0 || gap.end == all.size())) {
-            continue; // an empty delimiter at either end cuts nothing off
-        }
-        parts.push_back(all.substr(from, gap.begin - from));
-        from = gap.end;
-    }
-    parts.push_back(all.substr(from));
-    while (limit == 0 && !parts.empty() && parts.back().empty()) {
-        parts.pop_back();
-    }
-    for (const std::string_view part : parts) {
-        push(std::string(part));
-    }
-    return count();
+    cut(text, code_->compiled, -1, [&parts](std::string_view part) { parts.push_back(part); });
+    return parts;
 }

@@ -2,6 +2,7 @@
 #include "CM/CMSupport/core/CMProperty.h"
 
 #include "CM/CMSupport/core/DebugTrace.h"
+#include "CM/CMSupport/core/ToolPattern.h"
 #include "CM/host/SPString.h"
 
 int CMProperty::ExtractBySearchPattern(const CString &pattern, const CString &text, CString &result, CString &) {
@@ -16,18 +17,11 @@ int CMProperty::ExtractBySearchPattern(const CString &pattern, const CString &te
 }
 
 int CMProperty::ExtractByProperty(const CString &key, const CString &text, CString &result, int &wasSet,
-                                  CString &error) {
-    const IProperty *property = getToolProperty(key, nullptr, IProperty::inherited, false);
-    if (property == nullptr) {
+                                  CString & /*error*/) {
+    std::string_view found;
+    if (ToolPattern(key).extract(text, found, wasSet) == 0) {
         return 0;
     }
-    const CString pattern = property->getValue();
-    if (pattern.IsEmpty()) {
-        wasSet = 0;
-        debugTrace({"The property '", key, "is empty'\n"}); // the quote stands behind the words: deliberate
-        result.Empty();
-        return 1;
-    }
-    wasSet = 1;
-    return ExtractBySearchPattern(pattern, text, result, error);
+    result = CString(found); // which may be part of the very text that it replaces
+    return 1;
 }

@@ -49,8 +49,7 @@ const char *text(Text number) {
                "load it again.";
     case Text::unitOutsideWorkingDirectory:
         return "The file \"%s\" can't be added to the archive, as it is not in the directory \"%s\", where the "
-               "tool "
-               "works. Move the %s \"%s\" there, then add it again.";
+               "tool works. Move the %s \"%s\" there, then add it again.";
     case Text::operationLock:
         return "Lock";
     case Text::operationFetch:

@@ -1,0 +1,94 @@
+#include "CM/CMSupport/command/ListingParser.h"
+
+#include "CM/CMSupport/core/DebugTrace.h"
+#include "CM/host/IPN.h"
+
+#include <utility>
+
+namespace command {
+
+namespace {
+
+/// What stands behind the last backslash and, only without one, behind the last slash, deliberately: a name that
+/// an item makes of the same path is cut at whichever is the last.
+std::string_view lastComponent(std::string_view path) {
+    std::size_t last = path.rfind('\\');
+    if (last == std::string_view::npos) {
+        last = path.rfind('/');
+    }
+    return last == std::string_view::npos ? path : path.substr(last + 1);
+}
+
+bool hasDotInFileName(std::string_view path) {
+    return path.substr(path.find_last_of("\\/") + 1).find('.') != std::string_view::npos;
+}
+
+} // namespace
+
+int ListingParser::Field::extract(std::string_view record, std::string_view &value, int &wasSet) {
+    if (traces_) {
+        pattern_ = ToolPattern(key_); // each look-up leaves its own lines in the trace
+    }
+    return pattern_.extract(record, value, wasSet);
+}
+
+ListingParser::ListingParser(ListingRules rules)
+    : rules_(std::move(rules)), traces_(isDebugTraceOn()), workingFile_(IPN::CMListArchiveItsWorkingFile, traces_),
+      version_(IPN::CMListArchiveItsVersion, traces_), mode_(IPN::CMListArchiveItsMode, traces_),
+      locker_(IPN::CMListArchiveItsLocker, traces_) {}
+
+std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
+    std::string_view workingFile;
+    int wasSet = 0;
+    result_ = workingFile_.extract(record, workingFile, wasSet);
+    if (traces_) {
+        debugTrace({"Archive working file: '", workingFile, "'\n"});
+    }
+    if (isOfAnotherProject(workingFile) || result_ != 1 || wasSet == 0) {
+        return nullptr; // also what is no record of a file, such as text in front of the first one
+    }
+
+    const std::string_view version = extractOrEmpty(version_, record);
+    if (traces_) {
+        debugTrace({"Archive version: '", version, "'\n"});
+    }
+
+    std::string_view unused; // that the pattern matches is all that counts
+    int modeWasSet = 0;
+    result_ = mode_.extract(record, unused, modeWasSet);
+    if (traces_) {
+        // ReadWrite also for an empty pattern, whose mode is unknown, deliberately.
+        debugTrace({"Archive file mode: ", result_ == 1 ? "ReadWrite" : "ReadOnly", "\n"});
+    }
+    const CMArchiveItem::Mode mode = modeWasSet == 0 ? CMArchiveItem::unknown
+                                     : result_ == 1  ? CMArchiveItem::readWrite
+                                                     : CMArchiveItem::readOnly;
+
+    const std::string_view locker = extractOrEmpty(locker_, record);
+    if (traces_) {
+        debugTrace({"Archive Locker: '", locker, "'\n"});
+    }
+
+    if (rules_.wantsADot && !hasDotInFileName(workingFile)) {
+        return nullptr;
+    }
+    // As the tool printed it, blanks and separators included.
+    return std::make_unique<CMArchiveItem>(CString(workingFile), CString(version), mode, CString(locker),
+                                           CString());
+}
+
+std::string_view ListingParser::extractOrEmpty(Field &field, std::string_view record) {
+    std::string_view value;
+    int wasSet = 0;
+    result_ = field.extract(record, value, wasSet);
+    return result_ == 0 ? std::string_view() : value;
+}
+
+bool ListingParser::isOfAnotherProject(std::string_view workingFile) const {
+    if (rules_.showsAll || workingFile.find(rules_.projectSuffix.view()) == std::string_view::npos) {
+        return false;
+    }
+    return CString(lastComponent(workingFile)).Trim() != rules_.projectFile;
+}
+
+} // namespace command

@@ -1,0 +1,56 @@
+// ListingParser: what a record of a tool's listing says about one file of the archive. The tool's four patterns
+// say where in the record it stands.
+#pragma once
+
+#include "CM/CMSupport/core/CMArchiveItem.h"
+#include "CM/CMSupport/core/ToolPattern.h"
+#include "CM/platform/CString.h"
+
+#include <memory>
+#include <string_view>
+
+namespace command {
+
+/// Which files of a listing are wanted.
+struct ListingRules {
+    CString projectFile;   ///< file name of the active project, without directory
+    CString projectSuffix; ///< what marks a file as that of a project: it stands anywhere in the path
+    bool showsAll = false; ///< the project files of other projects too
+    bool wantsADot = true; ///< names without an extension are left out
+};
+
+class ListingParser {
+  public:
+    /// Looks the tool's patterns up.
+    explicit ListingParser(ListingRules rules);
+
+    /// The item that the record tells of, or null: it holds no file of the archive, or one that is not wanted.
+    std::unique_ptr<CMArchiveItem> parse(std::string_view record);
+    /// What the last extraction returned, whatever it was; 1 before the first one.
+    [[nodiscard]] int result() const { return result_; }
+
+  private:
+    class Field {
+      public:
+        Field(const CString &key, bool traces) : key_(key), traces_(traces), pattern_(key) {}
+        int extract(std::string_view record, std::string_view &value, int &wasSet);
+
+      private:
+        const CString &key_;
+        bool traces_;
+        ToolPattern pattern_;
+    };
+
+    std::string_view extractOrEmpty(Field &field, std::string_view record);
+    [[nodiscard]] bool isOfAnotherProject(std::string_view workingFile) const;
+
+    ListingRules rules_;
+    bool traces_; ///< asked once for a listing: nothing can switch it meanwhile
+    Field workingFile_;
+    Field version_;
+    Field mode_;
+    Field locker_;
+    int result_ = 1;
+};
+
+} // namespace command
