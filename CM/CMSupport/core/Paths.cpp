@@ -11,6 +11,14 @@ CString directoryOf(const CString &path) {
     return last < 0 ? CString() : path.Left(last);
 }
 
+CString hostDirectoryOf(const CString &path) {
+    CString directory;
+    CString file;
+    CString extension;
+    ParseToDirFileNameAndExtension(path, directory, file, extension);
+    return directory;
+}
+
 CString fileOf(const CString &path) { return path.Mid(path.ReverseFindOneOf(separators) + 1); }
 
 CString join(const CString &directory, const CString &file) { return directory + oqPathSeparator() + file; }

@@ -12,6 +12,8 @@ inline constexpr std::string_view separators = "\\/";
 
 /// What stands before the last separator; empty without one.
 [[nodiscard]] CString directoryOf(const CString &path);
+/// The directory as the host splits a path.
+[[nodiscard]] CString hostDirectoryOf(const CString &path);
 /// What stands behind the last separator; the whole without one.
 [[nodiscard]] CString fileOf(const CString &path);
 /// Directory, separator and file, whatever they are.

@@ -1,0 +1,88 @@
+#include "CM/CMSupport/command/CMConnectToCMRepository.h"
+
+#include "CM/CMSupport/command/BatchSteps.h"
+#include "CM/CMSupport/command/CommandRun.h"
+#include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/DebugTrace.h"
+#include "CM/host/CurrentWorkspace.h"
+#include "CM/host/IPN.h"
+
+namespace {
+
+constexpr auto source = "../CM/CMSupport/ConnectToCMRepository";
+constexpr command::RunTexts connecting{.source = source,
+                                       .before = "Executing the following command to connect to archive: ",
+                                       .after = "Connect to archive command returned the following: "};
+constexpr command::RunTexts afterConnecting{
+    .source = source,
+    .before = "Executing the following command to perform post connect to archive operations: ",
+    .after = "Post connect to archive command returned the following: "};
+
+/// The path as a header line may print it: "= PATH".
+void tidyPath(CString &path) {
+    path.Trim();
+    if (path.GetAt(0) == '=') {
+        path.Delete(0);
+        path.Trim();
+    }
+}
+
+void fillInArchivePath(const CString &key, CString &value, const CString &path) {
+    if (CMProperty::getToolPropertyValue(key, value, false) != 0) {
+        value.Replace("$ArchivePath", path);
+        CMProperty::setToolPropertyValue(key, value); // also if it holds no placeholder
+    }
+}
+
+/// Takes the archive's path from what the connect command has printed.
+void takeOverRepository(const CString &output, CString &error) {
+    CString path;
+    int wasSet = 0;
+    // Whether the pattern matches has no effect, deliberately: without a match the placeholder becomes nothing.
+    CMProperty::ExtractByProperty("HeaderInfoItsRepositoryPath", output, path, wasSet, error);
+    debugTrace({"Archive Repository is: '", path, "'\n"});
+    if (wasSet == 1) {
+        tidyPath(path);
+        CString value;
+        fillInArchivePath("Repository", value, path);
+        fillInArchivePath("ArchiveRoot", value, path);
+    }
+}
+
+} // namespace
+
+int CMConnectToCMRepository::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    CString error;
+    if (!command::isToolConfigured(*this, false, error, diags)) {
+        return 0;
+    }
+    command::saveModel(); // whatever IPN::CMSaveOnCheckOut says
+    const IUnit *const chooser = units.IsEmpty() ? CurrentWorkspace::GetActiveProject() : units.GetHead();
+    if (chooser != nullptr) {
+        command::selectArchive(*chooser);
+    }
+
+    // The caller's arguments are all that the templates see: the archive among them is the one that was chosen.
+    CString command;
+    int result = CMProperty::ExpandProperty(IPN::CMConnectToCMRepository, args, command, error, false);
+    if (result != 1) {
+        return result;
+    }
+    LogTrace::Log log(LogTrace::Log::cm);
+    CString output;
+    result = command::runLogged(log, connecting, command, output, error);
+    if (result != 1) {
+        return result;
+    }
+    takeOverRepository(output, error);
+
+    command.Empty();
+    error.Empty();
+    result = CMProperty::ExpandProperty("PostConnectToCMRepository", args, command, error, false);
+    if (result == 1 && !command.IsEmpty()) {
+        output.Empty();
+        result = command::runLogged(log, afterConnecting, command, output, error);
+    }
+    return result; // 0 without the second property, although the project is connected: deliberate
+}

@@ -1,0 +1,119 @@
+#include "CM/CMSupport/command/CMMoveMember.h"
+
+#include "CM/CMSupport/command/CommandRun.h"
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/Paths.h"
+#include "CM/host/IProject.h"
+
+namespace {
+
+struct Directories {
+    CString from;
+    CString to;
+};
+
+/// Moves one unit after the other, each by a template of which some placeholders are filled in by hand.
+class Run : public command::CommandRun<IUnit> {
+  public:
+    Run(const char *beforeRun, const char *afterRun, bool hybrid, CMArgumentList &args, CString &error)
+        : CommandRun({.property = {},
+                      .source = "../CM/CMSupport/MoveMember",
+                      .beforeRun = beforeRun,
+                      .afterRun = afterRun},
+                     args, error),
+          hybrid_(hybrid) {}
+
+    /// False if there is no template for the unit. `isPackage`: the unit is the one whose directory moves.
+    [[nodiscard]] bool move(IUnit &unit, const Directories &directories, bool isPackage) {
+        if (!hasFile(unit) || directories.from == directories.to) {
+            return true;
+        }
+        const CString persistAs = unit.getPersistAs();
+        if (isPackage || persistAs.IsEmpty()) {
+            template_.Empty();
+        } else {
+            template_ = read("MoveDirectory");
+        }
+        const bool movesDirectory = !template_.IsEmpty();
+        if (!movesDirectory) {
+            template_ = read("Move");
+        }
+        if (template_.IsEmpty()) {
+            return false;
+        }
+        const auto nameIn = [&](const CString &directory) {
+            CString name = directory;
+            if (!isPackage) {
+                name = paths::join(name, persistAs); // also if it is empty: the doubled separator is deliberate
+            }
+            return movesDirectory ? name : paths::join(name, unit.getFileName());
+        };
+        template_.Replace("$olddir", directories.from);
+        template_.Replace("$newdir", directories.to);
+        template_.Replace("$oldName", nameIn(directories.from));
+        template_.Replace("$newName", nameIn(directories.to));
+        work(&unit);
+        return true;
+    }
+
+  protected:
+    int expand(IUnit & /*unit*/, CString &command) override {
+        return CMProperty::Expand(template_, arguments(), command, errorText(), false);
+    }
+
+  private:
+    static bool hasFile(const IUnit &unit) {
+        return unit.isSaveUnit() || dynamic_cast<const IEmbededFile *>(&unit) != nullptr;
+    }
+    [[nodiscard]] CString read(const CString &key) const {
+        CString value;
+        CMProperty::getToolPropertyValue(key, value, hybrid_);
+        return value;
+    }
+
+    bool hybrid_;
+    CString template_; ///< of the unit at hand, with its placeholders filled in
+};
+
+} // namespace
+
+int CMMoveMember::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) {
+    if (units.IsEmpty()) {
+        return 1; // also without a tool: deliberate
+    }
+    CString error;
+    if (!command::isToolConfigured(*this, hybrid, error, diags)) {
+        return 0;
+    }
+    Run run("Executing the following command to move the file: ", "Move file command returned the following: ",
+            hybrid, args, error);
+    auto position = units.GetHeadPosition();
+    const auto next = [&]() -> IUnit * { return position ? units.GetNext(position) : nullptr; };
+    while (position) {
+        IUnit *const unit = next();
+        const IUnit *const oldOwner = next();
+        const IUnit *const newOwner = next();
+        if (unit != nullptr && oldOwner != nullptr && newOwner != nullptr &&
+            !run.move(*unit, {oldOwner->getPartsDirectory(), newOwner->getPartsDirectory()}, false)) {
+            return 0;
+        }
+    }
+    return 1; // whatever the commands gave: deliberate
+}
+
+int CMMoveMember::movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath,
+                                     const CString &newPath, CMArgumentList &args, CMDiagnosticList &diags,
+                                     bool hybrid) {
+    CString error;
+    if (!command::isToolConfigured(*this, hybrid, error, diags)) {
+        return 0;
+    }
+    Run run("Executing the following command to move the directory: ",
+            "Move directory command returned the following: ", hybrid, args, error);
+    for (IUnit *const unit : units) {
+        if (unit != nullptr && !run.move(*unit, {oldPath, newPath}, unit == package)) {
+            return 0;
+        }
+    }
+    return 1; // whatever the commands gave: deliberate
+}
