@@ -15,10 +15,12 @@ set(orc_cm_headers
   CM/CMSupport/core/CMOperation.h
   CM/CMSupport/core/CMOutputer.h
   CM/CMSupport/core/CMProperty.h
+  CM/CMSupport/core/CMStatus.h
   CM/CMSupport/core/CMSuppressOKMessage.h
   CM/CMSupport/core/CMTargetFile.h
   CM/CMSupport/core/CMToolInterface.h
   CM/CMSupport/core/CMToolShellInterface.h
+  CM/CMSupport/core/CMTraitFacade.h
   CM/CMSupport/core/CMUnit.h
   CM/CMSupport/core/CMWorkspace.h
   CM/CMSupport/core/pvContextStruct.h

@@ -4,6 +4,10 @@
 
 #include "CM/platform/CString.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+
 namespace platform {
 
 /// '/' here.
@@ -23,6 +27,9 @@ bool sameFile(const CString &one, const CString &other);
 /// decide, also for a user whom they don't bind: a CM tool says with them who may work on the file.
 bool hasWritePermission(const CString &path);
 
+/// The first bytes of a regular file (a link is followed), at most `limit` of them. Nothing if it can't be opened
+/// for reading, or is no regular file.
+std::optional<std::string> readFile(const CString &path, std::size_t limit);
 /// Copies a regular file with its permission bits and the time of its last change. An existing target is replaced,
 /// also a read-only one; where it is a link, the file behind it. With `failIfExists` it makes the call fail.
 /// The target is complete or as it was: the copy is made beside it and renamed. A file isn't copied onto itself.

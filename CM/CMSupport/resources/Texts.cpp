@@ -98,6 +98,23 @@ const char *text(Text number) {
         return "Cancel";
     case Text::questionNotAnswered:
         return "Nobody could be asked, so the answer is No:\n%s";
+    case Text::statusCheckedOut:
+        return "Checked out";
+    case Text::statusCheckedOutByOther:
+        return "Checked out by another user";
+    case Text::statusCheckedOutElsewhere:
+        return "Checked out elsewhere";
+    case Text::statusNotCheckedOut:
+        return "Not checked out";
+    case Text::statusControlled:
+        return "Controlled";
+    case Text::statusNotControlled:
+        return "Not controlled";
+    case Text::statusDeleted:
+        return "Deleted";
+    case Text::statusRefreshQuestion:
+        return "Refresh the configuration management status of all units now? With many units this may take a "
+               "while.";
     }
     return "?"; // a number from outside the enumeration
 }

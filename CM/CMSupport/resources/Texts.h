@@ -44,7 +44,15 @@ enum class Text : unsigned {
     buttonNo,
     buttonNoToAll,
     buttonCancel,
-    questionNotAnswered, ///< the question
+    questionNotAnswered,    ///< the question
+    statusCheckedOut = 300, ///< the state of a unit on the provider route
+    statusCheckedOutByOther,
+    statusCheckedOutElsewhere,
+    statusNotCheckedOut,
+    statusControlled,
+    statusNotControlled,
+    statusDeleted,
+    statusRefreshQuestion, ///< asked when a project was opened
 };
 
 /// The text with this number; "?" for a number that the table doesn't hold.

@@ -1,9 +1,12 @@
 #include "CM/platform/Files.h"
 
+#include "CM/platform/posix/Descriptor.h"
 #include "CM/platform/posix/NativePath.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
 #include <system_error>
@@ -11,6 +14,7 @@
 
 namespace platform {
 
+using posix::Descriptor;
 using posix::nativePath;
 
 namespace {
@@ -50,6 +54,26 @@ bool sameFile(const CString &one, const CString &other) {
 bool hasWritePermission(const CString &path) {
     const auto state = stateOf(path);
     return state && (state->st_mode & S_IWUSR) != 0;
+}
+
+std::optional<std::string> readFile(const CString &path, std::size_t limit) {
+    const Descriptor file(::open(nativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat state {};
+    if (!file.isOpen() || ::fstat(file.get(), &state) != 0 || !S_ISREG(state.st_mode)) {
+        return std::nullopt;
+    }
+    std::string text;
+    constexpr std::size_t step = std::size_t{64} * 1024;
+    while (text.size() < limit) {
+        const auto before = text.size();
+        text.resize(before + std::min(step, limit - before));
+        const ssize_t got = ::read(file.get(), text.data() + before, text.size() - before);
+        text.resize(before + (got > 0 ? static_cast<std::size_t>(got) : 0));
+        if (got == 0 || (got < 0 && errno != EINTR)) {
+            break;
+        }
+    }
+    return text;
 }
 
 bool moveFile(const CString &from, const CString &to) {

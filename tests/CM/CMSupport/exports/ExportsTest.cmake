@@ -5,11 +5,12 @@ string(REPLACE "\n" ";" lines "${table}")
 
 set(classes "CM(Archive|ArchiveItem|ArchiveItemListWrapper|Argument|AskOnCheckoutGuard|Diagnostic|Facade|Label|Log")
 string(APPEND classes "|Mode|Outputer|Property|PropertyArgument|PropertyDirectedArgument")
-string(APPEND classes "|SuppressOKMessage|TargetFile|ToolInterface|ToolShellInterface|Unit")
+string(APPEND classes "|Status|SuppressOKMessage|TargetFile|ToolInterface|ToolShellInterface|TraitFacade|Unit")
 string(APPEND classes "|UserBasedArgument|Workspace)")
 set(functions "(getMainCMOutputer|getOverlayImage|theCMToolShellInterface|shouldSetInformationFilesCheckBox")
 string(APPEND functions "(ForUnitsList2?)?)")
-set(allowed "^(${classes}::[~A-Za-z_]+[^ ]*|(vtable|typeinfo|typeinfo name) for ${classes}$|${functions}\\()")
+set(allowed "^(${classes}::[~A-Za-z_]+[^ ]*|(vtable|typeinfo|typeinfo name) for ${classes}$|${functions}\\(")
+string(APPEND allowed "|theCMFacade$)")
 
 set(foreign)
 set(seen "")
@@ -28,6 +29,7 @@ endif()
 foreach(wanted "CMFacade::CheckOut(" "CMFacade::RecCheckOut(" "CMFacade::CheckOutFromArchive("
                "CMFacade::RecCheckOutFromArchive(" "CMFacade::DoCmDialog()" "CMFacade::outStream()"
                "CMFacade::removeDuplicatesFromItemList(" "CMProperty::CheckCustomButton()" "getMainCMOutputer()"
+               "CMStatus::getControlled(" "CMTraitFacade::getLocker(" "theCMFacade"
                "theCMToolShellInterface()" "getOverlayImage(" "shouldSetInformationFilesCheckBox("
                "shouldSetInformationFilesCheckBoxForUnitsList(" "shouldSetInformationFilesCheckBoxForUnitsList2(")
   string(FIND "${seen}" "${wanted}" place)

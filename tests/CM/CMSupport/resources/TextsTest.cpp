@@ -9,7 +9,7 @@ using resources::text;
 
 namespace {
 
-// The numbers of the table are those of the three runs of the enumeration, to their last names.
+// The numbers of the table are those of the four runs of the enumeration, to their last names.
 template <class CHECK> void forEachText(CHECK check) {
     const auto run = [&check](Text first, Text last) {
         for (auto number = static_cast<unsigned>(first); number <= static_cast<unsigned>(last); ++number) {
@@ -19,6 +19,7 @@ template <class CHECK> void forEachText(CHECK check) {
     run(Text::noToolSelected, Text::unitOutsideWorkingDirectory);
     run(Text::operationLock, Text::operationTool);
     run(Text::questionTitle, Text::questionNotAnswered);
+    run(Text::statusCheckedOut, Text::statusRefreshQuestion);
 }
 
 int placeholders(const std::string &shown) {

@@ -1,0 +1,33 @@
+// The refresh of all units' states when a project was opened: whether it is wanted, which units it is about, and
+// how the provider is asked.
+#pragma once
+
+#include "CM/CMSupport/core/CMOperation.h"
+#include "CM/CMSupport/core/pvContextStruct.h"
+#include "CM/host/IUnit.h"
+
+namespace dispatch {
+
+/// Whom the refresh asks.
+class StatusProvider {
+  public:
+    virtual ~StatusProvider() = default;
+    /// The provider context of the unit, opened if need be; null if there is none, of which the user was told.
+    virtual pvContextStruct *contextOf(IUnit &unit) = 0;
+    /// Asks the provider for the state of the units and stores it with them. `context` is that of the provider.
+    virtual void queryAndSetStatus(CMUnitList &units, void *context) = 0;
+};
+
+/// Whether states are on display, the project works through a provider, and the tool's property
+/// "RefreshCMStatusAtProjectOpenup" says "Yes", or "Ask User" and the user agrees.
+[[nodiscard]] bool isStatusRefreshWanted();
+
+/// Whether the unit's state is worth asking for: not that of references, of the workspace, and of subsystems that
+/// are hidden.
+[[nodiscard]] bool countsForStatus(const IUnit &unit);
+
+/// Asks for the state of all files of the model that count, in one query, with the context of the last of them. A
+/// unit without a context ends the walk: those before it are asked for, the others keep what they have.
+void refreshStatus(StatusProvider &provider);
+
+} // namespace dispatch
