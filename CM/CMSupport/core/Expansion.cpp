@@ -7,6 +7,7 @@
 #include "CM/host/LogTrace.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -54,17 +55,27 @@ class Expansion::Level {
 };
 
 bool Expansion::mayGoOn(const CString &source, const CString &name) {
-    budget_.work += workOfOne + static_cast<std::size_t>(source.GetLength());
-    if (!budget_.stopped && (budget_.depth >= deepest || budget_.work > mostWork)) {
-        budget_.stopped = true;
-        const CString line =
-            "The expansion of '" + name + "' was given up: " +
-            (budget_.depth < deepest ? "it grows without end" : "it refers to itself or is nested too deeply");
+    if (budget_.depth >= deepest) {
+        giveUp(name, "it refers to itself or is nested too deeply");
+    }
+    return pays(source, name);
+}
+
+bool Expansion::pays(const CString &text, const CString &name) {
+    budget_.work += workOfOne + static_cast<std::size_t>(text.GetLength());
+    if (budget_.work > mostWork) {
+        giveUp(name, "it grows without end");
+    }
+    return !budget_.stopped;
+}
+
+void Expansion::giveUp(const CString &name, const char *why) {
+    if (!std::exchange(budget_.stopped, true)) {
+        const CString line = "The expansion of '" + name + "' was given up: " + why;
         debugTrace({line, "\n"});
         LogTrace::Log log(LogTrace::Log::cm);
         log.Min("../CM/CMSupport/Property", __LINE__, line);
     }
-    return !budget_.stopped;
 }
 
 int Expansion::expand(const CString &source, const CString &name, CString &result, bool useToolName) {
@@ -99,7 +110,7 @@ int Expansion::expandConditionals(CString &work, const CString &name) {
         if (ok == 1) {
             ok = expand(value.IsEmpty() ? found->elsePart : found->thenPart, name, replacement, false);
         }
-        if (budget_.stopped) {
+        if (budget_.stopped || !pays(work, name)) {
             return 0;
         }
         const auto text = work.view();

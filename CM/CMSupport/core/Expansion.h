@@ -30,7 +30,11 @@ class Expansion {
     int expandConditionals(CString &work, const CString &name);
     int expandVariables(std::string_view work, int ok, CString &result, bool useToolName);
     [[nodiscard]] CMArgument *argumentNamed(const CString &name) const;
+    /// Whether one more expansion may begin.
     [[nodiscard]] bool mayGoOn(const CString &source, const CString &name);
+    /// Counts the work on a text; whether the limit leaves room for it.
+    [[nodiscard]] bool pays(const CString &text, const CString &name);
+    void giveUp(const CString &name, const char *why);
 
     CMArgumentList &args_;
     Budget own_;
