@@ -77,6 +77,41 @@ std::unique_ptr<Element> Element::takeChild(const Element &child) {
     return index < children_.size() ? takeChild(index) : nullptr;
 }
 
+std::vector<Element::Placed> Element::takeChildren(const std::unordered_set<const Element *> &which) {
+    std::vector<Placed> taken;
+    std::size_t kept = 0;
+    for (std::size_t at = 0; at < children_.size(); ++at) {
+        if (which.contains(children_[at].get())) {
+            children_[at]->owner_ = nullptr;
+            taken.push_back({at, std::move(children_[at])});
+        } else {
+            children_[kept++].swap(children_[at]);
+        }
+    }
+    children_.resize(kept);
+    return taken;
+}
+
+void Element::putChildren(std::vector<Placed> placed) {
+    std::vector<std::unique_ptr<Element>> all;
+    all.reserve(children_.size() + placed.size());
+    auto next = placed.begin();
+    const auto put = [&] {
+        next->element->owner_ = this;
+        all.push_back(std::move(next++->element));
+    };
+    for (auto &child : children_) {
+        while (next != placed.end() && next->index <= all.size()) {
+            put();
+        }
+        all.push_back(std::move(child));
+    }
+    while (next != placed.end()) {
+        put();
+    }
+    children_ = std::move(all);
+}
+
 void Element::giveChildrenTo(Element &other) {
     other.children_ = std::move(children_);
     children_.clear();

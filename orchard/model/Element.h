@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace orchard {
@@ -70,6 +71,14 @@ class Element {
     /// Takes a child out; it is then owned by the caller. Linear in the number of children.
     [[nodiscard]] std::unique_ptr<Element> takeChild(const Element &child);
     [[nodiscard]] std::unique_ptr<Element> takeChild(std::size_t index);
+    /// Many children at once, with the indexes that they had, in order; linear in the number of children.
+    struct Placed {
+        std::size_t index;
+        std::unique_ptr<Element> element;
+    };
+    [[nodiscard]] std::vector<Placed> takeChildren(const std::unordered_set<const Element *> &which);
+    /// The reverse: afterwards each has its index, and the others stand around them in their order.
+    void putChildren(std::vector<Placed> placed);
     /// Puts a child in the place of another one, which is then owned by the caller.
     [[nodiscard]] std::unique_ptr<Element> replaceChild(std::size_t index, std::unique_ptr<Element> child);
     /// Quick when children are asked for one after the other; else linear. The number of children if it is none.

@@ -10,7 +10,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -26,8 +25,9 @@ class UnitStorage {
     /// Writes a unit whole, or leaves the old file and says why not. A unit's own file is not written over if it
     /// changed since it was last read or saved.
     virtual bool save(UnitElement &unit, const std::string &path, std::string &error) = 0;
-    /// The header at the top of a unit file; nothing if the file can't be read.
-    virtual std::optional<std::string> readHeader(const std::string &path) = 0;
+    /// Reads the header at the top of the unit's own file, of an embedded file its first lines. False, and
+    /// `header` stays, if it can't be read; unless `quietly`, the user is told why, once until it can.
+    virtual bool readHeader(const UnitElement &unit, std::string &header, bool quietly) = 0;
 };
 
 class Model {
@@ -75,10 +75,17 @@ class Model {
     [[nodiscard]] std::vector<UnitElement *> filesObserving(const ElementId &element) const;
 
     /// Changes of names and places of files, which the indexes have to follow; everything below moves along.
-    template <class CHANGE> void changePlaces(UnitElement &unit, CHANGE &&change) {
-        takePlaces(unit, false);
+    template <class CHANGE> void changePlaces(const std::vector<UnitElement *> &units, CHANGE &&change) {
+        for (UnitElement *const unit : units) {
+            takePlaces(*unit, false);
+        }
         change();
-        takePlaces(unit, true);
+        for (UnitElement *const unit : units) {
+            takePlaces(*unit, true);
+        }
+    }
+    template <class CHANGE> void changePlaces(UnitElement &unit, CHANGE &&change) {
+        changePlaces(std::vector<UnitElement *>{&unit}, std::forward<CHANGE>(change));
     }
 
     ElementId activeComponent;

@@ -87,22 +87,17 @@ bool UnitElement::isRecursive(Flag flag) const {
     return false;
 }
 
-bool UnitElement::updateHeader() {
-    UnitElement *const holder = saveUnit();
-    if (model() == nullptr || holder == nullptr || kind() == Kind::embedded) {
-        return false;
-    }
-    auto header = model()->storage().readHeader(holder->fullFileName());
-    if (header) {
-        holder->header_ = std::move(*header);
-    }
-    return header.has_value();
+bool UnitElement::updateHeader(bool quietly) {
+    UnitElement *const holder = hasFile() ? this : saveUnit();
+    return model() != nullptr && holder != nullptr &&
+           model()->storage().readHeader(*holder, holder->header_, quietly);
 }
 
 void UnitElement::updateMode() {
+    UnitElement *const holder = hasFile() ? this : saveUnit();
     struct stat state {};
-    if (hasFile() && ::stat(fullFileName().c_str(), &state) == 0) {
-        set(readOnlyFile, (state.st_mode & S_IWUSR) == 0);
+    if (holder != nullptr && ::stat(holder->fullFileName().c_str(), &state) == 0) {
+        holder->set(readOnlyFile, (state.st_mode & S_IWUSR) == 0);
     }
 }
 

@@ -64,8 +64,11 @@ class UnitElement : public Element {
 
     [[nodiscard]] const std::string &header() const { return header_; }
     void setHeader(std::string_view header) { header_ = header; }
-    [[nodiscard]] bool updateHeader();
-    /// Takes the read-only state over from the file's permission bits; a missing file leaves it.
+    /// Reads the header anew from the file that holds the unit. One that can't be read leaves the header as it is,
+    /// which the user is told once, unless `quietly`.
+    bool updateHeader(bool quietly = false);
+    /// Takes the read-only state over from the permission bits of the file that holds the unit; a missing file
+    /// leaves it.
     void updateMode();
     /// Of what the file held behind its header when it was last read or saved; 0 if that is not known.
     [[nodiscard]] std::uint64_t bodyHash() const { return bodyHash_; }

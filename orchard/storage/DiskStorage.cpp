@@ -1,5 +1,7 @@
 #include "orchard/storage/DiskStorage.h"
 
+#include "CM/host/LogTrace.h"
+#include "CM/host/Messages.h"
 #include "orchard/model/Paths.h"
 #include "orchard/storage/AtomicFile.h"
 #include "orchard/storage/DefaultHeader.h"
@@ -12,19 +14,57 @@
 
 namespace orchard {
 
-bool DiskStorage::save(UnitElement &unit, const std::string &path, std::string &error) {
+namespace {
+
+/// Why the unit can't be written over the file, whose text comes back; empty, too, where there is none.
+std::string faultOfWriting(const UnitElement &unit, const std::string &path, FileText &present) {
     if (isWriteProtected(path)) {
-        error = "the file is read-only; check the unit out with a lock first";
+        return "the file is read-only; check the unit out with a lock first";
+    }
+    if (present.read(path) != FileRead::done) {
+        present.text.clear();
+        return {};
+    }
+    const bool own = unit.bodyHash() != 0 && path == unit.fullFileName();
+    if (own && bodyHashOf(present.text) != unit.bodyHash()) {
+        return "the file was changed by another program since it was read; reload the unit, or save it to another "
+               "file";
+    }
+    return {};
+}
+
+} // namespace
+
+std::string faultOfSaving(const UnitElement &unit) {
+    if (unit.isRecursive(UnitElement::reference)) {
+        return "it belongs to another project";
+    }
+    if (unit.is(UnitElement::stub)) {
+        return "it isn't loaded";
+    }
+    FileText present;
+    return faultOfWriting(unit, unit.fullFileName(), present);
+}
+
+bool saveOwnFile(UnitElement &unit, Problems &problems) {
+    const std::string path = unit.fullFileName();
+    std::string error;
+    if (!unit.model()->storage().save(unit, path, error)) {
+        problems.push_back({path, 0, 0, "the unit '" + unit.name() + "' could not be saved: " + error});
         return false;
     }
+    unit.noteSaved();
+    return true;
+}
+
+bool DiskStorage::save(UnitElement &unit, const std::string &path, std::string &error) {
     const bool own = path == unit.fullFileName();
     FileText present;
-    const bool there = present.read(path) == FileRead::done;
-    if (own && there && unit.bodyHash() != 0 && bodyHashOf(present.text) != unit.bodyHash()) {
-        error = "the file was changed by another program since it was read; reload the unit, or save it to "
-                "another file";
+    error = faultOfWriting(unit, path, present);
+    if (!error.empty()) {
         return false;
     }
+    const bool there = !present.text.empty();
     // The tool may have written to the header since the unit was read.
     std::string header(there ? findHeader(present.text).text : std::string_view());
     if (header.empty()) {
@@ -48,6 +88,23 @@ bool DiskStorage::save(UnitElement &unit, const std::string &path, std::string &
     return error.empty();
 }
 
-std::optional<std::string> DiskStorage::readHeader(const std::string &path) { return readHeaderOf(path); }
+bool DiskStorage::readHeader(const UnitElement &unit, std::string &header, bool quietly) {
+    const std::string path = unit.fullFileName();
+    HeaderRead read = unit.kind() == Kind::embedded ? readFirstLinesOf(path) : readHeaderOf(path);
+    if (read.fault.empty()) {
+        header = std::move(read.text);
+        if (!toldOf_.empty()) {
+            toldOf_.erase(path);
+        }
+        return true;
+    }
+    if (!quietly && toldOf_.insert(path).second) {
+        const std::string text = "The header of " + path + " could not be read anew: " + read.fault +
+                                 ". The version and the locker of '" + unit.name() + "' are shown as before.";
+        LogTrace::Log(LogTrace::Log::cm).Min("orchard/storage", 0, text);
+        notifyUser(text, messageLevelDefault);
+    }
+    return false;
+}
 
 } // namespace orchard

@@ -9,68 +9,76 @@
 
 namespace orchard {
 
-namespace {
-
-class OpenFile {
-  public:
-    // Without waiting: a pipe in a file's place must not stop the program.
-    explicit OpenFile(const std::string &path) : fd_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-    ~OpenFile() {
-        if (fd_ >= 0) {
-            ::close(fd_);
-        }
-    }
-    OpenFile(const OpenFile &) = delete;
-    OpenFile &operator=(const OpenFile &) = delete;
-    [[nodiscard]] int fd() const { return fd_; }
-
-  private:
-    int fd_;
-};
-
-} // namespace
-
-FileRead FileText::read(const std::string &path, std::size_t limit) {
-    text.clear();
-    const OpenFile file(path);
-    const auto failed = [this] {
-        fault = std::string("the file can't be read: ") + std::strerror(errno);
-        return FileRead::failed;
-    };
-    if (file.fd() < 0) {
-        return errno == ENOENT || errno == ENOTDIR ? FileRead::missing : failed();
-    }
+// Without waiting: a pipe in a file's place must not stop the program.
+OpenFile::OpenFile(const std::string &path) : fd_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
     struct stat state {};
-    if (::fstat(file.fd(), &state) != 0) {
-        return failed();
+    if (fd_ < 0 || ::fstat(fd_, &state) != 0) {
+        isMissing_ = errno == ENOENT || errno == ENOTDIR;
+        failed();
+        return;
     }
     if (!S_ISREG(state.st_mode)) {
-        fault = "it is no regular file";
-        return FileRead::failed;
+        fault_ = "it is no regular file";
+        return;
     }
-    readOnly = (state.st_mode & S_IWUSR) == 0;
-    const auto size = static_cast<std::size_t>(state.st_size);
-    if (size > limit) {
-        fault = "the file is larger than " + std::to_string(limit >> 20U) + " MiB";
-        return FileRead::failed;
+    readOnly_ = (state.st_mode & S_IWUSR) == 0;
+    size_ = static_cast<std::size_t>(state.st_size);
+}
+
+OpenFile::~OpenFile() {
+    if (fd_ >= 0) {
+        ::close(fd_);
     }
+}
+
+void OpenFile::failed() {
+    fault_ = isMissing_ ? "it is missing" : std::string("it can't be read: ") + std::strerror(errno);
+}
+
+bool OpenFile::readUpTo(std::size_t bytes, std::string &text) {
+    std::size_t have = text.size();
     // One byte more than the size is asked for, so that the end shows itself in the same call.
-    text.resize(size + 1);
-    std::size_t have = 0;
-    while (have < text.size()) {
-        const ssize_t got = ::read(file.fd(), text.data() + have, text.size() - have);
+    text.resize(std::max(have, std::min(bytes, size_ + 1)));
+    bool ended = false;
+    while (have < text.size() && !ended) {
+        const ssize_t got = ::read(fd_, text.data() + have, text.size() - have);
         if (got < 0 && errno == EINTR) {
             continue;
         }
         if (got < 0) {
-            return failed();
-        }
-        have += static_cast<std::size_t>(got);
-        if (got == 0 || have == size) {
+            failed();
             break;
         }
+        have += static_cast<std::size_t>(got);
+        ended = got == 0 || have == size_;
     }
-    text.resize(std::min(have, size));
+    text.resize(have);
+    return ended || have > size_;
+}
+
+FileRead FileText::read(const std::string &path, std::size_t limit) {
+    text.clear();
+    fault.clear();
+    OpenFile file(path);
+    const auto failed = [&](std::string why) {
+        fault = std::move(why);
+        return FileRead::failed;
+    };
+    if (file.isMissing()) {
+        return FileRead::missing;
+    }
+    if (!file.fault().empty()) {
+        return failed(file.fault());
+    }
+    readOnly = file.isReadOnly();
+    if (file.size() > limit) {
+        return failed("the file is larger than " + std::to_string(limit >> 20U) + " MiB");
+    }
+    static_cast<void>(file.readUpTo(file.size() + 1, text));
+    if (!file.fault().empty()) {
+        return failed(file.fault());
+    }
+    text.resize(std::min(text.size(), file.size()));
     return FileRead::done;
 }
 

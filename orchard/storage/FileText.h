@@ -12,6 +12,34 @@ namespace orchard {
 /// Larger unit files are refused.
 constexpr std::size_t largestUnitFile = std::size_t{64} << 20U;
 
+/// A regular file, read from its start on.
+class OpenFile {
+  public:
+    /// See fault(). What is no regular file is not waited for.
+    explicit OpenFile(const std::string &path);
+    ~OpenFile();
+    OpenFile(const OpenFile &) = delete;
+    OpenFile &operator=(const OpenFile &) = delete;
+
+    [[nodiscard]] bool isMissing() const { return isMissing_; }
+    /// Why nothing can be read, in words that end a sentence; empty as long as all goes well.
+    [[nodiscard]] const std::string &fault() const { return fault_; }
+    [[nodiscard]] std::size_t size() const { return size_; }
+    [[nodiscard]] bool isReadOnly() const { return readOnly_; }
+    /// Goes on reading until `text`, which must hold what was read before, has `bytes` bytes. True if the file has
+    /// ended by then.
+    [[nodiscard]] bool readUpTo(std::size_t bytes, std::string &text);
+
+  private:
+    void failed();
+
+    int fd_ = -1;
+    bool isMissing_ = false;
+    bool readOnly_ = false;
+    std::size_t size_ = 0;
+    std::string fault_;
+};
+
 enum class FileRead { done, missing, failed };
 
 struct FileText {

@@ -1,5 +1,7 @@
 #include "orchard/storage/Projects.h"
 
+#include "CM/host/LogTrace.h"
+#include "CM/host/Messages.h"
 #include "CM/platform/Files.h"
 #include "orchard/model/Paths.h"
 #include "orchard/model/Workspace.h"
@@ -203,13 +205,7 @@ Problems saveProject(IProject *project, bool everything) {
         if (!wanted || unit->is(UnitElement::stub)) {
             return;
         }
-        std::string error;
-        if (!model->storage().save(*unit, unit->fullFileName(), error)) {
-            problems.push_back(
-                {unit->fullFileName(), 0, 0, "the unit '" + unit->name() + "' could not be saved: " + error});
-            return;
-        }
-        unit->noteSaved();
+        saveOwnFile(*unit, problems);
     });
     FileText present;
     const bool same =
@@ -223,6 +219,26 @@ Problems saveProject(IProject *project, bool everything) {
         }
     }
     return problems;
+}
+
+void saveActiveProject() {
+    Model *const model = Workspace::instance().active();
+    const Problems problems = model == nullptr ? Problems() : saveProject(&model->projectObject());
+    if (problems.empty()) {
+        return;
+    }
+    LogTrace::Log log(LogTrace::Log::cm);
+    std::string text = "Not everything could be saved; what is on disk is as it was before.";
+    constexpr std::size_t shown = 10;
+    for (std::size_t at = 0; at < problems.size(); ++at) {
+        const std::string message = problems[at].message();
+        log.Min("orchard/storage", 0, message);
+        text += at < shown ? "\n" + message : "";
+    }
+    if (problems.size() > shown) {
+        text += "\n(and " + std::to_string(problems.size() - shown) + " more, see the log)";
+    }
+    notifyUser(text, messageLevelDefault);
 }
 
 std::vector<std::string> projectFilesIn(const std::string &directory) {

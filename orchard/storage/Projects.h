@@ -52,6 +52,10 @@ ORCHARD_API void activateProject(IProject *project);
 /// or stays as it was; what could not be saved stays modified and is told. Empty on success.
 [[nodiscard]] ORCHARD_API Problems saveProject(IProject *project, bool everything = false);
 
+/// The same for the active project, as a plain function: what CMFacade::saveCallbackFunc() takes. What could not
+/// be saved is shown to the user. Without a project nothing happens.
+ORCHARD_API void saveActiveProject();
+
 /// The project files (*.orp) of a directory, sorted by name.
 [[nodiscard]] ORCHARD_API std::vector<std::string> projectFilesIn(const std::string &directory);
 

@@ -217,6 +217,7 @@ void Filling::readEmbedded(const pugi::xml_node &node, Element &owner) {
         refuse(node, "<embedded> may hold nothing");
     }
     unit.updateMode();
+    unit.updateHeader(true); // a file that is missing yet has none
 }
 
 void Filling::readInner(const pugi::xml_node &node, Kind kind, Element &owner, int depth) {

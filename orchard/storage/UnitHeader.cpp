@@ -1,9 +1,10 @@
 #include "orchard/storage/UnitHeader.h"
 
-#include "orchard/storage/FileText.h"
+#include "orchard/model/ElementKind.h"
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace orchard {
 
@@ -42,6 +43,91 @@ UnitHeader findHeader(std::string_view text) {
     return {header, skipSpace(close + 3)};
 }
 
+namespace {
+
+constexpr std::string_view declarationStart = "<?xml";
+constexpr std::string_view commentStart = "<!--";
+
+/// Goes through the first part of a file from one thing to the next.
+class Scan {
+  public:
+    Scan(std::string_view part, bool isWhole) : part_(part), isWhole_(isWhole) {}
+
+    /// Whether a text stands here. It may yet come where the part ends too early to tell.
+    [[nodiscard]] bool isAt(std::string_view text) const { return part_.substr(at_).starts_with(text); }
+    [[nodiscard]] bool mayComeTo(std::string_view text) const {
+        return !isWhole_ && text.starts_with(part_.substr(at_));
+    }
+    void skip(std::size_t bytes) { at_ += bytes; }
+    void skipSpace() { at_ = std::min(part_.find_first_not_of(" \t\r\n", at_), part_.size()); }
+    /// Past the end of a declaration or a comment; false if that is not in the part.
+    [[nodiscard]] bool skipPast(std::string_view mark) {
+        const std::size_t end = part_.find(mark, at_);
+        at_ = end == std::string_view::npos ? part_.size() : end + mark.size();
+        return end != std::string_view::npos;
+    }
+    /// The name of the tag that opens here, as far as the part holds it; empty if none does.
+    [[nodiscard]] std::string_view tagName() const {
+        const std::string_view rest = part_.substr(at_);
+        if (!rest.starts_with('<')) {
+            return {};
+        }
+        return rest.substr(1, rest.find_first_of(" \t\r\n/>", 1) - 1);
+    }
+    [[nodiscard]] bool endsWith(std::string_view name) const { return at_ + name.size() + 1 >= part_.size(); }
+    [[nodiscard]] bool isWhole() const { return isWhole_; }
+    [[nodiscard]] bool atEnd() const { return at_ >= part_.size(); }
+
+  private:
+    std::string_view part_;
+    std::size_t at_ = 0;
+    bool isWhole_;
+};
+
+} // namespace
+
+HeaderScan scanHeader(std::string_view part, bool isWhole) {
+    const auto endsEarly = [&](const char *fault) {
+        return HeaderScan{isWhole ? HeaderScan::foreign : HeaderScan::tooFew, {}, fault};
+    };
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    Scan scan(part, isWhole);
+    if (scan.mayComeTo(mark)) {
+        return endsEarly("");
+    }
+    scan.skip(scan.isAt(mark) ? mark.size() : 0);
+    for (const auto &[start, end] :
+         {std::pair{declarationStart, std::string_view("?>")}, std::pair{commentStart, std::string_view("-->")}}) {
+        scan.skipSpace();
+        if (scan.mayComeTo(start)) {
+            return endsEarly("");
+        }
+        if (scan.isAt(start)) {
+            scan.skip(start.size());
+            if (!scan.skipPast(end)) {
+                return endsEarly("the comment or declaration at its top does not end");
+            }
+        }
+    }
+    scan.skipSpace();
+    if (scan.atEnd()) {
+        return endsEarly(part.empty() ? "it is empty" : "it ends behind its header");
+    }
+    const std::string_view name = scan.tagName();
+    if (!isWhole && scan.endsWith(name)) {
+        // A few more bytes tell the name; one that is too long for any can't become right.
+        constexpr std::size_t longest = 16;
+        if (name.size() <= longest) {
+            return endsEarly("");
+        }
+    }
+    const auto kind = kindWithTag(name);
+    if (!kind || !isFileKind(*kind)) {
+        return {HeaderScan::foreign, {}, "it is no unit file"};
+    }
+    return {HeaderScan::found, findHeader(part).text, ""};
+}
+
 std::uint64_t bodyHashOf(std::string_view text) {
     text.remove_prefix(findHeader(text).end);
     std::string plain;
@@ -61,14 +147,6 @@ std::uint64_t bodyHashOf(std::string_view text) {
         hash ^= hash >> 32U;
     }
     return hash == 0 ? 1 : hash;
-}
-
-std::optional<std::string> readHeaderOf(const std::string &path) {
-    FileText file;
-    if (file.read(path) != FileRead::done) {
-        return std::nullopt;
-    }
-    return std::string(findHeader(file.text).text);
 }
 
 } // namespace orchard

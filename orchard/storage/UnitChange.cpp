@@ -1,0 +1,225 @@
+#include "orchard/storage/UnitChange.h"
+
+#include "orchard/model/Paths.h"
+#include "orchard/storage/DiskStorage.h"
+#include "orchard/storage/Relocation.h"
+#include "orchard/storage/Removal.h"
+#include "orchard/storage/TextCheck.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <unordered_set>
+#include <utility>
+
+namespace orchard {
+
+namespace {
+
+/// Units may be nested this deep; a deeper model could not be opened again.
+constexpr int deepest = 200;
+
+/// A plan that can't be carried out.
+class Refused final : public UnitChange::Work {
+  public:
+    Refused(const UnitElement *unit, std::string why) {
+        problems.push_back({unit == nullptr ? std::string() : unit->fullFileName(), 0, 0, std::move(why)});
+    }
+    void begin() override {}
+    void cancel() override {}
+    Problems finish(FilesBy /*by*/) override { return {}; }
+};
+
+std::unique_ptr<UnitChange::Work> refused(const UnitElement *unit, std::string why) {
+    return std::make_unique<Refused>(unit, std::move(why));
+}
+
+int heightOf(const Element &root) {
+    int height = 0;
+    std::vector<std::pair<const Element *, int>> open{{&root, 1}};
+    while (!open.empty()) {
+        const auto [element, depth] = open.back();
+        open.pop_back();
+        height = std::max(height, depth);
+        for (const auto &child : element->children()) {
+            if (child->asUnit() != nullptr) {
+                open.emplace_back(child.get(), depth + 1);
+            }
+        }
+    }
+    return height;
+}
+
+int depthOf(const Element &element) {
+    int depth = 0;
+    for (const Element *at = element.owner(); at != nullptr; at = at->owner()) {
+        ++depth;
+    }
+    return depth;
+}
+
+std::string faultOfNewName(const UnitElement &unit, std::string_view name) {
+    if (unit.kind() == Kind::project) {
+        return "the project file names it";
+    }
+    if (unit.is(UnitElement::stub)) {
+        return "it isn't loaded";
+    }
+    if (name.empty() || hasSeparator(name)) {
+        return "a name is not empty and holds no separator";
+    }
+    if (const auto fault = faultOfValue(name)) {
+        return *fault;
+    }
+    return name == unit.name() ? "it has this name already" : "";
+}
+
+std::string withNewLastPart(const std::string &directory, std::string_view formerName, std::string_view name) {
+    return fileOfPath(directory) != formerName
+               ? directory
+               : directory.substr(0, directory.size() - formerName.size()) + std::string(name);
+}
+
+} // namespace
+
+void UnitChange::Work::refuse(const UnitElement &unit, std::string why) {
+    problems.push_back({unit.fullFileName(), 0, 0, "'" + unit.name() + "': " + std::move(why)});
+}
+
+bool isDirectoryOf(const UnitElement &root, const std::string &directory) {
+    const FileIndex &index = root.model()->files();
+    std::error_code error;
+    std::filesystem::recursive_directory_iterator at(directory, error);
+    for (const std::filesystem::recursive_directory_iterator end; !error && at != end; at.increment(error)) {
+        const UnitElement *const unit = index.byPath(at->path().native());
+        if (unit != nullptr && unit != &root && !root.owns(*unit)) {
+            return false;
+        }
+    }
+    return !error || !std::filesystem::exists(directory, error);
+}
+
+std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units) {
+    std::unordered_set<const Element *> given;
+    for (const IUnit *const unit : units) {
+        given.insert(Element::of(unit));
+    }
+    std::vector<UnitElement *> outer;
+    for (IUnit *const unit : units) {
+        const Element *const element = Element::of(unit);
+        const Element *above = element == nullptr ? nullptr : element->owner();
+        while (above != nullptr && !given.contains(above)) {
+            above = above->owner();
+        }
+        // Each once, in the order in which they came.
+        if (element != nullptr && above == nullptr && given.erase(element) == 1) {
+            outer.push_back(Element::of(unit)->asUnit());
+        }
+    }
+    return outer;
+}
+
+std::unique_ptr<UnitChange::Work> planRename(IUnit &object, std::string_view name) {
+    UnitElement &unit = *Element::of(&object)->asUnit();
+    if (unit.model() == nullptr) {
+        return refused(nullptr, "the unit stands in no project");
+    }
+    Relocation::Target target{&unit, std::string(name), unit.fileName(), unit.directorySetting()};
+    if (unit.kind() == Kind::embedded && extensionOf(name).empty()) {
+        target.name += extensionOf(unit.fileName());
+    }
+    std::string fault = faultOfNewName(unit, target.name);
+    const std::string_view extension = extensionOf(unit.fileName());
+    if (unit.kind() == Kind::embedded) {
+        target.fileName = target.name;
+    } else if (unit.hasFile() && unit.fileName() == unit.name() + std::string(extension)) {
+        target.fileName = target.name + std::string(extension);
+        target.directory = withNewLastPart(target.directory, unit.name(), target.name);
+    }
+    if (fault.empty() && unit.hasFile()) {
+        fault = faultOfFileName(target.fileName);
+    }
+    if (fault.empty() && unit.kind() != Kind::embedded) {
+        fault = faultOfSaving(*unit.saveUnit());
+    }
+    if (!fault.empty()) {
+        return refused(&unit, "'" + unit.name() + "' can't be renamed to '" + target.name + "': " + fault);
+    }
+    return std::make_unique<Relocation>(*unit.model(), std::vector{std::move(target)}, nullptr);
+}
+
+std::unique_ptr<UnitChange::Work> planMove(const std::vector<IUnit *> &units, IUnit &newOwner) {
+    UnitElement &owner = *Element::of(&newOwner)->asUnit();
+    std::vector<Relocation::Target> targets;
+    for (UnitElement *const unit : outermost(units)) {
+        const auto refuse = [&](const std::string &why) {
+            return refused(unit, "'" + unit->name() + "' can't be moved to '" + owner.name() + "': " + why);
+        };
+        if (unit->model() == nullptr || unit->model() != owner.model()) {
+            return refuse("they are not in one project");
+        }
+        if (unit->owner() == nullptr) {
+            return refuse("it is the project");
+        }
+        if (unit == &owner || unit->owns(owner)) {
+            return refuse("that is the unit itself, or lies in it");
+        }
+        if (!mayHold(owner.kind(), unit->kind())) {
+            return refuse("a " + std::string(traitsOf(unit->kind()).tag) + " can't stand in a " +
+                          std::string(traitsOf(owner.kind()).tag));
+        }
+        if (depthOf(owner) + heightOf(*unit) > deepest) {
+            return refuse("units would be nested more than " + std::to_string(deepest) + " deep");
+        }
+        if (unit->owner() != &owner) {
+            targets.push_back({unit, unit->name(), unit->fileName(), unit->directorySetting()});
+        }
+    }
+    if (targets.empty()) {
+        return refused(&owner,
+                       "there is nothing to move to '" + owner.name() + "' that does not stand there already");
+    }
+    return std::make_unique<Relocation>(*owner.model(), std::move(targets), &owner);
+}
+
+std::unique_ptr<UnitChange::Work> planRemoval(const std::vector<IUnit *> &units) {
+    std::vector<UnitElement *> tops = outermost(units);
+    for (const UnitElement *const unit : tops) {
+        if (unit->model() == nullptr || unit->model() != tops.front()->model()) {
+            return refused(unit, "'" + unit->name() + "' can't be removed: the units are not in one project");
+        }
+        if (unit->owner() == nullptr) {
+            return refused(unit, "'" + unit->name() + "' can't be removed: it is the project");
+        }
+    }
+    if (tops.empty()) {
+        return refused(nullptr, "there is nothing to remove");
+    }
+    Model &model = *tops.front()->model();
+    return std::make_unique<Removal>(model, std::move(tops));
+}
+
+UnitChange UnitChange::rename(IUnit &unit, std::string_view name) { return UnitChange(planRename(unit, name)); }
+UnitChange UnitChange::move(const std::vector<IUnit *> &units, IUnit &newOwner) {
+    return UnitChange(planMove(units, newOwner));
+}
+UnitChange UnitChange::remove(const std::vector<IUnit *> &units) { return UnitChange(planRemoval(units)); }
+
+UnitChange::UnitChange(std::unique_ptr<Work> work) : work_(std::move(work)) {}
+UnitChange::UnitChange(UnitChange &&other) noexcept = default;
+UnitChange &UnitChange::operator=(UnitChange &&other) noexcept = default;
+UnitChange::~UnitChange() = default;
+
+const Problems &UnitChange::problems() const { return work_->problems; }
+const std::vector<FileChange> &UnitChange::files() const { return work_->files; }
+const std::vector<OwnerChange> &UnitChange::owners() const { return work_->owners; }
+const std::vector<IUnit *> &UnitChange::units() const { return work_->units; }
+const std::string &UnitChange::oldPath() const { return work_->oldPath; }
+const std::string &UnitChange::newPath() const { return work_->newPath; }
+bool UnitChange::stands() const { return work_->stands; }
+
+void UnitChange::begin() { work_->begin(); }
+void UnitChange::cancel() { work_->cancel(); }
+Problems UnitChange::finish(FilesBy by) { return work_->finish(by); }
+
+} // namespace orchard

@@ -1,0 +1,46 @@
+// What a change of units is made of, behind UnitChange.
+#pragma once
+
+#include "orchard/model/Model.h"
+#include "orchard/storage/UnitChange.h"
+
+#include <string>
+#include <vector>
+
+namespace orchard {
+
+class UnitChange::Work {
+  public:
+    virtual ~Work() = default;
+    virtual void begin() = 0;
+    virtual void cancel() = 0;
+    virtual Problems finish(FilesBy by) = 0;
+
+    Problems problems;
+    std::vector<FileChange> files;
+    std::vector<OwnerChange> owners;
+    std::vector<IUnit *> units;
+    std::string oldPath;
+    std::string newPath;
+    bool stands = false;
+
+  protected:
+    enum class Phase { planned, begun, over };
+    Phase phase_ = Phase::planned;
+
+    void refuse(const UnitElement &unit, std::string why);
+};
+
+/// The unit of the host's object, and the elements that don't lie below others of the list; refused if they are
+/// not all in one project.
+[[nodiscard]] std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units);
+
+[[nodiscard]] std::unique_ptr<UnitChange::Work> planRename(IUnit &unit, std::string_view name);
+[[nodiscard]] std::unique_ptr<UnitChange::Work> planMove(const std::vector<IUnit *> &units, IUnit &newOwner);
+[[nodiscard]] std::unique_ptr<UnitChange::Work> planRemoval(const std::vector<IUnit *> &units);
+
+/// Whether all files of units in the directory belong to `root` or units below it; also if there is no directory.
+/// Looks at what is on disk only, so that it costs no more than the directory holds.
+[[nodiscard]] bool isDirectoryOf(const UnitElement &root, const std::string &directory);
+
+} // namespace orchard
