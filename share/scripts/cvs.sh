@@ -1,0 +1,244 @@
+# What takes more than one command of CVS. The property set cvs.toml calls it, in the directory for units:
+#
+#   cvs.sh connect ROOT MODULE              makes repository and module where they lack; makes this their workspace
+#   cvs.sh add [-kb] FILE COMMENT           puts a file under CVS; -kb leaves keywords in it alone
+#   cvs.sh checkout VERSION MODE FILE       the archived file, whatever is here; MODE is "edit" or "unedit"
+#   cvs.sh checkin MODE COMMENT FILE TAG    commits a file that was edited; tags it, if the tag is not empty
+#   cvs.sh edit FILE                        makes a file writable, if nobody else edits it
+#   cvs.sh list                             one record a file of the module: name, version, who edits it
+#   cvs.sh update FILE                      the newest version of a file that has no changes here
+#   cvs.sh fetch VERSION DIRECTORY FILE     writes an archived file into another directory
+#   cvs.sh move OLD NEW                     a file, or a directory with all in it, under a new name or place
+#   cvs.sh delete FILE                      removes a file, also from the archive's newest state
+#
+# Every file is named from within its own directory, as a remote repository takes no full paths. What goes wrong is
+# told on the error channel, by the program that could not do it.
+set -eu
+export LC_ALL=C.UTF-8 LANGUAGE=
+action=$1
+shift
+
+# CVS says on the error channel what goes well; quiet it says what goes wrong, too quiet not even that.
+cvs() { command cvs -f -q "$@"; }
+silent_cvs() { command cvs -f -Q "$@"; }
+directory_of() { case $1 in /*/*|[!/]*/*) printf %s "${1%/*}" ;; /*) printf / ;; *) printf . ;; esac; }
+name_of() { printf %s "${1##*/}"; }
+
+# Puts a directory under CVS, after those that it stands in. They need no comment and no commit.
+add_directory() (
+  if [ -d "$1/CVS" ]; then exit 0; fi
+  owner=$(directory_of "$1")
+  if [ "$owner" = "$1" ] || [ "$owner" = . ]; then
+    echo "cvs add: $1: not in a workspace of CVS; connect the project first" >&2
+    exit 1
+  fi
+  add_directory "$owner"
+  cd -- "$owner"
+  silent_cvs add -- "$(name_of "$1")"
+)
+
+# Says who it is that edits a file already. CVS keeps what a file was before an edit of one's own, here, in CVS/Base.
+edit() {
+  if [ -e "CVS/Base/$1" ]; then
+    chmod u+w -- "$1"
+    return 0
+  fi
+  cvs edit -c -- "$1" || {
+    cvs editors -- "$1" >&2
+    return 1
+  }
+}
+
+# Makes a directory that the archive has and the workspace has not.
+bring_directory() (
+  if [ -d "$1" ]; then exit 0; fi
+  bring_directory "$(directory_of "$1")"
+  cd -- "$(directory_of "$1")"
+  cvs update -d -l -- "$(name_of "$1")"
+)
+
+# CVS takes a version that there never was for one in which the file is deleted, and deletes it here.
+check_version() {
+  case $1 in
+    -r*)
+      if [ -z "$(cvs update -p "$1" -- "$2" | head -c 1)" ] &&
+        cvs log -N "$1" -- "$2" | grep -q 'selected revisions: 0$'; then
+        echo "cvs update: $2: there is no version ${1#-r}" >&2
+        return 1
+      fi
+      ;;
+  esac
+}
+
+# add_file KEYWORDS FILE COMMENT. From now on the file is read-only for everybody until "cvs edit".
+add_file() (
+  add_directory "$(directory_of "$2")"
+  cd -- "$(directory_of "$2")"
+  name=$(name_of "$2")
+  # A file that an earlier run has got this far needs no second add.
+  if ! cvs status -- "$name" 2>/dev/null | grep -q 'Status: Locally Added'; then
+    silent_cvs add $1 -- "$name"
+  fi
+  cvs commit -m "$3" -- "$name"
+  cvs watch on -- "$name"
+  chmod a-w -- "$name"
+)
+
+remove_file() (
+  cd -- "$(directory_of "$1")"
+  name=$(name_of "$1")
+  rm -f -- "$name"
+  silent_cvs remove -- "$name"
+  cvs commit -m "$2" -- "$name"
+)
+
+is_known() (
+  cd -- "$(directory_of "$1")"
+  # Names of the directory's entries, each after the slash that a file has in front.
+  [ -e CVS/Entries ] && cut -d/ -f1,2 CVS/Entries | grep -qxF -e "/$(name_of "$1")"
+)
+
+# move_file OLD NEW: CVS knows no other way than a new file; its history begins anew.
+move_file() {
+  if ! is_known "$1"; then
+    echo "cvs remove: $1: not under CVS" >&2
+    return 1
+  fi
+  if [ -e "$1" ] && [ -e "$2" ]; then
+    echo "cvs add: $2: exists already; $1 was not moved" >&2
+    return 1
+  fi
+  keywords=$(cd -- "$(directory_of "$1")" && cvs status -- "$(name_of "$1")" |
+    sed -n 's/.*Sticky Options:[[:space:]]*\(-k[a-z]*\).*/\1/p')
+  mkdir -p -- "$(directory_of "$2")"
+  # The host may have moved the file itself.
+  if [ -e "$1" ]; then mv -- "$1" "$2"; fi
+  add_file "$keywords" "$2" "Moved from $(name_of "$1")"
+  remove_file "$1" "Moved to $(name_of "$2")"
+}
+
+move_directory() {
+  if [ -d "$2" ]; then rmdir -- "$2"; fi
+  if [ -e "$2" ]; then
+    echo "cvs add: $2: exists already; $1 was not moved" >&2
+    return 1
+  fi
+  # Names of files hold no line ends. The list is made first, as files come and go meanwhile.
+  files=$(cd -- "$1" && find . -name CVS -prune -o -type f -print)
+  if [ -n "$files" ]; then
+    printf '%s\n' "$files" | while IFS= read -r file; do
+      file=${file#./}
+      if is_known "$1/$file"; then
+        move_file "$1/$file" "$2/$file"
+      else
+        mkdir -p -- "$(directory_of "$2/$file")"
+        mv -- "$1/$file" "$2/$file"
+      fi
+    done
+  fi
+  # CVS keeps directories for ever; here the empty ones go.
+  find "$1" -depth -type d ! -name CVS ! -path '*/CVS/*' -exec sh -c '
+    [ -z "$(find "$1" ! -type d ! -path "*/CVS/*" | head -n 1)" ] && rm -rf -- "$1"' sh '{}' ';' || true
+}
+
+case $action in
+  connect)
+    root=$1
+    module=$2
+    if [ -z "$root" ]; then
+      echo 'cvs: no archive is set: give the property CMArchive the root of the repository' >&2
+      exit 1
+    fi
+    case $root in
+      /*) [ -d "$root/CVSROOT" ] || cvs -d "$root" init ;;
+    esac
+    if ! silent_cvs -d "$root" rls -- "$module" >/dev/null 2>&1; then
+      empty=$(mktemp -d)
+      (cd -- "$empty" && silent_cvs -d "$root" import -m 'A project of Orchard' -- "$module" orchard start) || {
+        rmdir -- "$empty"
+        exit 1
+      }
+      rmdir -- "$empty"
+    fi
+    # A file that is here already stays as it is.
+    silent_cvs -d "$root" checkout -d . -- "$module"
+    printf '%s/%s\n' "$root" "$module"
+    ;;
+  add)
+    keywords=
+    if [ "$1" = -kb ]; then keywords=-kb; shift; fi
+    add_file "$keywords" "$1" "$2"
+    ;;
+  checkout)
+    bring_directory "$(directory_of "$3")"
+    cd -- "$(directory_of "$3")"
+    name=$(name_of "$3")
+    check_version "$1" "$name"
+    # First, so that nothing is thrown away for a file that somebody else edits.
+    if [ "$2" != unedit ]; then edit "$name"; fi
+    cvs update -C "$1" -- "$name"
+    if [ "$2" = unedit ]; then cvs unedit -- "$name"; else chmod u+w -- "$name"; fi
+    ;;
+  checkin)
+    cd -- "$(directory_of "$3")"
+    name=$(name_of "$3")
+    # -c: not without an edit that was made known.
+    cvs commit -c -m "$2" -- "$name"
+    if [ "$1" = unedit ]; then cvs unedit -- "$name"; else edit "$name"; fi
+    if [ -n "$4" ]; then cvs tag -c -- "$4" "$name"; fi
+    ;;
+  edit)
+    cd -- "$(directory_of "$1")"
+    edit "$(name_of "$1")"
+    ;;
+  list)
+    # Who edits which file, then the headers of the archive files: their place, less the repository's, is the name.
+    # Files in an Attic are deleted.
+    { command cvs -f -Q editors; command cvs -f -Q rlog -h -N -- "$(cat CVS/Repository)"; } | awk -F '\t' '
+      BEGIN {
+        getline root < "CVS/Root"; getline module < "CVS/Repository"
+        sub(/^.*:/, "", root); sub(/^[^\/]*/, "", root)
+        prefix = "RCS file: " root "/" module "/"
+      }
+      NF >= 5 { if ($1 != "") { file = $1; editor[file] = $2 } next }
+      index($0, prefix) == 1 {
+        name = substr($0, length(prefix) + 1); sub(/,v$/, "", name)
+        if (name ~ /(^|\/)Attic\/[^\/]*$/) { name = "" }
+      }
+      /^head: / { if (name != "") { print "Working file: " name; print $0; if (name in editor) { print "Editor: " editor[name] } print "" } name = "" }
+    '
+    ;;
+  update)
+    bring_directory "$(directory_of "$1")"
+    cd -- "$(directory_of "$1")"
+    name=$(name_of "$1")
+    if cvs status -- "$name" | grep -q 'Status: \(Locally Modified\|Needs Merge\|File had conflicts\)'; then
+      echo "cvs update: '$1' has changes that a fetch would lose; check it in, or undo the check out" >&2
+      exit 1
+    fi
+    cvs update -- "$name"
+    ;;
+  fetch)
+    cd -- "$(directory_of "$3")"
+    name=$(name_of "$3")
+    check_version "$1" "$name"
+    new=$(mktemp -- "$2/.fetch.XXXXXX")
+    if cvs update -p "$1" -- "$name" >"$new"; then
+      chmod +rw -- "$new"
+      mv -f -- "$new" "$2/$name"
+    else
+      rm -f -- "$new"
+      exit 1
+    fi
+    ;;
+  move)
+    if [ -d "$1" ]; then move_directory "$1" "$2"; else move_file "$1" "$2"; fi
+    ;;
+  delete)
+    remove_file "$1" "Deleted $(name_of "$1")"
+    ;;
+  *)
+    echo "cvs: no such action: $action" >&2
+    exit 1
+    ;;
+esac
