@@ -40,8 +40,8 @@ is_unchanged() {
 kept=
 give_back() {
   if [ -n "$kept" ] && [ -e "$kept" ]; then
+    touch -- "$kept"
     if [ "$file" -ef "$kept" ]; then
-      touch -- "$kept"
       rm -f -- "$kept"
     else
       mv -f -- "$kept" "$file"
@@ -167,7 +167,7 @@ case $action in
       exit 1
     fi
     target=$2/${3##*/}
-    git cat-file --filters "$1:$path" >"$target.orc~"
+    git cat-file --filters "$1:$path" >"$target.orc~" || { rm -f -- "$target.orc~"; exit 1; }
     mv -f -- "$target.orc~" "$target"
     ;;
   move)

@@ -2,14 +2,18 @@
 #include "CM/host/SPString.h"
 #include "orchard/properties/InstalledSets.h"
 #include "orchard/properties/PropertyTable.h"
+#include "orchard/text/CompiledPattern.h"
 #include "orchard/text/PatternReport.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -23,7 +27,7 @@ std::string labelOf(const orchard::PropertyTable::Entry &entry) {
 }
 
 TEST(ShippedPropertySets, HaveNoMistake) {
-    EXPECT_GE(sets().count(), 2U);
+    EXPECT_GE(sets().count(), 6U);
     for (const std::string &problem : sets().problems()) {
         ADD_FAILURE() << problem;
     }
@@ -35,17 +39,189 @@ TEST(ShippedPropertySets, DescribeThemselves) {
     }
 }
 
-TEST(ShippedPropertySets, OfAToolHaveWhatEveryToolNeeds) {
+std::string nameOf(const orchard::PropertyTable::Entry &entry) { return entry.property->getName().str(); }
+
+bool isPattern(const std::string &key) {
+    return key.find("Pattern") != std::string::npos || key.find("Its") != std::string::npos ||
+           key == "MultiRecordDelimiter";
+}
+
+TEST(ShippedPropertySets, AreThereForFiveTools) {
+    std::vector<std::string> tools;
+    for (std::size_t i = 0; i < sets().count(); ++i) {
+        if (!sets().at(i).tool().empty()) {
+            tools.push_back(sets().at(i).tool());
+        }
+    }
+    EXPECT_THAT(tools, testing::UnorderedElementsAre("CVS", "Git", "Mercurial", "RCS", "Subversion"));
+}
+
+/// A tool without locks says so by having no command for them: an empty one would count as one that went well.
+TEST(ShippedPropertySets, HaveEveryKeyThatTheOperationsRead) {
     for (std::size_t i = 0; i < sets().count(); ++i) {
         const auto &set = sets().at(i);
-        for (const char *const key :
-             {"CheckOut", "CheckOutFromArchive", "ReadOnly", "ReadWrite", "OperationErrorPattern",
-              "OperationWarningPattern", "CMChildThreadTimeOut"}) {
+        for (const char *const key : {"AddMember",
+                                      "AddMember_ControlledFile",
+                                      "AddMember_WithoutCheckOutCheckInDirectory",
+                                      "ArchiveRoot",
+                                      "AskOnCheckoutReadWrite",
+                                      "CMArchive",
+                                      "CMArchiveSelection",
+                                      "CMChildThreadTimeOut",
+                                      "CMSaveOnCheckOut",
+                                      "CheckIn",
+                                      "CheckOut",
+                                      "CheckOutCheckInDirectoryOnceDuringAddToArchive",
+                                      "CheckOutFromArchive",
+                                      "ConnectToCMRepository",
+                                      "Delete",
+                                      "DeleteDirectory",
+                                      "Fetch",
+                                      "FetchFromArchive",
+                                      "HeaderFile",
+                                      "HeaderInfoItsRepositoryPath",
+                                      "HeaderItsLocker",
+                                      "HeaderItsVersion",
+                                      "History",
+                                      "ListArchive",
+                                      "ListArchiveItsLocker",
+                                      "ListArchiveItsMode",
+                                      "ListArchiveItsVersion",
+                                      "ListArchiveItsWorkingFile",
+                                      "Move",
+                                      "MoveDirectory",
+                                      "MultiRecordDelimiter",
+                                      "OperationErrorPattern",
+                                      "OperationWarningPattern",
+                                      "PostConnectToCMRepository",
+                                      "ReadOnly",
+                                      "ReadWrite",
+                                      "RefusedInLabel",
+                                      "RefusedInLog",
+                                      "Rename",
+                                      "RenameDirectory",
+                                      "ReportLoadingError",
+                                      "Repository",
+                                      "ShowAllFilesInArchive",
+                                      "SupportTreeRepository",
+                                      "UnLockItem"}) {
             EXPECT_TRUE(set.tool().empty() ||
                         set.table().find("ConfigurationManagement", set.tool(), key) != nullptr)
                 << set.name() << " lacks " << key;
         }
     }
+}
+
+TEST(ShippedPropertySets, OfAToolWithoutLocksHaveNoCommandForThem) {
+    for (const char *const tool : {"Git", "Mercurial"}) {
+        EXPECT_EQ(sets().find("ConfigurationManagement", tool, "LockItem"), nullptr) << tool;
+    }
+    for (const char *const tool : {"CVS", "RCS", "Subversion"}) {
+        EXPECT_NE(sets().find("ConfigurationManagement", tool, "LockItem"), nullptr) << tool;
+    }
+}
+
+TEST(ShippedPropertySets, HaveNoCommandThatIsEmptyWhereOneIsNeeded) {
+    for (std::size_t i = 0; i < sets().count(); ++i) {
+        const auto &set = sets().at(i);
+        for (const char *const key :
+             {"AddMember", "CheckIn", "CheckOut", "CheckOutFromArchive", "ConnectToCMRepository", "Delete",
+              "Fetch", "FetchFromArchive", "History", "ListArchive", "Move", "Rename", "UnLockItem"}) {
+            const IProperty *const property =
+                set.tool().empty() ? nullptr : set.table().find("ConfigurationManagement", set.tool(), key);
+            EXPECT_TRUE(set.tool().empty() || (property != nullptr && !property->getValue().IsEmpty()))
+                << set.name() << ": " << key;
+        }
+    }
+}
+
+// Comments come as they stand: the quotes are the template's, and what would end them is refused.
+TEST(ShippedPropertySets, QuoteCommentsAndRefuseWhatBreaksOutOfTheQuotes) {
+    for (std::size_t i = 0; i < sets().count(); ++i) {
+        const auto &set = sets().at(i);
+        if (set.tool().empty()) {
+            continue;
+        }
+        int commands = 0;
+        for (const auto &entry : set.table().entries()) {
+            const std::string value = entry.property->getValue().str();
+            bool isQuoted = false;
+            for (std::size_t at = 0; !isPattern(nameOf(entry)) && at < value.size(); ++at) {
+                isQuoted = isQuoted != (value[at] == '"');
+                if (value.compare(at, 4, "$log") == 0) {
+                    EXPECT_TRUE(isQuoted) << labelOf(entry) << ": " << value;
+                    ++commands;
+                }
+            }
+        }
+        EXPECT_GE(commands, 2) << set.name();
+        const std::string refused =
+            set.table().find("ConfigurationManagement", set.tool(), "RefusedInLog")->getValue().str();
+        for (const char sign : std::string_view("\"$`\\>")) {
+            EXPECT_NE(refused.find(sign), std::string::npos) << set.name() << " lets a comment hold " << sign;
+        }
+        EXPECT_EQ(refused.find_first_of("' .,;()&#!"), std::string::npos)
+            << set.name() << " refuses what people write";
+    }
+}
+
+TEST(ShippedPropertySets, RefuseLabelsThatBreakOutOfTheQuotes) {
+    for (std::size_t i = 0; i < sets().count(); ++i) {
+        const auto &set = sets().at(i);
+        if (!set.tool().empty()) {
+            const std::string refused =
+                set.table().find("ConfigurationManagement", set.tool(), "RefusedInLabel")->getValue().str();
+            for (const char sign : std::string_view("'\"$`\\>")) {
+                EXPECT_NE(refused.find(sign), std::string::npos) << set.name() << " lets a label hold " << sign;
+            }
+        }
+    }
+}
+
+// A user's language must not change what the patterns are matched against; LANGUAGE counts even where LC_ALL is
+// set.
+TEST(ShippedPropertySets, MakeTheirToolsSpeakEnglish) {
+    for (const char *const tool : {"CVS", "Git", "Mercurial", "Subversion"}) {
+        const IProperty *const program = sets().find("ConfigurationManagement", tool, "Program");
+        ASSERT_NE(program, nullptr) << tool;
+        EXPECT_GE(program->getValue().Find("LC_ALL=C.UTF-8"), 0) << tool;
+        EXPECT_GE(program->getValue().Find("LANGUAGE="), 0) << tool;
+    }
+    for (const auto &file :
+         std::filesystem::directory_iterator(std::filesystem::path(SHARE_DIRECTORY) / "scripts")) {
+        std::ifstream stream(file.path());
+        const std::string text{std::istreambuf_iterator<char>(stream), {}};
+        EXPECT_NE(text.find("export LC_ALL=C.UTF-8 LANGUAGE="), std::string::npos) << file.path();
+    }
+}
+
+// The first of these signs cuts a command, and what stands behind it is a file to write.
+TEST(ShippedPropertySets, HaveNoRedirectionInACommand) {
+    for (std::size_t i = 0; i < sets().count(); ++i) {
+        for (const auto &entry : sets().at(i).table().entries()) {
+            const std::string key = nameOf(entry);
+            EXPECT_TRUE(isPattern(key) || key.starts_with("Refused") || entry.property->getValue().Find('>') < 0)
+                << labelOf(entry);
+        }
+    }
+}
+
+TEST(ShippedPropertySets, NameScriptsThatAreThere) {
+    int scripts = 0;
+    for (std::size_t i = 0; i < sets().count(); ++i) {
+        for (const auto &entry : sets().at(i).table().entries()) {
+            const std::string value = entry.property->getValue().str();
+            const std::string start = "$OQROOT/scripts/";
+            if (const std::size_t at = value.find(start); at != std::string::npos) {
+                const std::size_t name = at + start.size();
+                EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::path(SHARE_DIRECTORY) / "scripts" /
+                                                             value.substr(name, value.find('"', name) - name)))
+                    << labelOf(entry);
+                ++scripts;
+            }
+        }
+    }
+    EXPECT_GE(scripts, 5);
 }
 
 TEST(ShippedPropertySets, StandBelowTheNameOfTheirTool) {
@@ -63,10 +239,17 @@ TEST(ShippedPropertySets, QuoteEveryPath) {
     for (std::size_t i = 0; i < sets().count(); ++i) {
         for (const auto &entry : sets().at(i).table().entries()) {
             const std::string value = entry.property->getValue().str();
+            if (isPattern(nameOf(entry)) || nameOf(entry).starts_with("Refused")) {
+                continue;
+            }
             bool isQuoted = false;
             for (std::size_t at = 0; at < value.size(); ++at) {
                 isQuoted = isQuoted != (value[at] == '"');
-                const bool isPath = value.compare(at, 5, "$Unit") == 0 || value.compare(at, 9, "$archived") == 0;
+                bool isPath = false;
+                for (const std::string_view name :
+                     {"$Unit", "$archived", "$oldName", "$newName", "$olddir", "$newdir", "$orpdir"}) {
+                    isPath = isPath || value.compare(at, name.size(), name) == 0;
+                }
                 EXPECT_TRUE(!isPath || isQuoted) << labelOf(entry) << ": " << value;
             }
             EXPECT_FALSE(isQuoted) << labelOf(entry) << " has an open quote";
@@ -77,16 +260,23 @@ TEST(ShippedPropertySets, QuoteEveryPath) {
 TEST(ShippedPropertySets, HavePatternsThatCanBeUsed) {
     std::string problems;
     orchard::setPatternReporter([&](const orchard::PatternProblem &problem) { problems += problem.message(); });
+    int patterns = 0;
     for (std::size_t i = 0; i < sets().count(); ++i) {
         for (const auto &entry : sets().at(i).table().entries()) {
-            const CString name = entry.property->getName();
-            if (name.Find("Pattern") >= 0 || name.Find("Its") >= 0) {
+            const std::string value = entry.property->getValue().str();
+            if (isPattern(nameOf(entry)) && !value.empty()) {
+                const orchard::CompiledPattern pattern(value, "i");
                 static_cast<void>(SPString("some text").m(entry.property->getValue(), "i"));
+                // What a part of the output is taken from has to say which part.
+                EXPECT_TRUE(nameOf(entry).find("Its") == std::string::npos || pattern.pairs() >= 2)
+                    << labelOf(entry) << " has no group";
+                ++patterns;
             }
         }
     }
     orchard::setPatternReporter(nullptr);
     EXPECT_EQ(problems, "");
+    EXPECT_GE(patterns, 5 * 5);
 }
 
 TEST(ShippedPropertySets, GiveTheArchiveToEachToolAndNotToAll) {
@@ -115,7 +305,7 @@ TEST(ShippedPropertySets, NameHeadersThatAreThere) {
             }
         }
     }
-    EXPECT_GE(headers, 1);
+    EXPECT_EQ(headers, 5);
 }
 
 } // namespace
