@@ -8,7 +8,7 @@ test_packages=(git)
 bench_packages=(perl)
 fuzz_packages=(clang libclang-rt-14-dev)
 tidy_packages=(clang clang-tidy clang-format)
-tool_packages=(rcs git mercurial)
+tool_packages=(rcs git mercurial cvs subversion locales)
 
 # Installs those of the named Debian packages that are missing.
 install_packages() {

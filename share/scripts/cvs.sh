@@ -6,7 +6,7 @@
 #   cvs.sh checkin MODE COMMENT FILE TAG    commits a file that was edited; tags it, if the tag is not empty
 #   cvs.sh edit FILE                        makes a file writable, if nobody else edits it
 #   cvs.sh list                             one record a file of the module: name, version, who edits it
-#   cvs.sh update FILE                      the newest version of a file that has no changes here
+#   cvs.sh update VERSION FILE              the archived file, if the one here has no changes
 #   cvs.sh fetch VERSION DIRECTORY FILE     writes an archived file into another directory
 #   cvs.sh move OLD NEW                     a file, or a directory with all in it, under a new name or place
 #   cvs.sh delete FILE                      removes a file, also from the archive's newest state
@@ -32,9 +32,7 @@ add_directory() (
     echo "cvs add: $1: not in a workspace of CVS; connect the project first" >&2
     exit 1
   fi
-  add_directory "$owner"
-  cd -- "$owner"
-  silent_cvs add -- "$(name_of "$1")"
+  add_directory "$owner" && cd -- "$owner" && silent_cvs add -- "$(name_of "$1")"
 )
 
 # Says who it is that edits a file already. CVS keeps what a file was before an edit of one's own, here, in CVS/Base.
@@ -70,18 +68,13 @@ check_version() {
   esac
 }
 
-# add_file KEYWORDS FILE COMMENT. From now on the file is read-only for everybody until "cvs edit".
+# add_file KEYWORDS FILE COMMENT. From now on the file is read-only for everybody until "cvs edit". A file that an
+# earlier run has got half-way needs no second add. Callers may ask whether it went well: hence each "&&".
 add_file() (
-  add_directory "$(directory_of "$2")"
-  cd -- "$(directory_of "$2")"
+  add_directory "$(directory_of "$2")" && cd -- "$(directory_of "$2")" || exit 1
   name=$(name_of "$2")
-  # A file that an earlier run has got this far needs no second add.
-  if ! cvs status -- "$name" 2>/dev/null | grep -q 'Status: Locally Added'; then
-    silent_cvs add $1 -- "$name"
-  fi
-  cvs commit -m "$3" -- "$name"
-  cvs watch on -- "$name"
-  chmod a-w -- "$name"
+  cvs status -- "$name" 2>/dev/null | grep -q 'Status: Locally Added' || silent_cvs add $1 -- "$name" || exit 1
+  cvs commit -m "$3" -- "$name" && cvs watch on -- "$name" && chmod a-w -- "$name"
 )
 
 remove_file() (
@@ -113,7 +106,10 @@ move_file() {
   mkdir -p -- "$(directory_of "$2")"
   # The host may have moved the file itself.
   if [ -e "$1" ]; then mv -- "$1" "$2"; fi
-  add_file "$keywords" "$2" "Moved from $(name_of "$1")"
+  add_file "$keywords" "$2" "Moved from $(name_of "$1")" || {
+    mv -- "$2" "$1"
+    return 1
+  }
   remove_file "$1" "Moved to $(name_of "$2")"
 }
 
@@ -209,14 +205,15 @@ case $action in
     '
     ;;
   update)
-    bring_directory "$(directory_of "$1")"
-    cd -- "$(directory_of "$1")"
-    name=$(name_of "$1")
+    bring_directory "$(directory_of "$2")"
+    cd -- "$(directory_of "$2")"
+    name=$(name_of "$2")
+    check_version "$1" "$name"
     if cvs status -- "$name" | grep -q 'Status: \(Locally Modified\|Needs Merge\|File had conflicts\)'; then
-      echo "cvs update: '$1' has changes that a fetch would lose; check it in, or undo the check out" >&2
+      echo "cvs update: '$2' has changes that a fetch would lose; check it in, or undo the check out" >&2
       exit 1
     fi
-    cvs update -- "$name"
+    cvs update "$1" -- "$name"
     ;;
   fetch)
     cd -- "$(directory_of "$3")"

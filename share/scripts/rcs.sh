@@ -11,6 +11,8 @@
 set -eu
 export LC_ALL=C.UTF-8 LANGUAGE=
 action=$1
+keywords=
+if [ "$2" = -kb ]; then keywords=-kb; shift; fi
 archive=$2
 units=$(pwd)
 
@@ -78,8 +80,6 @@ case $action in
     fi
     ;;
   add)
-    keywords=
-    if [ "$3" = -kb ]; then keywords=-kb; shift; fi
     file=$3
     archived=$(archive_of "$file")
     mkdir -p -- "$(directory_of "$archived")"

@@ -9,7 +9,7 @@
 #   subversion.sh undo FILE                         throws changes and the lock away
 #   subversion.sh add [-kb] FILE COMMENT            puts a file, and the directories that it stands in, into the
 #                                                   archive; -kb leaves keywords in it alone
-#   subversion.sh update FILE                       the newest version of a file that has no changes here
+#   subversion.sh update REVISION FILE              the archived file, if the one here has no changes
 #   subversion.sh fetch REVISION DIRECTORY FILE     writes an archived file into another directory
 #   subversion.sh move OLD NEW                      moves a file, or a directory with all in it
 #   subversion.sh delete PATH                       removes a file, or a directory with all in it
@@ -115,13 +115,14 @@ case $action in
     depth=empty commit "$2" "$1@"
     ;;
   update)
-    case $(svn status -q -- "$1@") in
+    if [ -n "$1" ]; then svn info "$1" -- "$2@" >/dev/null; fi
+    case $(svn status -q -- "$2@") in
       M*)
-        echo "svn: E155000: '$1' has changes that a fetch would lose; check it in, or undo the check out" >&2
+        echo "svn: E155000: '$2' has changes that a fetch would lose; check it in, or undo the check out" >&2
         exit 1
         ;;
     esac
-    svn update -q --parents -- "$1@"
+    svn update -q --parents ${1:+"$1"} -- "$2@"
     ;;
   fetch)
     from=$3

@@ -1,40 +1,23 @@
 // The property set of RCS against what RCS says and does.
-#include "CM/host/SPString.h"
-#include "orchard/properties/InstalledSets.h"
-#include "orchard/properties/PropertyTable.h"
+#include "tests/share/ToolSet.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <ostream>
-#include <string>
+using share_tests::Kind;
+using share_tests::Listed;
+using share_tests::ToolSet;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Row = share_tests::MessageRow;
 
 namespace {
 
-std::string rcs(const char *key) {
-    static const orchard::InstalledSets all({std::filesystem::path(SHARE_DIRECTORY) / "toolsets"});
-    const IProperty *const property = all.find("ConfigurationManagement", "RCS", key);
-    return property == nullptr ? "(none)" : property->getValue().str();
-}
-
-enum class Kind { nothing, warning, error };
-
-struct Row {
-    const char *name;
-    const char *text;
-    Kind kind;
-    friend std::ostream &operator<<(std::ostream &stream, const Row &row) { return stream << row.text; }
-};
+const ToolSet rcs("RCS");
 
 class RcsMessage : public testing::TestWithParam<Row> {};
 
-TEST_P(RcsMessage, IsTakenForWhatItIs) {
-    const SPString text(GetParam().text);
-    const bool isError = text.m(rcs("OperationErrorPattern"), "i") != 0;
-    const bool isWarning = text.m(rcs("OperationWarningPattern"), "i") != 0;
-    EXPECT_EQ(isError, GetParam().kind == Kind::error);
-    EXPECT_EQ(isError || isWarning, GetParam().kind != Kind::nothing);
-}
+TEST_P(RcsMessage, IsTakenForWhatItIs) { EXPECT_EQ(rcs.kindOf(GetParam().text), GetParam().kind); }
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, RcsMessage,
@@ -48,6 +31,9 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"NoLock", "ci: RCS/a.ocl,v: no lock set by root\n", Kind::error},
         Row{"StillLocked", "Revision 1.1 is already locked by a.\nrcs: RCS/a,v: revision 1.1 still locked by a\n",
             Kind::error},
+        Row{"TakenLabel", "rcs: RCS/a.ocl,v: symbolic name REL already bound to 1.1\n", Kind::error},
+        Row{"AddedTwice", "rcs: /w/RCS/a.ocl,v: already exists\n", Kind::error},
+        Row{"NoDirectoryForTheArchive", "mkdir: cannot create directory '/a': Permission denied\n", Kind::error},
         Row{"NoInput", "co: no input file\nco aborted\n", Kind::error},
         Row{"NotThere", "co: No such file or directory; is the tool installed?\n", Kind::error},
         Row{"NotThereForTheShell", "sh: 1: co: not found\n", Kind::error},
@@ -73,13 +59,8 @@ struct HeaderRow {
 class RcsHeader : public testing::TestWithParam<HeaderRow> {};
 
 TEST_P(RcsHeader, TellsTheLockerAndTheVersion) {
-    const SPString text(GetParam().text);
-    SPStringList locker;
-    SPStringList version;
-    static_cast<void>(text.m(rcs("HeaderItsLocker"), locker, "i"));
-    static_cast<void>(text.m(rcs("HeaderItsVersion"), version, "i"));
-    EXPECT_EQ(locker[1].str(), GetParam().locker);
-    EXPECT_EQ(version[1].str(), GetParam().version);
+    EXPECT_EQ(rcs.find("HeaderItsLocker", GetParam().text), GetParam().locker);
+    EXPECT_EQ(rcs.find("HeaderItsVersion", GetParam().text), GetParam().version);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, RcsHeader,
@@ -92,8 +73,23 @@ INSTANTIATE_TEST_SUITE_P(Rows, RcsHeader,
                          [](const auto &row) { return row.param.name; });
 
 TEST(RcsModes, TakeAndGiveUpTheLock) {
-    EXPECT_EQ(rcs("ReadOnly"), "-u");
-    EXPECT_EQ(rcs("ReadWrite"), "-l");
+    EXPECT_EQ(rcs.value("ReadOnly"), "-u");
+    EXPECT_EQ(rcs.value("ReadWrite"), "-l");
 }
+
+constexpr auto listing =
+    "\nRCS file: ./Drives/Püm pe.ocl,v\nWorking file: Püm pe.ocl\nhead: 1.12\nbranch:\nlocks: strict\n"
+    "\tbob: 1.12\n\tanna: 1.3\naccess list:\nkeyword substitution: kv\ntotal revisions: 12\n"
+    "=============================================================================\n"
+    "\nRCS file: ./-x.ocl,v\nWorking file: -x.ocl\nhead: 1.2\nbranch:\nlocks: strict\naccess list:\n"
+    "symbolic names:\n\tREL: 1.1\nkeyword substitution: b\ntotal revisions: 2\n"
+    "=============================================================================\n";
+
+TEST(RcsListing, HoldsFilesWithVersionAndLocker) {
+    EXPECT_THAT(rcs.list(listing),
+                ElementsAre(Listed{"Drives/Püm pe.ocl", "1.12", "rw", "bob"}, Listed{"-x.ocl", "1.2", "ro", ""}));
+}
+
+TEST(RcsListing, OfAnEmptyArchiveIsEmpty) { EXPECT_THAT(rcs.list(""), IsEmpty()); }
 
 } // namespace
