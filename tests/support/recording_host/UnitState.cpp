@@ -33,6 +33,9 @@ CString UnitState::nameForRepos() const {
 
 bool UnitState::readHeader() {
     note("update header", headerReadable ? "1" : "0");
+    if (onUpdateHeader) {
+        onUpdateHeader(*this);
+    }
     if (headerReadable && !headerInFile.IsEmpty()) {
         header = headerInFile;
     }
