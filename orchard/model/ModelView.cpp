@@ -1,6 +1,7 @@
 #include "orchard/model/ModelView.h"
 
 #include "orchard/model/Model.h"
+#include "orchard/properties/PropertyTable.h"
 
 #include <algorithm>
 
@@ -57,6 +58,15 @@ void setDescription(IDObject &object, std::string_view description) {
         element.setDescription(description);
         element.changed();
     }
+}
+
+bool removeProperty(IDObject &object, std::string_view subject, std::string_view metaclass, std::string_view key) {
+    Element &element = *Element::of(&object);
+    if (element.properties() == nullptr || !element.makeProperties().remove(subject, metaclass, key)) {
+        return false;
+    }
+    element.changed();
+    return true;
 }
 
 const PropertyTable *ownPropertiesOf(const IDObject &object) { return Element::of(&object)->properties(); }

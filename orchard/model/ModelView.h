@@ -29,7 +29,11 @@ class PropertyTable;
 ORCHARD_API void setName(IDObject &object, std::string_view name);
 ORCHARD_API void setDescription(IDObject &object, std::string_view description);
 
-/// The properties set on the object itself, for listing and removing; null if it has none.
+/// Takes a property off the object itself; false if it has none of that address.
+ORCHARD_API bool removeProperty(IDObject &object, std::string_view subject, std::string_view metaclass,
+                                std::string_view key);
+
+/// The properties set on the object itself, for listing; null if it has none.
 [[nodiscard]] ORCHARD_API const PropertyTable *ownPropertiesOf(const IDObject &object);
 
 } // namespace orchard

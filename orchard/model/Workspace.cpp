@@ -1,6 +1,7 @@
 #include "orchard/model/Workspace.h"
 
 #include "orchard/model/Undo.h"
+#include "orchard/properties/PropertyData.h"
 
 #include <algorithm>
 
@@ -11,7 +12,27 @@ Workspace &Workspace::instance() {
     return workspace;
 }
 
-Workspace::Workspace() : object_(makeElement(Kind::workspace)) { object_->setName("Workspace"); }
+namespace {
+
+/// What is set on a property of an installed set, which all projects share, is kept in the active project.
+bool keepInProject(const std::string &subject, const std::string &metaclass, const IProperty &property,
+                   const CString &value) {
+    Model *const model = Workspace::instance().active();
+    if (model == nullptr) {
+        return false;
+    }
+    IProperty copy(&property);
+    copy.setValue(value);
+    model->project().storeProperty(subject, metaclass, &copy);
+    return true;
+}
+
+} // namespace
+
+Workspace::Workspace() : object_(makeElement(Kind::workspace)) {
+    object_->setName("Workspace");
+    setInstalledChangeHandler(keepInProject);
+}
 
 Workspace::~Workspace() = default;
 

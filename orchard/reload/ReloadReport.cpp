@@ -2,18 +2,24 @@
 
 #include "CM/host/LogTrace.h"
 #include "CM/host/Messages.h"
+#include "CM/host/Utilities.h"
 
 namespace orchard {
 
 namespace {
 
-void report(std::string text, const Problems &problems) {
+enum class Showing { always, unlessAgreed };
+
+void report(std::string text, const Problems &problems, Showing showing) {
     if (problems.empty()) {
         return;
     }
     LogTrace::Log log(LogTrace::Log::cm);
     for (const Problem &problem : problems) {
         log.Min("../orchard/reload", __LINE__, problem.message());
+    }
+    if (showing == Showing::unlessAgreed && isOk2All) {
+        return; // the user has said that all such messages are well
     }
     text += problems.front().message();
     if (problems.size() > 1) {
@@ -25,9 +31,9 @@ void report(std::string text, const Problems &problems) {
 } // namespace
 
 void reportReloadProblems(const Problems &problems) {
-    report("The file was not read into the model, which stays as it was. ", problems);
+    report("The file was not read into the model, which stays as it was. ", problems, Showing::always);
 }
 
-void reportReloadWarnings(const Problems &warnings) { report({}, warnings); }
+void reportReloadWarnings(const Problems &warnings) { report({}, warnings, Showing::unlessAgreed); }
 
 } // namespace orchard

@@ -108,6 +108,24 @@ TEST_F(Saving, AReadOnlyFileIsNotWrittenOver) {
     EXPECT_TRUE(unit("Valve")->isModified());
 }
 
+TEST_F(Saving, ForTheSaveCallbackTellsAllThatCouldNotBeSaved) {
+    orchard::saveActiveProject();
+    EXPECT_TRUE(messages.empty());
+    ::chmod(unitFile("Valve.ocl").c_str(), 0444);
+    for (const char *const name : {"Valve", "Panel", "Drives"}) {
+        orchard::setDescription(*unit(name), "changed");
+    }
+    orchard::saveActiveProject();
+    EXPECT_THAT(messages, ElementsAre(testing::AllOf(HasSubstr("Not everything could be saved"),
+                                                     HasSubstr("Valve.ocl: "), HasSubstr("check the unit out"))));
+    EXPECT_TRUE(unit("Valve")->isModified());
+    EXPECT_THAT(read(unitFile("Panel.ocl")), HasSubstr("changed"));
+    EXPECT_THAT(read(unitFile("Drives.osb")), HasSubstr("changed"));
+    orchard::closeAllProjects();
+    orchard::saveActiveProject();
+    EXPECT_EQ(messages.size(), 1U);
+}
+
 TEST_F(Saving, AFullDiskLeavesTheOldFileAndTheChange) {
     const std::string before = read(unitFile("Valve.ocl"));
     orchard::setDescription(*unit("Valve"), std::string(5000, 'x'));

@@ -1,0 +1,253 @@
+#include "tests/orchard/storage/Workbench.h"
+
+#include "orchard/storage/UnitChange.h"
+
+#include <set>
+#include <sys/stat.h>
+
+using orchard::FilesBy;
+using orchard::UnitChange;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+class MoveUnit : public Workbench {
+  protected:
+    void SetUp() override { openSample(); }
+    [[nodiscard]] static bool exists(const std::string &file) { return std::filesystem::exists(file); }
+    [[nodiscard]] std::vector<std::string> places() const {
+        std::vector<std::string> places;
+        for (const auto &row : orchard::workspaceUnits(*project)) {
+            places.push_back(row.path + " " + row.file);
+        }
+        return places;
+    }
+    void expectSaved() {
+        const auto before = places();
+        for (const auto &row : orchard::workspaceUnits(*project)) {
+            EXPECT_FALSE(row.unit->isModified()) << row.path;
+            EXPECT_TRUE(exists(row.unit->getFullFileName().str())) << row.path;
+            EXPECT_EQ(IUnit::getByFile(row.unit->getNameForReposFiles()), row.unit) << row.path;
+        }
+        reopen();
+        ASSERT_TRUE(result) << result.problems.front().message();
+        EXPECT_THAT(warnings, IsEmpty());
+        EXPECT_EQ(places(), before);
+    }
+    [[nodiscard]] std::string refusal(std::string_view what, std::string_view where) const {
+        const UnitChange change = UnitChange::move({unit(what)}, *unit(where));
+        return change ? std::string() : change.problems().front().text;
+    }
+};
+
+TEST_F(MoveUnit, TakesTheFileToTheNewOwnersDirectory) {
+    IUnit *const valve = unit("Valve");
+    UnitChange change = UnitChange::move({valve}, *unit("Control"));
+    ASSERT_TRUE(change);
+    EXPECT_EQ(change.oldPath(), unitFile("Valve.ocl"));
+    EXPECT_EQ(change.newPath(), unitFile("Control/Valve.ocl"));
+    ASSERT_EQ(change.owners().size(), 1U);
+    EXPECT_EQ(change.owners()[0].oldOwner, unit("Drives"));
+    EXPECT_EQ(change.owners()[0].newOwner, unit("Control"));
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_EQ(valve->getOwner(), unit("Control"));
+    EXPECT_FALSE(exists(unitFile("Valve.ocl")));
+    EXPECT_THAT(read(unitFile("Drives.osb")), testing::Not(HasSubstr("Valve.ocl")));
+    EXPECT_THAT(read(unitFile("Control/Control.osb")), HasSubstr("Valve.ocl"));
+    EXPECT_THAT(read(unitFile("Control/Valve.ocl")), HasSubstr(unit("Control")->getOrId().getOrIdStr().str()));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, BetweenOwnersOfOneDirectoryMovesNoFile) {
+    UnitChange change = UnitChange::move({unit("Valve")}, *unit("Operator"));
+    EXPECT_THAT(change.files(), IsEmpty());
+    EXPECT_THAT(change.finish(FilesBy::tool), IsEmpty());
+    EXPECT_EQ(unit("Valve")->getOwner(), unit("Operator"));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, ASubsystemWithoutADirectoryTakesEachFileBelowAlong) {
+    UnitChange change = UnitChange::move({unit("Drives")}, *unit("Control"));
+    std::set<std::string> to;
+    for (const auto &file : change.files()) {
+        EXPECT_FALSE(file.isDirectory);
+        to.insert(file.to);
+    }
+    EXPECT_EQ(to,
+              (std::set<std::string>{unitFile("Control/Drives.osb"), unitFile("Control/Pump.ocl"),
+                                     unitFile("Control/Valve.ocl"), unitFile("Control/Sensors.osb"),
+                                     unitFile("Control/LevelSensor.ocl"), unitFile("Control/FlowSensor.ocl")}));
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_EQ(orchard::pathInModel(*unit("FlowSensor")), "Control/Drives/Sensors/FlowSensor");
+    expectSaved();
+}
+
+TEST_F(MoveUnit, ADirectoryGoesAsAWholeWithWhatTheModelDoesNotKnow) {
+    write(unitFile("Control/notes.txt"), "unknown");
+    UnitChange inner = UnitChange::move({unit("Sensors")}, *unit("Control"));
+    ASSERT_THAT(inner.finish(FilesBy::host), IsEmpty());
+    unit("Operator")->setMYpersAs("Desk");
+    std::filesystem::create_directories(unitFile("Desk"));
+    std::filesystem::rename(unitFile("Operator.osb"), unitFile("Desk/Operator.osb"));
+    std::filesystem::rename(unitFile("Panel.ocl"), unitFile("Desk/Panel.ocl"));
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    UnitChange change = UnitChange::move({unit("Control")}, *unit("Operator"));
+    ASSERT_TRUE(change) << change.problems()[0].message();
+    ASSERT_EQ(change.files().size(), 1U);
+    EXPECT_TRUE(change.files()[0].isDirectory);
+    EXPECT_EQ(change.files()[0].from, unitFile("Control"));
+    EXPECT_EQ(change.files()[0].to, unitFile("Desk/Control"));
+    EXPECT_EQ(change.newPath(), unitFile("Desk/Control/Control.osb"));
+    EXPECT_GT(change.units().size(), 5U);
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_FALSE(exists(unitFile("Control")));
+    EXPECT_EQ(read(unitFile("Desk/Control/notes.txt")), "unknown");
+    EXPECT_EQ(unit("FlowSensor")->getFullFileName(), unitFile("Desk/Control/FlowSensor.ocl"));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, ADirectoryThatTheToolHasMovedIsAccepted) {
+    UnitChange change = UnitChange::move({unit("Control")}, *unit("Drives"));
+    EXPECT_THAT(change.files(), IsEmpty()) << "Drives has the same directory as the project";
+    change.cancel();
+    unit("Drives")->setMYpersAs("Motion");
+    const char *const parts[] = {"Drives.osb",  "Pump.ocl",        "Valve.ocl",
+                                 "Sensors.osb", "LevelSensor.ocl", "FlowSensor.ocl"};
+    std::filesystem::create_directories(unitFile("Motion"));
+    for (const char *const file : parts) {
+        std::filesystem::rename(unitFile(file), unitFile(std::string("Motion/") + file));
+    }
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    UnitChange move = UnitChange::move({unit("Control")}, *unit("Drives"));
+    move.begin();
+    std::filesystem::rename(unitFile("Control"), unitFile("Motion/Control"));
+    EXPECT_THAT(move.finish(FilesBy::tool), IsEmpty());
+    expectSaved();
+}
+
+TEST_F(MoveUnit, ADirectoryThatOthersUseIsMovedFileByFile) {
+    unit("Operator")->setMYpersAs("Control"); // beside Control, with the same directory
+    std::filesystem::rename(unitFile("Operator.osb"), unitFile("Control/Operator.osb"));
+    std::filesystem::rename(unitFile("Panel.ocl"), unitFile("Control/Panel.ocl"));
+    unit("Drives")->setMYpersAs("Motion");
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    std::filesystem::create_directories(unitFile("Motion"));
+    for (const char *const file :
+         {"Drives.osb", "Pump.ocl", "Valve.ocl", "Sensors.osb", "LevelSensor.ocl", "FlowSensor.ocl"}) {
+        std::filesystem::rename(unitFile(file), unitFile(std::string("Motion/") + file));
+    }
+    UnitChange change = UnitChange::move({unit("Control")}, *unit("Drives"));
+    EXPECT_EQ(change.files().size(), 4U);
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_TRUE(exists(unitFile("Control/Panel.ocl"))) << "it is not Control's";
+    EXPECT_TRUE(exists(unitFile("Motion/Control/AlarmList.ocl")));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, WhereTheToolHasDoneNothingTheModelIsAsBefore) {
+    const auto before = places();
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump")}, *unit("Control"));
+    change.begin();
+    EXPECT_EQ(unit("Valve")->getFullFileName(), unitFile("Control/Valve.ocl"));
+    EXPECT_EQ(change.finish(FilesBy::tool).size(), 1U);
+    EXPECT_FALSE(change.stands());
+    EXPECT_EQ(places(), before);
+    expectSaved();
+}
+
+TEST_F(MoveUnit, WhatTheToolHasLeftBehindFollows) {
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump")}, *unit("Control"));
+    change.begin();
+    std::filesystem::rename(unitFile("Valve.ocl"), unitFile("Control/Valve.ocl"));
+    const auto told = change.finish(FilesBy::tool);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), HasSubstr("Pump.ocl: the CM tool has left the file behind"));
+    EXPECT_TRUE(change.stands());
+    expectSaved();
+}
+
+TEST_F(MoveUnit, AFileThatCanNotBeMovedTakesAllOfItBack) {
+    UnitChange change = UnitChange::move({unit("Pump"), unit("Valve")}, *unit("Control"));
+    change.begin();
+    write(unitFile("Control/Valve.ocl.d"), "");
+    std::filesystem::remove(unitFile("Valve.ocl"));
+    std::filesystem::create_directory(unitFile("Valve.ocl")); // a directory with a file in it moves, too: bar that
+    write(unitFile("Control/Pump.ocl"), "came in between");
+    const auto told = change.finish(FilesBy::host);
+    EXPECT_FALSE(told.empty());
+    EXPECT_EQ(read(unitFile("Control/Pump.ocl")), "came in between");
+    EXPECT_TRUE(exists(unitFile("Pump.ocl")));
+}
+
+TEST_F(MoveUnit, UnitsKeptElsewhereStayWhereTheyAre) {
+    write(path("lib/Gear.ocl"),
+          "<class format=\"1\" id=\"00000000-0000-0000-0000-0000000000aa\">\n  <name>Gear</name>\n</class>\n");
+    edit(unitFile("Drives.osb"), "</subsystem>",
+         "<unit kind=\"class\" id=\"00000000-0000-0000-0000-0000000000aa\" file=\"../lib/Gear.ocl\" "
+         "external=\"yes\"/>\n</subsystem>");
+    reopen();
+    ASSERT_EQ(unit("Gear")->getFullFileName(), path("lib/Gear.ocl"));
+    EXPECT_THAT(UnitChange::move({unit("Drives")}, *unit("Control")).finish(FilesBy::host), IsEmpty());
+    EXPECT_EQ(unit("Gear")->getFullFileName(), path("lib/Gear.ocl"));
+    EXPECT_TRUE(unit("Gear")->isExternalUnitRecursive());
+    EXPECT_THAT(read(unitFile("Control/Drives.osb")), HasSubstr("\"../../lib/Gear.ocl\""));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, WhatCanNotBeIsRefused) {
+    EXPECT_THAT(refusal("Drives", "Sensors"), HasSubstr("the unit itself, or lies in it"));
+    EXPECT_THAT(refusal("Drives", "Drives"), HasSubstr("the unit itself"));
+    EXPECT_THAT(refusal("Control", "Valve"), HasSubstr("a subsystem can't stand in a class"));
+    EXPECT_THAT(refusal("Valve", "Drives"), HasSubstr("nothing to move"));
+    EXPECT_THAT(UnitChange::move({project}, *unit("Drives")).problems().at(0).text,
+                HasSubstr("it is the project"));
+    write(unitFile("Control/Valve.ocl"), "mine");
+    EXPECT_THAT(refusal("Valve", "Control"), HasSubstr("already"));
+    ::chmod(unitFile("Control/Control.osb").c_str(), 0444);
+    EXPECT_THAT(refusal("Pump", "Control"), HasSubstr("can't be written: the file is read-only"));
+    EXPECT_EQ(read(unitFile("Control/Valve.ocl")), "mine");
+}
+
+TEST_F(MoveUnit, IsRefusedWithAStubWhosePartsAreNotKnown) {
+    ASSERT_TRUE(orchard::setUnitLoaded(*unit("Sensors"), false).empty());
+    EXPECT_THAT(refusal("Drives", "Control"), HasSubstr("isn't loaded"));
+    ASSERT_TRUE(orchard::setUnitLoaded(*unit("Control"), false).empty());
+    EXPECT_THAT(refusal("Valve", "Control"), HasSubstr("isn't loaded"));
+}
+
+TEST_F(MoveUnit, AUnitThatMayNotBeWrittenMovesAndTellsItsOwnerLater) {
+    ::chmod(unitFile("Valve.ocl").c_str(), 0444);
+    unit("Valve")->updateMode("");
+    EXPECT_THAT(UnitChange::move({unit("Valve")}, *unit("Control")).finish(FilesBy::host), IsEmpty());
+    EXPECT_THAT(read(unitFile("Control/Valve.ocl")), HasSubstr(unit("Drives")->getOrId().getOrIdStr().str()));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, UnsavedChangesGoAlong) {
+    orchard::setDescription(*unit("Valve"), "changed");
+    EXPECT_THAT(UnitChange::move({unit("Valve")}, *unit("Control")).finish(FilesBy::host), IsEmpty());
+    EXPECT_THAT(read(unitFile("Control/Valve.ocl")), HasSubstr("changed"));
+}
+
+TEST_F(MoveUnit, ManyAtOnceKeepTheirOrderAndComeBackToTheirPlaces) {
+    const auto before = places();
+    UnitChange change =
+        UnitChange::move({unit("FlowSensor"), unit("Valve"), unit("Pump"), unit("LevelSensor")}, *unit("Control"));
+    change.begin();
+    const auto inside = orchard::elementsInside(*unit("Control"));
+    ASSERT_GE(inside.size(), 4U);
+    EXPECT_EQ(inside[inside.size() - 4], unit("FlowSensor"));
+    EXPECT_EQ(inside.back(), unit("LevelSensor"));
+    change.cancel();
+    EXPECT_EQ(places(), before);
+}
+
+TEST_F(MoveUnit, TheDirectoryOfPartsIsThatOfTheOwnersFile) {
+    EXPECT_EQ(unit("Drives")->getPartsDirectory(), path("Pump_ory"));
+    EXPECT_EQ(unit("Control")->getPartsDirectory(), unitFile("Control"));
+    EXPECT_EQ(project->getPartsDirectory(), path("Pump_ory"));
+}
+
+} // namespace

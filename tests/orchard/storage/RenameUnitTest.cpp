@@ -1,0 +1,220 @@
+#include "tests/orchard/storage/Workbench.h"
+
+#include "orchard/storage/UnitChange.h"
+
+#include <sys/stat.h>
+
+using orchard::FilesBy;
+using orchard::UnitChange;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+class RenameUnit : public Workbench {
+  protected:
+    void SetUp() override { openSample(); }
+    [[nodiscard]] static bool exists(const std::string &file) { return std::filesystem::exists(file); }
+    /// The model on disk is the model in memory.
+    void expectSaved() {
+        std::vector<std::string> paths;
+        for (const auto &row : orchard::workspaceUnits(*project)) {
+            paths.push_back(row.path + " " + row.file);
+            EXPECT_FALSE(row.unit->isModified()) << row.path;
+        }
+        reopen();
+        ASSERT_TRUE(result) << result.problems.front().message();
+        EXPECT_THAT(warnings, IsEmpty());
+        std::vector<std::string> again;
+        for (const auto &row : orchard::workspaceUnits(*project)) {
+            again.push_back(row.path + " " + row.file);
+        }
+        EXPECT_EQ(again, paths);
+    }
+};
+
+TEST_F(RenameUnit, TakesTheFileAlongAndSavesWhatNamesIt) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    ASSERT_TRUE(change);
+    EXPECT_EQ(change.oldPath(), unitFile("Valve.ocl"));
+    EXPECT_EQ(change.newPath(), unitFile("Gate.ocl"));
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_TRUE(change.stands());
+    EXPECT_FALSE(exists(unitFile("Valve.ocl")));
+    EXPECT_THAT(read(unitFile("Gate.ocl")), HasSubstr("<name>Gate</name>"));
+    EXPECT_THAT(read(unitFile("Drives.osb")), HasSubstr("\"Gate.ocl\""));
+    EXPECT_EQ(IUnit::getByFile("Gate.ocl"), unit("Gate"));
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), nullptr);
+    expectSaved();
+}
+
+TEST_F(RenameUnit, BeforeItIsFinishedOnlyTheModelHasTheNewName) {
+    IUnit *const valve = unit("Valve");
+    UnitChange change = UnitChange::rename(*valve, "Gate");
+    change.begin();
+    EXPECT_EQ(valve->getName(), "Gate");
+    EXPECT_EQ(valve->getFileName(), "Gate.ocl");
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+    EXPECT_FALSE(exists(unitFile("Gate.ocl")));
+    change.cancel();
+    EXPECT_EQ(valve->getName(), "Valve");
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), valve);
+    EXPECT_FALSE(valve->isModified());
+    EXPECT_FALSE(unit("Drives")->isModified());
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_FALSE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+}
+
+TEST_F(RenameUnit, OneThatIsForgottenIsTakenBack) {
+    { UnitChange::rename(*unit("Valve"), "Gate").begin(); }
+    EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
+}
+
+TEST_F(RenameUnit, AcceptsWhatTheToolHasDone) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    change.begin();
+    std::filesystem::rename(unitFile("Valve.ocl"), unitFile("Gate.ocl"));
+    edit(unitFile("Gate.ocl"), "<class ", "<!--\n$Revision: 2 $\n-->\n<class ");
+    EXPECT_THAT(change.finish(FilesBy::tool), IsEmpty());
+    EXPECT_TRUE(change.stands());
+    EXPECT_EQ(unit("Gate")->getCMHeader(), "$Revision: 2 $");
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AToolThatHasDoneNothingTakesItBack) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    change.begin();
+    const auto told = change.finish(FilesBy::tool);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), HasSubstr("Valve.ocl: the CM tool has not moved the file"));
+    EXPECT_FALSE(change.stands());
+    EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AToolThatHasCopiedLeavesBothFiles) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    change.begin();
+    std::filesystem::copy_file(unitFile("Valve.ocl"), unitFile("Gate.ocl"));
+    const auto told = change.finish(FilesBy::tool);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), HasSubstr("Valve.ocl: the file is still there"));
+    EXPECT_TRUE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AFileThatIsThereIsNotWrittenOver) {
+    write(unitFile("Gate.ocl"), "mine");
+    EXPECT_THAT(UnitChange::rename(*unit("Valve"), "Gate").problems().at(0).text, HasSubstr("already"));
+    EXPECT_THAT(UnitChange::rename(*unit("Valve"), "Panel").problems().at(0).text,
+                HasSubstr("the file of 'Panel'"));
+    EXPECT_EQ(read(unitFile("Gate.ocl")), "mine");
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Late");
+    change.begin();
+    write(unitFile("Late.ocl"), "came in between");
+    static_cast<void>(change.finish(FilesBy::host));
+    EXPECT_EQ(read(unitFile("Late.ocl")), "came in between");
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+}
+
+TEST_F(RenameUnit, IsRefusedWhereAFileThatTellsItCanNotBeWritten) {
+    ::chmod(unitFile("Drives.osb").c_str(), 0444);
+    EXPECT_THAT(UnitChange::rename(*unit("Valve"), "Gate").problems().at(0).text,
+                testing::AllOf(HasSubstr("Drives.osb"), HasSubstr("check the unit out")));
+    ::chmod(unitFile("Drives.osb").c_str(), 0644);
+    ::chmod(unitFile("Valve.ocl").c_str(), 0444);
+    EXPECT_THAT(UnitChange::rename(*unit("Valve"), "Gate").problems().at(0).text, HasSubstr("read-only"));
+    ::chmod(unitFile("Valve.ocl").c_str(), 0644);
+    edit(unitFile("Valve.ocl"), "A motor valve.", "Somebody else's.");
+    EXPECT_THAT(UnitChange::rename(*unit("Valve"), "Gate").problems().at(0).text, HasSubstr("another program"));
+}
+
+TEST_F(RenameUnit, HostileNamesAndThoseOfTheProjectAndOfStubsAreRefused) {
+    for (const char *const name : {"", "a/b", "a\\b", "..", "a$b", "a`b", "a\"b", "a\nb", "Valve"}) {
+        EXPECT_FALSE(UnitChange::rename(*unit("Valve"), name)) << name;
+    }
+    EXPECT_FALSE(UnitChange::rename(*project, "Other"));
+    ASSERT_TRUE(orchard::setUnitLoaded(*unit("Valve"), false).empty());
+    EXPECT_FALSE(UnitChange::rename(*unit("Valve"), "Gate"));
+}
+
+TEST_F(RenameUnit, AFileThatWasNotNamedAfterTheUnitStays) {
+    unit("Valve")->setFileName("v1");
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    EXPECT_EQ(change.oldPath(), change.newPath());
+    EXPECT_THAT(change.finish(FilesBy::tool), IsEmpty());
+    EXPECT_EQ(unit("Gate")->getFileName(), "v1.ocl");
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AClassInAnothersFileHasOnlyAName) {
+    UnitChange change = UnitChange::rename(*unit("AlarmEntry"), "Entry");
+    EXPECT_EQ(change.oldPath(), "");
+    EXPECT_THAT(change.finish(FilesBy::tool), IsEmpty());
+    EXPECT_THAT(read(unitFile("Control/AlarmList.ocl")), HasSubstr("<name>Entry</name>"));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AnEmbeddedFileIsItsName) {
+    IUnit *const embedded = IUnit::getByFile("wiring.txt");
+    EXPECT_THAT(UnitChange::rename(*embedded, "wires").finish(FilesBy::host), IsEmpty());
+    EXPECT_EQ(embedded->getName(), "wires.txt");
+    EXPECT_EQ(embedded->getFileName(), "wires.txt");
+    EXPECT_THAT(read(embedded->getFullFileName().str()), HasSubstr("Terminal  Signal"));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, ADirectoryOfTheSameNameGoesAlongWithAllInIt) {
+    write(unitFile("Control/notes.txt"), "the model doesn't know it");
+    UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
+    ASSERT_TRUE(change);
+    EXPECT_EQ(change.oldPath(), unitFile("Control/Control.osb"));
+    EXPECT_EQ(change.newPath(), unitFile("Logic/Logic.osb"));
+    ASSERT_EQ(change.files().size(), 2U);
+    EXPECT_TRUE(change.files()[1].isDirectory);
+    EXPECT_EQ(change.files()[1].to, unitFile("Logic"));
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_FALSE(exists(unitFile("Control")));
+    EXPECT_EQ(read(unitFile("Logic/notes.txt")), "the model doesn't know it");
+    EXPECT_EQ(IUnit::getByFile("Logic/AlarmList.ocl"), unit("AlarmList"));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AToolThatWasStoppedBetweenFileAndDirectoryIsHelpedOn) {
+    UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
+    change.begin();
+    std::filesystem::rename(unitFile("Control/Control.osb"), unitFile("Control/Logic.osb"));
+    EXPECT_FALSE(change.finish(FilesBy::tool).empty());
+    EXPECT_TRUE(change.stands());
+    EXPECT_FALSE(exists(unitFile("Control")));
+    EXPECT_TRUE(exists(unitFile("Logic/Logic.osb")));
+    EXPECT_TRUE(exists(unitFile("Logic/AlarmList.ocl")));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, WhereTheOwnersFileCanNotBeSavedAllIsAsBefore) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    change.begin();
+    ::chmod(unitFile("Drives.osb").c_str(), 0444);
+    EXPECT_THAT(change.finish(FilesBy::host), testing::SizeIs(1));
+    EXPECT_FALSE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+    EXPECT_FALSE(exists(unitFile("Gate.ocl")));
+    EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AnOwnerWhoseFileCanNotBeWrittenKeepsTheFileNamesOfItsParts) {
+    IUnit *const drives = unit("Drives");
+    EXPECT_EQ(drives->keepsPartFileName(""), 0);
+    EXPECT_EQ(drives->keepsPartFileName("a$b"), 1);
+    ::chmod(unitFile("Drives.osb").c_str(), 0444);
+    drives->updateMode("");
+    EXPECT_EQ(drives->keepsPartFileName(""), 1);
+}
+
+} // namespace
