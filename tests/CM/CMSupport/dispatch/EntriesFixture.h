@@ -1,0 +1,79 @@
+// What the tests of the facade's entries beside those of check out start from: who works is told by the command
+// that ran, or by the message that takes the place of the provider's route.
+#pragma once
+
+#include "CM/CMSupport/core/CMFacade.h"
+#include "CM/CMSupport/core/CMTranscation.h"
+#include "CM/CMSupport/resources/Texts.h"
+#include "CM/host/Messages.h"
+#include "tests/CM/CMSupport/command/CheckOutFixture.h"
+
+#include <functional>
+#include <stdexcept>
+#include <vector>
+
+class EntriesFixture : public CheckOutFixture {
+  protected:
+    /// One entry of the facade, with what it is called on.
+    struct Entry {
+        const char *name;
+        std::function<int()> call;
+    };
+
+    /// The provider route with a provider of this name, with hybrid mode or without.
+    void useProviderNamed(const CString &name, bool hybrid) {
+        setProviderRoute();
+        setGeneral("UseHybridModeWhenPossible", hybrid ? "True" : "False");
+        CMProperty::setSCCToolName(name);
+    }
+    /// Templates that tell under which name they were found.
+    void tellTools(const CString &key, const CString &text) {
+        for (const char *tool : {"RCS", "SCC", "Basalt", "Tessera"}) {
+            host.setToolDefault(tool, key, CString(tool) + " " + text);
+        }
+    }
+    /// How often the provider's route would have been taken.
+    [[nodiscard]] std::ptrdiff_t providerCalls() const {
+        return std::ranges::count(host.messages.shown, resources::text(resources::Text::providerRouteMissing),
+                                  &recording::Messages::Shown::text);
+    }
+    [[nodiscard]] bool wentToProvider() const { return providerCalls() == 1 && host.worker.commands.empty(); }
+
+    /// A call in a transaction of this type.
+    void expectTransaction(const Entry &entry, CMTranscationType type) {
+        setGeneral("CMOperationStartSeparator", "<$Operation>");
+        setGeneral("CMOperationEndSeparator", "</$Operation>");
+        host.clearRecords();
+        host.window.stream.str({});
+        entry.call();
+        const std::string name = CMTranscation::getOperationNameFromType(type).str();
+        EXPECT_EQ(host.window.text(), "<" + name + "></" + name + ">") << entry.name;
+        EXPECT_EQ(host.callsOf("undo"), (std::vector<std::string>{"undo start flag=1", "undo end"})) << entry.name;
+        EXPECT_EQ(CMTranscation::getCurTranscation(), nullptr) << entry.name;
+    }
+    /// Without a project, and with the tool "None", nothing is done and no list is touched.
+    void expectNothingInAnInvalidTransaction(const std::vector<Entry> &entries) {
+        for (const Entry &entry : entries) {
+            host.clearRecords();
+            host.setTool("None");
+            EXPECT_EQ(entry.call(), 0) << entry.name;
+            EXPECT_EQ(host.messages.shown.size(), 1U) << entry.name << ": the user is told that there is no tool";
+            host.setTool("RCS");
+            auto *const project = std::exchange(host.model.activeProject, nullptr);
+            EXPECT_EQ(entry.call(), 0) << entry.name;
+            EXPECT_EQ(host.messages.shown.size(), 1U) << entry.name << ": nothing is shown";
+            host.model.activeProject = project;
+            EXPECT_TRUE(host.worker.commands.empty()) << entry.name;
+            EXPECT_TRUE(diags.IsEmpty()) << entry.name;
+        }
+    }
+    void expectSoundAfterAnException(const std::vector<Entry> &entries) {
+        host.worker.run = [](const CString &) -> recording::ToolRun { throw std::runtime_error("host"); };
+        for (const Entry &entry : entries) {
+            EXPECT_THROW(entry.call(), std::runtime_error) << entry.name;
+            EXPECT_EQ(host.undo.depth, 0) << entry.name;
+            EXPECT_EQ(CMTranscation::getCurTranscation(), nullptr) << entry.name;
+            EXPECT_TRUE(args.IsEmpty()) << entry.name;
+        }
+    }
+};
