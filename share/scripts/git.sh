@@ -175,6 +175,9 @@ case $action in
     if [ -e "$2" ]; then
       mkdir -p -- "${3%/*}"
       git mv -- "$2" "$3"
+    elif [ -z "$(git ls-files -- "$2")" ] && [ -n "$(git ls-files -- "$3")" ]; then
+      # It went along with the directory that it stands in.
+      exit 0
     else
       # The host has moved it already.
       git rm -r --quiet --force --cached -- "$2"

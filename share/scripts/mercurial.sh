@@ -177,6 +177,9 @@ case $action in
       else
         hg move -- "$2" "$3"
       fi
+    elif ! hg files -- "$2" >/dev/null 2>&1 && hg files -- "$3" >/dev/null 2>&1; then
+      # It went along with the directory that it stands in.
+      exit 0
     else
       # The host has moved it already.
       hg move --after -- "$2" "$3"
