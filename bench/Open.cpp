@@ -1,6 +1,7 @@
 // Opening a large model, against cat of the same files. A process of its own opens it each time.
 #include "bench/Peer.h"
 #include "bench/Project.h"
+#include "bench/Resident.h"
 #include "bench/Works.h"
 
 #include <cstdio>
@@ -19,19 +20,6 @@ struct Opening {
     double seconds = 0;
     double bytes = 0; ///< growth of the largest resident size
 };
-
-// Of this program alone: what getrusage tells begins with the size of the process that started it.
-double largestResidentBytes() {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    double kibibytes = 0;
-    while (status >> word) {
-        if (word == "VmHWM:" && status >> kibibytes) {
-            return kibibytes * 1024;
-        }
-    }
-    throw std::runtime_error("/proc/self/status does not tell the resident size");
-}
 
 // The files of the model, one a line, and their size together.
 double listFiles(const fs::path &directory, const fs::path &list) {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace bench {
 
@@ -24,9 +25,13 @@ bool runPrograms(const Setting &setting);
 bool checkOutUnits(const Setting &setting);
 bool openModel(const Setting &setting);
 bool prepareCheckOut(const Setting &setting);
+bool listArchive(const Setting &setting);
 
 /// The child's side of openModel: opens the project and prints the seconds that it took and by how many bytes the
 /// largest resident size grew.
 int openOnce(const std::string &projectFile);
+/// The child's side of listArchive: lists (arguments: project file, tool, text) and prints by how many bytes the
+/// largest resident size grew.
+int listOnce(const std::vector<std::string> &arguments);
 
 } // namespace bench

@@ -1,6 +1,7 @@
 // Measures the works of the library and the reference host against their peers, and prints a row for each. Exits
 // with 1 if a bar is missed, 2 on wrong usage, 3 if a work could not be done.
-//   orc_bench [--runs N] [--scale X] [WORK...]     works: expand, run, checkout, open, prepare; all without one
+//   orc_bench [--runs N] [--scale X] [WORK...]     works: expand, run, checkout, open, prepare, list; all without
+//   one
 #include "bench/Works.h"
 
 #include <CLI/CLI.hpp>
@@ -22,11 +23,9 @@ struct Work {
     const char *name;
     bool (*run)(const Setting &setting);
 };
-constexpr Work works[] = {{"expand", expandCommandLines},
-                          {"run", runPrograms},
-                          {"checkout", checkOutUnits},
-                          {"open", openModel},
-                          {"prepare", prepareCheckOut}};
+constexpr Work works[] = {{"expand", expandCommandLines}, {"run", runPrograms},
+                          {"checkout", checkOutUnits},    {"open", openModel},
+                          {"prepare", prepareCheckOut},   {"list", listArchive}};
 
 // A directory for one run of the program.
 class Scratch {
@@ -83,6 +82,7 @@ int main(int argc, char **argv) {
             known.emplace_back(work.name);
         }
         std::string toOpen;
+        std::vector<std::string> toList;
         CLI::App app("Measures the works of the library and the reference host against their peers.");
         app.add_option("--runs", setting.runs, "pairs of runs that the medians are taken of")
             ->check(CLI::Range(1, 1000));
@@ -90,6 +90,7 @@ int main(int argc, char **argv) {
             ->check(CLI::Range(0.001, 10.0));
         app.add_option("work", names, "what to measure; everything if left out")->check(CLI::IsMember(known));
         app.add_option("--open-once", toOpen)->group("");
+        app.add_option("--list-once", toList)->expected(3)->group("");
         try {
             app.parse(argc, argv);
         } catch (const CLI::ParseError &error) {
@@ -97,6 +98,9 @@ int main(int argc, char **argv) {
         }
         if (!toOpen.empty()) {
             return bench::openOnce(toOpen);
+        }
+        if (!toList.empty()) {
+            return bench::listOnce(toList);
         }
         return bench::measure(setting, names) ? 0 : 1;
     } catch (const std::exception &error) {

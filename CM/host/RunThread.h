@@ -21,8 +21,10 @@ class ORC_HOST_API RunThread {
     /// Waits for the end of the child, -1 without limit. 0 at its end; WAIT_TIMEOUT if the limit ran out.
     int getStatus(int milliseconds);
 
-    CStringList errorLines;  ///< what came on the error channel; each line keeps its line end
-    CStringList outputLines; ///< what came on the output channel; each line keeps its line end
+    // What came on the two channels; each line keeps its line end. An entry may hold several lines: only all
+    // entries put together are the text.
+    CStringList errorLines;
+    CStringList outputLines;
 
   protected:
     /// `outputHandle` is an open file descriptor that the child's output goes to, or -1.

@@ -37,4 +37,30 @@ TEST(Lines, AreAppended) {
     EXPECT_EQ(list.GetCount(), 2);
 }
 
+TEST(Lines, OfALongTextAreSeveralInAnEntryAndAllThere) {
+    std::string text;
+    while (text.size() <= 1'000'000) {
+        text += "a line of a long listing\n";
+    }
+    text += "the last one";
+    const Lines entries = linesOf(text);
+    EXPECT_LT(entries.size(), 20U);
+    std::string joined;
+    for (const std::string &entry : entries) {
+        EXPECT_TRUE(entry.ends_with('\n') || &entry == &entries.back());
+        joined += entry;
+    }
+    EXPECT_EQ(joined, text);
+}
+
+TEST(Lines, ALongTextWithoutALineEndIsOneEntry) {
+    EXPECT_EQ(linesOf(std::string(500'000, 'x')), Lines{std::string(500'000, 'x')});
+    EXPECT_EQ(linesOf(std::string(500'000, 'x') + "\ny").size(), 2U);
+}
+
+TEST(Lines, ALineLongerThanAnEntryStaysWhole) {
+    const std::string line(300'000, 'x');
+    EXPECT_EQ(linesOf("a\n" + line + "\nb\n"), (Lines{"a\n" + line + "\n", "b\n"}));
+}
+
 } // namespace
