@@ -14,7 +14,9 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t longestPattern = 60'000; // bytes; the engine's own limit on compiled code is near it
 constexpr std::size_t shortSubject = 256;      // bytes that are searched in one call
-constexpr std::size_t smallestStride = 16;     // starting positions that are tried between two looks at the clock
+constexpr std::size_t mediumSubject = 8192;    // bytes that are searched in one call, if few steps are enough
+constexpr std::uint32_t fewSteps = 64;
+constexpr std::size_t firstStride = 1024; // starting positions that are tried before the first look at the clock
 constexpr std::size_t largestStride = 16 * 1024;
 
 /// Steps from one starting position without a look at the clock. A step may walk through the whole subject.
@@ -27,6 +29,11 @@ std::uint32_t quickSteps(std::size_t subjectSize) {
 TimeAllowance TimeAllowance::forSize(std::size_t bytes) {
     constexpr std::size_t bytesOfASecond = 10'000'000;
     return TimeAllowance(5s + std::chrono::seconds(bytes / bytesOfASecond));
+}
+
+bool TimeAllowance::isUsedUpNowAndThen() {
+    constexpr unsigned callsPerLook = 16;
+    return ++calls_ % callsPerLook == 0 && Clock::now() >= end();
 }
 
 TimeAllowance::Clock::time_point TimeAllowance::end() {
@@ -52,6 +59,9 @@ struct CompiledPattern::Code {
     engine::Starts starts;
 
     int searchWatched(engine::Request request, TimeAllowance &time, pcre2_match_data *data) {
+        if (isGivenUp()) {
+            return engine::timeIsUsedUp;
+        }
         if (!watched) {
             engine::CompileError error;
             watched = engine::compile(text, options | PCRE2_AUTO_CALLOUT, error);
@@ -63,46 +73,72 @@ struct CompiledPattern::Code {
         request.lastStart = PCRE2_UNSET;
         request.steps = 0xffff'ffffU;
         // A pattern that has failed so gets less time each time, or a batch would wait for it again and again.
-        request.end = std::min(time.end(), TimeAllowance::Clock::now() + 5s / (1 << std::min(timeouts, 8)));
+        request.end = std::min(time.end(), TimeAllowance::Clock::now() + 5s / (1 << timeouts));
         const int result = engine::match(watched.get(), watchedIsMachineCode, request, data);
         timeouts += result == engine::timeIsUsedUp ? 1 : 0;
         return result;
     }
 
+    /// After so many time-outs, of 10 s together, the pattern gets few steps only, so that a million texts on
+    /// which it fails end too, and those on which it needs few still match.
+    [[nodiscard]] bool isGivenUp() const { return timeouts >= 9; }
+
+    [[nodiscard]] std::uint32_t stepsFor(std::size_t subjectSize) const {
+        return isGivenUp() ? std::min(quickSteps(subjectSize), 4 * fewSteps) : quickSteps(subjectSize);
+    }
+
     int search(std::string_view subject, std::size_t start, bool notEmptyAtStart, TimeAllowance &time,
                pcre2_match_data *data) {
-        engine::Request request{subject,
-                                start,
-                                PCRE2_UNSET,
-                                notEmptyAtStart ? PCRE2_NOTEMPTY_ATSTART : 0U,
-                                quickSteps(subject.size()),
-                                std::nullopt};
-        int result = PCRE2_ERROR_NOMATCH;
-        if (!canBeSliced || subject.size() - start <= shortSubject) {
+        engine::Request request{subject,  start,       PCRE2_UNSET, notEmptyAtStart ? PCRE2_NOTEMPTY_ATSTART : 0U,
+                                fewSteps, std::nullopt};
+        int result = PCRE2_ERROR_MATCHLIMIT;
+        if (subject.size() - start > shortSubject && subject.size() <= mediumSubject) {
             result = engine::match(quick.get(), quickIsMachineCode, request, data);
-        } else {
-            const TimeAllowance::Clock::time_point end = time.end();
-            auto before = TimeAllowance::Clock::now();
-            std::size_t stride = smallestStride;
-            std::size_t next = starts.next(subject, start);
-            while (result == PCRE2_ERROR_NOMATCH && next <= subject.size()) {
-                if (before >= end) {
-                    return engine::timeIsUsedUp;
-                }
-                request.options = next == start ? request.options : 0U;
-                request.start = next;
-                request.lastStart = next + stride;
-                result = engine::match(quick.get(), quickIsMachineCode, request, data);
-                next = starts.next(subject, next + stride + 1);
-                const auto after = TimeAllowance::Clock::now();
-                stride = after - before < 2ms ? std::min(stride * 4, largestStride)
-                                              : std::max<std::size_t>(stride / 4, 1);
-                before = after;
-            }
         }
-        return result == PCRE2_ERROR_MATCHLIMIT || result == PCRE2_ERROR_DEPTHLIMIT
-                   ? searchWatched(request, time, data)
-                   : result;
+        if (!isOutOfSteps(result)) {
+            return result;
+        }
+        request.steps = stepsFor(subject.size());
+        result = !canBeSliced || subject.size() - start <= shortSubject
+                     ? engine::match(quick.get(), quickIsMachineCode, request, data)
+                     : searchInSlices(request, time, data);
+        return isOutOfSteps(result) ? searchWatched(request, time, data) : result;
+    }
+
+    /// Tries the starting positions in several calls, with looks at the clock in between. On return the request is
+    /// that of the last call.
+    int searchInSlices(engine::Request &request, TimeAllowance &time, pcre2_match_data *data) const {
+        if (time.isUsedUpNowAndThen()) {
+            return engine::timeIsUsedUp;
+        }
+        const std::size_t first = request.start;
+        std::size_t stride = firstStride;
+        std::optional<TimeAllowance::Clock::time_point> before;
+        std::size_t next = starts.next(request.subject, first);
+        while (next <= request.subject.size()) {
+            request.options = next == first ? request.options : 0U;
+            request.start = next;
+            request.lastStart = next + stride;
+            const int result = engine::match(quick.get(), quickIsMachineCode, request, data);
+            if (result != PCRE2_ERROR_NOMATCH) {
+                return result;
+            }
+            const auto now = TimeAllowance::Clock::now();
+            if (now >= time.end()) {
+                return engine::timeIsUsedUp;
+            }
+            next = starts.next(request.subject, next + stride + 1);
+            if (before) {
+                stride = now - *before < 2ms ? std::min(stride * 4, largestStride)
+                                             : std::max<std::size_t>(stride / 4, 1);
+            }
+            before = now;
+        }
+        return PCRE2_ERROR_NOMATCH;
+    }
+
+    static bool isOutOfSteps(int result) {
+        return result == PCRE2_ERROR_MATCHLIMIT || result == PCRE2_ERROR_DEPTHLIMIT;
     }
 };
 

@@ -32,10 +32,13 @@ class TimeAllowance {
     static TimeAllowance forSize(std::size_t bytes);
     /// When the time will be used up.
     Clock::time_point end();
+    /// Whether it is, by a look at the clock at one call of many; false at the others.
+    bool isUsedUpNowAndThen();
 
   private:
     Clock::duration total_;
     std::optional<Clock::time_point> end_;
+    unsigned calls_ = 0;
 };
 
 class CompiledPattern {

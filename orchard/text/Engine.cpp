@@ -26,6 +26,9 @@ struct Workspace {
     JitStack stack{pcre2_jit_stack_create(jitStackStart, jitStackLimit, nullptr)};
     MatchData data;
     std::uint32_t pairs = 0;
+    std::uint32_t steps = 0; // the limits that the context has
+    std::size_t lastStart = 0;
+    bool isWatched = true;
 
     Workspace() {
         pcre2_set_heap_limit(context.get(), heapLimit);
@@ -92,11 +95,21 @@ pcre2_match_data *matchData(std::uint32_t pairs) {
 }
 
 int match(const pcre2_code *code, bool hasMachineCode, const Request &request, pcre2_match_data *data) {
-    pcre2_match_context *const context = workspace().context.get();
-    pcre2_set_match_limit(context, request.steps);
-    pcre2_set_offset_limit(context, request.lastStart);
+    Workspace &work = workspace();
+    pcre2_match_context *const context = work.context.get();
+    if (work.steps != request.steps) {
+        pcre2_set_match_limit(context, request.steps);
+        work.steps = request.steps;
+    }
+    if (work.lastStart != request.lastStart) {
+        pcre2_set_offset_limit(context, request.lastStart);
+        work.lastStart = request.lastStart;
+    }
     Watch watch{request.end.value_or(Clock::time_point()), 0};
-    pcre2_set_callout(context, request.end ? lookAtClock : nullptr, &watch);
+    if (work.isWatched || request.end) {
+        pcre2_set_callout(context, request.end ? lookAtClock : nullptr, &watch);
+        work.isWatched = request.end.has_value();
+    }
     const auto *bytes = reinterpret_cast<PCRE2_SPTR>(request.subject.data());
     int result = PCRE2_ERROR_JIT_STACKLIMIT;
     if (hasMachineCode) {
@@ -131,6 +144,12 @@ Starts::Starts(const pcre2_code *code, bool mayIgnoreCase) {
     } else {
         bytes_.set();
     }
+    if (bytes_.count() == 1) {
+        for (std::size_t i = 0; i < 256; ++i) {
+            only_ = bytes_[i] ? static_cast<char>(i) : only_;
+        }
+        isOne_ = true;
+    }
 }
 
 std::size_t Starts::next(std::string_view subject, std::size_t from) const {
@@ -143,6 +162,10 @@ std::size_t Starts::next(std::string_view subject, std::size_t from) const {
     }
     if (bytes_.all()) {
         return from;
+    }
+    if (isOne_) {
+        const std::size_t found = subject.find(only_, from);
+        return found == std::string_view::npos ? subject.size() + 1 : found;
     }
     while (from < subject.size() && !bytes_[static_cast<unsigned char>(subject[from])]) {
         ++from;

@@ -59,6 +59,8 @@ class Starts {
   private:
     std::bitset<256> bytes_;
     bool atLines_ = false;
+    bool isOne_ = false; ///< there is one such byte only
+    char only_ = '\0';
 };
 
 } // namespace orchard::engine
