@@ -51,6 +51,27 @@ TEST_F(Files, TakesEitherSeparator) {
     EXPECT_TRUE(platform::isRegularFile({directory_.path() + "\\sub\\unit.osb"}));
 }
 
+TEST_F(Files, ReadsARegularFileUpToTheLimit) {
+    const std::string text("a\0b\r\n\xff", 6);
+    const auto file = directory_.write("unit.osb", text);
+    EXPECT_EQ(platform::readFile({file}, 100), text);
+    EXPECT_EQ(platform::readFile({file}, 6), text);
+    EXPECT_EQ(platform::readFile({file}, 2), text.substr(0, 2));
+    EXPECT_EQ(platform::readFile({file}, 0), "");
+    const std::string large(200'000, 'x');
+    EXPECT_EQ(platform::readFile({directory_.write("large.osb", large)}, 1'000'000), large);
+    EXPECT_EQ(platform::readFile({directory_.write("large.osb", large)}, 150'000)->size(), 150'000U);
+    EXPECT_EQ(platform::readFile({directory_.write("empty.osb", "")}, 100), "");
+}
+
+TEST_F(Files, ReadsNothingButRegularFiles) {
+    EXPECT_EQ(platform::readFile({directory_ / "none"}, 100), std::nullopt);
+    EXPECT_EQ(platform::readFile({directory_.path()}, 100), std::nullopt);
+    ASSERT_EQ(::mkfifo((directory_ / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(platform::readFile({directory_ / "pipe"}, 100), std::nullopt) << "and it waits for nobody";
+    EXPECT_EQ(platform::readFile("", 100), std::nullopt);
+}
+
 TEST_F(Files, DoesNotTakeThePartBeforeANulForThePath) {
     const auto file = directory_.write("unit.osb", "x");
     EXPECT_FALSE(platform::deleteFile({file + std::string(1, '\0') + ".bak"}));
