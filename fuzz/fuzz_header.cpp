@@ -1,0 +1,36 @@
+// The header of a file, from any bytes: a first part of the file says the same as all of it, or that it is too
+// short; and what is found is what the reader of whole files finds.
+#include "orchard/storage/UnitHeader.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    using orchard::HeaderScan;
+    const std::string_view text(reinterpret_cast<const char *>(data), size);
+    const HeaderScan whole = orchard::scanHeader(text, true);
+    if (whole.state == HeaderScan::tooFew) {
+        std::abort();
+    }
+    if (whole.state == HeaderScan::foreign ? *whole.fault == '\0' : whole.text != orchard::findHeader(text).text) {
+        std::abort();
+    }
+    bool isTold = false;
+    const std::size_t step = std::max<std::size_t>(1, size / 64);
+    for (std::size_t length = 0; length <= size; length += step) {
+        const HeaderScan part = orchard::scanHeader(text.substr(0, length), false);
+        if (part.state == HeaderScan::tooFew) {
+            if (isTold) {
+                std::abort(); // a longer part knew less
+            }
+            continue;
+        }
+        isTold = true;
+        if (part.state != whole.state || part.text != whole.text) {
+            std::abort();
+        }
+    }
+    return 0;
+}
