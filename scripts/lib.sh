@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034 # the scripts that source it use the lists
 # Shared steps of the scripts: what a bare machine lacks, and the build. Sourced, not run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -7,7 +8,7 @@ build_packages=(g++ cmake ninja-build pkg-config ccache libpcre2-dev libpugixml-
 test_packages=(git)
 bench_packages=(perl)
 fuzz_packages=(clang libclang-rt-14-dev)
-tidy_packages=(clang clang-tidy clang-format)
+tidy_packages=(clang clang-tidy clang-format shellcheck)
 tool_packages=(rcs git mercurial cvs subversion locales)
 
 # Installs those of the named Debian packages that are missing.
@@ -27,11 +28,18 @@ install_packages() {
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build PRESET [TARGET...]: configures once, then builds.
+# build PRESET [TARGET...]: configures if it was not done yet, did not succeed, or was done from other presets; then
+# builds.
 build() {
-  local preset=$1
+  local preset=$1 directory=build/$1 presets=(CMakePresets.json)
   shift
-  [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+  [ ! -f CMakeUserPresets.json ] || presets+=(CMakeUserPresets.json)
+  local stamp=$directory/configured-from
+  if [ ! -f "$directory/build.ninja" ] || ! cat "${presets[@]}" | cmp -s - "$stamp"; then
+    rm -f "$stamp"
+    cmake --preset "$preset" >/dev/null
+    cat "${presets[@]}" >"$stamp"
+  fi
   if [ $# -gt 0 ]; then
     cmake --build --preset "$preset" --target "$@"
   else
