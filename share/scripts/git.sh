@@ -4,14 +4,16 @@
 #                                                    directory PROJECT: a copy of ARCHIVE, if something is in there
 #   git.sh add ARCHIVE MODE FILE COMMENT             puts a file under Git
 #   git.sh checkin ARCHIVE LABEL MODE FILE COMMENT   commits a file; with a LABEL that is not empty it tags the commit
-#   git.sh get REVISION MODE FILE                    the committed file, whatever is here
-#   git.sh update REVISION MODE FILE                 the committed file, unless a writable one has changes
-#   git.sh fetch REVISION DIRECTORY FILE             writes a committed file into another directory
+#   git.sh get ARCHIVE LABEL MODE FILE               the committed file, whatever is here
+#   git.sh update ARCHIVE LABEL MODE FILE            the committed file, unless a writable one has changes
+#   git.sh undo MODE FILE                            the file as it was committed last, as far as is known here
+#   git.sh fetch ARCHIVE LABEL DIRECTORY FILE        writes a committed file into another directory
+#   git.sh list ARCHIVE LABEL                        the committed files and the names of their contents
 #   git.sh move ARCHIVE OLD NEW                      moves a file, or a directory with all in it
 #   git.sh delete ARCHIVE PATH                       removes a file, or a directory with all in it
 #
-# ARCHIVE is the shared repository, to which each commit is pushed; if it is empty, nothing is. MODE is what chmod
-# understands. What goes wrong is told on the error channel, by the program that could not do it.
+# ARCHIVE is the shared repository, whose commits are taken in first and to which each commit is pushed; it may be empty.
+# LABEL names a commit; if it is empty, the newest is meant. MODE is what chmod understands. What goes wrong is told on the error channel, by the program that could not do it.
 set -eu
 # The language is taken from LANGUAGE even where the locale is set.
 export LC_ALL=C.UTF-8 LANGUAGE= GIT_TERMINAL_PROMPT=0 GIT_EDITOR=:
@@ -30,6 +32,59 @@ commit() {
 # What could not be pushed goes with the next commit.
 publish() {
   if [ -n "$archive" ]; then git push --quiet -- "$archive" HEAD; fi
+}
+
+by_colleagues() {
+  echo "error: ${1##*/} has been changed here, and colleagues have changed it: take their work in with \"git pull --rebase\"" >&2
+  exit 1
+}
+
+# By the permission bits, as everything is writable for an administrator.
+is_writable() { [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
+
+# newest: the newest commit of the shared repository if it goes on from the one here, and else the one here.
+newest() {
+  if [ -z "$archive" ]; then
+    echo HEAD
+    return
+  fi
+  branch=$(git symbolic-ref HEAD)
+  if ! message=$(git fetch --quiet -- "$archive" "$branch" 2>&1); then
+    case $message in
+      *"couldn't find remote ref"*) echo HEAD && return ;;
+    esac
+    echo "$message" >&2
+    exit 1
+  fi
+  if git merge-base --is-ancestor HEAD FETCH_HEAD; then git rev-parse FETCH_HEAD; else echo HEAD; fi
+}
+
+# is_unit PATH: a path in the repository, of what the model has files of.
+is_unit() {
+  case $1 in
+    */.* | .*) return 1 ;;
+    "$prefix"*) return 0 ;;
+  esac
+  return 1
+}
+
+# take_in [FILE]: goes on to the newest commit. Read-only files of units stay as they are: they are brought up to date
+# when they are checked out. All other files are brought up to date now. One with changes, but for FILE, must not have
+# been changed there as well: checking it in would take that back.
+take_in() {
+  newest=$(newest)
+  if [ "$newest" = HEAD ] || [ "$newest" = "$(git rev-parse HEAD)" ]; then return; fi
+  top=$(git rev-parse --show-toplevel)
+  prefix=$(git rev-parse --show-prefix)
+  changed=$(git diff --no-renames --name-only HEAD "$newest")
+  others=$(printf '%s\n' "$changed" | while read -r name; do
+    if is_unit "$name" && { [ "$top/$name" = "${1:-}" ] || ! is_writable "$top/$name"; }; then continue; fi
+    if [ -e "$top/$name" ] && ! git -C "$top" diff --quiet HEAD -- "$name"; then by_colleagues "$name"; fi
+    echo "$name"
+  done)
+  printf '%s' "$others" | tr '\n' '\0' | xargs -0 -r git -C "$top" --literal-pathspecs restore --source="$newest" \
+    --staged --worktree --
+  git reset --quiet --mixed "$newest"
 }
 
 is_unchanged() {
@@ -69,8 +124,11 @@ get() {
 check_in() {
   if is_unchanged "$file"; then
     echo "${file##*/} is unchanged: nothing to check in"
-  else
+  elif is_writable "$file"; then
     commit "$2" "$file"
+  else
+    echo "error: ${file##*/} is not checked out, and differs from what was committed last; check it out first" >&2
+    exit 1
   fi
   get HEAD "$1"
 }
@@ -94,7 +152,9 @@ copy_archive() {
   mv -- "$1/.orchard-link/.git" "$1/.git"
   rmdir -- "$1/.orchard-link"
   git reset --quiet
+  missing=$(git ls-files --deleted)
   (cd -- "$1" && git checkout-index --quiet --all) || true
+  printf '%s' "$missing" | tr '\n' '\0' | xargs -0 -r chmod a-w --
 }
 
 make_repository() {
@@ -136,42 +196,52 @@ case $action in
     ;;
   add)
     archive=$1 file=$3
+    take_in
     git add --force -- "$file"
+    chmod u+w -- "$file"
     check_in "$2" "$4"
     publish
     ;;
   checkin)
     archive=$1 file=$4
+    take_in
     check_in "$3" "$5"
     publish
     if [ -n "$2" ]; then tag "$2"; fi
     ;;
-  get)
-    file=$3
-    get "$1" "$2"
-    ;;
-  update)
-    file=$3
-    # By the permission bits, as everything is writable for an administrator.
-    if [ -e "$file" ] && [ -n "$(find "$file" -prune -perm -u+w)" ] && ! is_unchanged "$file"; then
+  get | update)
+    archive=$1 file=$4
+    if [ "$action" = update ] && is_writable "$file" && ! is_unchanged "$file"; then
       echo "error: ${file##*/} has changes that are not checked in; undo its check out to lose them" >&2
       exit 1
     fi
-    get "$1" "$2"
+    take_in "$file"
+    get "${2:-HEAD}" "$3"
+    ;;
+  undo)
+    file=$2
+    get HEAD "$1"
     ;;
   fetch)
+    archive=$1
+    commit=${2:-$(newest)}
     # By the path in the repository, as that of a version holds none of the file system.
-    path=$(git ls-tree -r --full-name --name-only "$1" -- "$3")
+    path=$(git ls-tree -r --full-name --name-only "$commit" -- "$4")
     if [ -z "$path" ]; then
-      echo "error: ${3##*/} is not in $1" >&2
+      echo "error: ${4##*/} is not in the archive" >&2
       exit 1
     fi
-    target=$2/${3##*/}
-    git cat-file --filters "$1:$path" >"$target.orc~" || { rm -f -- "$target.orc~"; exit 1; }
+    target=$3/${4##*/}
+    git cat-file --filters "$commit:$path" >"$target.orc~" || { rm -f -- "$target.orc~"; exit 1; }
     mv -f -- "$target.orc~" "$target"
+    ;;
+  list)
+    archive=$1
+    git ls-tree -r "${2:-$(newest)}"
     ;;
   move)
     archive=$1
+    take_in
     if [ -e "$2" ]; then
       mkdir -p -- "${3%/*}"
       git mv -- "$2" "$3"
@@ -188,6 +258,7 @@ case $action in
     ;;
   delete)
     archive=$1
+    take_in
     if [ -d "$2" ]; then
       # Files in there that Git doesn't know stay.
       git rm -r --quiet --force -- "$2"

@@ -5,14 +5,16 @@
 #   mercurial.sh add ARCHIVE MODE FILE COMMENT             puts a file under Mercurial
 #   mercurial.sh checkin ARCHIVE LABEL MODE FILE COMMENT   commits a file; with a LABEL that is not empty it tags the
 #                                                          changeset
-#   mercurial.sh get REVISION MODE FILE                    the committed file, whatever is here
-#   mercurial.sh update REVISION MODE FILE                 the committed file, unless a writable one has changes
-#   mercurial.sh fetch REVISION DIRECTORY FILE             writes a committed file into another directory
+#   mercurial.sh get ARCHIVE LABEL MODE FILE               the committed file, whatever is here
+#   mercurial.sh update ARCHIVE LABEL MODE FILE            the committed file, unless a writable one has changes
+#   mercurial.sh undo MODE FILE                            the file as it was committed last, as far as is known here
+#   mercurial.sh fetch ARCHIVE LABEL DIRECTORY FILE        writes a committed file into another directory
+#   mercurial.sh list ARCHIVE LABEL                        the committed files and the changesets that changed them last
 #   mercurial.sh move ARCHIVE OLD NEW                      moves a file, or a directory with all in it
 #   mercurial.sh delete ARCHIVE PATH                       removes a file, or a directory with all in it
 #
-# ARCHIVE is the shared repository, to which each changeset is pushed; if it is empty, nothing is. MODE is what chmod
-# understands. What goes wrong is told on the error channel, by the program that could not do it.
+# ARCHIVE is the shared repository, whose changesets are taken in first and to which each changeset is pushed; it may be
+# empty. LABEL names a changeset; if it is empty, the newest is meant. MODE is what chmod understands. What goes wrong is told on the error channel, by the program that could not do it.
 set -eu
 # The language is taken from LANGUAGE even where the locale is set. HGPLAIN keeps out the user's own defaults.
 export LC_ALL=C.UTF-8 LANGUAGE= HGPLAIN=1 HGENCODING=UTF-8 HGEDITOR=false
@@ -36,6 +38,59 @@ publish() {
   if [ -n "$archive" ]; then
     hg push -- "$archive" || [ $? -eq 1 ]
   fi
+}
+
+by_colleagues() {
+  echo "error: ${1##*/} has been changed here, and colleagues have changed it: take their work in with \"hg update\"" >&2
+  exit 1
+}
+
+# By the permission bits, as everything is writable for an administrator.
+is_writable() { [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
+
+# newest: the newest changeset of the branch if it alone goes on from the one here, and else the one here.
+newest() {
+  if [ -n "$archive" ]; then hg pull -- "$archive" >&2; fi
+  heads=$(hg log --rev 'heads(.:: and branch(.))' --template '{node}\n')
+  case $heads in
+    '' | *'
+'*) echo . ;;
+    *) echo "$heads" ;;
+  esac
+}
+
+# is_unit PATH: a path in the repository, of what the model has files of.
+is_unit() {
+  case $1 in
+    */.* | .*) return 1 ;;
+    "$prefix"*) return 0 ;;
+  esac
+  return 1
+}
+
+# take_in [FILE]: goes on to the newest changeset. Read-only files of units stay as they are: they are brought up to date
+# when they are checked out. All other files are brought up to date now. One with changes, but for FILE, must not have
+# been changed there as well: checking it in would take that back.
+take_in() {
+  newest=$(newest)
+  if [ "$newest" = . ] || [ "$newest" = "$(hg log --rev . --template '{node}')" ]; then return; fi
+  top=$(hg root)
+  prefix=$(pwd -P)/
+  prefix=${prefix#"$top/"}
+  modified=$(hg status --cwd "$top" --no-status --modified --added --removed --deleted)
+  others=$(hg status --cwd "$top" --no-status --rev . --rev "$newest" | while read -r name; do
+    if is_unit "$name" && { [ "$top/$name" = "${1:-}" ] || ! is_writable "$top/$name"; }; then continue; fi
+    if printf '%s\n' "$modified" | grep -qxF -e "$name"; then by_colleagues "$name"; fi
+    echo "$name"
+  done)
+  hg debugrebuilddirstate --rev "$newest"
+  printf '%s' "$others" | while read -r name || [ -n "$name" ]; do
+    if hg files --cwd "$top" -- "$name" >/dev/null 2>&1; then
+      hg revert --cwd "$top" --no-backup -- "$name"
+    else
+      rm -f -- "$top/$name"
+    fi
+  done
 }
 
 is_unchanged() { [ -n "$(hg status --clean -- "$1")" ]; }
@@ -72,8 +127,11 @@ get() {
 check_in() {
   if is_unchanged "$file"; then
     echo "${file##*/} is unchanged: nothing to check in"
-  else
+  elif is_writable "$file"; then
     commit "${2:-Check in ${file##*/}}" "$file"
+  else
+    echo "error: ${file##*/} is not checked out, and differs from what was committed last; check it out first" >&2
+    exit 1
   fi
   chmod "$1" -- "$file"
 }
@@ -102,7 +160,9 @@ copy_archive() {
   cd -- "$1"
   if found 'present(branch(default))'; then hg debugrebuilddirstate --rev default; else hg debugrebuilddirstate --rev tip; fi
   set_keywords
+  missing=$(hg status --no-status --deleted -- "$units")
   hg revert --no-backup 'set:missing()'
+  printf '%s' "$missing" | tr '\n' '\0' | xargs -0 -r chmod a-w --
   cd -- "$units"
 }
 
@@ -140,36 +200,47 @@ case $action in
     ;;
   add)
     archive=$1 file=$3
+    take_in
     hg add -- "$file"
+    chmod u+w -- "$file"
     check_in "$2" "$4"
     publish
     ;;
   checkin)
     archive=$1 file=$4
+    take_in
     check_in "$3" "$5"
     if [ -n "$2" ]; then tag "$2"; fi
     publish
     ;;
-  get)
-    file=$3
-    get "$1" "$2"
-    ;;
-  update)
-    file=$3
-    # By the permission bits, as everything is writable for an administrator.
-    if [ -e "$file" ] && [ -n "$(find "$file" -prune -perm -u+w)" ] && ! is_unchanged "$file"; then
+  get | update)
+    archive=$1 file=$4
+    if [ "$action" = update ] && is_writable "$file" && ! is_unchanged "$file"; then
       echo "error: ${file##*/} has changes that are not checked in; undo its check out to lose them" >&2
       exit 1
     fi
-    get "$1" "$2"
+    take_in "$file"
+    get "${2:-.}" "$3"
+    ;;
+  undo)
+    file=$2
+    get . "$1"
     ;;
   fetch)
-    target=$2/${3##*/}
-    hg cat --rev "$1" -- "$3" >"$target.orc~" || { rm -f -- "$target.orc~"; exit 1; }
+    archive=$1
+    target=$3/${4##*/}
+    hg cat --rev "${2:-$(newest)}" -- "$4" >"$target.orc~" || { rm -f -- "$target.orc~"; exit 1; }
     mv -f -- "$target.orc~" "$target"
+    ;;
+  list)
+    archive=$1
+    changed='revset("max(filelog(%s) and ::%s)", relpath(path), node) % "{node|short}"'
+    # Status 1: there is no file.
+    hg files --rev "${2:-$(newest)}" --template "{relpath(path)}\\t{$changed}\\n" --include . || [ $? -eq 1 ]
     ;;
   move)
     archive=$1
+    take_in
     if [ -e "$2" ]; then
       mkdir -p -- "${3%/*}"
       if [ -d "$2" ]; then
@@ -189,6 +260,7 @@ case $action in
     ;;
   delete)
     archive=$1
+    take_in
     if [ -d "$2" ]; then
       # Files in there that Mercurial doesn't know stay.
       hg --config experimental.removeemptydirs=true remove --force -- "$2"
