@@ -14,6 +14,15 @@ namespace {
 
 using namespace orchard_cm;
 
+/// The code, but a failure where the results did not reach the standard output.
+ExitCode writtenOr(ExitCode code) {
+    if (std::cout || code != ExitCode::done) {
+        return code;
+    }
+    std::cerr << "orchard-cm: the standard output could not be written\n";
+    return ExitCode::failed;
+}
+
 ExitCode run(const std::vector<std::string> &words) {
     const auto form = wantsJson(words) ? Output::Form::json : Output::Form::text;
     Output output(form, std::cout, std::cerr, isatty(STDERR_FILENO) != 0);
@@ -21,22 +30,21 @@ ExitCode run(const std::vector<std::string> &words) {
     try {
         invocation = parseCommandLine(words, allCommands());
     } catch (const Failure &failure) {
-        return runRecorded(output, "", {}, [&]() -> ExitCode { throw failure; });
+        return runRecorded(output, commandIn(words, allCommands()), {}, [&]() -> ExitCode { throw failure; });
     }
     if (invocation.command == nullptr) {
-        std::cout << invocation.text << std::flush;
-        return std::cout ? ExitCode::done : ExitCode::failed;
+        runRecorded(output, commandIn(words, allCommands()), {}, [&] {
+            output.result({{"text", invocation.text}}, [&](std::ostream &out) { out << invocation.text; });
+            return ExitCode::done;
+        });
+        return writtenOr(ExitCode::done);
     }
     const ExitCode code = runRecorded(output, invocation.name, {}, [&] {
         Session session(invocation.options, output);
         Context context{invocation.options, output, session};
         return invocation.command->run(context);
     });
-    if (!std::cout && code == ExitCode::done) {
-        std::cerr << "orchard-cm: the standard output could not be written\n";
-        return ExitCode::failed;
-    }
-    return code;
+    return writtenOr(code);
 }
 
 } // namespace

@@ -52,8 +52,14 @@ std::optional<std::size_t> typedOption(std::string_view typed, const std::vector
         if (option.size() == typed.size()) {
             return i;
         }
-        isAmbiguous = found.has_value();
-        found = found ? found : i;
+        // "n" means "No" though "No to all" begins with it too.
+        if (found && NoCaseEqual()(option.substr(0, options[*found].size()), options[*found])) {
+            continue;
+        }
+        isAmbiguous =
+            isAmbiguous ||
+            (found && !NoCaseEqual()(std::string_view(options[*found]).substr(0, option.size()), option));
+        found = i;
     }
     return isAmbiguous ? std::nullopt : found;
 }

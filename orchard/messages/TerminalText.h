@@ -17,7 +17,7 @@ std::string_view trimmed(std::string_view text);
 /// The whole number that the text is, or no value.
 std::optional<int> wholeNumber(std::string_view text);
 /// The index of the option that was typed: its number from 1, or the beginning of its text without regard to
-/// case if that fits one only (a whole text fits before longer ones). No value otherwise.
+/// case if that fits one only, or one with which the others begin. No value otherwise.
 std::optional<std::size_t> typedOption(std::string_view typed, const std::vector<std::string> &options);
 
 } // namespace orchard

@@ -61,7 +61,8 @@ int RunThread::getStatus(int milliseconds) {
     }
     worker_->hasRun = true;
     const orchard::RunWatch &watch = orchard::runWatch();
-    if (watch.started) {
+    const bool isKeptBack = watch.interrupted && watch.interrupted();
+    if (watch.started && !isKeptBack) {
         watch.started(worker_->command);
     }
     platform::ChildOptions options;
@@ -71,7 +72,7 @@ int RunThread::getStatus(int milliseconds) {
     options.outputDescriptor = worker_->outputHandle;
     options.interrupted = watch.interrupted;
     ChildResult result;
-    if (watch.interrupted && watch.interrupted()) {
+    if (isKeptBack) {
         result.end = ChildResult::End::interrupted;
     } else {
         result = platform::runChild(worker_->command, options);
@@ -87,8 +88,8 @@ int RunThread::getStatus(int milliseconds) {
         errorLines.AddTail(CString((isOpen ? "\n" : "") + text));
     }
     worker_->status = result.end == ChildResult::End::timedOut ? WAIT_TIMEOUT : 0;
-    if (watch.ended) {
-        watch.ended({worker_->command, result.end, result.code});
+    if (watch.ended && !isKeptBack) {
+        watch.ended({worker_->command, result.end, result.code, &outputLines, &errorLines});
     }
     return worker_->status;
 }

@@ -7,6 +7,8 @@
 #include <functional>
 #include <string>
 
+class CStringList;
+
 namespace orchard {
 
 /// How a tool's run came to its end.
@@ -14,9 +16,14 @@ struct ToolRun {
     std::string command;
     platform::ChildResult::End end = platform::ChildResult::End::notStarted;
     int code = 0; ///< exit status, signal number, or errno of the failed start
+    /// What the tool wrote to its standard output, unless the command redirected it, and to the error channel;
+    /// valid during the call only.
+    const CStringList *output = nullptr;
+    const CStringList *errors = nullptr;
 };
 
-/// All members may be left empty. `started` and `ended` are called on the thread that waits for the tool.
+/// All members may be left empty. `started` and `ended` are called on the thread that waits for the tool; neither
+/// for a run that an interruption has kept from starting.
 struct RunWatch {
     std::function<void(const std::string &command)> started;
     std::function<void(const ToolRun &run)> ended;

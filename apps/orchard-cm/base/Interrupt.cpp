@@ -3,6 +3,7 @@
 #include "apps/orchard-cm/base/ExitCode.h"
 
 #include <csignal>
+#include <initializer_list>
 #include <unistd.h>
 
 namespace orchard_cm {
@@ -26,8 +27,14 @@ void watchForInterrupt() {
     action.sa_handler = onInterrupt;
     sigemptyset(&action.sa_mask);
     action.sa_flags = 0; // a read of the terminal ends too
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+        struct sigaction before = {};
+        // Who was told not to hear of its terminal's end (nohup) goes on.
+        if (signal == SIGHUP && sigaction(signal, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) {
+            continue;
+        }
+        sigaction(signal, &action, nullptr);
+    }
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone away is a write error, no sudden end
 }
 

@@ -4,7 +4,8 @@
 
 namespace orchard_cm {
 
-/// Takes over SIGINT and SIGTERM. A third one ends the program at once, should it hang.
+/// Takes over SIGINT, SIGTERM, SIGQUIT, and SIGHUP unless it is ignored. A third one ends the program at once,
+/// should it hang.
 void watchForInterrupt();
 /// Whether the user has asked for the end.
 [[nodiscard]] bool isInterrupted();

@@ -57,6 +57,9 @@ Suggester::Suggester(std::string mistyped)
     : mistyped_(std::move(mistyped)), limit_(std::max<std::size_t>(1, mistyped_.size() / 3)) {}
 
 void Suggester::offer(std::string_view name) {
+    if (name == mistyped_) {
+        return; // the very same name is wrong for another reason
+    }
     if (name.empty() || mistyped_.empty()) {
         return;
     }

@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 
@@ -17,18 +18,18 @@ namespace orchard_cm {
 
 namespace {
 
-/// The command of one line, or none for a line without words. A line that can't be understood is a Failure.
-std::optional<Invocation> invocationOf(const std::string &line) {
-    std::vector<std::string> words;
+constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+
+/// The words of one line. Throws a Failure where it can't be taken apart.
+std::vector<std::string> wordsOf(const std::string &line) {
+    if (const auto nul = line.find('\0'); nul != std::string::npos) {
+        throw Failure(ExitCode::usage, "column " + std::to_string(nul + 1) + ": a NUL, which no text holds");
+    }
     try {
-        words = splitWords(line);
+        return splitWords(line);
     } catch (const WordsError &error) {
         throw Failure(ExitCode::usage, "column " + std::to_string(error.column()) + ": " + error.what());
     }
-    if (words.empty()) {
-        return {};
-    }
-    return parseBatchLine(words, allCommands());
 }
 
 class BatchCommand : public Command {
@@ -48,9 +49,9 @@ class BatchCommand : public Command {
             return runLines(context, std::cin);
         }
         std::ifstream stream(file_);
-        if (!stream) {
-            throw Failure(ExitCode::usage,
-                          "the batch file '" + file_ + "' can't be read: " + std::strerror(errno));
+        if (!stream || std::filesystem::is_directory(file_)) {
+            throw Failure(ExitCode::usage, "the batch file '" + file_ +
+                                               "' can't be read: " + std::strerror(stream ? EISDIR : errno));
         }
         return runLines(context, stream);
     }
@@ -62,6 +63,9 @@ class BatchCommand : public Command {
         std::size_t commands = 0;
         Json failed = Json::array();
         for (std::size_t number = 1; !isInterrupted() && std::getline(lines, line); ++number) {
+            if (number == 1 && line.starts_with(byteOrderMark)) {
+                line.erase(0, byteOrderMark.size());
+            }
             const auto result = runLine(context, line, number);
             commands += result ? 1U : 0U;
             if (result.value_or(ExitCode::done) != ExitCode::done) {
@@ -83,23 +87,27 @@ class BatchCommand : public Command {
     }
 
     std::optional<ExitCode> runLine(Context &context, const std::string &line, std::size_t number) {
-        std::optional<Invocation> invocation;
+        Invocation invocation;
+        std::string name;
         const Place place{file_, number};
         try {
-            invocation = invocationOf(line);
+            const auto words = wordsOf(line);
+            if (words.empty()) {
+                return {};
+            }
+            name = commandIn(words, allCommands());
+            invocation = parseBatchLine(words, allCommands());
         } catch (const Failure &failure) {
-            return runRecorded(context.output, "batch", place, [&]() -> ExitCode { throw failure; });
+            return runRecorded(context.output, name.empty() ? "batch" : name, place,
+                               [&]() -> ExitCode { throw failure; });
         }
-        if (!invocation) {
-            return {};
-        }
-        return runRecorded(context.output, invocation->name, place, [&] {
-            if (invocation->command == nullptr) {
-                context.output.result({{"text", invocation->text}},
-                                      [&](std::ostream &out) { out << invocation->text; });
+        return runRecorded(context.output, invocation.command == nullptr ? name : invocation.name, place, [&] {
+            if (invocation.command == nullptr) {
+                context.output.result({{"text", invocation.text}},
+                                      [&](std::ostream &out) { out << invocation.text; });
                 return ExitCode::done;
             }
-            return invocation->command->run(context);
+            return invocation.command->run(context);
         });
     }
 

@@ -1,11 +1,9 @@
 #include "apps/orchard-cm/commands/Commands.h"
 
+#include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMProperty.h"
-#include "apps/orchard-cm/checkout/ArchiveNames.h"
-#include "apps/orchard-cm/checkout/Checkout.h"
-#include "apps/orchard-cm/checkout/LabelCheck.h"
-#include "apps/orchard-cm/model/Session.h"
-#include "apps/orchard-cm/model/UnitSelection.h"
+#include "CM/host/IPN.h"
+#include "apps/orchard-cm/commands/OperationOptions.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,48 +14,49 @@ namespace {
 class CheckoutCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_flag("--lock", options_.lock, "Check out to work on: with a lock, writable");
-        app.add_option("--label", options_.label, "Check out the version with this label or number")
-            ->type_name("LABEL");
-        app.add_flag("--recursive", options_.recursive, "With all units below");
-        app.add_flag("--archive", archive_,
-                     "Check files out of the archive, also those that the model does not know");
-        app.add_option("UNIT", items_, "Units by name, path in the model or file; with --archive files")
-            ->required();
+        app.add_flag("--lock", lock_, "Check out to work on: with a lock, writable");
+        options_.declareLabel(app, "Check out the version with this label or number");
+        options_.declareUnitsOrFiles(app,
+                                     "Check files out of the archive, also those that the model does not know");
         app.footer("Ends with 0 only if every one was checked out and no error was shown.");
     }
 
     ExitCode run(Context &context) override {
-        if (const std::string fault = labelFault(options_.label); !fault.empty()) {
-            throw Failure(ExitCode::usage, "the label can't be given to a tool: " + fault);
-        }
-        const IProject &project = context.session.project();
-        const CheckoutReport report =
-            archive_ ? checkOutFromArchive(context, archiveNames(project, items_, options_.recursive), options_)
-                     : checkOutUnits(context, chosenUnits(project), options_);
-        Json items = Json::array();
-        for (const auto &item : report.items) {
-            items.push_back(toJson(item));
-        }
-        context.output.result({{"items", std::move(items)}}, [&](std::ostream &out) {
-            for (const auto &item : report.items) {
-                write(out, item);
-            }
-        });
-        // What the archive brought in new is listed in its owner's file, which has to be saved for it to stay.
-        context.session.saveIfModified();
-        return report.good ? ExitCode::done : ExitCode::failed;
+        const bool recursive = options_.recursive();
+        const Operation checkOut{
+            .wording = {"checked out"},
+            .expected = {.writable = lock_},
+            .key =
+                [](const IUnit *unit) { return unit != nullptr ? IPN::CMCheckOut : IPN::CMCheckOutFromArchive; },
+            .arguments =
+                [this](TemplateArguments &arguments) {
+                    arguments.addMode(lock_);
+                    arguments.addLabel(options_.label());
+                },
+            .reload = recursive ? Reload::all : Reload::byLibrary,
+            .alsoJudge =
+                [this](const ItemResult &item) { return versionFault(options_.label(), item.after.version); }};
+        // The recursive form on the archive asks this flag whether to save the model, and clears it after the
+        // first save.
+        static_cast<void>(CMProperty::saveOnCheckout(1));
+        return options_.run(context, checkOut, recursive ? CMFacade::RecCheckOut : CMFacade::CheckOut,
+                            recursive ? CMFacade::RecCheckOutFromArchive : CMFacade::CheckOutFromArchive);
     }
 
   private:
-    [[nodiscard]] std::vector<IUnit *> chosenUnits(const IProject &project) const {
-        auto units = unitsNamed(project, items_);
-        return options_.recursive ? withUnitsBelow(project, units) : units;
+    /// A tool may give the nearest version where it has not the one that was asked for. A number of parts stands
+    /// for itself, or for the branch that its version begins with.
+    static std::string versionFault(const std::string &asked, const std::string &got) {
+        const bool isNumber =
+            asked.find('.') != std::string::npos && asked.find_first_not_of("0123456789.") == std::string::npos;
+        if (!isNumber || got.empty() || got == asked || got.starts_with(asked + ".")) {
+            return {};
+        }
+        return "there is no version " + asked + ": the tool gave " + got;
     }
 
-    CheckoutOptions options_;
-    bool archive_ = false;
-    std::vector<std::string> items_;
+    OperationOptions options_;
+    bool lock_ = false;
 };
 
 } // namespace

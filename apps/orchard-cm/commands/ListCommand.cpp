@@ -1,5 +1,6 @@
 #include "apps/orchard-cm/commands/Commands.h"
 
+#include "CM/CMSupport/core/CMTraitFacade.h"
 #include "apps/orchard-cm/base/Table.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "orchard/storage/Projects.h"
@@ -10,11 +11,28 @@ namespace orchard_cm {
 
 namespace {
 
+Json toJson(const orchard::UnitRow &row) {
+    Json json = {{"name", row.name},
+                 {"path", row.path},
+                 {"type", row.type},
+                 {"file", row.file},
+                 {"state", orchard::unitStateText(row.state)}};
+    for (const auto &[key, value] : {std::pair("version", CMTraitFacade::getVersion(row.unit)),
+                                     std::pair("locker", CMTraitFacade::getLocker(row.unit))}) {
+        if (!value.IsEmpty()) {
+            json[key] = value.str();
+        }
+    }
+    return json;
+}
+
 class ListCommand : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_flag("--paths", pathsOnly_, "Only the paths in the model, one a line");
-        app.footer("State: U not loaded, RO read-only, RW read-write.");
+        app.footer(
+            "State: U not loaded, RO read-only, RW read-write. Version and locker are what the header at the top\n"
+            "of the unit's file tells; see 'orchard-cm archive' for what the archive knows.");
     }
 
     ExitCode run(Context &context) override {
@@ -22,11 +40,7 @@ class ListCommand : public Command {
         Json units = Json::array();
         if (context.output.isJson()) {
             for (const auto &row : rows) {
-                units.push_back({{"name", row.name},
-                                 {"path", row.path},
-                                 {"type", row.type},
-                                 {"file", row.file},
-                                 {"state", orchard::unitStateText(row.state)}});
+                units.push_back(toJson(row));
             }
         }
         context.output.result({{"units", std::move(units)}}, [&](std::ostream &out) {
@@ -36,9 +50,10 @@ class ListCommand : public Command {
                 }
                 return;
             }
-            Table table{"STATE", "TYPE", "UNIT", "FILE"};
+            Table table{"STATE", "TYPE", "VERSION", "LOCKER", "UNIT", "FILE"};
             for (const auto &row : rows) {
-                table.add({orchard::unitStateText(row.state), row.type, row.path, row.file});
+                table.add({orchard::unitStateText(row.state), row.type, CMTraitFacade::getVersion(row.unit).str(),
+                           CMTraitFacade::getLocker(row.unit).str(), row.path, row.file});
             }
             table.write(out);
         });

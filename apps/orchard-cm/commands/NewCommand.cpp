@@ -21,6 +21,10 @@ class NewCommand : public Command {
     }
 
     ExitCode run(Context &context) override {
+        path_.erase(path_.find_last_not_of('/') + 1);
+        if (path_.empty()) {
+            throw Failure(ExitCode::usage, "the project to make has no name", "Name it as DIR/NAME.");
+        }
         if (!tool_.empty()) {
             tool_ = installedToolNamed(tool_);
         }

@@ -14,7 +14,8 @@ class PropertyGetAction : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_option("KEY", key_, "The property's key")->required();
-        app.add_option("--unit", unit_, "Look it up on this unit instead of the project")->type_name("UNIT");
+        app.add_option("--unit", unit_, "Look it up on this unit instead of the active configuration")
+            ->type_name("UNIT");
         app.add_option("--metaclass", metaclass_, "Look only here: a tool's name, or a general metaclass")
             ->type_name("NAME");
     }
@@ -23,13 +24,17 @@ class PropertyGetAction : public Command {
         const IProject &project = context.session.project();
         const IDObject &object = unit_.empty() ? defaultReferee() : unitNamed(project, unit_);
         const PropertyFacts found = requireProperty(object, key_, metaclass_);
-        context.output.result(
-            {{"metaclass", found.metaclass}, {"key", found.key}, {"value", found.value}, {"source", found.source}},
-            [&](std::ostream &out) {
-                out << found.value << '\n';
-                context.output.status().stream() << "(" << found.metaclass << ", from " << found.source
-                                                 << (found.place.empty() ? "" : ", " + found.place) << ")\n";
-            });
+        context.output.result({{"metaclass", found.metaclass},
+                               {"key", found.key},
+                               {"value", found.value},
+                               {"source", found.source},
+                               {"place", found.place}},
+                              [&](std::ostream &out) {
+                                  out << found.value << '\n';
+                                  context.output.status().stream()
+                                      << "(" << found.metaclass << ", from " << found.source
+                                      << (found.place.empty() ? "" : ", " + found.place) << ")\n";
+                              });
         return ExitCode::done;
     }
 

@@ -15,7 +15,8 @@ class PropertyListAction : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_option("TEXT", text_, "Only properties whose key holds this text, in any case");
-        app.add_option("--unit", unit_, "Those that hold for this unit instead of the project")->type_name("UNIT");
+        app.add_option("--unit", unit_, "Those that hold for this unit instead of the active configuration")
+            ->type_name("UNIT");
     }
 
     ExitCode run(Context &context) override {

@@ -3,8 +3,12 @@
 #include "apps/orchard-cm/model/Properties.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/UnitSelection.h"
+#include "apps/orchard-cm/operation/TextCheck.h"
 
 #include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cctype>
 
 namespace orchard_cm {
 
@@ -23,23 +27,63 @@ class PropertySetAction : public Command {
     }
 
     ExitCode run(Context &context) override {
+        requireNames();
         IProject &project = context.session.project();
         IDObject &object = unit_.empty() ? static_cast<IDObject &>(project) : unitNamed(project, unit_);
         // A mistyped key would be a property that nobody reads, so a new one needs its metaclass.
         const std::string metaclass =
             metaclass_.empty() ? requireProperty(object, key_, {}).metaclass : metaclass_;
-        setProperty(object, metaclass, key_, value_);
-        context.session.save();
+        PropertyBefore(object, metaclass, key_).keepUnless([&] {
+            setProperty(object, metaclass, key_, value_);
+            context.session.save();
+        });
         const PropertyFacts now = requireProperty(object, key_, metaclass);
-        context.output.result({{"metaclass", metaclass}, {"key", key_}, {"value", value_}, {"source", now.source}},
+        context.output.result({{"metaclass", metaclass},
+                               {"key", key_},
+                               {"value", value_},
+                               {"source", now.source},
+                               {"place", now.place}},
                               [&](std::ostream &out) {
                                   out << metaclass << '.' << key_ << " = " << value_ << " (" << now.source
                                       << ")\n";
                               });
+        warnIfHidden(context, metaclass);
         return ExitCode::done;
     }
 
   private:
+    /// What the library looks up is a plain name; anything else would be written, and never be found again.
+    void requireNames() const {
+        const auto isPlain = [](const std::string &name) {
+            return !name.empty() && std::ranges::all_of(name, [](char c) {
+                return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-' || c == '.';
+            });
+        };
+        if (!isPlain(key_)) {
+            throw Failure(ExitCode::usage, "'" + key_ +
+                                               "' can't be a property's key: a key is made of letters, "
+                                               "digits, '_', '-' and '.'");
+        }
+        if (!metaclass_.empty() &&
+            (metaclass_.front() == ' ' || metaclass_.back() == ' ' || !pathFault(metaclass_).empty() ||
+             metaclass_.find_first_of("<&") != std::string::npos)) {
+            throw Failure(ExitCode::usage, "'" + metaclass_ +
+                                               "' can't be a metaclass: it is the name of a tool, "
+                                               "or a general one such as CMGeneral");
+        }
+    }
+    /// What holds for the tool's commands is looked up on the active component, which may have its own value.
+    void warnIfHidden(Context &context, const std::string &metaclass) const {
+        if (!unit_.empty()) {
+            return;
+        }
+        const auto holds = findProperty(defaultReferee(), key_, metaclass);
+        if (holds && holds->value != value_) {
+            context.output.message(Output::Kind::warning, "'" + holds->value + "' from " + holds->source +
+                                                              " still holds for the commands of the tool");
+        }
+    }
+
     std::string key_;
     std::string value_;
     std::string unit_;

@@ -1,4 +1,5 @@
 #include "apps/orchard-cm/commands/Commands.h"
+#include "apps/orchard-cm/commands/ToolCheckAction.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/host/IPN.h"
@@ -15,15 +16,25 @@ namespace {
 class ToolCommand : public Command {
   public:
     void declare(CLI::App &app) override {
+        auto *const check = app.add_subcommand("check", "Find what is missing or wrong in a tool's property set");
+        check->callback([this] { checks_ = true; });
+        check_.declare(*check);
+        app.require_subcommand(0, 1);
         app.add_option("NAME", name_,
                        "The tool to choose (see 'orchard-cm tools'), or None; without it, show the tool");
     }
 
     ExitCode run(Context &context) override {
+        if (checks_) {
+            return check_.run(context);
+        }
         IProject &project = context.session.project();
         if (!name_.empty()) {
-            static_cast<void>(CMProperty::setCMTool(installedToolNamed(name_), &project));
-            context.session.save();
+            const std::string name = installedToolNamed(name_);
+            PropertyBefore(project, IPN::CMGeneral.str(), IPN::CMTool.str()).keepUnless([&] {
+                static_cast<void>(CMProperty::setCMTool(name, &project));
+                context.session.save();
+            });
         }
         // Where the active configuration has a tool of its own, that one is in use, and its source says so.
         const PropertyFacts tool = requireProperty(defaultReferee(), IPN::CMTool.str(), IPN::CMGeneral.str());
@@ -33,6 +44,8 @@ class ToolCommand : public Command {
     }
 
   private:
+    ToolCheckAction check_;
+    bool checks_ = false;
     std::string name_;
 };
 

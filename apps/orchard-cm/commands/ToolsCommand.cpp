@@ -9,6 +9,14 @@ namespace orchard_cm {
 
 namespace {
 
+std::string joined(const std::vector<std::string> &files) {
+    std::string text;
+    for (const auto &file : files) {
+        text += (text.empty() ? "" : ", ") + file;
+    }
+    return text;
+}
+
 class ToolsCommand : public Command {
   public:
     void declare(CLI::App & /*app*/) override {}
@@ -17,12 +25,15 @@ class ToolsCommand : public Command {
         const auto tools = installedTools();
         Json list = Json::array();
         for (const auto &tool : tools) {
-            list.push_back({{"name", tool.name}, {"description", tool.description}, {"file", tool.file}});
+            list.push_back({{"name", tool.name},
+                            {"description", tool.description},
+                            {"file", tool.files.front()},
+                            {"files", tool.files}});
         }
         context.output.result({{"tools", std::move(list)}}, [&](std::ostream &out) {
             Table table{"TOOL", "DESCRIPTION", "PROPERTY SET"};
             for (const auto &tool : tools) {
-                table.add({tool.name, tool.description, tool.file});
+                table.add({tool.name, tool.description, joined(tool.files)});
             }
             table.write(out);
         });

@@ -1,6 +1,7 @@
 #include "apps/orchard-cm/model/Answers.h"
 
 #include "CM/platform/dialog/CDialog.h"
+#include "apps/orchard-cm/base/Interrupt.h"
 
 #include <algorithm>
 #include <array>
@@ -68,12 +69,16 @@ bool AnsweringDriver::run(CDialog &dialog) {
     journal_.question(text);
     output_.status().clear();
     if (answer_ == Answer::ask) {
-        if (terminal_ != nullptr && terminal_->run(dialog)) {
+        if (terminal_ != nullptr && !isInterrupted() && terminal_->run(dialog)) {
             return true;
         }
-        output_.message(Output::Kind::question,
-                        text + " [No: there is nobody to ask; --yes, --no or --yes-to-all give an answer]");
-        return false;
+        if (!isInterrupted()) {
+            output_.message(Output::Kind::question,
+                            text + (terminal_ != nullptr ? " [No: there was no answer]"
+                                                         : " [No: there is nobody to ask; --yes, --no or "
+                                                           "--yes-to-all give an answer]"));
+        }
+        return pressOne(dialog, buttonsOf(Answer::no)) != nullptr && !dialog.isOpen();
     }
     const char *const pressed = pressOne(dialog, buttonsOf(answer_));
     if (pressed != nullptr) {

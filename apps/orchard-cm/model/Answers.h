@@ -9,7 +9,7 @@
 namespace orchard_cm {
 
 /// Runs dialogs with the answer that the options give. Without one they go to `terminal`; with nobody there
-/// either, a dialog is left unanswered, to which the library gives the safe answer. Every question and its answer
+/// either, or after Ctrl-C, the answer is No. Every question and its answer
 /// is noted in the journal and told to the user.
 class AnsweringDriver : public platform::DialogDriver {
   public:

@@ -46,13 +46,18 @@ class ProgramUser : public orchard::UserInterface {
 
     void show(const orchard::Message &message) override {
         using enum orchard::MessageKind;
-        output_.message(kindOf(message.kind), message.text.str());
+        if (!isInterrupted()) { // what fails then, fails because of that, which is said once at the end
+            output_.message(kindOf(message.kind), message.text.str());
+        }
         // What is said behind a run without a box of its own is that the unit was not read, or that time ran out.
         if (message.kind == error || message.kind == information) {
             journal_.error(message.text.str());
         }
     }
     std::optional<orchard::Reply> ask(const orchard::Question &question) override {
+        if (isInterrupted()) {
+            return std::nullopt;
+        }
         if (question.buttons.size() == 1) {
             output_.message(kindOf(question.message.kind), question.message.text.str());
             return orchard::Reply{question.buttons.front().id, false};
@@ -114,7 +119,7 @@ class HostSetup::Impl {
         orchard::setDialogDriver(&dialogs_);
         orchard::setCMOutputStream(&output.window());
         orchard::setRunWatch({[this](const std::string &command) { started(command); },
-                              [this](const orchard::ToolRun &run) { journal_.runEnded(run); },
+                              [this](const orchard::ToolRun &run) { ended(run); },
                               [] { return isInterrupted(); }});
         CMFacade::outStream() = &output.window();
         CMFacade::saveCallbackFunc() = save;
@@ -140,6 +145,11 @@ class HostSetup::Impl {
     Impl(const Impl &) = delete;
     Impl &operator=(const Impl &) = delete;
 
+    std::ostream &window() { return output_.window(); }
+    void setWindow(std::ostream *stream) {
+        orchard::setCMOutputStream(stream);
+        CMFacade::outStream() = stream;
+    }
     void expectRuns(std::size_t count) {
         expected_ = count;
         done_ = 0;
@@ -152,8 +162,16 @@ class HostSetup::Impl {
         output_.status().show("[" + std::to_string(done_) + "/" + std::to_string(expected_) + "] " + command);
     }
 
+    void ended(const orchard::ToolRun &run) {
+        journal_.runEnded(run);
+        if (run.end == platform::ChildResult::End::interrupted) {
+            setWindow(&silence_); // nothing that is announced from here on is run
+        }
+    }
+
     Output &output_;
     Journal &journal_;
+    std::ostream silence_{nullptr};
     orchard::TerminalUser terminalUser_;
     orchard::TerminalDialogDriver terminalDialogs_;
     ProgramUser user_;
@@ -169,6 +187,12 @@ HostSetup::HostSetup(const GlobalOptions &options, Output &output, Journal &jour
 HostSetup::~HostSetup() = default;
 
 void HostSetup::onSave(std::function<void()> save) { saveInForce() = std::move(save); }
+
+std::ostream &HostSetup::window() { return impl_->window(); }
+
+void HostSetup::setWindow(std::ostream *stream) {
+    impl_->setWindow(stream != nullptr ? stream : &impl_->window());
+}
 
 void HostSetup::expectRuns(std::size_t count) { impl_->expectRuns(count); }
 

@@ -24,6 +24,10 @@ class HostSetup {
     void onSave(std::function<void()> save);
     /// How many runs of the tool are to come, for the progress on a terminal.
     void expectRuns(std::size_t count);
+    /// The CM output window: that of the program.
+    [[nodiscard]] std::ostream &window();
+    /// Sends what is meant for the window elsewhere; null: to the window again.
+    void setWindow(std::ostream *stream);
 
   private:
     class Impl;

@@ -13,13 +13,19 @@ struct JournalRun {
     std::string command;
     orchard::ToolRun end; ///< end.end is notStarted as long as the tool runs
     std::vector<std::string> errors;
+    std::string output;     ///< what it wrote; only if the journal keeps that
+    std::string firstError; ///< the first line on its error channel
 };
 
 class Journal {
   public:
-    void clear() { *this = {}; }
+    /// Empties it for an operation. With `keepsOutput` what the tool writes is kept with each run.
+    void begin(bool keepsOutput = false) {
+        *this = {};
+        keepsOutput_ = keepsOutput;
+    }
 
-    void runStarted(const std::string &command) { runs_.push_back({command, {}, {}}); }
+    void runStarted(const std::string &command) { runs_.push_back({command, {}, {}, {}, {}}); }
     void runEnded(const orchard::ToolRun &run);
     void error(const std::string &text);
     void question(const std::string &text) { questions_.push_back(text); }
@@ -33,6 +39,7 @@ class Journal {
     std::vector<JournalRun> runs_;
     std::vector<std::string> questions_;
     std::vector<std::string> earlyErrors_;
+    bool keepsOutput_ = false;
 };
 
 /// Why a run counts as failed, in words for the user; empty for a good run. The library itself goes by the text

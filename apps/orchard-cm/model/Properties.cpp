@@ -141,6 +141,34 @@ void setProperty(IDObject &object, const std::string &metaclass, const std::stri
     object.storeProperty(IPN::CM, metaclass, &property);
 }
 
+PropertyBefore::PropertyBefore(IDObject &object, std::string metaclass, std::string key)
+    : object_(object), metaclass_(std::move(metaclass)), key_(std::move(key)),
+      wasModified_(object.getSaveUnit() != nullptr && object.getSaveUnit()->isModified()) {
+    if (const IProperty *const own = object.findOwnProperty(IPN::CM, metaclass_, key_)) {
+        own_ = std::make_unique<IProperty>(own);
+    }
+}
+
+void PropertyBefore::keepUnless(const std::function<void()> &change) {
+    try {
+        change();
+    } catch (...) {
+        restore();
+        throw;
+    }
+}
+
+void PropertyBefore::restore() {
+    if (own_) {
+        object_.storeProperty(IPN::CM, metaclass_, own_.get());
+    } else {
+        orchard::removeProperty(object_, IPN::CM.str(), metaclass_, key_);
+    }
+    if (IUnit *const unit = object_.getSaveUnit(); unit != nullptr && !wasModified_) {
+        unit->setModified(0, false);
+    }
+}
+
 IProperty &toolProperty(const std::string &key) {
     if (IProperty *const property = CMProperty::getToolProperty(key, nullptr, IProperty::inherited, false)) {
         return *property;

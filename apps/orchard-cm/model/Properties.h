@@ -4,6 +4,8 @@
 #include "CM/host/IDObject.h"
 #include "CM/host/IProperty.h"
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,6 +35,24 @@ PropertyFacts requireProperty(const IDObject &object, const std::string &key, co
 std::vector<PropertyFacts> propertiesOf(const IDObject &object, const std::string &text);
 /// Sets a property on the object itself.
 void setProperty(IDObject &object, const std::string &metaclass, const std::string &key, const std::string &value);
+
+/// A property of an object as it was, and the way back to it for a change that can't be saved.
+class PropertyBefore {
+  public:
+    PropertyBefore(IDObject &object, std::string metaclass, std::string key);
+    /// Runs `change`, which sets and saves the property; where it throws, the property and the modified state of
+    /// the object's unit are again what they were.
+    void keepUnless(const std::function<void()> &change);
+
+  private:
+    void restore();
+
+    IDObject &object_;
+    std::string metaclass_;
+    std::string key_;
+    std::unique_ptr<IProperty> own_; ///< null if the object has none of its own
+    bool wasModified_;
+};
 
 /// The property of the tool in use that the library would take for `key`. Throws a Failure with similar keys where
 /// there is none.

@@ -1,5 +1,6 @@
 #include "apps/orchard-cm/model/Session.h"
 
+#include "CM/platform/Files.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/model/HostSetup.h"
 #include "orchard/storage/Projects.h"
@@ -17,6 +18,21 @@ std::string messageOf(const orchard::Problems &problems) {
         text += (text.empty() ? "" : "\n") + problem.message();
     }
     return text;
+}
+
+bool isAboutReadOnlyFile(const orchard::Problem &problem) {
+    return platform::fileExists(problem.file) && !platform::hasWritePermission(problem.file);
+}
+
+/// The way out of a unit file that can't be read.
+std::string hintFor(const orchard::Problems &problems) {
+    const bool aboutUnit = std::ranges::any_of(problems, [](const orchard::Problem &problem) {
+        const auto extension = std::filesystem::path(problem.file).extension();
+        return problem.line > 0 && extension != ".orp" && extension != ".ory" && extension != ".toml";
+    });
+    return aboutUnit ? "Mend the file, or move it away: its unit is then known as one that is not loaded, and "
+                       "'orchard-cm checkout' brings it back out of the archive."
+                     : std::string();
 }
 
 } // namespace
@@ -37,7 +53,10 @@ IProject &Session::project() {
 
 std::string Session::projectFile() const {
     if (!options_.project.empty()) {
-        return options_.project;
+        const std::string withExtension = options_.project + ".orp";
+        const bool lacksExtension =
+            !std::filesystem::exists(options_.project) && std::filesystem::exists(withExtension);
+        return lacksExtension ? withExtension : options_.project;
     }
     const std::string here = std::filesystem::current_path().string();
     const auto files = orchard::projectFilesIn(here);
@@ -72,7 +91,8 @@ void Session::open() {
         throw Failure(ExitCode::interrupted, "interrupted while the project was read");
     }
     if (!result) {
-        throw Failure(ExitCode::projectUnread, "the project can't be read:\n" + messageOf(result.problems));
+        throw Failure(ExitCode::projectUnread, "the project can't be read:\n" + messageOf(result.problems),
+                      hintFor(result.problems));
     }
     project_ = result.project;
 }
@@ -80,9 +100,11 @@ void Session::open() {
 void Session::save() {
     const auto problems = orchard::saveProject(&project());
     if (!problems.empty()) {
-        throw Failure(
-            ExitCode::failed, "not everything could be saved:\n" + messageOf(problems),
-            "What is on disk is as it was before. Where a file is read-only, check it out with --lock first.");
+        throw Failure(ExitCode::failed, "not everything could be saved:\n" + messageOf(problems),
+                      std::string("What is on disk is as it was before.") +
+                          (std::ranges::any_of(problems, isAboutReadOnlyFile)
+                               ? " Where a file is read-only, check it out with --lock first."
+                               : ""));
     }
 }
 
@@ -93,10 +115,20 @@ void Session::saveIfModified() {
     }
 }
 
-Journal &Session::startJournal(std::size_t expectedRuns) {
-    journal_.clear();
+Journal &Session::startJournal(std::size_t expectedRuns, bool keepsOutput) {
+    journal_.begin(keepsOutput);
     setup_->expectRuns(expectedRuns);
     return journal_;
+}
+
+WindowHold::WindowHold(Session &session) : session_(session) { session_.setup().setWindow(&kept_); }
+
+WindowHold::~WindowHold() { session_.setup().setWindow(nullptr); }
+
+void WindowHold::release() {
+    session_.setup().setWindow(nullptr);
+    session_.setup().window() << kept_.str() << std::flush;
+    kept_.str({});
 }
 
 } // namespace orchard_cm

@@ -8,6 +8,7 @@
 #include "apps/orchard-cm/options/GlobalOptions.h"
 
 #include <memory>
+#include <sstream>
 #include <string>
 
 namespace orchard_cm {
@@ -31,8 +32,10 @@ class Session {
     /// The same if any unit is modified; else nothing is written.
     void saveIfModified();
 
-    /// Empties the journal for an operation that is to run the tool some `expectedRuns` times.
-    Journal &startJournal(std::size_t expectedRuns);
+    /// Empties the journal for an operation that is to run the tool some `expectedRuns` times. With `keepsOutput`
+    /// it keeps what the tool writes.
+    Journal &startJournal(std::size_t expectedRuns, bool keepsOutput = false);
+    [[nodiscard]] HostSetup &setup() { return *setup_; }
 
   private:
     [[nodiscard]] std::string projectFile() const;
@@ -43,6 +46,21 @@ class Session {
     Journal journal_;
     std::unique_ptr<HostSetup> setup_;
     IProject *project_ = nullptr;
+};
+
+/// Keeps what goes to the CM output window while it lives, where that would only repeat the command's result.
+class WindowHold {
+  public:
+    explicit WindowHold(Session &session);
+    ~WindowHold();
+    WindowHold(const WindowHold &) = delete;
+    WindowHold &operator=(const WindowHold &) = delete;
+    /// Lets the window have it after all.
+    void release();
+
+  private:
+    Session &session_;
+    std::ostringstream kept_;
 };
 
 } // namespace orchard_cm

@@ -4,6 +4,7 @@
 #include "CM/CMSupport/core/CMLabel.h"
 #include "CM/CMSupport/core/CMLog.h"
 #include "CM/CMSupport/core/CMMode.h"
+#include "CM/CMSupport/core/CMTargetFile.h"
 #include "CM/CMSupport/core/CMUnit.h"
 
 namespace orchard_cm {
@@ -18,6 +19,9 @@ void TemplateArguments::addMode(bool readWrite) {
 }
 void TemplateArguments::addLabel(const std::string &label) { add(std::make_unique<CMLabel>(label)); }
 void TemplateArguments::addLog(const std::string &log) { add(std::make_unique<CMLog>(log)); }
+void TemplateArguments::addTargetDirectory(const std::string &directory) {
+    add(std::make_unique<CMTargetFile>(directory));
+}
 void TemplateArguments::addArchive() { add(std::make_unique<CMArchive>("")); }
 void TemplateArguments::addUnit(const IUnit &unit) { add(std::make_unique<CMUnit>(&unit)); }
 void TemplateArguments::addArchiveItem(const CMArchiveItem &item) { add(std::make_unique<CMUnit>(&item)); }

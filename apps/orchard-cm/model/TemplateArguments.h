@@ -20,6 +20,8 @@ class TemplateArguments {
     void addMode(bool readWrite);
     void addLabel(const std::string &label);
     void addLog(const std::string &log);
+    /// An empty directory is the place where the tool's command puts its files by itself.
+    void addTargetDirectory(const std::string &directory);
     /// What every operation adds behind the caller's: the project's archive, and the unit it works on.
     void addArchive();
     void addUnit(const IUnit &unit);

@@ -1,9 +1,12 @@
 #include "apps/orchard-cm/model/Tools.h"
 
+#include "CM/CMSupport/core/CMProperty.h"
 #include "CM/platform/CString.h"
 #include "apps/orchard-cm/base/Failure.h"
 #include "apps/orchard-cm/base/Suggest.h"
 #include "orchard/properties/InstalledSets.h"
+
+#include <algorithm>
 
 namespace orchard_cm {
 
@@ -14,11 +17,26 @@ constexpr auto noTool = "None";
 std::vector<ToolFacts> installedTools() {
     std::vector<ToolFacts> tools;
     for (const auto &set : orchard::installedPropertySets()) {
-        if (!set.tool().empty()) {
-            tools.push_back({set.tool(), set.description(), set.file()});
+        if (set.tool().empty()) {
+            continue;
+        }
+        const auto known = std::ranges::find_if(
+            tools, [&](const ToolFacts &tool) { return CString(tool.name).CompareNoCase(set.tool()) == 0; });
+        if (known == tools.end()) {
+            tools.push_back({set.tool(), set.description(), {set.file()}});
+            continue;
+        }
+        known->files.push_back(set.file());
+        if (known->description.empty()) {
+            known->description = set.description();
         }
     }
     return tools;
+}
+
+std::string toolInUse() {
+    const IProperty *const tool = CMProperty::getCMTool(nullptr, IProperty::inherited);
+    return tool == nullptr || tool->getValue().CompareNoCase(noTool) == 0 ? std::string() : tool->getValue().str();
 }
 
 std::string installedToolNamed(const std::string &name) {

@@ -1,26 +1,9 @@
 #include "apps/orchard-cm/model/UnitFacts.h"
 
-#include "CM/CMSupport/core/CMProperty.h"
-#include "CM/host/IPN.h"
+#include "CM/CMSupport/core/CMTraitFacade.h"
 #include "orchard/storage/Projects.h"
 
 namespace orchard_cm {
-
-namespace {
-
-/// What the tool's pattern `key` finds in the unit's header.
-std::string fromHeader(const IUnit &unit, const CString &key) {
-    const CString header = unit.getCMHeader();
-    CString found;
-    CString error;
-    int wasSet = 0;
-    if (header.IsEmpty() || CMProperty::ExtractByProperty(key, header, found, wasSet, error) == 0) {
-        return {};
-    }
-    return found.str();
-}
-
-} // namespace
 
 UnitFacts factsOf(const IUnit &unit) {
     const orchard::UnitRow row = orchard::unitRow(unit);
@@ -29,8 +12,8 @@ UnitFacts factsOf(const IUnit &unit) {
             row.type,
             unit.getFullFileName().str(),
             orchard::unitStateText(row.state),
-            fromHeader(unit, IPN::CMHeaderItsVersion),
-            fromHeader(unit, IPN::CMHeaderItsLocker)};
+            CMTraitFacade::getVersion(&unit).str(),
+            CMTraitFacade::getLocker(&unit).str()};
 }
 
 Json toJson(const UnitFacts &facts) {

@@ -52,8 +52,66 @@ std::optional<std::string> unknownCommand(const std::vector<std::string> &words,
     return {};
 }
 
-[[noreturn]] void failUsage(const CLI::ParseError &error, const std::vector<std::string> &words,
-                            std::span<const CommandEntry> commands, bool batch) {
+/// The command that was being parsed, and the action of it, if there is one.
+const CLI::App &innermost(const CLI::App &app) {
+    const CLI::App *shown = &app;
+    while (!shown->get_subcommands().empty()) {
+        shown = shown->get_subcommands().front();
+    }
+    return *shown;
+}
+
+/// "property get".
+std::string nameOf(const CLI::App &app) {
+    std::string name;
+    for (const CLI::App *at = &innermost(app); at->get_parent() != nullptr; at = at->get_parent()) {
+        name = at->get_name() + (name.empty() ? "" : " ") + name;
+    }
+    return name;
+}
+
+/// An option that the command does not know, or a word where one of the command's actions is due.
+[[noreturn]] void failAt(const CLI::App &at, const std::string &word, const std::string &message,
+                         const char *hint) {
+    Suggester suggester(word);
+    for (const CLI::App *app = &at; app != nullptr; app = app->get_parent()) {
+        for (const CLI::Option *const option : app->get_options()) {
+            for (const auto &name : option->get_lnames()) {
+                suggester.offer("--" + name);
+            }
+        }
+    }
+    for (const CLI::App *const action : at.get_subcommands([](const CLI::App *) { return true; })) {
+        suggester.offer(action->get_name());
+    }
+    throw Failure(ExitCode::usage, message, hint).meaning(suggester.best());
+}
+
+/// Tells what is wrong in the words of the program, where that says more than the parser's own.
+void failKnown(const CLI::App &app, const std::vector<std::string> &words, const char *hint) {
+    const CLI::App &at = innermost(app);
+    std::string actions;
+    for (const CLI::App *const action : at.get_subcommands([](const CLI::App *) { return true; })) {
+        actions += (actions.empty() ? "" : ", ") + action->get_name();
+    }
+    const auto unknown = app.remaining(true);
+    if (!unknown.empty() && unknown.front().starts_with("--")) {
+        const std::string word = unknown.front().substr(0, unknown.front().find('='));
+        failAt(at, word, "'" + nameOf(app) + "' has no option " + word, hint);
+    }
+    if (at.get_parent() != nullptr && at.get_require_subcommand_min() > 0 && !actions.empty()) {
+        const auto place = std::ranges::find(words, at.get_name());
+        const auto word = std::find_if(place == words.end() ? place : place + 1, words.end(),
+                                       [](const std::string &text) { return !text.starts_with('-'); });
+        const std::string named = word == words.end() ? "" : ", and '" + *word + "' is none";
+        failAt(at, word == words.end() ? "" : *word,
+               "'" + at.get_name() + "' needs one of its actions: " + actions + named, hint);
+    }
+}
+
+[[noreturn]] void failUsage(const CLI::App &app, const CLI::ParseError &error,
+                            const std::vector<std::string> &words, std::span<const CommandEntry> commands,
+                            bool batch) {
     const char *const hint = batch
                                  ? "A line of a batch holds one command with its options, as on the command line."
                                  : "Run 'orchard-cm --help' or 'orchard-cm COMMAND --help' for what can be given.";
@@ -70,6 +128,7 @@ std::optional<std::string> unknownCommand(const std::vector<std::string> &words,
     if (outside != commands.end()) {
         throw Failure(ExitCode::usage, "'" + std::string(outside->name) + "' can't stand in a batch", hint);
     }
+    failKnown(app, words, hint);
     throw Failure(ExitCode::usage, error.what(), hint);
 }
 
@@ -82,7 +141,7 @@ Invocation parse(const std::vector<std::string> &words, std::span<const CommandE
     if (!batch) {
         declareGlobal(app, invocation.options);
     }
-    std::map<const CLI::App *, std::pair<std::string, std::unique_ptr<Command>>> made;
+    std::map<const CLI::App *, std::unique_ptr<Command>> made;
     for (const CommandEntry &entry : commands) {
         if (batch && !entry.inBatch) {
             continue;
@@ -90,26 +149,21 @@ Invocation parse(const std::vector<std::string> &words, std::span<const CommandE
         auto *const sub = app.add_subcommand(std::string(entry.name), std::string(entry.summary));
         auto command = entry.make();
         command->declare(*sub);
-        made.emplace(sub, std::pair(std::string(entry.name), std::move(command)));
+        made.emplace(sub, std::move(command));
     }
     try {
         app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::CallForHelp &) {
-        const CLI::App *shown = &app;
-        while (!shown->get_subcommands().empty()) {
-            shown = shown->get_subcommands().front();
-        }
-        invocation.text = shown->help();
+        invocation.text = app.help();
         return invocation;
     } catch (const CLI::CallForVersion &version) {
         invocation.text = std::string(version.what()) + "\n";
         return invocation;
     } catch (const CLI::ParseError &error) {
-        failUsage(error, words, commands, batch);
+        failUsage(app, error, words, commands, batch);
     }
-    auto &[name, command] = made.at(app.get_subcommands().front());
-    invocation.name = std::move(name);
-    invocation.command = std::move(command);
+    invocation.name = nameOf(app);
+    invocation.command = std::move(made.at(app.get_subcommands().front()));
     return invocation;
 }
 
@@ -121,6 +175,13 @@ Invocation parseCommandLine(const std::vector<std::string> &words, std::span<con
 
 Invocation parseBatchLine(const std::vector<std::string> &words, std::span<const CommandEntry> commands) {
     return parse(words, commands, true);
+}
+
+std::string commandIn(const std::vector<std::string> &words, std::span<const CommandEntry> commands) {
+    const auto found = std::ranges::find_if(words, [&](const std::string &word) {
+        return std::ranges::find(commands, word, &CommandEntry::name) != commands.end();
+    });
+    return found == words.end() ? std::string() : *found;
 }
 
 bool wantsJson(const std::vector<std::string> &words) {

@@ -79,9 +79,14 @@ TEST_F(Answers, ComeFromTheTerminalIfNoneIsGiven) {
     EXPECT_EQ(ask(Answer::ask, &somebody), IDYES);
     EXPECT_THAT(journal.questions(), ElementsAre("Pump.ocl is writable. Overwrite it?"));
 }
-TEST_F(Answers, AreNoneWithNobodyThereAndThatIsSaid) {
-    Somebody nobody(false);
-    EXPECT_EQ(ask(Answer::ask, &nobody), dialogNotAnswered);
-    EXPECT_EQ(ask(Answer::ask, nullptr), dialogNotAnswered);
-    EXPECT_THAT(err.str(), HasSubstr("[No: there is nobody to ask"));
+TEST_F(Answers, AreNoWithNobodyThereAndThatIsSaidOnce) {
+    EXPECT_EQ(ask(Answer::ask, nullptr), IDNO);
+    EXPECT_EQ(question.pressed, "no");
+    EXPECT_EQ(err.str(), "orchard-cm: question: Pump.ocl is writable. Overwrite it? [No: there is nobody to ask; "
+                         "--yes, --no or --yes-to-all give an answer]\n");
+}
+TEST_F(Answers, AreNoWhereTheUserGoesAwayFromTheTerminal) {
+    Somebody goneAway(false);
+    EXPECT_EQ(ask(Answer::ask, &goneAway), IDNO);
+    EXPECT_THAT(err.str(), HasSubstr("[No: there was no answer]"));
 }

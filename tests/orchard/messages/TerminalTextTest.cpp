@@ -36,14 +36,19 @@ TEST_P(TypedOption, IsTheOneThatFits) {
     EXPECT_EQ(found ? static_cast<int>(*found) : -1, GetParam().index);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, TypedOption,
-                         testing::Values(Row{"ANumber", "3", 2}, Row{"NoSuchNumber", "5", -1},
-                                         Row{"Zero", "0", -1}, Row{"Negative", "-1", -1},
-                                         Row{"TheWholeText", "yes", 0},
-                                         Row{"AWholeTextOfSeveralWords", "YES TO ALL", 1},
-                                         Row{"ALetterThatFitsOne", "n", 2}, Row{"ALetterThatFitsTwo", "y", -1},
-                                         Row{"TheBeginningOfOne", "yes t", 1}, Row{"Nothing", "", -1},
-                                         Row{"SomethingElse", "maybe", -1}, Row{"TooMuch", "nope", -1}),
-                         [](const auto &row) { return row.param.name; });
+TEST(TypedOptionOfMany, IsNoneWhereTheBeginningFitsSeveral) {
+    EXPECT_FALSE(typedOption("c", {"Cancel", "Close"}));
+    EXPECT_FALSE(typedOption("c", {"Cancel", "Close it", "Close"}));
+    EXPECT_EQ(typedOption("c", {"Close it", "Close"}), std::optional<std::size_t>(1));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, TypedOption,
+    testing::Values(Row{"ANumber", "3", 2}, Row{"NoSuchNumber", "5", -1}, Row{"Zero", "0", -1},
+                    Row{"Negative", "-1", -1}, Row{"TheWholeText", "yes", 0},
+                    Row{"AWholeTextOfSeveralWords", "YES TO ALL", 1}, Row{"ALetterThatFitsOne", "n", 2},
+                    Row{"ALetterThatFitsOneAndALongerOne", "y", 0}, Row{"TheBeginningOfOne", "yes t", 1},
+                    Row{"Nothing", "", -1}, Row{"SomethingElse", "maybe", -1}, Row{"TooMuch", "nope", -1}),
+    [](const auto &row) { return row.param.name; });
 
 } // namespace

@@ -1,8 +1,10 @@
-#include "apps/orchard-cm/checkout/ArchiveNames.h"
+#include "apps/orchard-cm/operation/ArchiveNames.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/host/IUnit.h"
+#include "apps/orchard-cm/base/Failure.h"
 #include "apps/orchard-cm/model/UnitSelection.h"
+#include "apps/orchard-cm/operation/TextCheck.h"
 #include "orchard/storage/Projects.h"
 
 #include <filesystem>
@@ -14,6 +16,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+bool liesIn(const std::string &file, std::string directory) {
+    if (!directory.ends_with('/')) {
+        directory += '/';
+    }
+    return file.starts_with(directory);
+}
+
 std::string nameOf(const std::string &word) {
     CString layout;
     if (CMProperty::getToolPropertyValue("Repository", layout, false) != 0 && !layout.IsEmpty()) {
@@ -24,16 +33,22 @@ std::string nameOf(const std::string &word) {
     if (path.is_absolute()) {
         return path.lexically_normal().string();
     }
-    const fs::path here = fs::current_path(ignored) / path;
-    const fs::path full = fs::exists(here, ignored) ? here : fs::path(CMProperty::getWorkingDir().str()) / path;
-    return full.lexically_normal().string();
+    const std::string units = CMProperty::getWorkingDir().str();
+    std::string here = (fs::current_path(ignored) / path).lexically_normal().string();
+    // A file that is to come out of the archive need not be there, so where it stands can't tell.
+    if (liesIn(here, units) || IUnit::getByFile(here) != nullptr) {
+        return here;
+    }
+    return (fs::path(units) / path).lexically_normal().string();
 }
 
-bool liesIn(const std::string &file, std::string directory) {
-    if (!directory.ends_with('/')) {
-        directory += '/';
+/// Throws for a name that a template could not quote.
+std::string checkedNameOf(const std::string &word) {
+    std::string name = nameOf(word);
+    if (const auto fault = pathFault(name); !fault.empty()) {
+        throw Failure(ExitCode::usage, "the file '" + word + "' can't be given to a tool: " + fault);
     }
-    return file.starts_with(directory);
+    return name;
 }
 
 /// The file, and those of the units below.
@@ -63,7 +78,7 @@ std::vector<std::string> archiveNames(const IProject &project, const std::vector
     std::vector<std::string> names;
     std::unordered_set<std::string> seen;
     for (const auto &word : words) {
-        const std::string name = nameOf(word);
+        const std::string name = checkedNameOf(word);
         for (auto &file : recursive ? withFilesBelow(project, name) : std::vector<std::string>{name}) {
             if (seen.insert(file).second) {
                 names.push_back(std::move(file));

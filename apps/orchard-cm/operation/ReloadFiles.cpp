@@ -1,4 +1,4 @@
-#include "apps/orchard-cm/checkout/Reload.h"
+#include "apps/orchard-cm/operation/ReloadFiles.h"
 
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/host/CurrentWorkspace.h"

@@ -1,4 +1,4 @@
-// Bringing the model into line after a recursive check out, which the library leaves to its caller.
+// Bringing the model into line after an operation that leaves it to its caller, such as a recursive check out.
 #pragma once
 
 #include <string>

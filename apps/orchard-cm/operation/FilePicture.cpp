@@ -1,4 +1,4 @@
-#include "apps/orchard-cm/checkout/FilePicture.h"
+#include "apps/orchard-cm/operation/FilePicture.h"
 
 #include "CM/platform/Files.h"
 

@@ -1,4 +1,4 @@
-#include "apps/orchard-cm/checkout/CheckoutResult.h"
+#include "apps/orchard-cm/operation/ItemResult.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 
 using namespace orchard_cm;
 using End = platform::ChildResult::End;
-using Outcome = CheckoutResult::Outcome;
+using Outcome = ItemResult::Outcome;
 using testing::HasSubstr;
 
 namespace {
@@ -18,8 +18,8 @@ void ran(Journal &journal, const std::string &command, End end = End::exited, in
 }
 
 /// An item whose file and unit were there before and are there now.
-CheckoutResult pump(bool writable) {
-    CheckoutResult result;
+ItemResult pump(bool writable) {
+    ItemResult result;
     result.name = "Drives/Pump";
     result.file = "/w/Pump.ocl";
     result.before.file.exists = result.after.file.exists = true;
@@ -28,52 +28,18 @@ CheckoutResult pump(bool writable) {
     return result;
 }
 
-CheckoutResult judged(CheckoutResult result, const Journal &journal, bool lock) {
-    judge(result, itemRuns({result.file}, journal).front(), lock);
+ItemResult judged(ItemResult result, const Journal &journal, bool lock) {
+    judge(result, runsOfItems({result.file}, journal).items.front(), {.writable = lock});
     return result;
 }
 
-std::string text(const CheckoutResult &result) {
+std::string text(const ItemResult &result) {
     std::ostringstream out;
-    write(out, result);
+    write(out, result, {"checked out"});
     return out.str();
 }
 
 } // namespace
-
-TEST(ItemRuns, BelongToTheFileThatTheirCommandNames) {
-    Journal journal;
-    ran(journal, "co -r /w/Tank.ocl");
-    ran(journal, "co -r \"/w/Öl Valve.ocl\"");
-    const auto items = itemRuns({"/w/Pump.ocl", "/w/Tank.ocl", "/w/Öl Valve.ocl"}, journal);
-    EXPECT_EQ(items[0].run, nullptr);
-    EXPECT_EQ(items[1].run, &journal.runs()[0]);
-    EXPECT_EQ(items[2].run, &journal.runs()[1]);
-}
-TEST(ItemRuns, AreNotTakenByAFileWhoseNameEndsThatOfAnother) {
-    Journal journal;
-    ran(journal, "co /w/BigPump.ocl");
-    const auto items = itemRuns({"/w/Pump.ocl", "/w/BigPump.ocl"}, journal);
-    EXPECT_EQ(items[0].run, nullptr);
-    EXPECT_NE(items[1].run, nullptr);
-}
-TEST(ItemRuns, FollowTheOrderWhereACommandNamesNoFile) {
-    Journal journal;
-    ran(journal, "fetch one");
-    ran(journal, "fetch two");
-    const auto items = itemRuns({"/w/Pump.ocl", "/w/Tank.ocl"}, journal);
-    EXPECT_EQ(items[0].run, &journal.runs()[0]);
-    EXPECT_EQ(items[1].run, &journal.runs()[1]);
-}
-TEST(ItemRuns, KnowWhichFilesWereAskedAbout) {
-    Journal journal;
-    journal.question("Pump.ocl is writable (/w/Pump.ocl)");
-    journal.question("Tank.ocl is writable (/w/Tank.ocl)");
-    const auto items = itemRuns({"/w/Pump.ocl", "/w/Valve.ocl", "/w/Tank.ocl"}, journal);
-    EXPECT_TRUE(items[0].asked);
-    EXPECT_FALSE(items[1].asked);
-    EXPECT_TRUE(items[2].asked);
-}
 
 TEST(Judgement, IsDoneAfterAGoodRun) {
     Journal journal;
@@ -143,7 +109,7 @@ TEST(Judgement, IsLeftWithoutAReasonIfNoToolRanAndNothingWasAsked) {
     EXPECT_EQ(result.reason, "");
 }
 
-TEST(CheckoutText, TellsWhatChanged) {
+TEST(ResultText, TellsWhatChanged) {
     auto result = pump(true);
     result.outcome = Outcome::done;
     result.after.file.digest = 1;
@@ -156,24 +122,24 @@ TEST(CheckoutText, TellsWhatChanged) {
     EXPECT_EQ(text(result),
               "Drives/Pump: checked out, file changed, version 1.2 -> 1.3, RO -> RW, locked by anna, reloaded\n");
 }
-TEST(CheckoutText, TellsWhatStayed) {
+TEST(ResultText, TellsWhatStayed) {
     auto result = pump(false);
     result.outcome = Outcome::done;
     result.before.state = result.after.state = "RO";
     EXPECT_EQ(text(result), "Drives/Pump: checked out, file unchanged, RO\n");
 }
-TEST(CheckoutText, TellsWhyAndWhetherTheFileIsStillWhole) {
+TEST(ResultText, TellsWhyAndWhetherTheFileIsStillWhole) {
     auto result = pump(false);
     result.reason = "the tool left no file";
     result.after.file.exists = false;
     EXPECT_EQ(text(result), "Drives/Pump: failed: the tool left no file (the file is gone)\n");
 }
-TEST(CheckoutJson, HoldsBothStates) {
+TEST(ResultJson, HoldsBothStates) {
     auto result = pump(true);
     result.outcome = Outcome::done;
     result.before.state = "RO";
     result.after.state = "RW";
-    const Json json = toJson(result);
+    const Json json = toJson(result, {"checked out"});
     EXPECT_EQ(json["outcome"], "checked out");
     EXPECT_EQ(json["modeChanged"], true);
     EXPECT_EQ(json["fileChanged"], false);

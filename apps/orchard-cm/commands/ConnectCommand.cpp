@@ -1,0 +1,150 @@
+#include "apps/orchard-cm/commands/Commands.h"
+
+#include "CM/CMSupport/core/CMArchive.h"
+#include "CM/CMSupport/core/CMFacade.h"
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/host/IPN.h"
+#include "CM/host/IProject.h"
+#include "apps/orchard-cm/commands/OperationOptions.h"
+#include "apps/orchard-cm/model/Properties.h"
+#include "apps/orchard-cm/model/Session.h"
+#include "apps/orchard-cm/model/Tools.h"
+#include "apps/orchard-cm/operation/TextCheck.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace orchard_cm {
+
+namespace {
+
+constexpr auto afterwards = "PostConnectToCMRepository";
+
+/// As the tool will see it, which works in another directory: an address stays, and so does what the tool itself
+/// has a form for; a path of the file system becomes a full one.
+std::string fullArchive(const std::string &archive) {
+    return archive.empty() || archive.find(':') != std::string::npos
+               ? archive
+               : std::filesystem::absolute(archive).lexically_normal().string();
+}
+
+std::string toolValue(const char *key) {
+    CString value;
+    CMProperty::getToolPropertyValue(key, value, false);
+    return value.str();
+}
+
+/// Sets the project's archive, and sets it back unless it is kept.
+class ArchiveChange {
+  public:
+    ArchiveChange(Session &session, const std::string &archive) : session_(session) {
+        if (archive.empty()) {
+            return;
+        }
+        before_ = toolValue(IPN::CMArchive);
+        if (CMArchive::setMainArchive(archive) == 0) {
+            throw Failure(ExitCode::failed, "the CM tool " + toolInUse() + " has no archive to choose (property " +
+                                                IPN::CMArchive.str() + " is missing)");
+        }
+        changed_ = true;
+        session_.save();
+    }
+    ~ArchiveChange() = default;
+    ArchiveChange(const ArchiveChange &) = delete;
+    ArchiveChange &operator=(const ArchiveChange &) = delete;
+
+    void takeBack() {
+        if (changed_) {
+            CMArchive::setMainArchive(before_);
+            session_.save();
+        }
+    }
+
+  private:
+    static std::string toolValue(const CString &key) { return orchard_cm::toolValue(key.str().c_str()); }
+
+    Session &session_;
+    std::string before_;
+    bool changed_ = false;
+};
+
+/// Why the project is not connected; empty if it is.
+std::string faultOf(const Journal &journal, int result) {
+    for (const JournalRun &run : journal.runs()) {
+        if (std::string fault = failureOf(run); !fault.empty()) {
+            return fault;
+        }
+    }
+    if (result != 0) {
+        return {};
+    }
+    if (!journal.runs().empty() && CMProperty::getToolProperty(afterwards, nullptr, 0, false) == nullptr) {
+        return std::string("the command went well, but the tool's set has no property ") + afterwards +
+               ", which may be empty";
+    }
+    return journal.earlyErrors().empty() ? "the command can't be expanded; run it with 'orchard-cm expand'"
+                                         : journal.earlyErrors().front();
+}
+
+class ConnectCommand : public Command {
+  public:
+    void declare(CLI::App &app) override {
+        app.add_option("ARCHIVE", archive_,
+                       "The archive, as the tool names it: a directory, a file or an address; without it, the one "
+                       "that is set");
+        app.footer(
+            "Links the project to the archive, and makes the archive where the tool does that. See the page\n"
+            "of docs/tools about the tool.");
+    }
+
+    ExitCode run(Context &context) override {
+        static_cast<void>(context.session.project());
+        if (const auto fault = pathFault(archive_); !fault.empty()) {
+            throw Failure(ExitCode::usage, "the archive '" + archive_ + "' can't be given to a tool: " + fault);
+        }
+        requireCommand(IPN::CMConnectToCMRepository);
+        ArchiveChange change(context.session, fullArchive(archive_));
+        TemplateArguments arguments;
+        arguments.addArchive();
+        CMDiagnosticList diagnostics;
+        CMUnitList noUnits; // the project chooses its archive itself
+        const Journal &journal = context.session.startJournal(1);
+        const std::size_t errorsBefore = context.output.errorCount();
+        const int result = CMFacade::ConnectToArchive(noUnits, arguments.list(), diagnostics);
+        tellDiagnostics(context, diagnostics);
+        const std::string fault = faultOf(journal, result);
+        if (!fault.empty() || context.output.errorCount() > errorsBefore) {
+            change.takeBack();
+            context.session.saveIfModified();
+            throw Failure(ExitCode::failed,
+                          "the project is not connected" + (fault.empty() ? std::string() : ": " + fault));
+        }
+        context.session.saveIfModified();
+        tell(context);
+        return ExitCode::done;
+    }
+
+  private:
+    static void tell(Context &context) {
+        const std::string archive = CMArchive::getMainArchive().str();
+        const std::string repository = toolValue("Repository");
+        context.output.result({{"tool", toolInUse()}, {"archive", archive}, {"repository", repository}},
+                              [&](std::ostream &out) {
+                                  out << "connected to " << toolInUse();
+                                  for (const auto &place : {archive, repository}) {
+                                      out << (place.empty() ? "" : ", ") << place;
+                                  }
+                                  out << '\n';
+                              });
+    }
+
+    std::string archive_;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeConnectCommand() { return std::make_unique<ConnectCommand>(); }
+
+} // namespace orchard_cm

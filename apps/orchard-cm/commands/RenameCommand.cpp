@@ -1,0 +1,50 @@
+#include "apps/orchard-cm/commands/Commands.h"
+
+#include "CM/CMSupport/core/CMFacade.h"
+#include "apps/orchard-cm/model/Session.h"
+#include "apps/orchard-cm/model/UnitSelection.h"
+#include "apps/orchard-cm/operation/Restructuring.h"
+
+#include <CLI/CLI.hpp>
+
+namespace orchard_cm {
+
+namespace {
+
+class RenameCommand : public Command {
+  public:
+    void declare(CLI::App &app) override {
+        app.add_flag("--no-tool", noTool_, "Leave the archive alone: for a unit that is not in it yet");
+        app.add_option("UNIT", unit_, "A unit by its name, its path in the model or its file")->required();
+        app.add_option("NAME", name_, "The new name")->required();
+        app.footer(
+            "The file follows if it is named after the unit. The unit's file and that of its owner have to\n"
+            "be writable. Where the tool can't rename it, model and files stay as they are.");
+    }
+
+    ExitCode run(Context &context) override {
+        IUnit &unit = unitNamed(context.session.project(), unit_);
+        const Restructuring rename{
+            {"renamed", false},
+            "rename",
+            "Rename",
+            !noTool_,
+            [&](orchard::UnitChange &change, CMArgumentList &, CMDiagnosticList &diagnostics) {
+                return CMFacade::RenameMember(&unit, change.oldPath(), change.newPath(), diagnostics);
+            }};
+        const OperationReport report =
+            restructure(context, orchard::UnitChange::rename(unit, name_), {&unit}, rename);
+        return tell(context, report, rename.wording);
+    }
+
+  private:
+    std::string unit_;
+    std::string name_;
+    bool noTool_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeRenameCommand() { return std::make_unique<RenameCommand>(); }
+
+} // namespace orchard_cm

@@ -1,0 +1,19 @@
+// "tool check": what is missing or wrong in a property set.
+#pragma once
+
+#include "apps/orchard-cm/commands/Command.h"
+
+#include <string>
+
+namespace orchard_cm {
+
+class ToolCheckAction : public Command {
+  public:
+    void declare(CLI::App &app) override;
+    ExitCode run(Context &context) override;
+
+  private:
+    std::string name_;
+};
+
+} // namespace orchard_cm
