@@ -83,6 +83,7 @@ remove_file() (
   rm -f -- "$name"
   silent_cvs remove -- "$name"
   cvs commit -m "$2" -- "$name"
+  rm -f -- "CVS/Base/$name"
 )
 
 is_known() (
@@ -104,6 +105,9 @@ move_file() {
   keywords=$(cd -- "$(directory_of "$1")" && cvs status -- "$(name_of "$1")" |
     sed -n 's/.*Sticky Options:[[:space:]]*\(-k[a-z]*\).*/\1/p')
   mkdir -p -- "$(directory_of "$2")"
+  # What is being worked on stays so under its new name.
+  open=
+  if [ -e "$(directory_of "$1")/CVS/Base/$(name_of "$1")" ]; then open=yes; fi
   # The host may have moved the file itself.
   if [ -e "$1" ]; then mv -- "$1" "$2"; fi
   add_file "$keywords" "$2" "Moved from $(name_of "$1")" || {
@@ -111,6 +115,7 @@ move_file() {
     return 1
   }
   remove_file "$1" "Moved to $(name_of "$2")"
+  if [ -n "$open" ]; then (cd -- "$(directory_of "$2")" && edit "$(name_of "$2")"); fi
 }
 
 move_directory() {

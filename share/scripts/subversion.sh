@@ -25,6 +25,7 @@ shift
 svn() { command svn --non-interactive "$@"; }
 directory_of() { case $1 in /*/*|[!/]*/*) printf %s "${1%/*}" ;; /*) printf / ;; *) printf . ;; esac; }
 
+is_known() { svn info -- "$1@" >/dev/null 2>&1; }
 has_lock() { svn info -- "$1@" | grep -q '^Lock Token: '; }
 
 # Not quiet: Subversion would not even say who holds the lock. A file may be read-only in spite of a lock.
@@ -74,7 +75,7 @@ case $action in
         ;;
     esac
     address=$archive/$2
-    if ! svn info -- "$address@" >/dev/null 2>&1; then
+    if ! is_known "$address"; then
       svn mkdir -q --parents --message='A project of Orchard' -- "$address@"
     fi
     # A file that is here already stays as it is.
@@ -95,6 +96,12 @@ case $action in
     if [ -n "$2" ]; then lock "$3"; else give_up_lock "$3"; fi
     ;;
   checkin)
+    case $1 in
+      --label=*)
+        echo "svn: no label '${1#--label=}' can be given: Subversion has none for versions of a file" >&2
+        exit 1
+        ;;
+    esac
     # A comment may be the name of a file: --force-log.
     svn commit -q --force-log ${1:+"$1"} --message="$2" -- "$3@"
     # A commit without changes leaves the lock.
@@ -126,7 +133,7 @@ case $action in
     ;;
   fetch)
     from=$3
-    if ! svn info -- "$3@" >/dev/null 2>&1; then
+    if ! is_known "$3"; then
       # Nobody has brought it here yet. In an address a "%" begins a code.
       from=$(svn info --show-item url -- .)/$(printf %s "${3#"$(pwd)"/}" | sed 's/%/%25/g')
     fi
@@ -135,6 +142,8 @@ case $action in
   move)
     # The host may have moved the file itself; an empty directory may be waiting for what comes.
     if [ ! -e "$1" ] && [ -f "$2" ]; then mv -- "$2" "$1"; fi
+    # What is being worked on stays so under its new name: its lock is taken anew.
+    open=$(cd -- "$(directory_of "$1")" && find "./${1##*/}" -name .svn -prune -o -type f -perm -u+w -print)
     depth=empty
     if [ -d "$1" ]; then
       depth=infinity
@@ -144,6 +153,12 @@ case $action in
     fi
     svn move -q --parents -- "$1@" "$2"
     commit "Moved ${1##*/}" "$2@" "$1@"
+    if [ -n "$open" ]; then
+      printf '%s\n' "$open" | while IFS= read -r file; do
+        file=${file#"./${1##*/}"}
+        ! is_known "$2$file" || lock "$2$file"
+      done
+    fi
     ;;
   delete)
     if [ -d "$1" ]; then svn update -q -- "$1@"; fi
