@@ -1,5 +1,6 @@
 #include "orchard/model/ElementId.h"
 
+#include <array>
 #include <random>
 
 namespace orchard {
@@ -16,18 +17,17 @@ std::uint64_t mixed(std::uint64_t value) {
 
 constexpr bool isGroupEnd(std::size_t at) { return at == 8 || at == 13 || at == 18 || at == 23; }
 
-int digitValue(char digit) {
-    if (digit >= '0' && digit <= '9') {
-        return digit - '0';
+/// The values of hexadecimal digits, by character; noDigit for all others.
+constexpr std::uint8_t noDigit = 0x80;
+constexpr auto digitValues = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(noDigit);
+    for (std::uint8_t digit = 0; digit < 16; ++digit) {
+        values[static_cast<std::uint8_t>("0123456789abcdef"[digit])] = digit;
+        values[static_cast<std::uint8_t>("0123456789ABCDEF"[digit])] = digit;
     }
-    if (digit >= 'a' && digit <= 'f') {
-        return digit - 'a' + 10;
-    }
-    if (digit >= 'A' && digit <= 'F') {
-        return digit - 'A' + 10;
-    }
-    return -1;
-}
+    return values;
+}();
 
 } // namespace
 
@@ -47,22 +47,26 @@ std::optional<ElementId> ElementId::parse(std::string_view text) {
     if (text.size() != 36) {
         return std::nullopt;
     }
+    if (text[8] != '-' || text[13] != '-' || text[18] != '-' || text[23] != '-') {
+        return std::nullopt;
+    }
+    // A large model is read through here some hundred thousand times.
+    std::uint8_t seen = 0;
+    const auto append = [&](std::uint64_t &half, std::size_t from, std::size_t to) {
+        for (std::size_t at = from; at < to; ++at) {
+            const std::uint8_t value = digitValues[static_cast<unsigned char>(text[at])];
+            seen = static_cast<std::uint8_t>(seen | value);
+            half = (half << 4U) | (value & 0xFU);
+        }
+    };
     ElementId id;
-    unsigned digits = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (isGroupEnd(at)) {
-            if (text[at] != '-') {
-                return std::nullopt;
-            }
-            continue;
-        }
-        const int value = digitValue(text[at]);
-        if (value < 0) {
-            return std::nullopt;
-        }
-        std::uint64_t &half = digits < 16 ? id.high : id.low;
-        half = (half << 4U) | static_cast<std::uint64_t>(value);
-        ++digits;
+    append(id.high, 0, 8);
+    append(id.high, 9, 13);
+    append(id.high, 14, 18);
+    append(id.low, 19, 23);
+    append(id.low, 24, 36);
+    if ((seen & noDigit) != 0) {
+        return std::nullopt;
     }
     return id.empty() ? std::nullopt : std::optional(id);
 }

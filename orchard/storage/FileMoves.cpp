@@ -2,6 +2,8 @@
 
 #include "CM/platform/Files.h"
 #include "orchard/model/Paths.h"
+#include "orchard/storage/FileText.h"
+#include "orchard/storage/UnitHeader.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -37,6 +39,21 @@ int moveWithoutReplacing(const std::string &from, const std::string &to) {
     }
     return errno;
 }
+
+namespace {
+
+/// Whether what is at the new place is the unit's file, as a tool may have copied it.
+bool isCopy(const FileMoves::Entry &entry) {
+    FileText copy;
+    FileText original;
+    if (copy.read(entry.to) != FileRead::done || original.read(entry.from) != FileRead::done) {
+        return false;
+    }
+    return entry.unit->isSaveUnit() ? bodyHashOf(copy.text) == bodyHashOf(original.text)
+                                    : copy.text == original.text;
+}
+
+} // namespace
 
 std::size_t FileMoves::addDirectory(std::string from, std::string to) {
     directories_.push_back({std::move(from), std::move(to), {}});
@@ -109,6 +126,9 @@ void FileMoves::look() {
         const bool old = isThere(entry.from);
         const bool fresh = isThere(entry.to);
         entry.state = old ? (fresh ? State::both : State::open) : (fresh ? State::done : State::none);
+        if (entry.state == State::both && !isCopy(entry)) {
+            entry.state = State::blocked;
+        }
         if (entry.state == State::none && entry.directory && isThere(halfWayPlace(entry))) {
             entry.state = State::halfWay;
         }

@@ -19,7 +19,8 @@ class FileMoves {
         open,    ///< the file is where it was
         done,    ///< it is at its new place
         halfWay, ///< it has its new name, in the directory that is yet to be moved
-        both,    ///< there are two
+        both,    ///< there is one at either place, both the unit's
+        blocked, ///< something else is at its new place
         none,    ///< there is no file, as of a unit that was never saved
     };
     struct Entry {

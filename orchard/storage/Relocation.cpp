@@ -363,9 +363,20 @@ Problems Relocation::finish(FilesBy by) {
     }
     begin();
     moves_.look();
-    const bool touched = moves_.any(State::done) || moves_.any(State::halfWay) || moves_.any(State::both);
+    const bool copied = by == FilesBy::tool && moves_.any(State::both);
+    const bool touched = moves_.any(State::done) || moves_.any(State::halfWay) || copied;
     for (const FileMoves::Entry &entry : moves_.entries()) {
         const bool left = entry.state == State::open || entry.state == State::halfWay;
+        const bool barred = entry.state == State::blocked || (entry.state == State::both && !copied);
+        if (barred) {
+            told.push_back(
+                {entry.to, 0, 0,
+                 "it is in the way of '" + entry.unit->name() + "', whose file is still " + entry.from});
+        }
+        if (barred && !touched) {
+            takeBack(told);
+            return told;
+        }
         if (by == FilesBy::tool && left && !touched) {
             told.push_back({entry.from, 0, 0,
                             "the CM tool has not moved the file to " + entry.to + "; the model stays as it was"});
@@ -376,7 +387,7 @@ Problems Relocation::finish(FilesBy by) {
             told.push_back(
                 {entry.from, 0, 0,
                  "the CM tool has left the file behind; it was moved to " + entry.to + " without the tool"});
-        } else if (entry.state == State::both) {
+        } else if (entry.state == State::both && !barred) {
             told.push_back(
                 {entry.from, 0, 0,
                  "the file is still there; the unit '" + entry.unit->name() + "' has " + entry.to + " now"});

@@ -65,8 +65,8 @@ std::string faultOfNewName(const UnitElement &unit, std::string_view name) {
     if (unit.is(UnitElement::stub)) {
         return "it isn't loaded";
     }
-    if (name.empty() || hasSeparator(name)) {
-        return "a name is not empty and holds no separator";
+    if (name.empty() || name == "." || name == ".." || hasSeparator(name)) {
+        return "a name is not empty, no \".\" or \"..\", and holds no separator";
     }
     if (const auto fault = faultOfValue(name)) {
         return *fault;
@@ -104,6 +104,7 @@ std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units) {
     for (const IUnit *const unit : units) {
         given.insert(Element::of(unit));
     }
+    std::unordered_set<const Element *> taken;
     std::vector<UnitElement *> outer;
     for (IUnit *const unit : units) {
         const Element *const element = Element::of(unit);
@@ -112,7 +113,7 @@ std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units) {
             above = above->owner();
         }
         // Each once, in the order in which they came.
-        if (element != nullptr && above == nullptr && given.erase(element) == 1) {
+        if (element != nullptr && above == nullptr && taken.insert(element).second) {
             outer.push_back(Element::of(unit)->asUnit());
         }
     }

@@ -2,6 +2,7 @@
 
 #include "CM/host/OrId.h"
 #include "CM/host/Reload.h"
+#include "CM/host/Utilities.h"
 
 using testing::AllOf;
 using testing::ElementsAre;
@@ -27,6 +28,22 @@ TEST_F(AddToModel, TakesThePlaceOfTheUnitWithTheFile) {
     ASSERT_NE(fresh, nullptr);
     EXPECT_NE(fresh, valve);
     EXPECT_EQ(orchard::elementsInside(*unit("Drives"))[1], fresh);
+}
+
+TEST_F(AddToModel, WithTheFlagForItAFileTakesThePlaceOfTheUnitWithItsIdentifier) {
+    const std::string id = unit("Valve")->getOrId().getOrIdStr().str();
+    std::filesystem::copy_file(unitFile("Valve.ocl"), unitFile("Gate.ocl"));
+    EXPECT_EQ(add("Gate.ocl"), nullptr);
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("is borne by another element, 'Valve'")));
+    reloadForDupId = true;
+    IUnit *const fresh = add("Gate.ocl");
+    reloadForDupId = false;
+    ASSERT_NE(fresh, nullptr);
+    EXPECT_EQ(fresh->getOrId().getOrIdStr().str(), id);
+    EXPECT_EQ(unit("Valve"), fresh);
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), nullptr);
+    EXPECT_TRUE(std::filesystem::exists(unitFile("Valve.ocl"))) << "it is the user's to remove";
+    EXPECT_TRUE(unit("Drives")->isModified());
 }
 
 TEST_F(AddToModel, LoadsAStub) {

@@ -3,6 +3,7 @@
 #include "CM/host/LoadOnDemandManager.h"
 #include "CM/host/OrId.h"
 #include "CM/host/Reload.h"
+#include "CM/host/Utilities.h"
 
 #include <sys/stat.h>
 
@@ -102,6 +103,20 @@ TEST_F(ReloadUnit, AUnitBelowWhoseFileIsGoneStaysAsItWas) {
     EXPECT_EQ(orchard::elementsInside(*level).size(), 3U);
     EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("/LevelSensor.ocl"), HasSubstr("is missing"),
                                             HasSubstr("stays in the model"))));
+}
+
+TEST_F(ReloadUnit, WarningsThatTheUserHasAgreedToGoToTheLogOnly) {
+    std::filesystem::remove(unitFile("LevelSensor.ocl"));
+    edit(unitFile("Drives.osb"), "</subsystem>",
+         "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></subsystem>");
+    isOk2All = true;
+    IUnit *const fresh = reload(unit("Drives"));
+    write(unitFile("Valve.ocl"), "broken");
+    IUnit *const broken = reload(unit("Valve"));
+    isOk2All = false;
+    EXPECT_NE(fresh, nullptr);
+    EXPECT_EQ(broken, nullptr);
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("/Valve.ocl"))) << "a failure is no warning";
 }
 
 TEST_F(ReloadUnit, AKeptUnitTakesItsNewPlace) {

@@ -148,7 +148,7 @@ TEST_F(MoveUnit, ADirectoryThatOthersUseIsMovedFileByFile) {
 
 TEST_F(MoveUnit, WhereTheToolHasDoneNothingTheModelIsAsBefore) {
     const auto before = places();
-    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump")}, *unit("Control"));
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump.ocl")}, *unit("Control"));
     change.begin();
     EXPECT_EQ(unit("Valve")->getFullFileName(), unitFile("Control/Valve.ocl"));
     EXPECT_EQ(change.finish(FilesBy::tool).size(), 1U);
@@ -158,7 +158,7 @@ TEST_F(MoveUnit, WhereTheToolHasDoneNothingTheModelIsAsBefore) {
 }
 
 TEST_F(MoveUnit, WhatTheToolHasLeftBehindFollows) {
-    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump")}, *unit("Control"));
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump.ocl")}, *unit("Control"));
     change.begin();
     std::filesystem::rename(unitFile("Valve.ocl"), unitFile("Control/Valve.ocl"));
     const auto told = change.finish(FilesBy::tool);
@@ -169,16 +169,34 @@ TEST_F(MoveUnit, WhatTheToolHasLeftBehindFollows) {
 }
 
 TEST_F(MoveUnit, AFileThatCanNotBeMovedTakesAllOfItBack) {
-    UnitChange change = UnitChange::move({unit("Pump"), unit("Valve")}, *unit("Control"));
+    const auto before = places();
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Drives")}, *unit("Control"));
     change.begin();
-    write(unitFile("Control/Valve.ocl.d"), "");
-    std::filesystem::remove(unitFile("Valve.ocl"));
-    std::filesystem::create_directory(unitFile("Valve.ocl")); // a directory with a file in it moves, too: bar that
-    write(unitFile("Control/Pump.ocl"), "came in between");
+    std::filesystem::create_directory(unitFile("Control/Valve.ocl"));
+    const std::string valve = read(unitFile("Valve.ocl"));
     const auto told = change.finish(FilesBy::host);
-    EXPECT_FALSE(told.empty());
-    EXPECT_EQ(read(unitFile("Control/Pump.ocl")), "came in between");
-    EXPECT_TRUE(exists(unitFile("Pump.ocl")));
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].text, HasSubstr("it is in the way of 'Valve'"));
+    EXPECT_FALSE(change.stands());
+    EXPECT_EQ(places(), before);
+    EXPECT_EQ(read(unitFile("Valve.ocl")), valve);
+    std::filesystem::remove(unitFile("Control/Valve.ocl"));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, WhereTheFormerOwnersFileCanNotBeSavedAllIsAsBefore) {
+    const auto before = places();
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump.ocl")}, *unit("Control"));
+    change.begin();
+    ::chmod(unitFile("Drives.osb").c_str(), 0444);
+    const auto told = change.finish(FilesBy::host);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].text, HasSubstr("read-only"));
+    EXPECT_FALSE(change.stands());
+    EXPECT_EQ(places(), before);
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+    EXPECT_FALSE(exists(unitFile("Control/Valve.ocl")));
+    expectSaved();
 }
 
 TEST_F(MoveUnit, UnitsKeptElsewhereStayWhereTheyAre) {
@@ -206,7 +224,7 @@ TEST_F(MoveUnit, WhatCanNotBeIsRefused) {
     write(unitFile("Control/Valve.ocl"), "mine");
     EXPECT_THAT(refusal("Valve", "Control"), HasSubstr("already"));
     ::chmod(unitFile("Control/Control.osb").c_str(), 0444);
-    EXPECT_THAT(refusal("Pump", "Control"), HasSubstr("can't be written: the file is read-only"));
+    EXPECT_THAT(refusal("Pump.ocl", "Control"), HasSubstr("can't be written: the file is read-only"));
     EXPECT_EQ(read(unitFile("Control/Valve.ocl")), "mine");
 }
 
@@ -233,8 +251,8 @@ TEST_F(MoveUnit, UnsavedChangesGoAlong) {
 
 TEST_F(MoveUnit, ManyAtOnceKeepTheirOrderAndComeBackToTheirPlaces) {
     const auto before = places();
-    UnitChange change =
-        UnitChange::move({unit("FlowSensor"), unit("Valve"), unit("Pump"), unit("LevelSensor")}, *unit("Control"));
+    UnitChange change = UnitChange::move(
+        {unit("FlowSensor"), unit("Valve"), unit("Pump.ocl"), unit("LevelSensor")}, *unit("Control"));
     change.begin();
     const auto inside = orchard::elementsInside(*unit("Control"));
     ASSERT_GE(inside.size(), 4U);

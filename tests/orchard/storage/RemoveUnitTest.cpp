@@ -68,7 +68,7 @@ TEST_F(RemoveUnit, AcceptsThatTheToolHasRemovedTheFile) {
 }
 
 TEST_F(RemoveUnit, AUnitThatTheToolHasNotRemovedStays) {
-    UnitChange change = UnitChange::remove({unit("Valve"), unit("Pump")});
+    UnitChange change = UnitChange::remove({unit("Valve"), unit("Pump.ocl")});
     std::filesystem::remove(unitFile("Pump.ocl"));
     const auto told = change.finish(FilesBy::tool);
     ASSERT_EQ(told.size(), 1U);

@@ -115,8 +115,10 @@ TEST_F(RenameUnit, AFileThatIsThereIsNotWrittenOver) {
     UnitChange change = UnitChange::rename(*unit("Valve"), "Late");
     change.begin();
     write(unitFile("Late.ocl"), "came in between");
-    static_cast<void>(change.finish(FilesBy::host));
+    EXPECT_THAT(change.finish(FilesBy::tool), testing::SizeIs(1));
+    EXPECT_FALSE(change.stands());
     EXPECT_EQ(read(unitFile("Late.ocl")), "came in between");
+    EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
     EXPECT_TRUE(exists(unitFile("Valve.ocl")));
 }
 
