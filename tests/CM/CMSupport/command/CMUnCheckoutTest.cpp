@@ -141,6 +141,17 @@ TEST_F(UnCheckout, AReloadedUnitTakesTheOldOnesPlace) {
     EXPECT_EQ(host.callsOf("update header Pump").size(), 1U) << "the new object is updated";
 }
 
+TEST_F(UnCheckout, AReloadedUnitThatHasAnotherIdentifierIsInTheListAtTheEnd) {
+    auto &pump = host.addUnit("Pump");
+    IUnit *reloaded = nullptr;
+    host.reload.reloadUnit = [&](IUnit *, int) {
+        host.removeObject(pump);
+        return reloaded = &host.addUnit("Pump");
+    };
+    EXPECT_EQ(undoOn(pump), 1);
+    EXPECT_THAT(entries(units), ElementsAre(reloaded));
+}
+
 TEST_F(UnCheckout, AUnitThatCannotBeReloadedInPlaceIsLoadedAnewAndRemembered) {
     auto &pump = host.addClass("Pump");
     host.reload.canReload = [](const IUnit *, int) { return false; };
