@@ -4,6 +4,7 @@
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/FollowUp.h"
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/resources/Format.h"
@@ -119,6 +120,9 @@ int runStep(CMOperation &operation, const DirectoryStep &step, std::initializer_
         return 0;
     }
     for (const Placeholder &placeholder : placeholders) {
+        if (!command::mayReachCommand({placeholder.text})) {
+            return 0;
+        }
         text.Replace(placeholder.name, placeholder.text);
     }
     CString output;

@@ -3,10 +3,15 @@
 #include "CM/CMSupport/command/BatchSteps.h"
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/DebugTrace.h"
+#include "CM/CMSupport/core/Unquotable.h"
+#include "CM/CMSupport/resources/Format.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IPN.h"
+
+#include <string>
 
 namespace {
 
@@ -44,6 +49,11 @@ void takeOverRepository(const CString &output, CString &error) {
     debugTrace({"Archive Repository is: '", path, "'\n"});
     if (wasSet == 1) {
         tidyPath(path);
+        if (const std::string fault = paths::unquotableIn(path); !fault.empty()) {
+            CMOutputer::writeToCMOutputWnd(
+                resources::format(resources::Text::archiveNotQuotable, {paths::shownPath(path), fault}));
+            return; // every later command would hold it
+        }
         CString value;
         fillInArchivePath("Repository", value, path);
         fillInArchivePath("ArchiveRoot", value, path);

@@ -2,6 +2,7 @@
 
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
@@ -65,7 +66,7 @@ int CMDeleteMember::deleteDirectory(const CString &directory, CMArgumentList & /
     }
     CString command = readDirectoryTemplate(hybrid);
     CString root;
-    if (command.IsEmpty() || oqGetRoot(root, error) != 1) {
+    if (command.IsEmpty() || oqGetRoot(root, error) != 1 || !command::mayReachCommand({directory})) {
         return 0;
     }
     command.Replace("$OQROOT", root);

@@ -1,6 +1,7 @@
 #include "CM/CMSupport/command/CMMoveMember.h"
 
 #include "CM/CMSupport/command/CommandRun.h"
+#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/Paths.h"
 #include "CM/host/IProject.h"
@@ -48,6 +49,9 @@ class Run : public command::CommandRun<IUnit> {
             }
             return movesDirectory ? name : paths::join(name, unit.getFileName());
         };
+        if (!command::mayReachCommand({directories.from, directories.to, persistAs})) {
+            return true; // the next unit is taken as usual
+        }
         template_.Replace("$olddir", directories.from);
         template_.Replace("$newdir", directories.to);
         template_.Replace("$oldName", nameIn(directories.from));

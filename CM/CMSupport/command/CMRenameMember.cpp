@@ -2,6 +2,7 @@
 
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMUnit.h"
 #include "CM/CMSupport/core/Paths.h"
@@ -82,6 +83,11 @@ int CMRenameMember::operator()(IUnit *unit, const CString &oldPath, const CStrin
     CString directoryTemplate;
     const CString oldDirectory = paths::hostDirectoryOf(oldPath);
     const CString newDirectory = paths::hostDirectoryOf(newPath);
+    if (!command::mayReachCommand(*unit) ||
+        !command::mayReachCommand({oldPath, newPath, oldDirectory, newDirectory, outerDirectory(oldDirectory),
+                                   outerDirectory(newDirectory)})) {
+        return 0;
+    }
     if (oldDirectory != newDirectory) {
         directoryTemplate = readTemplate("RenameDirectory", hybrid);
         if (!directoryTemplate.IsEmpty()) {

@@ -1,6 +1,7 @@
 #include "CM/CMSupport/command/CommandRun.h"
 
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMUnit.h"
 
@@ -20,7 +21,14 @@ CommandRun<ITEM>::CommandRun(CommandTexts texts, CMArgumentList &args, CString &
     : texts_(std::move(texts)), args_(args), errorText_(errorText) {}
 
 template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
-    if (item == nullptr || !isWanted(*item)) {
+    if (item == nullptr) {
+        return;
+    }
+    if (!mayReachCommand(*item)) {
+        result_ = 0;
+        return;
+    }
+    if (!isWanted(*item)) {
         return;
     }
     prepare(*item);

@@ -59,7 +59,8 @@ template <class ITEM> class CommandRun {
     CommandRun(const CommandRun &) = delete;
     CommandRun &operator=(const CommandRun &) = delete;
 
-    /// Works on one item; null is skipped. A failure is seen in the result alone: the next item is taken as usual.
+    /// Works on one item; null is skipped. An item with a name that can't be quoted is refused before anything else
+    /// is done for it: see NameGuard.h. A failure is seen in the result alone: the next item is taken as usual.
     void work(ITEM *item);
     /// Works on all items of a list that the run doesn't change.
     template <class LIST> void workAll(const LIST &items) {

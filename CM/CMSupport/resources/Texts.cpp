@@ -50,6 +50,18 @@ const char *text(Text number) {
     case Text::unitOutsideWorkingDirectory:
         return "The file \"%s\" can't be added to the archive, as it is not in the directory \"%s\", where the "
                "tool works. Move the %s \"%s\" there, then add it again.";
+    case Text::nameNotQuotable:
+        return "No command was run for \"%s\": the name holds %s, which no command line can quote. Give the file "
+               "another name, then try again.";
+    case Text::archiveNotQuotable:
+        return "The archive \"%s\" was not taken over: its path holds %s, which no command line can quote. Move "
+               "the archive, then connect again.";
+    case Text::namedCharacter:
+        return "the character %s";
+    case Text::controlCharacter:
+        return "a control character";
+    case Text::backslashAtEnd:
+        return "a backslash at the end of it or of a directory";
     case Text::operationLock:
         return "Lock";
     case Text::operationFetch:

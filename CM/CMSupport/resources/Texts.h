@@ -21,7 +21,12 @@ enum class Text : unsigned {
     writableFileQuestion,        ///< file name, full file name
     loadingFailed,               ///< full file name
     unitOutsideWorkingDirectory, ///< file name, working directory, kind, name
-    operationLock = 100,         ///< display names of the transaction types, in their order
+    nameNotQuotable,             ///< path, what it holds
+    archiveNotQuotable,          ///< path, what it holds
+    namedCharacter,              ///< the character
+    controlCharacter,
+    backslashAtEnd,
+    operationLock = 100, ///< display names of the transaction types, in their order
     operationFetch,
     operationUnlock,
     operationHistory,

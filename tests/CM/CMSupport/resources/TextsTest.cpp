@@ -16,7 +16,7 @@ template <class CHECK> void forEachText(CHECK check) {
             check(static_cast<Text>(number));
         }
     };
-    run(Text::noToolSelected, Text::unitOutsideWorkingDirectory);
+    run(Text::noToolSelected, Text::backslashAtEnd);
     run(Text::operationLock, Text::operationTool);
     run(Text::questionTitle, Text::questionNotAnswered);
     run(Text::statusCheckedOut, Text::statusRefreshQuestion);
@@ -55,6 +55,8 @@ TEST(Texts, TakeTheArgumentsThatTheirNumbersPromise) {
         {Text::referenceLeftOut, 2},     {Text::controlledFileCheckOut, 2},
         {Text::writableFileQuestion, 2}, {Text::loadingFailed, 1},
         {Text::questionNotAnswered, 1},  {Text::unitOutsideWorkingDirectory, 4},
+        {Text::nameNotQuotable, 2},      {Text::archiveNotQuotable, 2},
+        {Text::namedCharacter, 1},
     };
     forEachText([&withArguments](Text number) {
         const auto found = withArguments.find(number);

@@ -1,0 +1,182 @@
+// Names that no template can quote, on every way on which a command operation takes a name into a command.
+#include "CM/CMSupport/command/CMAddMember.h"
+#include "CM/CMSupport/command/CMCheckOut.h"
+#include "CM/CMSupport/command/CMCheckOutFromArchive.h"
+#include "CM/CMSupport/command/CMConnectToCMRepository.h"
+#include "CM/CMSupport/command/CMDeleteMember.h"
+#include "CM/CMSupport/command/CMFetch.h"
+#include "CM/CMSupport/command/CMFetchFromArchive.h"
+#include "CM/CMSupport/command/CMMoveMember.h"
+#include "CM/CMSupport/command/CMRenameMember.h"
+#include "tests/CM/CMSupport/command/CheckOutFixture.h"
+
+#include <list>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+class NameGuard : public CheckOutFixture {
+  protected:
+    NameGuard() {
+        setToolProperty(IPN::CMFetchFromArchive, "get \"$UnitPath\"");
+        setToolProperty(IPN::CMFetch, "get \"$Unit\"");
+    }
+    template <class OPERATION = CMFetchFromArchive> int runOn(const std::vector<CString> &paths) {
+        std::list<CMArchiveItem> made;
+        CMArchiveItemList items;
+        for (const CString &path : paths) {
+            CMArchiveItem *item = &made.emplace_back(path, "1.1", CMArchiveItem::readOnly, "", "");
+            items.AddTail(item);
+        }
+        return OPERATION()(items, args, diags);
+    }
+    int move(CMUnitList units) { return CMMoveMember()(units, args, diags, false); }
+    recording::Class &unitWithFile(const CString &directory, const CString &fileName) {
+        auto &unit = host.addUnit("Pump");
+        unit.directory = directory;
+        unit.fileName = fileName;
+        return unit;
+    }
+    void expectRefused(const std::string &path, const std::string &what) {
+        EXPECT_THAT(host.worker.commands, IsEmpty());
+        EXPECT_THAT(host.window.text(),
+                    HasSubstr("No command was run for \"" + path + "\": the name holds " + what));
+    }
+};
+
+TEST_F(NameGuard, AnItemThatWouldEndTheQuotesReachesNoShellAndFails) {
+    EXPECT_EQ(runOn({"a\"; touch /tmp/x; \".ocl"}), 0);
+    expectRefused("a\"; touch /tmp/x; \".ocl", "the character \"");
+    expectNothingIsLeft();
+}
+
+TEST_F(NameGuard, EveryCharacterThatCannotBeQuotedIsRefusedInAnItem) {
+    for (const char *const path : {"a$(id).ocl", "a`id`.ocl", "a>b.ocl", "a\nid\n.ocl", "a.ocl\\"}) {
+        EXPECT_EQ(runOn({path}), 0) << path;
+    }
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+}
+
+TEST_F(NameGuard, TheNextItemIsTakenAsUsual) {
+    EXPECT_EQ(runOn({"a$b.ocl", "Pump.ocl"}), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("get \"" + (unitsDirectory() / "Pump.ocl").string() + "\""));
+    EXPECT_EQ(runOn({"Pump.ocl", "a$b.ocl"}), 0) << "the last item decides";
+}
+
+TEST_F(NameGuard, ARefusedItemRaisesNoQuestionAndIsNotReloaded) {
+    auto &pump = unitWithFile(unitsDirectory().string(), "P$mp.ocl");
+    makeWritable(pump);
+    EXPECT_EQ(runOn<CMCheckOutFromArchive>({"P$mp.ocl"}), 0);
+    EXPECT_THAT(driver.shown(), IsEmpty());
+    EXPECT_THAT(calls(), ElementsAre("reloads open", "show window 1", "reloads close"));
+}
+
+TEST_F(NameGuard, BackslashesAsSeparatorsStayAllowed) {
+    EXPECT_EQ(runOn({"sub\\Pump.ocl"}), 1);
+    EXPECT_EQ(host.worker.commands.size(), 1U);
+}
+
+TEST_F(NameGuard, ADoubledBackslashThatLeavesOneAtTheEndOfTheDirectoryIsRefused) {
+    EXPECT_EQ(runOn({"sub\\\\; id; .ocl"}), 0);
+    expectRefused(unitsDirectory().string() + "/sub\\", "a backslash at the end");
+}
+
+TEST_F(NameGuard, ADashAtTheBeginningAndShellCharactersInQuotesAreNoFault) {
+    EXPECT_EQ(runOn({"-r; id & 'x'.ocl"}), 1);
+    EXPECT_EQ(host.worker.commands.size(), 1U);
+}
+
+TEST_F(NameGuard, TheWindowShowsNoControlCharacters) {
+    runOn({"a\x1b[2J.ocl"});
+    expectRefused("a?[2J.ocl", "a control character");
+}
+
+TEST_F(NameGuard, AUnitOfAHostThatLetsSuchANameThroughIsRefusedAsWell) {
+    auto units = list(&unitWithFile("/w", "P\".ocl"), &unitWithFile("/w/$(id)", "Q.ocl"));
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 0);
+    expectRefused("/w/P\".ocl", "the character \"");
+    expectRefused("/w/$(id)/Q.ocl", "the character $");
+}
+
+TEST_F(NameGuard, ARefusedUnitLosesTheResultButNotItsPlaceInTheList) {
+    auto &refused = unitWithFile("/w", "P`.ocl");
+    auto &pump = host.addUnit("Valve");
+    auto units = list(&pump, &refused);
+    EXPECT_EQ(CMCheckOut()(units, args, diags, false), 0);
+    EXPECT_EQ(units.GetCount(), 2);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co Valve.ocl"));
+}
+
+TEST_F(NameGuard, ADirectoryThatEndsInABackslashIsRefused) {
+    auto units = list(&unitWithFile("/w\\", "P.ocl"));
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 0);
+    expectRefused("/w\\", "a backslash at the end");
+}
+
+TEST_F(NameGuard, AddingByDirectoriesRunsNothingForADirectoryThatCannotBeQuoted) {
+    setGeneral("CMTool", "RCS");
+    setToolProperty("CheckOutCheckInDirectoryOnceDuringAddToArchive", "True");
+    setToolProperty("CheckOut", "co $LabelPart");
+    setToolProperty("AddMember_WithoutCheckOutCheckInDirectory", "add $UnitPath");
+    setToolProperty("CheckIn", "ci $UnitPath");
+    auto units = list(&unitWithFile("/w/a$b", "P.ocl"), &unitWithFile("/w/c", "Q`.ocl"));
+    EXPECT_EQ(CMAddMember()(units, args, diags, false), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co /w/c", "ci /w/c"));
+    EXPECT_THAT(host.window.text(), HasSubstr("\"/w/a$b\""));
+    EXPECT_THAT(host.window.text(), HasSubstr("\"/w/c/Q`.ocl\""));
+}
+
+TEST_F(NameGuard, AMoveFromOrToADirectoryThatCannotBeQuotedRunsNothing) {
+    setToolProperty("Move", "mv $oldName $newName");
+    auto &owner = host.addSubsystem("Old");
+    owner.partsDirectory = "/old";
+    auto &bad = host.addSubsystem("New");
+    bad.partsDirectory = "/new\"";
+    auto &pump = unitWithFile("/old", "P.ocl");
+    EXPECT_EQ(move(list(&pump, &owner, &bad)), 1);
+    EXPECT_EQ(move(list(&pump, &bad, &owner)), 1);
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+    auto &package = host.addSubsystem("Package");
+    package.persistAs = "$(id)";
+    EXPECT_EQ(move(list(&package, &owner, &owner)), 1) << "nothing to move";
+    auto &other = host.addSubsystem("Other");
+    other.partsDirectory = "/other";
+    EXPECT_EQ(move(list(&package, &owner, &other)), 1);
+    expectRefused("$(id)", "the character $");
+}
+
+TEST_F(NameGuard, ARenameWithAPathThatCannotBeQuotedFails) {
+    setToolProperty("Rename", "mv $oldName $newName");
+    auto &pump = unitWithFile("/w", "P.ocl");
+    EXPECT_EQ(CMRenameMember()(&pump, "/w/a`b.ocl", "/w/P.ocl", diags, false), 0);
+    EXPECT_EQ(CMRenameMember()(&pump, "/w/P.ocl", "/w/a$b.ocl", diags, false), 0);
+    EXPECT_EQ(CMRenameMember()(&pump, "/w/P.ocl", "/x\\/a.ocl", diags, false), 0);
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+    EXPECT_EQ(CMRenameMember()(&pump, "/w/P.ocl", "/w/Q.ocl", diags, false), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("mv /w/P.ocl /w/Q.ocl"));
+}
+
+TEST_F(NameGuard, ADirectoryThatCannotBeQuotedIsNotDeleted) {
+    setToolProperty("DeleteDirectory", "rmdir \"$UnitDirPath\"");
+    EXPECT_EQ(CMDeleteMember().deleteDirectory("/w/\"; id; \"", args, diags, false), 0);
+    expectRefused("/w/\"; id; \"", "the character \"");
+}
+
+TEST_F(NameGuard, AnArchiveThatCannotBeQuotedIsNotTakenOverFromTheTool) {
+    setToolProperty(IPN::CMConnectToCMRepository, "connect");
+    setToolProperty("PostConnectToCMRepository", "after $UnitDirPath");
+    setToolProperty("HeaderInfoItsRepositoryPath", "at: (.*)");
+    setToolProperty("Repository", "$ArchivePath/$SubDirs");
+    host.worker.run = [](const CString &) { return recording::ToolRun{{"at: /a\"; id; \"\n"}, {}, 0}; };
+    CMUnitList none;
+    CMConnectToCMRepository()(none, args, diags);
+    CString layout;
+    EXPECT_NE(CMProperty::getToolPropertyValue("Repository", layout, false), 0);
+    EXPECT_TRUE(layout == "$ArchivePath/$SubDirs") << layout;
+    EXPECT_THAT(host.window.text(), HasSubstr("The archive \"/a\"; id; \"\" was not taken over"));
+}
+
+} // namespace
