@@ -30,6 +30,7 @@ class BareListing {
     /// Cuts the text with the delimiter and matches each field's pattern against each record; the seconds that it
     /// took.
     [[nodiscard]] double match() const;
+    [[nodiscard]] const std::string &text() const { return text_; }
 
   private:
     struct Codes;

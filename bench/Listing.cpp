@@ -8,6 +8,7 @@
 #include "bench/Resident.h"
 #include "bench/Works.h"
 
+#include "CM/CMSupport/command/ListingParser.h"
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
@@ -214,8 +215,16 @@ bool listForm(const Setting &setting, const Form &form, const fs::path &projectF
     show(timedRow(what + " / Perl", measurePaired(setting.runs, ours, [&] { return peer({}); }), 0.25));
 
     const BareListing bare(patterns, manyFile);
-    show(timedRow(what + " / bare PCRE2 matches", measurePaired(setting.runs, ours, [&] { return bare.match(); }),
-                  1.6));
+    const CString text(bare.text());
+    const auto parsed = [&] {
+        Items items;
+        return secondsOf([&] {
+            command::parseListing(text, {.projectFile = patterns.projectFile, .projectSuffix = patterns.suffix},
+                                  items.list);
+        });
+    };
+    show(timedRow(what + ", text to items / bare PCRE2 matches",
+                  measurePaired(setting.runs, parsed, [&] { return bare.match(); }), 1.6));
     show(timedRow(what + " / " + std::to_string(few),
                   measurePaired(setting.runs, ours, [&] { return listed(fewFile, few); }), 11));
 

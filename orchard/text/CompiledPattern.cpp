@@ -58,7 +58,7 @@ struct CompiledPattern::Code {
     bool canBeSliced = false; ///< whether starting positions may be tried in several calls
     engine::Starts starts;
 
-    int searchWatched(engine::Request request, TimeAllowance &time, pcre2_match_data *data) {
+    int searchWatched(engine::Request request, TimeAllowance &time, engine::Workspace &work) {
         if (isGivenUp()) {
             return engine::timeIsUsedUp;
         }
@@ -74,7 +74,7 @@ struct CompiledPattern::Code {
         request.steps = 0xffff'ffffU;
         // A pattern that has failed so gets less time each time, or a batch would wait for it again and again.
         request.end = std::min(time.end(), TimeAllowance::Clock::now() + 5s / (1 << timeouts));
-        const int result = engine::match(watched.get(), watchedIsMachineCode, request, data);
+        const int result = engine::match(work, watched.get(), watchedIsMachineCode, request);
         timeouts += result == engine::timeIsUsedUp ? 1 : 0;
         return result;
     }
@@ -88,26 +88,25 @@ struct CompiledPattern::Code {
     }
 
     int search(std::string_view subject, std::size_t start, bool notEmptyAtStart, TimeAllowance &time,
-               pcre2_match_data *data) {
+               engine::Workspace &work) {
         engine::Request request{subject,  start,       PCRE2_UNSET, notEmptyAtStart ? PCRE2_NOTEMPTY_ATSTART : 0U,
                                 fewSteps, std::nullopt};
-        int result = PCRE2_ERROR_MATCHLIMIT;
-        if (subject.size() - start > shortSubject && subject.size() <= mediumSubject) {
-            result = engine::match(quick.get(), quickIsMachineCode, request, data);
-        }
-        if (!isOutOfSteps(result)) {
-            return result;
+        if (subject.size() <= mediumSubject) {
+            const int result = engine::match(work, quick.get(), quickIsMachineCode, request);
+            if (!isOutOfSteps(result)) {
+                return result;
+            }
         }
         request.steps = stepsFor(subject.size());
-        result = !canBeSliced || subject.size() - start <= shortSubject
-                     ? engine::match(quick.get(), quickIsMachineCode, request, data)
-                     : searchInSlices(request, time, data);
-        return isOutOfSteps(result) ? searchWatched(request, time, data) : result;
+        const int result = !canBeSliced || subject.size() - start <= shortSubject
+                               ? engine::match(work, quick.get(), quickIsMachineCode, request)
+                               : searchInSlices(request, time, work);
+        return isOutOfSteps(result) ? searchWatched(request, time, work) : result;
     }
 
     /// Tries the starting positions in several calls, with looks at the clock in between. On return the request is
     /// that of the last call.
-    int searchInSlices(engine::Request &request, TimeAllowance &time, pcre2_match_data *data) const {
+    int searchInSlices(engine::Request &request, TimeAllowance &time, engine::Workspace &work) const {
         if (time.isUsedUpNowAndThen()) {
             return engine::timeIsUsedUp;
         }
@@ -119,7 +118,7 @@ struct CompiledPattern::Code {
             request.options = next == first ? request.options : 0U;
             request.start = next;
             request.lastStart = next + stride;
-            const int result = engine::match(quick.get(), quickIsMachineCode, request, data);
+            const int result = engine::match(work, quick.get(), quickIsMachineCode, request);
             if (result != PCRE2_ERROR_NOMATCH) {
                 return result;
             }
@@ -208,8 +207,8 @@ bool CompiledPattern::search(std::string_view subject, std::size_t start, bool n
     if (!code_ || start > subject.size()) {
         return false;
     }
-    pcre2_match_data *const data = engine::matchData(code_->pairs);
-    const int result = code_->search(subject, start, notEmptyAtStart, time, data);
+    engine::Workspace &work = engine::workspace(code_->pairs);
+    const int result = code_->search(subject, start, notEmptyAtStart, time, work);
     if (result < 0) {
         if (result == engine::timeIsUsedUp) {
             reportPatternProblem(
@@ -220,7 +219,7 @@ bool CompiledPattern::search(std::string_view subject, std::size_t start, bool n
         }
         return false;
     }
-    const PCRE2_SIZE *const offsets = pcre2_get_ovector_pointer(data);
+    const PCRE2_SIZE *const offsets = engine::offsets(work);
     for (std::size_t i = 0; i < spans.size(); ++i) {
         const bool tookPart = i < static_cast<std::size_t>(result) && offsets[2 * i] != PCRE2_UNSET;
         spans[i] = tookPart ? Span{offsets[2 * i], offsets[2 * i + 1]} : Span{};

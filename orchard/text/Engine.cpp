@@ -20,27 +20,6 @@ constexpr std::size_t jitStackStart = 32 * 1024;
 constexpr std::size_t jitStackLimit = 64 * 1024 * 1024;
 constexpr unsigned calloutsPerLook = 32; // a callout may stand for a walk through the whole subject
 
-/// What a match needs besides the pattern; one set a thread, used again by every match.
-struct Workspace {
-    MatchContext context{pcre2_match_context_create(nullptr)};
-    JitStack stack{pcre2_jit_stack_create(jitStackStart, jitStackLimit, nullptr)};
-    MatchData data;
-    std::uint32_t pairs = 0;
-    std::uint32_t steps = 0; // the limits that the context has
-    std::size_t lastStart = 0;
-    bool isWatched = true;
-
-    Workspace() {
-        pcre2_set_heap_limit(context.get(), heapLimit);
-        pcre2_jit_stack_assign(context.get(), nullptr, stack.get());
-    }
-};
-
-Workspace &workspace() {
-    thread_local Workspace theWorkspace;
-    return theWorkspace;
-}
-
 struct Watch {
     Clock::time_point end;
     unsigned calls = 0;
@@ -52,6 +31,22 @@ int lookAtClock(pcre2_callout_block * /*block*/, void *data) {
 }
 
 } // namespace
+
+struct Workspace {
+    MatchContext context{pcre2_match_context_create(nullptr)};
+    JitStack stack{pcre2_jit_stack_create(jitStackStart, jitStackLimit, nullptr)};
+    MatchData data;
+    std::uint32_t pairs = 0;
+    // The limits that the context has.
+    std::uint32_t steps = 0;
+    std::size_t lastStart = 0;
+    bool isWatched = true;
+
+    Workspace() {
+        pcre2_set_heap_limit(context.get(), heapLimit);
+        pcre2_jit_stack_assign(context.get(), nullptr, stack.get());
+    }
+};
 
 std::uint32_t optionsOf(std::string_view flags) {
     // Subjects are bytes in no certain encoding, so the engine must never take them for Unicode.
@@ -85,18 +80,20 @@ Code compile(std::string_view text, std::uint32_t options, CompileError &error) 
     return code;
 }
 
-pcre2_match_data *matchData(std::uint32_t pairs) {
-    Workspace &work = workspace();
+Workspace &workspace(std::uint32_t pairs) {
+    thread_local Workspace work;
     if (pairs > work.pairs) {
         work.pairs = std::max<std::uint32_t>(pairs, 32);
         work.data.reset(pcre2_match_data_create(work.pairs, nullptr));
     }
-    return work.data.get();
+    return work;
 }
 
-int match(const pcre2_code *code, bool hasMachineCode, const Request &request, pcre2_match_data *data) {
-    Workspace &work = workspace();
+const PCRE2_SIZE *offsets(const Workspace &work) { return pcre2_get_ovector_pointer(work.data.get()); }
+
+int match(Workspace &work, const pcre2_code *code, bool hasMachineCode, const Request &request) {
     pcre2_match_context *const context = work.context.get();
+    pcre2_match_data *const data = work.data.get();
     if (work.steps != request.steps) {
         pcre2_set_match_limit(context, request.steps);
         work.steps = request.steps;

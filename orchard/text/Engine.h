@@ -32,8 +32,13 @@ std::uint32_t optionsOf(std::string_view flags);
 std::string textOfError(int code);
 /// Null with `error` set for what is no valid pattern.
 Code compile(std::string_view text, std::uint32_t options, CompileError &error);
-/// Memory for the result of a match with so many pairs of positions; the same again at each call of a thread.
-pcre2_match_data *matchData(std::uint32_t pairs);
+
+/// What a match needs besides the pattern; one set a thread, used again by every match.
+struct Workspace;
+/// That of this thread, with room for the result of a match with so many pairs of positions.
+Workspace &workspace(std::uint32_t pairs);
+/// The pairs of positions of the last match.
+const PCRE2_SIZE *offsets(const Workspace &work);
 
 struct Request {
     std::string_view subject;
@@ -46,7 +51,7 @@ struct Request {
 };
 
 /// As pcre2_match. Machine code is used if there is some, and its stack suffices.
-int match(const pcre2_code *code, bool hasMachineCode, const Request &request, pcre2_match_data *data);
+int match(Workspace &work, const pcre2_code *code, bool hasMachineCode, const Request &request);
 
 /// The bytes, or places, that the matches of a pattern can begin with.
 class Starts {

@@ -5,6 +5,7 @@
 #include "orchard/text/PatternCache.h"
 #include "orchard/text/Replacement.h"
 
+#include <algorithm>
 #include <array>
 #include <span>
 #include <string_view>
@@ -145,7 +146,15 @@ int SPPattern::m(std::string_view text, std::string_view &group) const {
 }
 
 std::vector<std::string_view> SPPattern::split(std::string_view text) const {
+    constexpr std::size_t sample = 64; // parts whose size tells how many there may be
     std::vector<std::string_view> parts;
-    cut(text, code_->compiled, -1, [&parts](std::string_view part) { parts.push_back(part); });
+    parts.reserve(sample);
+    cut(text, code_->compiled, -1, [&](std::string_view part) {
+        if (parts.size() == sample) {
+            const auto read = static_cast<std::size_t>(part.data() - text.data());
+            parts.reserve(std::min(text.size() / (read / sample + 1), text.size() / sample) + sample);
+        }
+        parts.push_back(part);
+    });
     return parts;
 }

@@ -77,11 +77,8 @@ int RunThread::getStatus(int milliseconds) {
     } else {
         result = platform::runChild(worker_->command, options);
     }
-    // Each text goes as soon as its lines are cut: it may be large, and is held twice by then.
-    for (const auto &[text, lines] : {std::pair(&result.output, &outputLines), {&result.errors, &errorLines}}) {
-        const std::string taken = std::move(*text);
-        orchard::appendLines(taken, *lines);
-    }
+    orchard::appendLines(std::move(result.output), outputLines);
+    orchard::appendLines(std::move(result.errors), errorLines);
     if (const std::string text = lastWords(worker_->command, result); !text.empty()) {
         // What the child said last may lack its line end.
         const bool isOpen = !errorLines.IsEmpty() && !errorLines.GetTail().str().ends_with('\n');

@@ -7,7 +7,6 @@
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
-#include "CM/host/SPString.h"
 
 namespace {
 
@@ -24,24 +23,6 @@ command::ListingRules rulesOf(const IProject &project) {
             .projectSuffix = project.getFileExtension(),
             .showsAll = showAll != nullptr && showAll->getBool(),
             .wantsADot = dot == nullptr || dot->getBool()};
-}
-
-/// Returns what the last extraction returned; 1 for a text without a record or a tool without a delimiter.
-int parse(const CString &output, const command::ListingRules &rules, CMArchiveItemList &items) {
-    const IProperty *const delimiter =
-        CMProperty::getToolProperty(IPN::CMMultiRecordDelimiter, nullptr, IProperty::inherited, false);
-    if (delimiter == nullptr) {
-        return 1; // the output is thrown away, deliberately
-    }
-    command::ListingParser parser(rules);
-    for (const std::string_view record : SPPattern(delimiter->getValue()).split(output)) {
-        if (auto item = parser.parse(record)) {
-            CMArchiveItem *listed = item.get();
-            items.AddTail(listed);
-            static_cast<void>(item.release());
-        }
-    }
-    return parser.result();
 }
 
 } // namespace
@@ -68,5 +49,5 @@ int CMListArchive::operator()(CMArchiveItemList &items, CMArgumentList &args, CM
         LogTrace::Log log(LogTrace::Log::cm);
         result = command::runLogged(log, texts, command, output, error);
     }
-    return result == 1 ? parse(output, rules, items) : result;
+    return result == 1 ? command::parseListing(output, rules, items) : result;
 }

@@ -1,7 +1,9 @@
 #include "CM/CMSupport/command/ListingParser.h"
 
+#include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/DebugTrace.h"
 #include "CM/host/IPN.h"
+#include "CM/host/SPString.h"
 
 #include <utility>
 
@@ -35,7 +37,7 @@ int ListingParser::Field::extract(std::string_view record, std::string_view &val
 ListingParser::ListingParser(ListingRules rules)
     : rules_(std::move(rules)), traces_(isDebugTraceOn()), workingFile_(IPN::CMListArchiveItsWorkingFile, traces_),
       version_(IPN::CMListArchiveItsVersion, traces_), mode_(IPN::CMListArchiveItsMode, traces_),
-      locker_(IPN::CMListArchiveItsLocker, traces_) {}
+      locker_(IPN::CMListArchiveItsLocker, traces_), modeTellsLocker_(!traces_ && mode_.isSameAs(locker_)) {}
 
 std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
     std::string_view workingFile;
@@ -53,9 +55,9 @@ std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
         debugTrace({"Archive version: '", version, "'\n"});
     }
 
-    std::string_view unused; // that the pattern matches is all that counts
+    std::string_view captured; // that the pattern matches is all that counts
     int modeWasSet = 0;
-    result_ = mode_.extract(record, unused, modeWasSet);
+    result_ = mode_.extract(record, captured, modeWasSet);
     if (traces_) {
         // ReadWrite also for an empty pattern, whose mode is unknown, deliberately.
         debugTrace({"Archive file mode: ", result_ == 1 ? "ReadWrite" : "ReadOnly", "\n"});
@@ -64,7 +66,7 @@ std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
                                      : result_ == 1  ? CMArchiveItem::readWrite
                                                      : CMArchiveItem::readOnly;
 
-    const std::string_view locker = extractOrEmpty(locker_, record);
+    const std::string_view locker = modeTellsLocker_ ? captured : extractOrEmpty(locker_, record);
     if (traces_) {
         debugTrace({"Archive Locker: '", locker, "'\n"});
     }
@@ -73,8 +75,8 @@ std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
         return nullptr;
     }
     // As the tool printed it, blanks and separators included.
-    return std::make_unique<CMArchiveItem>(CString(workingFile), CString(version), mode, CString(locker),
-                                           CString());
+    return std::make_unique<CMArchiveItem>(CMArchiveItem::Listed{
+        .fileNameWithPath = workingFile, .version = version, .mode = mode, .locker = locker});
 }
 
 std::string_view ListingParser::extractOrEmpty(Field &field, std::string_view record) {
@@ -89,6 +91,23 @@ bool ListingParser::isOfAnotherProject(std::string_view workingFile) const {
         return false;
     }
     return CString(lastComponent(workingFile)).Trim() != rules_.projectFile;
+}
+
+int parseListing(const CString &output, ListingRules rules, CMArchiveItemList &items) {
+    const IProperty *const delimiter =
+        CMProperty::getToolProperty(IPN::CMMultiRecordDelimiter, nullptr, IProperty::inherited, false);
+    if (delimiter == nullptr) {
+        return 1; // the output is thrown away, deliberately
+    }
+    ListingParser parser(std::move(rules));
+    for (const std::string_view record : SPPattern(delimiter->getValue()).split(output)) {
+        if (auto item = parser.parse(record)) {
+            CMArchiveItem *listed = item.get();
+            items.AddTail(listed);
+            static_cast<void>(item.release());
+        }
+    }
+    return parser.result();
 }
 
 } // namespace command

@@ -34,6 +34,7 @@ class ListingParser {
       public:
         Field(const CString &key, bool traces) : key_(key), traces_(traces), pattern_(key) {}
         int extract(std::string_view record, std::string_view &value, int &wasSet);
+        [[nodiscard]] bool isSameAs(const Field &other) const { return pattern_.isSameAs(other.pattern_); }
 
       private:
         const CString &key_;
@@ -50,7 +51,13 @@ class ListingParser {
     Field version_;
     Field mode_;
     Field locker_;
+    bool modeTellsLocker_; ///< both have one pattern, as for tools whose files are writable where they are locked
     int result_ = 1;
 };
+
+/// Cuts what a tool has printed into records, and appends an item for each that tells of a wanted file; the items
+/// are made by `new`. Returns what the last extraction returned; 1 if there was none, or if the tool has no
+/// delimiter.
+int parseListing(const CString &output, ListingRules rules, CMArchiveItemList &items);
 
 } // namespace command

@@ -52,18 +52,33 @@ CString withoutLayout(CString name, CString layout) {
 
 } // namespace
 
-CMArchiveItem::CMArchiveItem(const CString &fileNameWithPath, const CString &version, const Mode &mode,
-                             const CString &locker, const CString &status)
-    : fileNameWithPath_(fileNameWithPath), version_(version), mode_(mode), locker_(locker), status_(status) {}
-
-CString CMArchiveItem::getSuffix() const {
-    const int dot = fileNameWithPath_.ReverseFind('.');
-    return dot < 0 ? CString() : fileNameWithPath_.Mid(dot);
+CMArchiveItem::CMArchiveItem(const Listed &listed)
+    : path_(listed.fileNameWithPath.size()), version_(listed.version.size()), locker_(listed.locker.size()),
+      mode_(listed.mode) {
+    text_.reserve(path_ + version_ + locker_);
+    text_.append(listed.fileNameWithPath).append(listed.version).append(listed.locker);
 }
 
-CString CMArchiveItem::getFileName() const { return paths::fileOf(fileNameWithPath_); }
+CMArchiveItem::CMArchiveItem(const CString &fileNameWithPath, const CString &version, const Mode &mode,
+                             const CString &locker, const CString &status)
+    : CMArchiveItem(
+          Listed{.fileNameWithPath = fileNameWithPath, .version = version, .mode = mode, .locker = locker}) {
+    text_ += status.view();
+}
 
-CString CMArchiveItem::getName() const { return paths::fileOf(withoutSuffix(fileNameWithPath_)); }
+void CMArchiveItem::setStatus(const CString &status) {
+    text_.resize(path_ + version_ + locker_);
+    text_ += status.view();
+}
+
+CString CMArchiveItem::getSuffix() const {
+    const std::size_t dot = path().rfind('.');
+    return dot == std::string_view::npos ? CString() : CString(path().substr(dot));
+}
+
+CString CMArchiveItem::getFileName() const { return paths::fileOf(path()); }
+
+CString CMArchiveItem::getName() const { return paths::fileOf(withoutSuffix(path())); }
 
 CString CMArchiveItem::getType() const { return IProject::fileExtension2UnitType(getSuffix()); }
 
@@ -71,7 +86,7 @@ CString CMArchiveItem::getNameNShortPath(bool withExtension) const {
     if (CMProperty::isPre40Compatible()) {
         return withExtension ? getFileName() : getName();
     }
-    const CString name = withExtension ? fileNameWithPath_ : withoutSuffix(fileNameWithPath_);
+    const CString name = withExtension ? CString(path()) : withoutSuffix(path());
     CString layout;
     if (CMProperty::getUseSCCtool() == 0) {
         CMProperty::getToolPropertyValue("Repository", layout, false);
@@ -91,9 +106,10 @@ CString CMArchiveItem::getLocalPath() const {
 }
 
 CString CMArchiveItem::getFullUnitFileName() const {
-    const IUnit *const unit = IUnit::getByFile(fileNameWithPath_);
+    const CString fullName = path();
+    const IUnit *const unit = IUnit::getByFile(fullName);
     if (unit != nullptr && unit->isExternalUnitRecursive()) {
-        return fileNameWithPath_; // an external unit is kept where the tool reports it
+        return fullName; // an external unit is kept where the tool reports it
     }
     return paths::join(getLocalPath(), getFileName());
 }
@@ -104,10 +120,10 @@ CString CMArchiveItem::getFileNameForRepFiles() const {
     }
     const IProject *const project = CurrentWorkspace::GetActiveProject();
     const CString base = project != nullptr ? project->getOwnDirectory() : getLocalPath();
-    if (base.IsEmpty() || oqIsAbsolutePath(fileNameWithPath_)) {
-        return fileNameWithPath_;
+    const CString fullName = path();
+    if (base.IsEmpty() || oqIsAbsolutePath(fullName)) {
+        return fullName;
     }
     // The dot of "./File" goes; that of ".hidden" too, deliberately.
-    return fileNameWithPath_.GetAt(0) == '.' ? base + fileNameWithPath_.Mid(1)
-                                             : paths::join(base, fileNameWithPath_);
+    return fullName.GetAt(0) == '.' ? base + fullName.Mid(1) : paths::join(base, fullName);
 }

@@ -1,24 +1,39 @@
-// CMArchiveItem: one file of the archive, as a list operation has reported it, with the names derived from its path.
+// CMArchiveItem: one file of the archive, as a list operation has reported it, with the names derived from its
+// path.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
 #include "CM/platform/CList.h"
 #include "CM/platform/CString.h"
 
+#include <cstddef>
+#include <string>
+#include <string_view>
+
 class ORC_CM_API CMArchiveItem {
   public:
     /// The mode that a list operation read. Its numbers are not those of CMMode::Mode.
     enum Mode { unknown = 0, readOnly = 1, readWrite = 2 };
 
+    /// What a listing says of a file, in parts of the listing's text.
+    struct Listed {
+        std::string_view fileNameWithPath;
+        std::string_view version;
+        Mode mode = unknown;
+        std::string_view locker;
+    };
+
     CMArchiveItem(const CString &fileNameWithPath, const CString &version, const Mode &mode, const CString &locker,
                   const CString &status);
+    /// With an empty status.
+    explicit CMArchiveItem(const Listed &listed);
 
-    [[nodiscard]] CString getFileNameWithPath() const { return fileNameWithPath_; }
-    [[nodiscard]] CString getVersion() const { return version_; }
+    [[nodiscard]] CString getFileNameWithPath() const { return path(); }
+    [[nodiscard]] CString getVersion() const { return text().substr(path_, version_); }
     [[nodiscard]] Mode getMode() const { return mode_; }
-    [[nodiscard]] CString getLocker() const { return locker_; }
-    [[nodiscard]] CString getStatus() const { return status_; }
-    void setStatus(const CString &status) { status_ = status; }
+    [[nodiscard]] CString getLocker() const { return text().substr(path_ + version_, locker_); }
+    [[nodiscard]] CString getStatus() const { return text().substr(path_ + version_ + locker_); }
+    void setStatus(const CString &status);
 
     /// From the last dot of the full name to its end; a dot in a directory name counts.
     [[nodiscard]] CString getSuffix() const;
@@ -38,11 +53,15 @@ class ORC_CM_API CMArchiveItem {
     [[nodiscard]] CString getFileNameForRepFiles() const;
 
   private:
-    CString fileNameWithPath_;
-    CString version_;
+    [[nodiscard]] std::string_view text() const { return text_; }
+    [[nodiscard]] std::string_view path() const { return text().substr(0, path_); }
+
+    // One text and the lengths of its first three parts: there may be millions of items.
+    std::string text_; ///< full name, version, locker, status
+    std::size_t path_;
+    std::size_t version_;
+    std::size_t locker_;
     Mode mode_;
-    CString locker_;
-    CString status_;
 };
 
 /// Items of the archive. The list does not own them.

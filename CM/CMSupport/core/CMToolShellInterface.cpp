@@ -86,9 +86,14 @@ class DirectoryVisit {
     bool away_ = false;
 };
 
-void append(CString &text, const CStringList &lines) {
-    for (const CString &line : lines) {
-        text += line;
+/// Moves the lines to the end of the text: a listing may take most of the memory.
+void append(CString &text, CStringList &lines) {
+    while (!lines.IsEmpty()) {
+        if (text.IsEmpty()) {
+            text = lines.RemoveHead();
+        } else {
+            text += lines.RemoveHead();
+        }
     }
 }
 
@@ -177,11 +182,11 @@ int CMToolShellInterface::checkCommandResults(const CString &text) {
     if (text.IsEmpty()) {
         return 1;
     }
-    const SPString subject(text);
-    const auto matches = [&subject](const char *key) {
+    const auto matches = [&text](const char *key) {
         CString pattern;
         CMProperty::getToolPropertyValue(key, pattern, false);
-        return !pattern.IsEmpty() && subject.m(pattern, "i") != 0;
+        std::string_view unused;
+        return !pattern.IsEmpty() && SPPattern(pattern, "i").m(text, unused) != 0;
     };
     if (matches("OperationErrorPattern")) {
         notifyUserAndAsk(resources::text(resources::Text::commandReportedError), MB_ICONHAND, 0,

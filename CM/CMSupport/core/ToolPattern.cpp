@@ -3,7 +3,7 @@
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/DebugTrace.h"
 
-ToolPattern::ToolPattern(const CString &key) : key_(key) {
+ToolPattern::ToolPattern(const CString &key) : key_(key), traces_(isDebugTraceOn()) {
     const IProperty *const property = CMProperty::getToolProperty(key, nullptr, IProperty::inherited, false);
     exists_ = property != nullptr;
     if (exists_) {
@@ -20,13 +20,17 @@ int ToolPattern::extract(std::string_view text, std::string_view &result, int &w
     }
     wasSet = pattern_ ? 1 : 0;
     if (!pattern_) {
-        debugTrace({"The property '", key_, "is empty'\n"}); // the quote stands behind the words: deliberate
+        if (traces_) {
+            debugTrace({"The property '", key_, "is empty'\n"}); // the quote stands behind the words: deliberate
+        }
         result = {};
         return 1;
     }
     if (pattern_->m(text, result) != 0) {
         return 1;
     }
-    debugTrace({"Failed to match '", text_, "' in '", text, "'\n"});
+    if (traces_) {
+        debugTrace({"Failed to match '", text_, "' in '", text, "'\n"});
+    }
     return 0;
 }

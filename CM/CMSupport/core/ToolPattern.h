@@ -9,7 +9,7 @@
 
 class ToolPattern {
   public:
-    /// Looks the property up for the tool in use, on the default referee.
+    /// Looks the property up for the tool in use, on the default referee, and whether the trace is on.
     explicit ToolPattern(const CString &key);
 
     /// Matches without regard to case. 1 with group 1 in `result`, or with an empty `result` if the property's
@@ -18,8 +18,14 @@ class ToolPattern {
     /// is part of `text`.
     int extract(std::string_view text, std::string_view &result, int &wasSet) const;
 
+    /// Whether the other one gives the same for every text.
+    [[nodiscard]] bool isSameAs(const ToolPattern &other) const {
+        return exists_ == other.exists_ && text_ == other.text_;
+    }
+
   private:
     CString key_;
+    bool traces_;
     bool exists_ = false;
     CString text_;
     std::optional<SPPattern> pattern_; ///< none for an empty value

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <new>
 #include <poll.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -123,10 +124,24 @@ int RunningChild::waitMilliseconds() const {
     return static_cast<int>(std::min(rounded, std::chrono::milliseconds(1h)).count());
 }
 
+/// Makes room for some bytes more. A large text grows in large steps: room that isn't used costs nothing, but each
+/// copy of the text does.
+void RunningChild::reserve(std::string &text, std::size_t more) {
+    constexpr std::size_t large = std::size_t{1} << 20;
+    if (text.size() < large || text.capacity() - text.size() >= more) {
+        return;
+    }
+    try {
+        text.reserve(4 * text.size());
+    } catch (const std::bad_alloc &) { // NOLINT(bugprone-empty-catch): the text grows by itself as far as it can
+    }
+}
+
 void RunningChild::read(Channel &channel) {
     std::array<char, chunkSize> chunk; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
     const auto count = ::read(channel.end.get(), chunk.data(), chunk.size());
     if (count > 0) {
+        reserve(channel.text, static_cast<std::size_t>(count));
         channel.text.append(chunk.data(), static_cast<std::size_t>(count));
     } else if (count == 0 || errno != EINTR) {
         channel.end.reset();

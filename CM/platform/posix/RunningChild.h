@@ -42,6 +42,7 @@ class RunningChild {
     [[nodiscard]] bool channelsOpen() const { return output_.end.isOpen() || errors_.end.isOpen(); }
     void waitForNews();
     [[nodiscard]] int waitMilliseconds() const;
+    static void reserve(std::string &text, std::size_t more);
     void read(Channel &channel);
     void drain(Channel &channel);
     [[nodiscard]] bool hasExited() const;
