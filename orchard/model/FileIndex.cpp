@@ -17,6 +17,13 @@ UnitElement *FileIndex::add(UnitElement &unit) {
     }
     unit.pathHash = hashOf(path);
     paths_.emplace(unit.pathHash, &unit);
+    if (namesStand_) {
+        chainByName(unit);
+    }
+    return nullptr;
+}
+
+void FileIndex::chainByName(UnitElement &unit) const {
     UnitElement *&first = names_[hashOf(unit.fileName())];
     unit.previousOfName = nullptr;
     unit.nextOfName = first;
@@ -24,7 +31,18 @@ UnitElement *FileIndex::add(UnitElement &unit) {
         first->previousOfName = &unit;
     }
     first = &unit;
-    return nullptr;
+}
+
+UnitElement *FileIndex::firstOfName(std::string_view name) const {
+    if (!namesStand_) {
+        names_.reserve(paths_.size());
+        for (const auto &entry : paths_) {
+            chainByName(*entry.second);
+        }
+        namesStand_ = true;
+    }
+    const auto chain = names_.find(hashOf(name));
+    return chain == names_.end() ? nullptr : chain->second;
 }
 
 void FileIndex::remove(UnitElement &unit) {
@@ -34,6 +52,9 @@ void FileIndex::remove(UnitElement &unit) {
         return;
     }
     paths_.erase(found);
+    if (!namesStand_) {
+        return;
+    }
     if (unit.nextOfName != nullptr) {
         unit.nextOfName->previousOfName = unit.previousOfName;
     }
@@ -59,10 +80,8 @@ UnitElement *FileIndex::byPath(std::string_view path) const {
 }
 
 UnitElement *FileIndex::byUniqueName(std::string_view name) const {
-    const auto chain = names_.find(hashOf(name));
     UnitElement *found = nullptr;
-    for (UnitElement *unit = chain == names_.end() ? nullptr : chain->second; unit != nullptr;
-         unit = unit->nextOfName) {
+    for (UnitElement *unit = firstOfName(name); unit != nullptr; unit = unit->nextOfName) {
         if (unit->fileName() == name) {
             if (found != nullptr) {
                 return nullptr;
@@ -75,9 +94,7 @@ UnitElement *FileIndex::byUniqueName(std::string_view name) const {
 
 std::vector<UnitElement *> FileIndex::byName(std::string_view name) const {
     std::vector<UnitElement *> found;
-    const auto chain = names_.find(hashOf(name));
-    for (UnitElement *unit = chain == names_.end() ? nullptr : chain->second; unit != nullptr;
-         unit = unit->nextOfName) {
+    for (UnitElement *unit = firstOfName(name); unit != nullptr; unit = unit->nextOfName) {
         if (unit->fileName() == name) {
             found.push_back(unit);
         }

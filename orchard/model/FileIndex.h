@@ -25,9 +25,12 @@ class FileIndex {
 
   private:
     std::unordered_multimap<std::uint64_t, UnitElement *> paths_;
+    void chainByName(UnitElement &unit) const;
+    [[nodiscard]] UnitElement *firstOfName(std::string_view name) const;
     // The units of one name form a chain through the units themselves, so that coming and going costs the same
-    // however many units share a file name.
-    std::unordered_map<std::uint64_t, UnitElement *> names_;
+    // however many units share a file name. Made when it is asked for: opening a model and listing it need none.
+    mutable std::unordered_map<std::uint64_t, UnitElement *> names_;
+    mutable bool namesStand_ = false;
 };
 
 } // namespace orchard

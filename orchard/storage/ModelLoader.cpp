@@ -20,7 +20,28 @@ int depthOf(const Element &element) {
     return depth;
 }
 
+/// Takes away what a filling that failed has left, so that the unit is what its owner's file says of it.
+void makeStubAgain(UnitElement &unit, std::string_view listedName) {
+    const std::unique_ptr<Element> scrap = makeElement(unit.kind());
+    unit.giveChildrenTo(*scrap);
+    const std::unique_ptr<Element> blank = makeElement(unit.kind());
+    blank->setId(unit.id());
+    blank->setName(listedName);
+    unit.takeFacts(*blank);
+    if (unit.archive() != nullptr) {
+        unit.makeArchive() = {};
+    }
+    unit.set(UnitElement::hiddenFromCM, false);
+    unit.set(UnitElement::stub, true);
+}
+
 } // namespace
+
+Problem unloadedFor(const UnitElement &unit, Problem problem) {
+    problem.text += "; the " + std::string(traitsOf(unit.kind()).tag) + " '" + unit.name() +
+                    "' stays unloaded until the file is mended, or fetched or checked out again";
+    return problem;
+}
 
 bool ModelLoader::load(UnitElement &unit) { return run(unit, nullptr); }
 bool ModelLoader::load(UnitElement &unit, const FileText &text) { return run(unit, &text); }
@@ -61,7 +82,7 @@ void ModelLoader::readFile(UnitElement &unit, bool isFirst) {
         fillFrom(unit, file_, path);
         return;
     case FileRead::failed:
-        problems_.push_back({path, 0, 0, file_.fault});
+        refuse(unit, file_, path, {path, 0, 0, file_.fault});
         return;
     case FileRead::missing:
         break;
@@ -84,33 +105,35 @@ void ModelLoader::readFile(UnitElement &unit, bool isFirst) {
 
 void ModelLoader::fillFrom(UnitElement &unit, const FileText &file, const std::string &path) {
     Fault fault;
-    const auto broken = [&] { problems_.push_back(problemAt(path, file.text, fault)); };
+    const auto refused = [&] { refuse(unit, file, path, problemAt(path, file.text, fault)); };
     if (!document_.parse(file.text, fault)) {
-        broken();
+        refused();
         return;
     }
     fault.offset = document_.rootOffset();
     if (document_.kind() != unit.kind()) {
         fault.text = "the file holds a " + std::string(traitsOf(document_.kind()).tag) + "; expected a " +
                      std::string(traitsOf(unit.kind()).tag);
-        broken();
+        refused();
         return;
     }
     if (!unit.id().empty() && document_.id() != unit.id()) {
         fault.text =
             "the file holds the unit " + document_.id().text() + "; its owner names it as " + unit.id().text();
-        broken();
+        refused();
         return;
     }
     if (depthOf(unit) > deepest) {
         fault.text = "units are nested more than " + std::to_string(deepest) + " deep";
-        broken();
+        refused();
         return;
     }
     const std::size_t known = queue_.size();
+    const std::string listedName = unit.name();
     if (!document_.fill(unit, &model_, queue_, fault)) {
-        broken();
         queue_.resize(known);
+        makeStubAgain(unit, listedName);
+        refused();
         return;
     }
     unit.setHeader(findHeader(file.text).text);
@@ -119,6 +142,15 @@ void ModelLoader::fillFrom(UnitElement &unit, const FileText &file, const std::s
     if (!admitContent(unit, file, path)) {
         queue_.resize(known); // what it lists would be wrong for the same reason, or lead back to it for ever
     }
+}
+
+/// A unit that is listed may stay a stub; the first one is what was asked for.
+void ModelLoader::refuse(UnitElement &unit, const FileText &file, const std::string &path, Problem problem) {
+    if (&unit == queue_.front() || !broken || !broken(unit, problem)) {
+        problems_.push_back(std::move(problem));
+        return;
+    }
+    admitContent(unit, file, path);
 }
 
 /// Hands on the unit and the elements in its file. Units that it lists are handed on with their own files, and

@@ -20,6 +20,9 @@ class ModelLoader {
     std::function<bool(UnitElement &)> wanted;
     /// Asked for each listed unit whose file is missing; true if it is looked after, and there is no warning.
     std::function<bool(UnitElement &)> missing;
+    /// Asked for each listed unit whose file can't be read or holds something else, with what is wrong; true
+    /// leaves it a stub, and there is no problem.
+    std::function<bool(UnitElement &, const Problem &)> broken;
     /// Told of each element once it stands whole; what it answers is a fault of the element ("" for none).
     std::function<std::string(Element &)> admit;
 
@@ -37,6 +40,7 @@ class ModelLoader {
     bool run(UnitElement &unit, const FileText *known);
     void readFile(UnitElement &unit, bool isFirst);
     void fillFrom(UnitElement &unit, const FileText &file, const std::string &path);
+    void refuse(UnitElement &unit, const FileText &file, const std::string &path, Problem problem);
     bool admitContent(UnitElement &unit, const FileText &file, const std::string &path);
     [[nodiscard]] bool tellAndAsk(std::size_t done);
 
@@ -48,5 +52,8 @@ class ModelLoader {
     UnitDocument document_;
     FileText file_;
 };
+
+/// What the user is told of a unit that stays a stub because of what is wrong with its file.
+[[nodiscard]] Problem unloadedFor(const UnitElement &unit, Problem problem);
 
 } // namespace orchard

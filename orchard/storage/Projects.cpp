@@ -76,6 +76,12 @@ class Opening {
             unit.set(UnitElement::stubByChoice, !wanted);
             return wanted;
         };
+        loader_.broken = [&options](UnitElement &unit, const Problem &problem) {
+            if (options.warning) {
+                options.warning(unloadedFor(unit, problem));
+            }
+            return true;
+        };
         loader_.admit = [this](Element &element) { return admit(element); };
     }
 

@@ -21,7 +21,7 @@ struct OpenOptions {
     std::function<void(std::size_t done, std::size_t known)> progress;
     /// Asked now and then; true ends the opening, and no project is open then.
     std::function<bool()> cancelled;
-    /// Told of what does not stop the opening: a unit file that is missing, so that the unit is a stub.
+    /// Told of what does not stop the opening: a unit file that is missing or broken, so that the unit is a stub.
     std::function<void(const Problem &)> warning;
     /// Whether the project becomes the active one.
     bool activate = true;
@@ -35,8 +35,10 @@ struct OpenResult {
 };
 
 /// Opens a project and makes it the active one. `path` names the project file (NAME.orp), or a directory that
-/// holds exactly one. Either every unit file was read without fault, or no project is opened. A project that is
-/// open already is given back as it is.
+/// holds exactly one. A unit whose file is missing, can't be read or doesn't hold that unit is a stub, and its
+/// file is never written over; the file can be fetched or checked out again. No project is opened if the project
+/// file or the project unit can't be read, or if two elements bear one identifier or two units one file. A project
+/// that is open already is given back as it is.
 [[nodiscard]] ORCHARD_API OpenResult openProject(const std::string &path, const OpenOptions &options = {});
 
 /// Closes a project; changes that were not saved are lost, and handles to its objects answer null. If it was the

@@ -87,6 +87,9 @@ class Subtree {
     Subtree(Model &model, UnitElement *old) : model_(model), old_(old), loader_(model, options_) {
         loader_.wanted = [this](UnitElement &listed) { return isWanted(listed); };
         loader_.missing = [this](UnitElement &listed) { return keepsWithoutFile(listed); };
+        loader_.broken = [this](UnitElement &listed, const Problem &problem) {
+            return staysUnloaded(listed, problem);
+        };
         loader_.admit = [this](Element &element) { return faultOf(element); };
         options_.warning = [this](const Problem &warning) { warnings_.push_back(warning); };
     }
@@ -144,6 +147,15 @@ class Subtree {
         warnings_.push_back(
             {listed.fullFileName(), 0, 0,
              "the file is missing; the unit '" + before->name() + "' stays in the model as it was read before"});
+        return true;
+    }
+
+    /// A unit that was loaded is not lost because its file is broken now; one that comes in can wait.
+    bool staysUnloaded(UnitElement &listed, const Problem &problem) {
+        if (former(listed) != nullptr) {
+            return false;
+        }
+        warnings_.push_back(unloadedFor(listed, problem));
         return true;
     }
 

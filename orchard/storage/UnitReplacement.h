@@ -21,7 +21,8 @@ struct Replacement {
 /// If the file names the same elements and units as before, the object stays and takes over the new facts, and
 /// units below are left alone. Otherwise the unit and all loaded units below it are read anew and get new objects
 /// (a project and a stub keep theirs), except units below that hold changes not yet saved and those whose files
-/// are missing: these move over as they are, the latter with a warning. Handles go on to the new objects. With
+/// are missing: these move over as they are, the latter with a warning. A unit that is new below and whose file is
+/// broken becomes a stub, with a warning. Handles go on to the new objects. With
 /// `alwaysNew` the second way is taken in any case.
 [[nodiscard]] Replacement readAnew(UnitElement &unit, bool alwaysNew = false);
 

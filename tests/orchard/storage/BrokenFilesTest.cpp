@@ -1,4 +1,5 @@
-// What a broken, foreign or hostile file gets: one message with its place, and no project.
+// What a broken, foreign or hostile file gets: one message with its place. The unit is a stub then, and its file
+// stays as it is; where that can't be, no project is opened.
 #include "tests/orchard/storage/Workbench.h"
 
 #include <sys/stat.h>
@@ -17,14 +18,36 @@ struct Case {
 
 std::ostream &operator<<(std::ostream &stream, const Case &one) { return stream << one.name; }
 
-class BrokenFile : public Workbench, public testing::WithParamInterface<Case> {};
+class BrokenModel : public Workbench {
+  protected:
+    BrokenModel() { EXPECT_EQ(orchard::createSampleProject(path("Pump")).error, ""); }
 
-TEST_P(BrokenFile, IsRefusedWithItsPlace) {
-    ASSERT_EQ(orchard::createSampleProject(path("Pump")).error, "");
+    /// Opens; what is told of the only unit that stays a stub.
+    std::string stubWarning(std::string_view words) {
+        open();
+        EXPECT_TRUE(result.problems.empty()) << result.problems.front().message();
+        EXPECT_EQ(warnings.size(), 1U);
+        if (project == nullptr || warnings.size() != 1) {
+            return {};
+        }
+        const IUnit *const stub = unit(words);
+        EXPECT_TRUE(stub != nullptr && stub->isStub());
+        return warnings.front();
+    }
+};
+
+class BrokenFile : public BrokenModel, public testing::WithParamInterface<Case> {};
+
+TEST_P(BrokenFile, MakesAStubWithAWarningThatNamesThePlace) {
     edit(unitFile("Valve.ocl"), GetParam().from, GetParam().to);
-    open();
-    EXPECT_THAT(problem(), AllOf(HasSubstr("/Pump_ory/Valve.ocl:"), HasSubstr(GetParam().expected)));
-    EXPECT_TRUE(orchard::openProjects().empty());
+    const std::string broken = read(unitFile("Valve.ocl"));
+    EXPECT_THAT(stubWarning("Valve"),
+                AllOf(HasSubstr("/Pump_ory/Valve.ocl:"), HasSubstr(GetParam().expected),
+                      HasSubstr("; the class 'Valve' stays unloaded until the file is mended, or fetched or "
+                                "checked out again")));
+    ASSERT_NE(project, nullptr);
+    EXPECT_TRUE(orchard::saveProject(project, true).empty());
+    EXPECT_EQ(read(unitFile("Valve.ocl")), broken) << "saving leaves it alone";
 }
 
 const Case cases[]{
@@ -82,13 +105,11 @@ struct NameCase {
 
 std::ostream &operator<<(std::ostream &stream, const NameCase &one) { return stream << one.name; }
 
-class FileName : public Workbench, public testing::WithParamInterface<NameCase> {};
+class FileName : public BrokenModel, public testing::WithParamInterface<NameCase> {};
 
 TEST_P(FileName, IsRefused) {
-    ASSERT_EQ(orchard::createSampleProject(path("Pump")).error, "");
     edit(unitFile("Drives.osb"), "file=\"Valve.ocl\"", GetParam().file);
-    open();
-    EXPECT_THAT(problem(), AllOf(HasSubstr("/Drives.osb:6:4: the "), HasSubstr(GetParam().expected)));
+    EXPECT_THAT(stubWarning("Drives"), AllOf(HasSubstr("/Drives.osb:6:4: the "), HasSubstr(GetParam().expected)));
 }
 
 const NameCase names[]{
@@ -113,17 +134,12 @@ const NameCase names[]{
 
 INSTANTIATE_TEST_SUITE_P(Unit, FileName, testing::ValuesIn(names), [](const auto &one) { return one.param.name; });
 
-class BrokenModel : public Workbench {
-  protected:
-    BrokenModel() { EXPECT_EQ(orchard::createSampleProject(path("Pump")).error, ""); }
-};
-
 TEST_F(BrokenModel, EveryBrokenFileIsNamed) {
     write(unitFile("Valve.ocl"), "");
     write(unitFile("Panel.ocl"), "<class");
     open();
-    ASSERT_EQ(result.problems.size(), 2U);
-    EXPECT_THAT(result.problems[0].message() + result.problems[1].message(),
+    ASSERT_EQ(warnings.size(), 2U);
+    EXPECT_THAT(warnings[0] + warnings[1],
                 AllOf(HasSubstr("Valve.ocl:1:1: the file is empty"), HasSubstr("Panel.ocl:1:")));
 }
 
@@ -133,16 +149,14 @@ TEST_F(BrokenModel, AUnitOfAnotherKindThanItsOwnerSays) {
            text.substr(text.find("format="), text.find('>', text.find("format=")) - text.find("format=")) +
            "><name>Panel</name></subsystem>";
     write(unitFile("Panel.ocl"), text);
-    open();
-    EXPECT_THAT(problem(), HasSubstr("the file holds a subsystem; expected a class"));
+    EXPECT_THAT(stubWarning("Panel"), HasSubstr("the file holds a subsystem; expected a class"));
 }
 
 TEST_F(BrokenModel, AListedUnitWithSomethingInIt) {
     const std::string drives = read(unitFile("Drives.osb"));
     const std::size_t end = drives.find("/>", drives.find("Valve.ocl"));
     write(unitFile("Drives.osb"), drives.substr(0, end) + "><name>Valve</name></unit>" + drives.substr(end + 2));
-    open();
-    EXPECT_THAT(problem(), HasSubstr("<unit> may hold nothing"));
+    EXPECT_THAT(stubWarning("Drives"), HasSubstr("<unit> may hold nothing"));
 }
 
 TEST_F(BrokenModel, ADirectoryOfTheProjectThatACommandLineCanNotQuote) {
@@ -172,8 +186,7 @@ TEST_F(BrokenModel, AUnitThatItsOwnerKnowsUnderAnotherIdentifier) {
     const std::size_t second = text.find(" owner=\"", text.find(" owner=\"") + 1);
     text.erase(second, text.find('>', second) - second);
     write(unitFile("Valve.ocl"), text);
-    open();
-    EXPECT_THAT(problem(), HasSubstr("its owner names it as"));
+    EXPECT_THAT(stubWarning("Valve"), HasSubstr("its owner names it as"));
 }
 
 TEST_F(BrokenModel, AUnitThatListsItself) {
@@ -202,15 +215,52 @@ TEST_F(BrokenModel, ElementsNestedWithoutEnd) {
         nested += "</class>";
     }
     edit(unitFile("Valve.ocl"), "</class>", nested + "</class>");
-    open();
-    EXPECT_THAT(problem(), HasSubstr("nested more than 100 deep"));
+    EXPECT_THAT(stubWarning("Valve"), HasSubstr("nested more than 100 deep"));
 }
 
 TEST_F(BrokenModel, APipeInTheFilesPlace) {
     std::filesystem::remove(unitFile("Valve.ocl"));
     ASSERT_EQ(::mkfifo(unitFile("Valve.ocl").c_str(), 0600), 0);
+    EXPECT_THAT(stubWarning("Valve"), HasSubstr("it is no regular file"));
+}
+
+TEST_F(BrokenModel, ABrokenProjectUnit) {
+    edit(unitFile("Pump.ory"), "<name>", "<nome>");
     open();
-    EXPECT_THAT(problem(), HasSubstr("it is no regular file"));
+    EXPECT_THAT(problem(), HasSubstr("/Pump.ory:"));
+    EXPECT_TRUE(orchard::openProjects().empty());
+}
+
+TEST_F(BrokenModel, AUnitThatWasReadInPartLeavesNothingInTheModel) {
+    std::string drives = read(unitFile("Drives.osb"));
+    drives.insert(drives.find("</subsystem>"), "<nome/>");
+    write(unitFile("Drives.osb"), drives);
+    stubWarning("Drives");
+    EXPECT_TRUE(unit("Drives")->getName() == "Drives");
+    EXPECT_TRUE(element(unit("Drives")).children().empty());
+    EXPECT_FALSE(orchard::findUnit(*project, "Valve"));
+    EXPECT_EQ(IUnit::getByFile(unitFile("Valve.ocl")), nullptr);
+}
+
+TEST_F(BrokenModel, ABrokenUnitIsLoadedOnceItsFileIsMended) {
+    const std::string good = read(unitFile("Valve.ocl"));
+    write(unitFile("Valve.ocl"), "<cl");
+    stubWarning("Valve");
+    EXPECT_FALSE(orchard::setUnitLoaded(*unit("Valve"), true).empty()) << "still broken";
+    write(unitFile("Valve.ocl"), good);
+    EXPECT_TRUE(orchard::setUnitLoaded(*unit("Valve"), true).empty());
+    EXPECT_FALSE(unit("Valve")->isStub());
+    EXPECT_TRUE(orchard::saveProject(project, true).empty());
+    EXPECT_THAT(read(path("Pump.orp")), testing::Not(HasSubstr("\nstub "))) << "no choice of the user's";
+}
+
+TEST_F(BrokenModel, AUnitThatComesInWithALoadedOneIsAStubWhereItsFileIsBroken) {
+    open();
+    EXPECT_TRUE(orchard::setUnitLoaded(*unit("Drives"), false).empty());
+    write(unitFile("Valve.ocl"), "<cl");
+    EXPECT_TRUE(orchard::setUnitLoaded(*unit("Drives"), true).empty());
+    EXPECT_TRUE(unit("Valve")->isStub());
+    EXPECT_FALSE(unit("Drives")->isStub());
 }
 
 TEST_F(BrokenModel, AMissingProjectUnit) {
