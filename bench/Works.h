@@ -26,6 +26,8 @@ bool checkOutUnits(const Setting &setting);
 bool openModel(const Setting &setting);
 bool prepareCheckOut(const Setting &setting);
 bool listArchive(const Setting &setting);
+bool checkInUnits(const Setting &setting);
+bool listWorkspace(const Setting &setting);
 
 /// The child's side of openModel: opens the project and prints the seconds that it took and by how many bytes the
 /// largest resident size grew.

@@ -1,7 +1,7 @@
 // Measures the works of the library and the reference host against their peers, and prints a row for each. Exits
 // with 1 if a bar is missed, 2 on wrong usage, 3 if a work could not be done.
-//   orc_bench [--runs N] [--scale X] [WORK...]     works: expand, run, checkout, open, prepare, list; all without
-//   one
+//   orc_bench [--runs N] [--scale X] [WORK...]     works: expand, run, checkout, checkin, open, prepare, list,
+//   workspace; all without one
 #include "bench/Works.h"
 
 #include <CLI/CLI.hpp>
@@ -25,7 +25,8 @@ struct Work {
 };
 constexpr Work works[] = {{"expand", expandCommandLines}, {"run", runPrograms},
                           {"checkout", checkOutUnits},    {"open", openModel},
-                          {"prepare", prepareCheckOut},   {"list", listArchive}};
+                          {"prepare", prepareCheckOut},   {"list", listArchive},
+                          {"checkin", checkInUnits},      {"workspace", listWorkspace}};
 
 // A directory for one run of the program.
 class Scratch {
