@@ -55,13 +55,25 @@ TEST_F(Program, EndsWith3ForAProjectThatIsNotThere) {
     EXPECT_THAT(ran.json()["error"]["message"].get<std::string>(), HasSubstr("nothing.orp"));
 }
 
-TEST_F(Program, EndsWith3AndNamesThePlaceForABrokenUnitFile) {
+TEST_F(Program, NamesThePlaceInABrokenUnitFileAndGoesOnWithoutThatUnit) {
     const fs::path pump = project.fileOf("Pump");
     fs::permissions(pump, fs::perms::owner_write, fs::perm_options::add);
-    Workplace::write(pump, Workplace::read(pump) + "<junk");
+    const std::string broken = Workplace::read(pump) + "<junk";
+    Workplace::write(pump, broken);
+    const Ran ran = project.onProject({"list"});
+    EXPECT_EQ(ran.exit, 0);
+    EXPECT_THAT(ran.err, testing::ContainsRegex(pump.filename().string() + ":[0-9]+:[0-9]+: "));
+    EXPECT_EQ(project.show("Pump")["state"], "U");
+    EXPECT_EQ(Workplace::read(pump), broken);
+}
+
+TEST_F(Program, EndsWith3AndNamesThePlaceInABrokenProjectUnit) {
+    const fs::path unit = project.project() / "station_ory" / "station.ory";
+    fs::permissions(unit, fs::perms::owner_write, fs::perm_options::add);
+    Workplace::write(unit, Workplace::read(unit) + "<junk");
     const Ran ran = project.onProject({"list"});
     EXPECT_EQ(ran.exit, 3);
-    EXPECT_THAT(ran.err, testing::ContainsRegex(pump.filename().string() + ":[0-9]+:[0-9]+: "));
+    EXPECT_THAT(ran.err, testing::ContainsRegex("station.ory:[0-9]+:[0-9]+: "));
 }
 
 TEST_F(Program, RefusesToMakeAProjectOverAnother) {
@@ -115,7 +127,7 @@ TEST_F(Program, ExpandsAPropertyForAUnitWithoutRunningIt) {
 TEST_F(Program, ExpandsATemplateWithAllArguments) {
     const Ran ran = project.onProject({"expand", "--unit", "Pump", "--label", "two words", "--log", "a comment",
                                        "$label|$log|$Unit|($label ? yes : no)"});
-    EXPECT_EQ(ran.out, "\"two words\"|'a comment'|" + project.fileOf("Pump").filename().string() + "|yes\n")
+    EXPECT_EQ(ran.out, "\"two words\"|a comment|" + project.fileOf("Pump").filename().string() + "|yes\n")
         << ran.err;
 }
 

@@ -32,7 +32,7 @@ class FetchCommand : public Command {
     ExitCode run(Context &context) override {
         const std::string target = targetDirectory();
         const Operation fetch{
-            .wording = {"fetched", target.empty()},
+            .wording = {"fetched", target.empty(), target.empty()},
             .expected = {.file = target.empty(), .unit = false},
             .key = [&](const IUnit *unit) { return unit != nullptr ? IPN::CMFetch : IPN::CMFetchFromArchive; },
             .arguments =

@@ -58,7 +58,7 @@ std::string failureOf(const JournalRun &run) {
                              run.firstError);
         }
         if (run.end.code != 0) {
-            return "the tool failed with exit status " + std::to_string(run.end.code);
+            return withError("the tool failed with exit status " + std::to_string(run.end.code), run.firstError);
         }
         break;
     case End::killedBySignal:

@@ -77,8 +77,10 @@ void write(std::ostream &out, const ItemResult &result, const Wording &wording) 
         if (wording.tellsContent) {
             out << (before.file.sameContent(after.file) ? ", file unchanged" : ", file changed");
         }
-        out << change("version ", before.version, after.version) << change("", before.state, after.state);
-        if (!after.locker.empty()) {
+        if (wording.tellsState) {
+            out << change("version ", before.version, after.version) << change("", before.state, after.state);
+        }
+        if (wording.tellsState && !after.locker.empty()) {
             out << ", locked by " << after.locker;
         }
         if (wording.tellsContent) {

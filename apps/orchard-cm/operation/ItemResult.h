@@ -40,6 +40,7 @@ struct ItemResult {
 struct Wording {
     const char *done;         ///< of an item that went well: "checked out"
     bool tellsContent = true; ///< whether it is told if the file has changed, and what the model holds of it
+    bool tellsState = true;   ///< whether version, mode and locker are told
 };
 
 Json toJson(const ItemResult &result, const Wording &wording);

@@ -1,0 +1,188 @@
+// Connect, add, list, fetch and history on real RCS archives.
+#include "tests/tools/DailyCycle.h"
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using tools::Ran;
+
+namespace {
+
+struct Archive : tools::DailyCycle {};
+struct Fetch : tools::DailyCycle {};
+struct History : tools::DailyCycle {};
+struct Header : tools::DailyCycle {};
+
+/// A project that is not under RCS.
+struct Fresh : testing::Test {
+    tools::Workplace place;
+    fs::path file = place.directory() / "plant" / "station.orp";
+    Fresh() { EXPECT_EQ(place.cm({"new", "plant/station", "--tool", "RCS"}).exit, 0); }
+    Ran run(std::vector<std::string> words) {
+        words.insert(words.begin(), {"--json", "-p", file.string()});
+        return place.cm(words);
+    }
+    [[nodiscard]] fs::path units() const { return place.directory() / "plant" / "station_ory"; }
+};
+struct Connect : Fresh {};
+struct Add : Fresh {
+    Add() { EXPECT_EQ(run({"connect"}).exit, 0); }
+};
+
+nlohmann::json rowOf(const Ran &ran, const std::string &unit) {
+    const auto json = ran.json();
+    for (const auto &row : json["files"]) {
+        if (row.value("unit", "") == unit) {
+            return row;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+TEST_F(Connect, MakesTheArchiveThatIsNamedAndKeepsIt) {
+    const fs::path archive = place.directory() / "the archive";
+    const Ran ran = run({"connect", "the archive"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(ran.json()["archive"], archive.string()) << "a path counts from the current directory";
+    EXPECT_TRUE(fs::is_directory(archive));
+    EXPECT_EQ(run({"property", "get", "CMArchive"}).json()["value"], archive.string());
+    EXPECT_EQ(run({"add", "Pump"}).exit, 0);
+    EXPECT_TRUE(fs::exists(archive / "Pump.ocl,v"));
+}
+TEST_F(Connect, LeavesTheProjectAsItWasWhereTheToolFails) {
+    const Ran ran = run({"connect", "/proc/nowhere/archive"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(ran.json()["error"]["message"].get<std::string>(), HasSubstr("not connected"));
+    EXPECT_EQ(run({"property", "get", "CMArchive"}).json()["value"], "");
+}
+TEST_F(Connect, RefusesAnArchiveThatNoCommandLineCanQuote) {
+    const Ran ran = run({"connect", "a\"; touch proof; \""});
+    EXPECT_EQ(ran.exit, 2);
+    EXPECT_FALSE(fs::exists(place.directory() / "proof"));
+}
+
+TEST_F(Add, PutsUnitsIntoTheArchiveWithTheirComment) {
+    const Ran ran = run({"add", "--log", "for the first time", "Pump", "wiring.txt"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(ran.json()["items"][0]["outcome"], "added");
+    EXPECT_EQ(ran.json()["items"][0]["after"]["version"], "1.1");
+    EXPECT_EQ(ran.json()["items"][1]["outcome"], "added");
+    const Ran log = place.shell("rlog " + tools::quoted((units() / "Pump.ocl").string()));
+    EXPECT_EQ(log.exit, 0);
+    EXPECT_THAT(log.out, HasSubstr("for the first time"));
+    EXPECT_EQ(place.shell("rlog -h " + tools::quoted((units() / "wiring.txt").string())).exit, 0);
+}
+TEST_F(Add, TakesTheWholeProjectWithRecursive) {
+    const Ran ran = run({"add", "--recursive", "station"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(ran.json()["items"].size(), run({"list"}).json()["units"].size());
+    EXPECT_EQ(run({"archive"}).json()["files"].size(), ran.json()["items"].size());
+}
+TEST_F(Add, FailsForAUnitThatIsThereAlready) {
+    ASSERT_EQ(run({"add", "Pump"}).exit, 0);
+    const Ran ran = run({"add", "Pump"});
+    EXPECT_EQ(ran.exit, 1) << ran.out;
+    EXPECT_EQ(run({"list"}).exit, 0);
+}
+
+TEST_F(Archive, ListsFilesWithVersionModeAndLocker) {
+    lock("Pump");
+    const Ran ran = run({"archive"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(rowOf(ran, "Drives/Pump")["version"], "1.1");
+    EXPECT_EQ(rowOf(ran, "Drives/Pump")["mode"], "RW");
+    EXPECT_EQ(rowOf(ran, "Drives/Pump")["locker"], "anna");
+    EXPECT_EQ(rowOf(ran, "Drives/Valve")["mode"], "RO");
+    EXPECT_FALSE(rowOf(ran, "Drives/Valve").contains("locker"));
+    EXPECT_THAT(ran.json().value("window", ""), IsEmpty()) << "the raw listing would only repeat it";
+}
+TEST_F(Archive, IsToldAsATableToo) {
+    const Ran ran = project.onProject({"archive"});
+    EXPECT_THAT(ran.out, HasSubstr("VERSION  MODE  LOCKER  UNIT"));
+    EXPECT_THAT(ran.out, testing::ContainsRegex("1.1 +RO +Drives/Pump +Pump.ocl"));
+    EXPECT_THAT(project.onProject({"archive", "--paths"}).out, HasSubstr("Control/AlarmList.ocl\n"));
+}
+TEST_F(Archive, ThatCannotBeListedIsAFailure) {
+    project.replaceProgram("rlog", "echo 'rlog: no such place' >&2; exit 3");
+    const Ran ran = run({"archive"});
+    EXPECT_EQ(ran.exit, 1) << ran.out;
+    EXPECT_THAT(errorOf(ran), HasSubstr("can't be listed"));
+    EXPECT_THAT(ran.out, HasSubstr("no such place"));
+}
+
+TEST_F(Fetch, BringsTheArchivedFileBackAndReloadsTheUnit) {
+    project.changeElsewhere("bob", pump, "One pump with", "Two pumps with");
+    const Ran ran = project.onProject({"batch"}, "show Pump\nfetch Pump\nshow Pump\n");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr("Drives/Pump: fetched, file changed, version 1.1 -> 1.2, RO, reloaded"));
+    EXPECT_THAT(ran.out.substr(ran.out.find("fetched")), HasSubstr("Two pumps with"));
+    EXPECT_THAT(project.locksOf(pump), IsEmpty());
+}
+TEST_F(Fetch, PutsAnEarlierVersionElsewhereAndLeavesTheModelAlone) {
+    project.changeElsewhere("bob", pump, "One pump with", "Two pumps with");
+    ASSERT_EQ(run({"fetch", "Pump"}).exit, 0);
+    const std::string before = read(pump);
+    const fs::path there = project.directory() / "old ones";
+    for (const bool archive : {false, true}) {
+        fs::remove_all(there);
+        std::vector<std::string> words{"fetch", "--label=1.1", "--to", there.string(),
+                                       archive ? pump.string() : "Pump"};
+        if (archive) {
+            words.emplace_back("--archive");
+        }
+        const Ran ran = run(words);
+        EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+        EXPECT_THAT(read(there / "Pump.ocl"), HasSubstr("One pump with"));
+        EXPECT_EQ(read(pump), before);
+    }
+}
+TEST_F(Fetch, LeavesAWritableFileAlone) {
+    lock("Pump");
+    change(pump, "One pump", "My pump");
+    const Ran ran = run({"fetch", "Pump"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(read(pump), HasSubstr("My pump"));
+}
+
+TEST_F(History, IsWhatTheToolTells) {
+    project.changeElsewhere("bob", pump, "One pump with", "Two pumps with");
+    const Ran ran = project.onProject({"history", "Pump"});
+    EXPECT_EQ(ran.exit, 0) << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr("revision 1.2"));
+    EXPECT_THAT(ran.out, HasSubstr("a change"));
+    EXPECT_THAT(ran.err, Not(HasSubstr("revision 1.2"))) << "once is enough";
+    const auto json = run({"history", "Pump", "Valve"}).json();
+    EXPECT_THAT(json["items"][0]["history"].get<std::string>(), HasSubstr("revision 1.2"));
+    EXPECT_THAT(json["items"][1]["history"].get<std::string>(), HasSubstr("revision 1.1"));
+}
+TEST_F(History, FailsForAUnitThatTheToolDoesNotKnow) {
+    fs::remove(tools::RcsProject::archiveOf(pump));
+    const Ran ran = run({"history", "Pump"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(reason(ran), HasSubstr("No such file"));
+}
+
+TEST_F(Header, IsToldWithTheDefaultOneVersionAndLocker) {
+    lock("Pump");
+    const auto json = run({"header", "Pump"}).json()["unit"];
+    EXPECT_THAT(json["header"].get<std::string>(), HasSubstr("$Revision: 1.1 $"));
+    EXPECT_THAT(json["defaultHeader"].get<std::string>(), HasSubstr("$Revision$"));
+    EXPECT_EQ(json["version"], "1.1");
+    EXPECT_EQ(json["locker"], "anna");
+    EXPECT_THAT(project.onProject({"header", "Pump"}).out, HasSubstr("Locked by: anna\n"));
+}
+TEST_F(Header, GivesTheListItsVersionAndLocker) {
+    lock("Pump");
+    EXPECT_THAT(project.onProject({"list"}).out, testing::ContainsRegex("RW +Class +1.1 +anna +Drives/Pump"));
+    const auto json = run({"list"}).json();
+    for (const auto &unit : json["units"]) {
+        if (unit["path"] == "Drives/Pump") {
+            EXPECT_EQ(unit["version"], "1.1");
+            EXPECT_EQ(unit["locker"], "anna");
+        }
+    }
+}

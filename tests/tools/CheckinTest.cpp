@@ -1,0 +1,209 @@
+// Check in, lock, unlock and undo on real RCS archives.
+#include "tests/tools/DailyCycle.h"
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using tools::Ran;
+
+namespace {
+
+constexpr auto pumpText = "One pump with its motor protection.";
+constexpr auto newPumpText = "One pump, changed by anna.";
+
+struct Checkin : tools::DailyCycle {
+    Checkin() {
+        lock("Pump");
+        change(pump, pumpText, newPumpText);
+    }
+};
+struct Locks : tools::DailyCycle {};
+struct Undo : tools::DailyCycle {};
+
+} // namespace
+
+TEST_F(Checkin, PutsANewVersionIntoTheArchiveWithItsComment) {
+    const Ran ran = run({"checkin", "--log", "the pump is anna's now", "Pump"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(first(ran)["outcome"], "checked in");
+    EXPECT_EQ(first(ran)["before"]["version"], "1.1");
+    EXPECT_EQ(first(ran)["after"]["version"], "1.2");
+    EXPECT_EQ(first(ran)["after"]["state"], "RO");
+    EXPECT_FALSE(isWritable(pump));
+    EXPECT_THAT(rlog(pump), HasSubstr("the pump is anna's now"));
+    EXPECT_THAT(project.locksOf(pump), IsEmpty());
+    EXPECT_THAT(project.shell("co -q -p " + tools::quoted(pump.string())).out, HasSubstr(newPumpText));
+}
+TEST_F(Checkin, LeavesTheFileForMoreWorkWithTheModeReadWrite) {
+    const Ran ran = run({"checkin", "--log=x y", "--mode", "rw", "Pump"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_TRUE(isWritable(pump));
+    EXPECT_EQ(project.locksOf(pump), "anna: 1.2");
+}
+TEST_F(Checkin, TakesTheCommentFromAFileOfSeveralLines) {
+    const fs::path comment = project.directory() / "comment";
+    tools::Workplace::write(comment, "\r\nFirst line\r\n\r\n  - a detail; another & more \r\n\n");
+    const Ran ran = run({"checkin", "--log-file", comment.string(), "Pump"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(rlog(pump), HasSubstr("First line\n\n  - a detail; another & more\n"));
+}
+TEST_F(Checkin, TakesTheCommentFromTheStandardInput) {
+    const Ran ran = project.onProject({"checkin", "--log-file=-", "Pump"}, "from the input");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(rlog(pump), HasSubstr("from the input"));
+}
+TEST_F(Checkin, AsksForACommentWhereNobodyCanWriteOne) {
+    const Ran ran = run({"checkin", "Pump"});
+    EXPECT_EQ(ran.exit, 2);
+    EXPECT_THAT(errorOf(ran), HasSubstr("no comment"));
+    EXPECT_THAT(ran.out, HasSubstr("--log-file"));
+    EXPECT_EQ(project.locksOf(pump), "anna: 1.1");
+}
+TEST_F(Checkin, RefusesAnEmptyComment) {
+    EXPECT_EQ(run({"checkin", "--log", " ", "Pump"}).exit, 1);
+    EXPECT_EQ(project.locksOf(pump), "anna: 1.1");
+}
+TEST_F(Checkin, RefusesTheCharactersThatTheToolsSetRefusesAndNamesThem) {
+    for (const char c : std::string("\"$`\\>")) {
+        const Ran ran = run({"checkin", std::string("--log=a") + c + "b", "Pump"});
+        EXPECT_EQ(ran.exit, 2) << c;
+        EXPECT_THAT(errorOf(ran), HasSubstr(std::string("the character ") + c));
+    }
+    EXPECT_EQ(project.locksOf(pump), "anna: 1.1");
+}
+TEST_F(Checkin, RunsNothingOfAComment) {
+    const fs::path proof = project.directory() / "proof";
+    const std::string touch = "touch " + tools::quoted(proof.string());
+    for (const std::string &log : {"a;" + touch, "a\n" + touch, "$(" + touch + ")", "`" + touch + "`",
+                                   "a\" ;" + touch + ";\"", "a'; " + touch + ";'", "a && " + touch, "| " + touch,
+                                   "-x" + touch, "a > " + proof.string(), "(x ? " + touch + ")"}) {
+        static_cast<void>(run({"checkin", "--log=" + log, "--mode=rw", "Pump"}));
+        EXPECT_FALSE(fs::exists(proof)) << log;
+    }
+}
+TEST_F(Checkin, RefusesACommentThatATemplateWouldTakeForItsOwn) {
+    const Ran ran = run({"checkin", "--log=why (so ? or : so)", "Pump"});
+    EXPECT_EQ(ran.exit, 2);
+    EXPECT_THAT(errorOf(ran), HasSubstr("conditional"));
+    EXPECT_EQ(run({"checkin", "--log=a mark (x), a sign? and more", "Pump"}).exit, 0);
+}
+TEST_F(Checkin, GivesTheNewVersionALabel) {
+    const Ran ran = run({"checkin", "--log=x", "--label=summer", "Pump"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(rlog(pump), HasSubstr("summer: 1.2"));
+}
+TEST_F(Checkin, FailsForAUnitThatIsNotCheckedOut) {
+    const Ran ran = project.onProject({"--json", "checkin", "--log=x", "Valve", "Pump"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_EQ(ran.json()["items"][0]["outcome"], "failed") << ran.out;
+    EXPECT_EQ(ran.json()["items"][1]["outcome"], "checked in") << "the others are worked on all the same";
+}
+TEST_F(Checkin, WorksOnAllUnitsBelowWithRecursive) {
+    ASSERT_EQ(run({"checkout", "--lock", "--recursive", "Drives"}).exit, 1) << "Pump is writable: No";
+    const Ran ran = run({"checkin", "--recursive", "--log=all of it", "Drives"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(ran.json()["items"].size(), 6U);
+    EXPECT_EQ(first(ran)["before"]["version"], first(ran)["after"]["version"]) << "unchanged files get no version";
+}
+TEST_F(Checkin, WritesTheCommentInTheEditorOnATerminal) {
+    const fs::path editor = project.directory() / "editor";
+    tools::Workplace::write(editor,
+                            "#!/bin/sh\ngrep -q 'Drives/Pump' \"$1\" && sed -i '1i from the editor' \"$1\"\n");
+    tools::Workplace::makeExecutable(editor);
+    project.setEnvironment("VISUAL", tools::quoted(editor.string()));
+    const Ran ran = project.shell("script -qec " +
+                                  tools::quoted(tools::quoted(ORCHARD_CM_PROGRAM) + " -p " +
+                                                tools::quoted(project.projectFile().string()) + " checkin Pump") +
+                                  " /dev/null");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(rlog(pump), HasSubstr("from the editor"));
+}
+TEST_F(Checkin, DoesNothingWhereTheEditorLeavesNoComment) {
+    project.setEnvironment("VISUAL", "true");
+    const Ran ran = project.shell("script -qec " +
+                                  tools::quoted(tools::quoted(ORCHARD_CM_PROGRAM) + " -p " +
+                                                tools::quoted(project.projectFile().string()) + " checkin Pump") +
+                                  " /dev/null");
+    EXPECT_EQ(ran.exit, 1) << ran.out;
+    EXPECT_THAT(ran.out, HasSubstr("nothing was checked in"));
+    EXPECT_EQ(project.locksOf(pump), "anna: 1.1");
+}
+
+TEST_F(Locks, AreTakenAndGivenUp) {
+    const Ran locked = run({"lock", "Pump"});
+    EXPECT_EQ(locked.exit, 0) << locked.out << locked.err;
+    EXPECT_EQ(first(locked)["outcome"], "locked");
+    EXPECT_TRUE(isWritable(pump));
+    EXPECT_EQ(project.locksOf(pump), "anna: 1.1");
+    const Ran unlocked = run({"unlock", "Pump"});
+    EXPECT_EQ(unlocked.exit, 0) << unlocked.out << unlocked.err;
+    EXPECT_FALSE(isWritable(pump));
+    EXPECT_THAT(project.locksOf(pump), IsEmpty());
+}
+TEST_F(Locks, ThatAnotherHoldsAreLeftToThem) {
+    project.lockElsewhere("bob", pump);
+    const Ran ran = run({"lock", "Pump"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(reason(ran) + ran.out, HasSubstr("bob"));
+    EXPECT_EQ(project.locksOf(pump), "bob: 1.1");
+    EXPECT_FALSE(isWritable(pump));
+}
+TEST_F(Locks, OnesGivenUpBringTheArchivedUnitBackIntoTheModel) {
+    lock("Pump");
+    change(pump, pumpText, newPumpText);
+    const Ran ran = project.onProject({"batch"}, "show Pump\nunlock Pump\nshow Pump\n");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(ran.out.substr(ran.out.find("unlocked")), HasSubstr(pumpText));
+}
+TEST_F(Locks, AreRefusedInAWordWhereTheToolHasNone) {
+    project.lockProject();
+    ASSERT_EQ(run({"property", "set", "LockItem", ""}).exit, 0);
+    const Ran ran = run({"lock", "Pump"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(errorOf(ran), HasSubstr("has no command for this (property LockItem is empty)"));
+}
+
+TEST_F(Undo, ThrowsTheChangeAwayAndReloadsTheUnit) {
+    lock("Pump");
+    change(pump, pumpText, newPumpText);
+    const Ran ran = project.onProject({"batch"}, "show Pump\nundo Pump\nshow Pump\n");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr(newPumpText));
+    EXPECT_THAT(ran.out,
+                HasSubstr("Drives/Pump: check out undone, file changed, version 1.1, RW -> RO, reloaded"));
+    EXPECT_THAT(ran.out.substr(ran.out.find("undone")), HasSubstr(pumpText));
+    EXPECT_THAT(read(pump), HasSubstr(pumpText));
+    EXPECT_THAT(project.locksOf(pump), IsEmpty());
+}
+TEST_F(Undo, WorksOnAllUnitsBelowAndReloadsThem) {
+    lock("Drives");
+    lock("Pump");
+    change(pump, pumpText, newPumpText);
+    const Ran ran = project.onProject({"batch"}, "undo --recursive Drives\nshow Pump\n");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr(pumpText));
+    EXPECT_THAT(project.locksOf(pump), IsEmpty());
+}
+TEST_F(Undo, TakesFilesByTheirNamesInTheArchive) {
+    lock("Pump");
+    change(pump, pumpText, newPumpText);
+    const Ran ran =
+        project.onProject({"batch"}, "undo --archive " + tools::quoted(pump.string()) + "\nshow Pump\n");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr(pumpText));
+    EXPECT_THAT(project.locksOf(pump), IsEmpty());
+}
+TEST_F(Undo, RunsNothingOfAnArchiveName) {
+    const fs::path proof = project.directory() / "proof";
+    for (const std::string &name :
+         {"a\"; touch " + tools::quoted(proof.string()) + "; \"", "$(touch " + proof.string() + ")",
+          "`touch " + proof.string() + "`", std::string("a\nb"), std::string("a\\b"), "a>" + proof.string()}) {
+        for (const auto *const command : {"undo", "checkout", "fetch"}) {
+            const Ran ran = run({command, "--archive", name});
+            EXPECT_EQ(ran.exit, 2) << command << name << ran.out;
+            EXPECT_THAT(errorOf(ran), HasSubstr("can't be given to a tool")) << name;
+        }
+        EXPECT_FALSE(fs::exists(proof)) << name;
+    }
+}

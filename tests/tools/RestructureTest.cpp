@@ -1,0 +1,117 @@
+// Move, rename and delete: model, files and RCS archives come to the same state, or stay as they were.
+#include "tests/tools/DailyCycle.h"
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::Not;
+using tools::Ran;
+
+namespace {
+
+struct Restructure : tools::DailyCycle {
+    /// All owners can be written.
+    void lockAll() {
+        const Ran ran = run({"checkout", "--lock", "--recursive", "station"});
+        ASSERT_EQ(ran.exit, 0) << ran.out << ran.err;
+    }
+    fs::path units = project.project() / "station_ory";
+    std::string paths() { return project.onProject({"list", "--paths"}).out; }
+    [[nodiscard]] bool isArchived(const fs::path &file) const {
+        return fs::exists(tools::RcsProject::archiveOf(file));
+    }
+};
+
+} // namespace
+
+TEST_F(Restructure, RenamesAUnitItsFileAndItsArchive) {
+    lockAll();
+    const Ran ran = run({"rename", "Pump", "Lifter"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(first(ran)["outcome"], "renamed");
+    EXPECT_EQ(first(ran)["newUnit"], "Drives/Lifter");
+    EXPECT_THAT(paths(), HasSubstr("Drives/Lifter\n"));
+    EXPECT_TRUE(fs::exists(units / "Lifter.ocl"));
+    EXPECT_TRUE(isArchived(units / "Lifter.ocl"));
+    EXPECT_FALSE(fs::exists(pump));
+    EXPECT_FALSE(isArchived(pump));
+}
+TEST_F(Restructure, MovesAUnitIntoTheDirectoryOfItsNewOwner) {
+    lockAll();
+    const Ran ran = run({"move", "Pump", "Control"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(paths(), HasSubstr("Control/Pump\n"));
+    EXPECT_TRUE(isArchived(units / "Control" / "Pump.ocl"));
+    EXPECT_FALSE(fs::exists(pump));
+    EXPECT_EQ(project.onProject({"list"}).exit, 0);
+}
+TEST_F(Restructure, MovesASubsystemWithItsDirectory) {
+    lockAll();
+    const Ran ran = run({"move", "Control", "Drives"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(paths(), HasSubstr("Drives/Control/PumpController\n"));
+    EXPECT_EQ(project.onProject({"list"}).exit, 0);
+    EXPECT_EQ(run({"history", "PumpController"}).exit, 0) << "the archives went along";
+}
+TEST_F(Restructure, MovesAUnitWithinOneDirectoryInTheModelAlone) {
+    lockAll();
+    const Ran ran = run({"move", "Pump", "Operator"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(paths(), HasSubstr("Operator/Pump\n"));
+    EXPECT_TRUE(isArchived(pump));
+}
+TEST_F(Restructure, DeletesAUnitFromModelAndArchive) {
+    lockAll();
+    const Ran ran = run({"delete", "Pump"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(first(ran)["outcome"], "deleted");
+    EXPECT_THAT(paths(), Not(HasSubstr("Pump\n")));
+    EXPECT_FALSE(fs::exists(pump));
+    EXPECT_FALSE(isArchived(pump)) << "RCS keeps it in a directory of its own";
+    EXPECT_THAT(run({"archive"}).out, Not(HasSubstr("\"Pump.ocl\"")));
+}
+TEST_F(Restructure, DeletesWhatLiesBelowOnlyWhenAskedTo) {
+    lockAll();
+    const Ran refused = run({"delete", "Drives"});
+    EXPECT_EQ(refused.exit, 2);
+    EXPECT_THAT(errorOf(refused), HasSubstr("more units lie below"));
+    EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
+    const Ran ran = run({"delete", "--recursive", "Drives"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_THAT(paths(), Not(HasSubstr("Drives/")));
+}
+TEST_F(Restructure, IsRefusedWhereTheOwnersFileIsReadOnly) {
+    for (const auto &words :
+         {std::vector<std::string>{"rename", "Pump", "Lifter"}, {"move", "Pump", "Control"}, {"delete", "Pump"}}) {
+        const Ran ran = run(words);
+        EXPECT_EQ(ran.exit, 1) << ran.out;
+        EXPECT_THAT(errorOf(ran), HasSubstr("can't " + words[0] + " it"));
+        EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
+        EXPECT_TRUE(isArchived(pump));
+    }
+}
+TEST_F(Restructure, ThatTheToolFailsLeavesModelAndFilesAsTheyWere) {
+    lockAll();
+    const std::string before = read(pump);
+    project.replaceProgram("sh", "echo 'sh: the archive is gone' >&2; exit 1");
+    for (const auto &words :
+         {std::vector<std::string>{"rename", "Pump", "Lifter"}, {"move", "Pump", "Control"}, {"delete", "Pump"}}) {
+        const Ran ran = run(words);
+        EXPECT_EQ(ran.exit, 1) << ran.out;
+        EXPECT_THAT(reason(ran), HasSubstr("model and files are as they were")) << ran.out;
+        EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
+        EXPECT_EQ(read(pump), before);
+    }
+}
+TEST_F(Restructure, OfAUnitOutsideTheArchiveNeedsNoTool) {
+    lockAll();
+    fs::remove(tools::RcsProject::archiveOf(pump));
+    const Ran ran = run({"rename", "--no-tool", "Pump", "Lifter"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_TRUE(fs::exists(units / "Lifter.ocl"));
+}
+TEST_F(Restructure, RefusesNamesThatAreTaken) {
+    lockAll();
+    const Ran ran = run({"rename", "Pump", "Valve"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
+}

@@ -1,0 +1,77 @@
+// "tool check" on the shipped sets and on broken ones.
+#include "tests/tools/Workplace.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using tools::Ran;
+
+namespace {
+
+struct ToolCheck : testing::Test {
+    tools::Workplace place;
+    /// A set of the user's own, in front of the installed ones.
+    void writeSet(const std::string &text) {
+        const fs::path sets = place.directory() / "config" / "orchard" / "toolsets";
+        fs::create_directories(sets);
+        tools::Workplace::write(sets / "mine.toml", text);
+        place.setEnvironment("XDG_CONFIG_HOME", (place.directory() / "config").string());
+    }
+    Ran check(const std::string &tool) { return place.cm({"--json", "tool", "check", tool}); }
+    static std::string textFor(const Ran &ran, const std::string &key) {
+        const auto json = ran.json();
+        for (const auto &finding : json["findings"]) {
+            if (finding["key"] == key) {
+                return finding["text"];
+            }
+        }
+        return {};
+    }
+};
+
+} // namespace
+
+TEST_F(ToolCheck, FindsNothingInTheShippedSets) {
+    const auto tools = place.cm({"--json", "tools"}).json();
+    for (const auto &tool : tools["tools"]) {
+        const Ran ran = check(tool["name"]);
+        EXPECT_EQ(ran.exit, 0) << tool["name"] << ran.out << ran.err;
+    }
+}
+TEST_F(ToolCheck, ShowsWhatEachCommandExpandsTo) {
+    const Ran ran = place.cm({"tool", "check", "rcs"});
+    EXPECT_EQ(ran.exit, 0) << ran.out;
+    EXPECT_THAT(ran.out, HasSubstr("CheckIn\n      ci -q -u "));
+    EXPECT_THAT(ran.out, HasSubstr("a comment"));
+    EXPECT_THAT(ran.out, HasSubstr("No findings."));
+}
+TEST_F(ToolCheck, FindsWhatIsMissingOrWrongWithItsPlace) {
+    writeSet("tool = \"Vault\"\n[ConfigurationManagement.Vault]\n"
+             "CheckOut = 'vault get $mode $UnitPath'\n"
+             "CheckIn = 'vault put $Piece \"$UnitPath\"'\n"
+             "Piece = '-m $nobody'\n"
+             "HeaderItsVersion = 'V(ersion'\n"
+             "ChekIn = 'x'\n");
+    const Ran ran = check("vault");
+    EXPECT_EQ(ran.exit, 1) << ran.out;
+    EXPECT_THAT(textFor(ran, "AddMember"), HasSubstr("missing"));
+    EXPECT_THAT(textFor(ran, "CheckOut"), HasSubstr("outside quotes"));
+    EXPECT_THAT(textFor(ran, "CheckIn"), HasSubstr("'$nobody' could not be resolved"));
+    EXPECT_THAT(textFor(ran, "CheckIn"), HasSubstr("'$Piece'"));
+    EXPECT_THAT(textFor(ran, "HeaderItsVersion"), HasSubstr("no valid pattern"));
+    EXPECT_THAT(textFor(ran, "ChekIn"), HasSubstr("did you mean 'CheckIn'?"));
+    EXPECT_THAT(place.cm({"tool", "check", "Vault"}).out, HasSubstr("mine.toml:6:"));
+}
+TEST_F(ToolCheck, SuggestsATool) {
+    const Ran ran = check("RSC");
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_EQ(ran.json()["error"]["suggestions"][0], "RCS");
+}
+TEST_F(ToolCheck, LeavesNothingBehind) {
+    place.setEnvironment("TMPDIR", (place.directory() / "tmp").string());
+    fs::create_directory(place.directory() / "tmp");
+    EXPECT_EQ(check("RCS").exit, 0);
+    EXPECT_TRUE(fs::is_empty(place.directory() / "tmp"));
+}
