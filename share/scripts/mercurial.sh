@@ -51,7 +51,7 @@ is_writable() { [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
 # newest: the newest changeset of the branch if it alone goes on from the one here, and else the one here.
 newest() {
   if [ -n "$archive" ]; then hg pull -- "$archive" >&2; fi
-  heads=$(hg log --rev 'heads(.:: and branch(.))' --template '{node}\n')
+  heads=$(hg log --rev 'heads(.:: and branch(.)) - .' --template '{node}\n')
   case $heads in
     '' | *'
 '*) echo . ;;
@@ -73,7 +73,7 @@ is_unit() {
 # been changed there as well: checking it in would take that back.
 take_in() {
   newest=$(newest)
-  if [ "$newest" = . ] || [ "$newest" = "$(hg log --rev . --template '{node}')" ]; then return; fi
+  if [ "$newest" = . ]; then return; fi
   top=$(hg root)
   prefix=$(pwd -P)/
   prefix=${prefix#"$top/"}
@@ -123,18 +123,20 @@ get() {
   kept=
 }
 
-# check_in MODE COMMENT. Mercurial takes no empty comment, and writes the header into the file by itself.
+# check_in MODE COMMENT. Mercurial takes no empty comment, and writes the header into the file by itself. Status 1:
+# nothing has changed.
 check_in() {
-  if is_unchanged "$file"; then
-    echo "${file##*/} is unchanged: nothing to check in"
-  elif is_writable "$file"; then
-    commit "${2:-Check in ${file##*/}}" "$file"
+  if is_writable "$file"; then
+    commit "${2:-Check in ${file##*/}}" "$file" || { [ $? -eq 1 ] && tell_unchanged; }
+  elif is_unchanged "$file"; then
+    tell_unchanged
   else
     echo "error: ${file##*/} is not checked out, and differs from what was committed last; check it out first" >&2
     exit 1
   fi
   chmod "$1" -- "$file"
 }
+tell_unchanged() { echo "${file##*/} is unchanged: nothing to check in"; }
 
 # found REVSET: whether there is such a changeset.
 found() { [ -n "$(hg log --limit 1 --rev "$1" --template x)" ]; }

@@ -1,0 +1,392 @@
+// A model's life under configuration management, from nothing to the last delete: the same for every tool, for
+// names that are hard to quote, and under another language. What Orchard says is held against what the tool itself
+// says.
+#include "tests/tools/scenario/Project.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+namespace fs = std::filesystem;
+using scenario::Names;
+using scenario::Project;
+using scenario::Skill;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using tools::Ran;
+
+namespace {
+
+constexpr auto motor = "motor protection";
+constexpr auto pumpText = "One pump with its motor protection.";
+
+std::string fileOf(const std::string &unit) { return unit + ".ocl"; }
+
+struct Scenario : testing::TestWithParam<std::tuple<const char *, bool, bool>> {
+    Scenario() : project(std::get<0>(GetParam()), std::get<1>(GetParam()) ? scenario::hardNames() : Names()) {
+        if (std::get<2>(GetParam())) {
+            speakGerman(project);
+        }
+    }
+
+    /// A locale of the test's own, so that none has to be installed.
+    static void speakGerman(tools::Workplace &place) {
+        const fs::path locales = place.directory() / "locales";
+        fs::create_directory(locales);
+        const Ran made =
+            place.shell("localedef -i de_DE -f UTF-8 " + tools::quoted((locales / "de_DE.UTF-8").string()));
+        ASSERT_EQ(made.exit, 0) << made.out << made.err;
+        place.setEnvironment("LOCPATH", locales.string());
+        place.setEnvironment("LC_ALL", "de_DE.UTF-8");
+        place.setEnvironment("LANG", "de_DE.UTF-8");
+        place.setEnvironment("LANGUAGE", "de");
+        ASSERT_THAT(place.shell("ls nirgends").err, HasSubstr("nicht gefunden")) << "the language did not change";
+    }
+
+    Ran good(const std::vector<std::string> &words, const std::vector<std::string> &items = {}) {
+        Ran ran = project.run(words, items);
+        EXPECT_EQ(ran.exit, 0) << words.front() << '\n' << ran.out << ran.err;
+        return ran;
+    }
+    Ran bad(const std::vector<std::string> &words, const std::vector<std::string> &items = {}) {
+        Ran ran = project.run(words, items);
+        EXPECT_EQ(ran.exit, 1) << words.front() << '\n' << ran.out << ran.err;
+        return ran;
+    }
+    /// What "archive" lists, file by file.
+    std::map<std::string, nlohmann::json> listed() {
+        std::map<std::string, nlohmann::json> files;
+        const nlohmann::json json = good({"--json", "archive"}).json();
+        for (const auto &entry : json["files"]) {
+            EXPECT_TRUE(files.emplace(entry["file"], entry).second) << entry << " twice";
+        }
+        return files;
+    }
+    std::set<std::string> namesListed() {
+        std::set<std::string> listedNames;
+        for (const auto &[file, entry] : listed()) {
+            listedNames.insert(file);
+        }
+        return listedNames;
+    }
+    bool can(Skill skill) { return archive.cannot(skill).empty(); }
+    void expectLocker(const std::string &file, const std::string &locker) {
+        if (can(Skill::locks)) {
+            EXPECT_EQ(archive.locker(file), locker) << file;
+        }
+    }
+
+    void connect();
+    void addAll();
+    void list();
+    void checkOut();
+    void checkIn();
+    void history();
+    void lockAndUnlock();
+    void lockOfAnother();
+    void undo();
+    void undoToAnotherName();
+    void fetch();
+    void label();
+    void rename();
+    void move();
+    void moveDirectory();
+    void remove();
+
+    Project project;
+    const Names &names = project.names();
+    scenario::Adapter &archive = project.archive();
+    std::string pump = fileOf(names.pump);
+    std::string valve = fileOf(names.valve);
+    std::string root = names.project + ".ory";
+    std::string controlDirectory = names.control;
+};
+
+void Scenario::connect() {
+    good({"connect"},
+         archive.archive().empty() ? std::vector<std::string>{} : std::vector<std::string>{archive.archive()});
+    EXPECT_THAT(archive.files(), IsEmpty());
+}
+
+void Scenario::addAll() {
+    good({"add", "--log", "The first version", "--recursive"}, {names.project});
+    if (!archive.files().contains(names.plan)) {
+        good({"add", "--log", "The first version"}, {names.plan});
+    }
+    EXPECT_EQ(archive.files(), project.files());
+    for (const std::string &file : archive.files()) {
+        EXPECT_EQ(archive.versions(file), 1) << file;
+        EXPECT_EQ(archive.comment(file), "The first version") << file;
+        EXPECT_FALSE(project.isWritable(file)) << file;
+    }
+    EXPECT_EQ(archive.newest(names.plan), project.text(names.plan));
+}
+
+void Scenario::list() {
+    const auto files = listed();
+    EXPECT_EQ(namesListed(), archive.files());
+    for (const auto &[file, entry] : files) {
+        EXPECT_NE(entry.value("version", ""), "") << file;
+        EXPECT_EQ(entry.value("locker", ""), "") << file;
+        EXPECT_NE(entry.value("unit", ""), "") << file << ": the unit of the model was not found";
+    }
+}
+
+void Scenario::checkOut() {
+    archive.changeAsBob(pump, motor, "MOTOR protection");
+    EXPECT_THAT(archive.newest(pump), HasSubstr("MOTOR"));
+    good({"checkout", "--lock"}, {names.pump});
+    EXPECT_THAT(project.text(pump), HasSubstr("MOTOR"));
+    EXPECT_TRUE(project.isWritable(pump));
+    EXPECT_THAT(project.show(names.pump).dump(), HasSubstr("MOTOR"));
+    expectLocker(pump, archive.self());
+    if (can(Skill::locks)) {
+        EXPECT_EQ(listed()[pump].value("locker", ""), archive.self());
+        EXPECT_EQ(listed()[pump].value("mode", ""), "RW");
+    }
+}
+
+void Scenario::checkIn() {
+    const std::string comment =
+        "-a Comment of several words: it's (really) \xc3\xa4\xc3\xb6\xc3\xbc; & #1 * ~\n\nand lines";
+    project.edit(pump, "MOTOR protection", "starter");
+    good({"checkin", "--log=" + comment}, {names.pump});
+    EXPECT_THAT(archive.newest(pump), HasSubstr("One pump with its starter."));
+    EXPECT_EQ(archive.comment(pump), comment);
+    EXPECT_EQ(archive.versions(pump), 3);
+    EXPECT_FALSE(project.isWritable(pump));
+    expectLocker(pump, "");
+    EXPECT_EQ(project.show(names.pump)["version"], listed()[pump]["version"]) << "header and listing differ";
+}
+
+void Scenario::history() {
+    const std::string told = good({"history"}, {names.pump}).out;
+    EXPECT_THAT(told, HasSubstr("it's (really) \xc3\xa4"));
+    EXPECT_THAT(told, HasSubstr("of Bob"));
+    EXPECT_THAT(told, HasSubstr("The first version"));
+}
+
+void Scenario::lockAndUnlock() {
+    const std::string before = project.text(valve);
+    if (!can(Skill::locks)) {
+        bad({"lock"}, {names.valve});
+        EXPECT_FALSE(project.isWritable(valve));
+        return;
+    }
+    good({"lock"}, {names.valve});
+    EXPECT_EQ(archive.locker(valve), archive.self());
+    EXPECT_TRUE(project.isWritable(valve));
+    good({"--yes", "unlock"}, {names.valve});
+    EXPECT_EQ(archive.locker(valve), "");
+    EXPECT_FALSE(project.isWritable(valve));
+    EXPECT_EQ(project.text(valve), before);
+}
+
+void Scenario::lockOfAnother() {
+    if (!can(Skill::locks)) {
+        return;
+    }
+    const std::string before = project.text(valve);
+    archive.lockAsBob(valve);
+    EXPECT_THAT(bad({"lock"}, {names.valve}).err, Not(IsEmpty()));
+    bad({"checkout", "--lock"}, {names.valve});
+    EXPECT_EQ(project.text(valve), before);
+    EXPECT_FALSE(project.isWritable(valve));
+    EXPECT_EQ(archive.locker(valve), "bob");
+    EXPECT_EQ(listed()[valve].value("locker", "nobody"), archive.tool() == "CVS" ? "bob" : "bob");
+    archive.unlockAsBob(valve);
+    EXPECT_EQ(archive.versions(valve), 1);
+}
+
+void Scenario::undo() {
+    const std::string before = project.text(valve);
+    good({"checkout", "--lock"}, {names.valve});
+    project.edit(valve, "<description>", "<description>A mistake. ");
+    good({"--yes", "undo"}, {names.valve});
+    EXPECT_EQ(project.text(valve), before);
+    EXPECT_FALSE(project.isWritable(valve));
+    EXPECT_EQ(archive.versions(valve), 1);
+    expectLocker(valve, "");
+}
+
+// The archived version bears another name than the unit has now, whose file was named after it.
+void Scenario::undoToAnotherName() {
+    const std::string panel = names.operators + "/Panel.ocl";
+    archive.changeAsBob(panel, "<name>Panel</name>", "<name>Console</name>");
+    good({"checkout", "--lock"}, {"Panel"});
+    project.edit(panel, "<name>Console</name>", "<name>Panel</name>");
+    good({"--yes", "undo"}, {"Panel"});
+    EXPECT_EQ(project.show("Console")["name"], "Console");
+    EXPECT_THAT(archive.newest(panel), HasSubstr("<name>Console</name>"));
+    // The file follows the name where its owner may be changed; the archive keeps the name it has.
+    EXPECT_TRUE(archive.files().contains(panel));
+}
+
+void Scenario::fetch() {
+    archive.changeAsBob(valve, "<description>", "<description>Fetched. ");
+    const fs::path elsewhere = project.directory() / "else where";
+    good({"fetch", "--to", elsewhere.string()}, {names.valve});
+    EXPECT_THAT(tools::Workplace::read(elsewhere / valve), HasSubstr("Fetched. "));
+    EXPECT_THAT(project.text(valve), Not(HasSubstr("Fetched. ")));
+    good({"fetch"}, {names.valve});
+    EXPECT_THAT(project.text(valve), HasSubstr("Fetched. "));
+    EXPECT_FALSE(project.isWritable(valve));
+    expectLocker(valve, "");
+}
+
+void Scenario::label() {
+    good({"checkout", "--lock"}, {names.pump});
+    project.edit(pump, "starter", "LABELLED");
+    if (!can(Skill::labels)) {
+        const int versions = archive.versions(pump);
+        bad({"checkin", "--log", "With a label", "--label", "REL-1"}, {names.pump});
+        EXPECT_EQ(archive.versions(pump), versions);
+        EXPECT_THAT(project.text(pump), HasSubstr("LABELLED"));
+        good({"checkin", "--log", "Without a label"}, {names.pump});
+        return;
+    }
+    good({"checkin", "--log", "With a label", "--label", "REL-1"}, {names.pump});
+    EXPECT_THAT(archive.labelled("REL-1", pump), HasSubstr("LABELLED"));
+    EXPECT_EQ(archive.labelled("REL-2", pump), "");
+    good({"checkout", "--lock"}, {names.pump});
+    project.edit(pump, "LABELLED", "LATER");
+    good({"checkin", "--log", "Later"}, {names.pump});
+    EXPECT_THAT(archive.labelled("REL-1", pump), HasSubstr("LABELLED"));
+    good({"checkout", "--label", "REL-1"}, {names.pump});
+    EXPECT_THAT(project.text(pump), HasSubstr("LABELLED"));
+    const std::string labelled = project.text(pump);
+    bad({"checkout", "--label", "REL-2"}, {names.pump});
+    EXPECT_EQ(project.text(pump), labelled) << "a label that is not there must not cost the file";
+    good({"checkout"}, {names.pump});
+    EXPECT_THAT(project.text(pump), HasSubstr("LATER"));
+}
+
+void Scenario::rename() {
+    good({"checkout", "--lock"}, {"Drives", names.pump});
+    const std::string renamed = fileOf(names.renamed);
+    good({"rename"}, {names.pump, names.renamed});
+    EXPECT_FALSE(archive.files().contains(pump));
+    EXPECT_TRUE(archive.files().contains(renamed));
+    EXPECT_FALSE(fs::exists(project.file(pump)));
+    good({"checkin", "--log", "Renamed"}, {names.renamed, "Drives"});
+    EXPECT_THAT(archive.newest(renamed), HasSubstr("<name>" + names.renamed + "</name>"));
+    EXPECT_THAT(archive.newest("Drives.osb"), HasSubstr("file=\"" + renamed + "\""));
+    const std::string told = good({"history"}, {names.renamed}).out;
+    if (can(Skill::historyAcrossRenames)) {
+        EXPECT_THAT(told, HasSubstr("of Bob")) << archive.cannot(Skill::historyAcrossRenames);
+    }
+    EXPECT_EQ(archive.files(), project.files());
+}
+
+void Scenario::move() {
+    const std::string from = fileOf(names.renamed);
+    const std::string to = controlDirectory + "/" + from;
+    const std::string bytes = archive.newest(from).substr(archive.newest(from).find("<name>"));
+    good({"checkout", "--lock"}, {"Drives", names.control});
+    good({"move"}, {names.renamed, names.control});
+    EXPECT_FALSE(archive.files().contains(from));
+    EXPECT_TRUE(archive.files().contains(to));
+    EXPECT_THAT(archive.newest(to), HasSubstr(bytes));
+    good({"checkin", "--log", "Moved"}, {"Drives", names.control});
+    EXPECT_THAT(archive.newest(controlDirectory + "/" + names.control + ".osb"),
+                HasSubstr("file=\"" + from + "\""));
+    EXPECT_EQ(archive.files(), project.files());
+}
+
+void Scenario::moveDirectory() {
+    std::set<std::string> expected;
+    for (const std::string &file : archive.files()) {
+        expected.insert(file.starts_with(controlDirectory + "/") ? names.operators + "/" + file : file);
+    }
+    good({"checkout", "--lock"}, {names.project, names.operators});
+    good({"move"}, {names.control, names.operators});
+    EXPECT_EQ(archive.files(), expected);
+    controlDirectory = names.operators + "/" + names.control;
+    good({"checkin", "--log", "Moved with all in it"}, {names.project, names.operators});
+    EXPECT_THAT(archive.newest(controlDirectory + "/" + fileOf(names.controller)),
+                HasSubstr("<name>" + names.controller + "</name>"));
+    EXPECT_EQ(archive.files(), project.files());
+}
+
+void Scenario::remove() {
+    auto expected = archive.files();
+    good({"checkout", "--lock"}, {"Drives", names.project, names.operators});
+    good({"delete"}, {names.valve});
+    EXPECT_EQ(expected.erase(valve), 1U);
+    EXPECT_EQ(archive.files(), expected);
+    good({"delete"}, {names.plan});
+    EXPECT_EQ(expected.erase(names.plan), 1U);
+    EXPECT_EQ(archive.files(), expected);
+    good({"delete", "--recursive"}, {names.control});
+    std::erase_if(expected, [&](const std::string &file) { return file.starts_with(controlDirectory + "/"); });
+    EXPECT_EQ(archive.files(), expected);
+    good({"checkin", "--log", "Deleted"}, {"Drives", names.project, names.operators});
+    EXPECT_EQ(archive.files(), project.files());
+}
+
+} // namespace
+
+TEST_P(Scenario, RunsFromNothingToTheLastDelete) {
+    const auto step = [&](const char *name, void (Scenario::*work)()) {
+        const testing::ScopedTrace trace(__FILE__, __LINE__, name);
+        if (!HasFailure()) {
+            (this->*work)();
+        }
+    };
+    step("connect", &Scenario::connect);
+    step("add", &Scenario::addAll);
+    step("list", &Scenario::list);
+    step("check out", &Scenario::checkOut);
+    step("check in", &Scenario::checkIn);
+    step("history", &Scenario::history);
+    step("lock and unlock", &Scenario::lockAndUnlock);
+    step("lock of another", &Scenario::lockOfAnother);
+    step("undo", &Scenario::undo);
+    step("fetch", &Scenario::fetch);
+    step("label", &Scenario::label);
+    step("rename", &Scenario::rename);
+    step("move", &Scenario::move);
+    step("move a directory", &Scenario::moveDirectory);
+    step("delete", &Scenario::remove);
+    step("list again", &Scenario::list);
+}
+
+TEST_P(Scenario, UndoBringsBackTheArchivedName) {
+    connect();
+    addAll();
+    ASSERT_FALSE(HasFailure());
+    undoToAnotherName();
+}
+
+INSTANTIATE_TEST_SUITE_P(Tools, Scenario,
+                         testing::Combine(testing::Values("RCS", "CVS", "Subversion", "Git", "Mercurial"), testing::Bool(),
+                                          testing::Bool()),
+                         [](const auto &row) {
+                             return std::string(std::get<0>(row.param)) +
+                                    (std::get<1>(row.param) ? "HardNames" : "PlainNames") +
+                                    (std::get<2>(row.param) ? "German" : "English");
+                         });
+
+// What a tool can't do, and why: the list is complete, and whoever shortens it has to teach the tool.
+TEST(Skills, ThatAToolLacksAreTheseForTheseReasons) {
+    const auto lacking = [](const char *tool) {
+        tools::Workplace place;
+        const auto adapter = scenario::makeAdapter(tool, place, "units");
+        std::vector<Skill> skills;
+        for (const Skill skill :
+             {Skill::locks, Skill::labels, Skill::historyAcrossRenames, Skill::directoriesByThemselves}) {
+            if (!adapter->cannot(skill).empty()) {
+                skills.push_back(skill);
+            }
+        }
+        return skills;
+    };
+    EXPECT_THAT(lacking("RCS"), ElementsAre(Skill::directoriesByThemselves));
+    EXPECT_THAT(lacking("CVS"), ElementsAre(Skill::historyAcrossRenames, Skill::directoriesByThemselves));
+    EXPECT_THAT(lacking("Subversion"), ElementsAre(Skill::labels, Skill::directoriesByThemselves));
+    EXPECT_THAT(lacking("Git"), ElementsAre(Skill::locks, Skill::directoriesByThemselves));
+    EXPECT_THAT(lacking("Mercurial"), ElementsAre(Skill::locks, Skill::directoriesByThemselves));
+}
