@@ -177,18 +177,35 @@ std::vector<Finding> checkSet(const std::vector<SetEntry> &entries) {
 }
 
 bool standsInQuotes(std::string_view command, std::string_view text) {
-    char quote = '\0';
+    // A command in parentheses or backquotes begins to quote anew, also within double quotes. What each such
+    // command stands in is kept: its quote, and the character that ends it.
+    struct Level {
+        char quote = '\0';
+        char end = '\0';
+    };
+    std::vector<Level> levels(1);
     for (std::size_t at = 0; at < command.size(); ++at) {
-        if (quote == '\0' && !text.empty() && command.substr(at).starts_with(text)) {
+        Level &level = levels.back();
+        const bool isBare = level.quote == '\0';
+        if (isBare && !text.empty() && command.substr(at).starts_with(text)) {
             return false;
         }
         const char c = command[at];
-        if (c == '\\' && quote != '\'') {
+        if (level.quote == '\'') {
+            level.quote = c == '\'' ? '\0' : '\'';
+        } else if (c == '\\') {
             ++at;
-        } else if (quote == '\0' && (c == '"' || c == '\'')) {
-            quote = c;
-        } else if (c == quote) {
-            quote = '\0';
+        } else if (isBare && c == level.end && levels.size() > 1) {
+            levels.pop_back();
+        } else if (c == '`' || (isBare && c == '(')) {
+            levels.push_back({'\0', c == '`' ? '`' : ')'});
+        } else if (c == '$' && command.substr(at).starts_with("$(")) {
+            levels.push_back({'\0', ')'});
+            ++at;
+        } else if (c == '"') {
+            level.quote = isBare ? '"' : '\0';
+        } else if (isBare && c == '\'') {
+            level.quote = c;
         }
     }
     return true;
