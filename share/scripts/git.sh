@@ -237,7 +237,8 @@ case $action in
     ;;
   list)
     archive=$1
-    git ls-tree -r "${2:-$(newest)}"
+    commit=${2:-$(newest)}
+    git ls-tree -r "$commit"
     ;;
   move)
     archive=$1

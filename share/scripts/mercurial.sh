@@ -231,14 +231,16 @@ case $action in
   fetch)
     archive=$1
     target=$3/${4##*/}
-    hg cat --rev "${2:-$(newest)}" -- "$4" >"$target.orc~" || { rm -f -- "$target.orc~"; exit 1; }
+    revision=${2:-$(newest)}
+    hg cat --rev "$revision" -- "$4" >"$target.orc~" || { rm -f -- "$target.orc~"; exit 1; }
     mv -f -- "$target.orc~" "$target"
     ;;
   list)
     archive=$1
+    revision=${2:-$(newest)}
     changed='revset("max(filelog(%s) and ::%s)", relpath(path), node) % "{node|short}"'
     # Status 1: there is no file.
-    hg files --rev "${2:-$(newest)}" --template "{relpath(path)}\\t{$changed}\\n" --include . || [ $? -eq 1 ]
+    hg files --rev "$revision" --template "{relpath(path)}\\t{$changed}\\n" --include . || [ $? -eq 1 ]
     ;;
   move)
     archive=$1
