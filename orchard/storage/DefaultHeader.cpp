@@ -4,15 +4,21 @@
 #include "CM/host/LogTrace.h"
 #include "CM/host/Messages.h"
 #include "CM/host/Utilities.h"
+#include "orchard/model/Model.h"
+#include "orchard/model/Workspace.h"
 #include "orchard/storage/FileText.h"
+#include "orchard/storage/LibraryFacade.h"
 #include "orchard/storage/TextCheck.h"
 
 #include <set>
 #include <string>
+#include <utility>
 
 namespace orchard {
 
 namespace {
+
+constexpr std::size_t largestHeader = std::size_t{1} << 20U;
 
 /// Every new file asks for its header, so the same trouble is told once.
 void tellOnce(const std::string &path, const std::string &why) {
@@ -25,15 +31,38 @@ void tellOnce(const std::string &path, const std::string &why) {
     static_cast<void>(notifyUserAndAsk(text, MB_ICONEXCLAMATION, 0, messageLevelDefault));
 }
 
-} // namespace
+IBaseCMFacade *&facadeInForce() {
+    static IBaseCMFacade *facade = nullptr;
+    return facade;
+}
 
-std::string defaultHeaderOf(const Element &element) {
+/// The property that names the file, or null.
+const IProperty *headerFileOf(const Element &element) {
     const auto find = [&](const CString &metaclass, const CString &key) {
         return element.findProperty(IPN::CM, metaclass, key, IProperty::inherited);
     };
     const IProperty *const tool = find(IPN::CMGeneral, IPN::CMTool);
-    const IProperty *file = tool == nullptr ? nullptr : find(tool->getValue(), IPN::CMHeaderFile);
-    file = file == nullptr ? find(IPN::CMGeneral, IPN::CMHeaderFile) : file;
+    const IProperty *const file = tool == nullptr ? nullptr : find(tool->getValue(), IPN::CMHeaderFile);
+    return file == nullptr ? find(IPN::CMGeneral, IPN::CMHeaderFile) : file;
+}
+
+struct Found {
+    std::string path; ///< for messages
+    std::string text;
+    bool isRead = true;
+};
+
+/// What the library has for the active project, so that all who ask it see what new files get.
+Found foundByLibrary(IBaseCMFacade &facade, const Element &element) {
+    const IProperty *const file = headerFileOf(element);
+    std::string name = file == nullptr ? std::string() : file->getValue().str();
+    std::string text = facade.getTheDefaultHeader().str();
+    const bool isRead = !text.empty() || name.empty();
+    return {std::move(name), std::move(text), isRead};
+}
+
+Found foundByHost(const Element &element) {
+    const IProperty *const file = headerFileOf(element);
     if (file == nullptr || file->getValue().IsEmpty()) {
         return {};
     }
@@ -43,20 +72,37 @@ std::string defaultHeaderOf(const Element &element) {
     if (path.Find("$OQROOT") >= 0 && oqGetRoot(root, error) == 1) {
         path.Replace("$OQROOT", root);
     }
-    constexpr std::size_t largest = std::size_t{1} << 20U;
     FileText text;
-    if (text.read(path.str(), largest) != FileRead::done) {
-        tellOnce(path.str(), "it can't be read");
+    const bool isRead = text.read(path.str(), largestHeader) == FileRead::done;
+    return {path.str(), std::move(text.text), isRead};
+}
+
+} // namespace
+
+void setCMFacade(IBaseCMFacade *facade) { facadeInForce() = facade; }
+
+IBaseCMFacade *cmFacade() { return facadeInForce(); }
+
+std::string defaultHeaderOf(const Element &element) {
+    const bool isActive = element.model() != nullptr && element.model() == Workspace::instance().active();
+    IBaseCMFacade *const facade = isActive ? cmFacade() : nullptr;
+    Found found = facade == nullptr ? foundByHost(element) : foundByLibrary(*facade, element);
+    if (!found.isRead) {
+        tellOnce(found.path, "it can't be read");
         return {};
     }
-    if (text.text.find("-->") != std::string::npos || faultOfValue(text.text)) {
-        tellOnce(path.str(), "it holds \"-->\", a control character or text that is no UTF-8");
+    if (found.text.size() > largestHeader) {
+        tellOnce(found.path, "it is longer than a megabyte");
         return {};
     }
-    while (text.text.ends_with('\n') || text.text.ends_with('\r')) {
-        text.text.pop_back();
+    if (found.text.find("-->") != std::string::npos || faultOfValue(found.text)) {
+        tellOnce(found.path, "it holds \"-->\", a control character or text that is no UTF-8");
+        return {};
     }
-    return text.text;
+    while (found.text.ends_with('\n') || found.text.ends_with('\r')) {
+        found.text.pop_back();
+    }
+    return found.text;
 }
 
 } // namespace orchard

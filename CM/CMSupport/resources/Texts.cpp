@@ -115,7 +115,7 @@ const char *text(Text number) {
     case Text::statusCheckedOutByOther:
         return "Checked out by another user";
     case Text::statusCheckedOutElsewhere:
-        return "Checked out elsewhere";
+        return "Checked out by you elsewhere";
     case Text::statusNotCheckedOut:
         return "Not checked out";
     case Text::statusControlled:

@@ -1,6 +1,7 @@
 #include "apps/orchard-cm/model/HostSetup.h"
 
 #include "CM/CMSupport/core/CMFacade.h"
+#include "CM/CMSupport/core/CMTraitFacade.h"
 #include "CM/host/Messages.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "orchard/messages/CMWindow.h"
@@ -9,6 +10,7 @@
 #include "orchard/messages/TerminalUser.h"
 #include "orchard/settings/LogFile.h"
 #include "orchard/settings/Settings.h"
+#include "orchard/storage/LibraryFacade.h"
 
 #include <iostream>
 #include <unistd.h>
@@ -121,6 +123,7 @@ class HostSetup::Impl {
         orchard::setRunWatch({[this](const std::string &command) { started(command); },
                               [this](const orchard::ToolRun &run) { ended(run); },
                               [] { return isInterrupted(); }});
+        orchard::setCMFacade(&theCMFacade);
         CMFacade::outStream() = &output.window();
         CMFacade::saveCallbackFunc() = save;
         CMFacade::ATMCallbackFunc() = aroundReload;
@@ -136,6 +139,7 @@ class HostSetup::Impl {
         CMFacade::afterATMCallbackFunc() = nullptr;
         CMFacade::afterATMCallbackFuncParameter() = nullptr;
         saveInForce() = nullptr;
+        orchard::setCMFacade(nullptr);
         orchard::setRunWatch({});
         orchard::setCMOutputStream(nullptr);
         orchard::setDialogDriver(nullptr);

@@ -1,5 +1,6 @@
 #include "apps/orchard-cm/model/Session.h"
 
+#include "CM/CMSupport/core/CMTraitFacade.h"
 #include "CM/platform/Files.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/model/HostSetup.h"
@@ -95,6 +96,7 @@ void Session::open() {
                       hintFor(result.problems));
     }
     project_ = result.project;
+    theCMFacade.RefreshCMStatus();
 }
 
 void Session::save() {

@@ -1,4 +1,5 @@
 #include "orchard/storage/DefaultHeader.h"
+#include "orchard/storage/LibraryFacade.h"
 #include "tests/orchard/storage/Workbench.h"
 
 #include "CM/host/IProperty.h"
@@ -43,4 +44,48 @@ TEST_F(DefaultHeader, AFileThatWouldEndTheCommentIsRefusedAndTold) {
     write(path("header"), "a --> b\n");
     EXPECT_EQ(headerFrom(path("header")), "");
     EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(path("header")), HasSubstr("-->"))));
+}
+
+namespace {
+
+/// The library, with a header of its own.
+class Library : public IBaseCMFacade {
+  public:
+    explicit Library(CString header) : header_(std::move(header)) { orchard::setCMFacade(this); }
+    ~Library() override { orchard::setCMFacade(nullptr); }
+    CString getTheDefaultHeader() override { return header_; }
+    void RefreshCMStatus() override {}
+
+  private:
+    CString header_;
+};
+
+} // namespace
+
+TEST_F(DefaultHeader, IsWhatTheLibraryHasForTheActiveProject) {
+    write(path("header"), "$Id$\n");
+    const Library library("$Revision$\n\n");
+    EXPECT_EQ(headerFrom(path("header")), "$Revision$");
+}
+
+TEST_F(DefaultHeader, OfAProjectThatIsNotActiveIsNotTheLibrarysOne) {
+    write(path("header"), "$Id$\n");
+    const Library library("$Revision$\n");
+    IProject *const first = project;
+    ASSERT_TRUE(orchard::createSampleProject(path("other"), ""));
+    ASSERT_TRUE(orchard::openProject(path("other.orp")));
+    ASSERT_NE(CurrentWorkspace::GetActiveProject(), first);
+    EXPECT_EQ(headerFrom(path("header")), "$Id$");
+}
+
+TEST_F(DefaultHeader, OfTheLibraryIsHeldToTheSameRules) {
+    write(path("ended"), "");
+    {
+        const Library library("a --> b");
+        EXPECT_EQ(headerFrom(path("ended")), "");
+    }
+    const Library library("");
+    EXPECT_EQ(headerFrom(path("empty")), "");
+    EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(path("ended")), HasSubstr("-->")),
+                                      AllOf(HasSubstr(path("empty")), HasSubstr("can't be read"))));
 }
