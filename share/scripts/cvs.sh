@@ -47,6 +47,18 @@ edit() {
   }
 }
 
+# bring NAME OPTION...: updates a file. One that is brought anew is edited no longer, and is read-only; but CVS keeps
+# what it was before the edit, and would take the file back to that some day.
+bring() {
+  name=$1
+  shift
+  updated=$(cvs update "$@" -- "$name")
+  if [ -n "$updated" ]; then
+    printf '%s\n' "$updated"
+    rm -f -- "CVS/Base/$name"
+  fi
+}
+
 # Makes a directory that the archive has and the workspace has not.
 bring_directory() (
   if [ -d "$1" ]; then exit 0; fi
@@ -177,8 +189,8 @@ case $action in
     check_version "$1" "$name"
     # First, so that nothing is thrown away for a file that somebody else edits.
     if [ "$2" != unedit ]; then edit "$name"; fi
-    cvs update -C "$1" -- "$name"
-    if [ "$2" = unedit ]; then cvs unedit -- "$name"; else chmod u+w -- "$name"; fi
+    bring "$name" -C "$1"
+    if [ "$2" = unedit ]; then cvs unedit -- "$name"; else edit "$name"; fi
     ;;
   checkin)
     cd -- "$(directory_of "$3")"
@@ -218,7 +230,11 @@ case $action in
       echo "cvs update: '$2' has changes that a fetch would lose; check it in, or undo the check out" >&2
       exit 1
     fi
-    cvs update "$1" -- "$name"
+    # Whoever edits it goes on.
+    open=
+    if [ -e "CVS/Base/$name" ]; then open=yes; fi
+    bring "$name" "$1"
+    if [ -n "$open" ]; then edit "$name"; fi
     ;;
   fetch)
     cd -- "$(directory_of "$3")"

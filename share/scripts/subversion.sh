@@ -9,6 +9,7 @@
 #   subversion.sh undo FILE                         throws changes and the lock away
 #   subversion.sh add [-kb] FILE COMMENT            puts a file, and the directories that it stands in, into the
 #                                                   archive; -kb leaves keywords in it alone
+#   subversion.sh list                              what is archived, and who has it locked
 #   subversion.sh update REVISION FILE              the archived file, if the one here has no changes
 #   subversion.sh fetch REVISION DIRECTORY FILE     writes an archived file into another directory
 #   subversion.sh move OLD NEW                      moves a file, or a directory with all in it
@@ -120,6 +121,10 @@ case $action in
     svn propset -q svn:needs-lock yes -- "$1@"
     if [ -n "$keywords" ]; then svn propset -q svn:keywords 'Revision Date Author' -- "$1@"; fi
     depth=empty commit "$2" "$1@"
+    ;;
+  list)
+    # By its address: asked for a working copy, Subversion tells no locks of the files in it.
+    svn info --recursive -- "$(svn info --show-item url -- .)@"
     ;;
   update)
     if [ -n "$1" ]; then svn info "$1" -- "$2@" >/dev/null; fi
