@@ -163,8 +163,9 @@ std::string UnitElement::withExtension(std::string_view name) const {
 }
 
 bool UnitElement::mayBear(std::string_view name) const {
-    const std::string file = withExtension(name);
-    return model() != nullptr && hasFile() && !isReadOnly() && faultOfNewName(file).empty();
+    // A read-only file is no hindrance: a CM tool has left it so, and another name changes nothing in it.
+    return model() != nullptr && hasFile() && !is(stub) && !isRecursive(reference) &&
+           faultOfNewName(withExtension(name)).empty();
 }
 
 bool UnitElement::keepsFileNameOfPart(std::string_view name) const {

@@ -110,7 +110,8 @@ void FileMoves::makeRoom() {
         }
     };
     std::string last;
-    for (const Entry &entry : entries_) {
+    for (Entry &entry : entries_) {
+        entry.wasThere = isThere(entry.from);
         if (!entry.directory && directoryOfPath(entry.to) != last) {
             last = directoryOfPath(entry.to);
             make(entry.to);
@@ -132,6 +133,9 @@ void FileMoves::look() {
         if (entry.state == State::none && entry.directory && isThere(halfWayPlace(entry))) {
             entry.state = State::halfWay;
         }
+        if (entry.state == State::none && entry.wasThere) {
+            entry.state = State::lost;
+        }
     }
 }
 
@@ -143,7 +147,7 @@ bool FileMoves::any(State state) const {
 bool FileMoves::moveWhole(const Directory &directory) {
     const auto isAhead = [this](std::size_t at) {
         const State state = entries_[at].state;
-        return state == State::open || state == State::halfWay || state == State::none;
+        return state == State::open || state == State::halfWay || state == State::lost || state == State::none;
     };
     if (!std::ranges::all_of(directory.entries, isAhead) || !isThere(directory.from)) {
         return false;

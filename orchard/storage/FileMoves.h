@@ -21,6 +21,7 @@ class FileMoves {
         halfWay, ///< it has its new name, in the directory that is yet to be moved
         both,    ///< there is one at either place, both the unit's
         blocked, ///< something else is at its new place
+        lost,    ///< it was there when makeRoom() looked, and is at none of these places
         none,    ///< there is no file, as of a unit that was never saved
     };
     struct Entry {
@@ -29,8 +30,9 @@ class FileMoves {
         std::string to;
         std::optional<std::size_t> directory; ///< the one that it goes with
         State state = State::none;
-        bool byUs = false;   ///< moved by carryOut()
-        bool failed = false; ///< carryOut() could not move it
+        bool wasThere = false; ///< when makeRoom() looked
+        bool byUs = false;     ///< moved by carryOut()
+        bool failed = false;   ///< carryOut() could not move it
     };
 
     std::size_t addDirectory(std::string from, std::string to);
@@ -40,7 +42,8 @@ class FileMoves {
     /// Why a move can't be made, by what is on disk now: appended with the unit that it is about.
     void findFaults(std::vector<std::pair<const UnitElement *, std::string>> &faults) const;
 
-    /// Makes the directories that files and directories go into; remembers those for takeBack().
+    /// Makes the directories that files and directories go into, and remembers those for takeBack(); notes which
+    /// files are there.
     void makeRoom();
     /// Looks where each file is.
     void look();

@@ -208,7 +208,7 @@ void Relocation::listFiles() {
                 files.push_back({&directory.unit->unit(), directory.from, directory.to, true});
             }
         } else {
-            files.push_back({&place.unit->unit(), place.from, place.to, false});
+            files.push_back(fileChangeOf(*place.unit, place.from, place.to));
         }
         units.push_back(&place.unit->unit());
         moves_.add(*place.unit, place.from, place.to, goesWith);
@@ -346,9 +346,16 @@ bool Relocation::save(Problems &told, bool canGoBack) {
         }
         canGoBack = false;
     }
+    // A lost file is not written anew: the one that is elsewhere would be forgotten over it.
+    std::unordered_set<const UnitElement *> lost;
+    for (const FileMoves::Entry &entry : moves_.entries()) {
+        if (entry.state == FileMoves::State::lost) {
+            lost.insert(entry.unit);
+        }
+    }
     for (const Target &target : targets_) {
         UnitElement &unit = *target.unit;
-        if (unit.isSaveUnit() && unit.modified() && !unit.is(UnitElement::stub)) {
+        if (!lost.contains(&unit) && unit.isSaveUnit() && unit.modified() && !unit.is(UnitElement::stub)) {
             saveOwnFile(unit, told);
         }
     }
@@ -366,6 +373,17 @@ Problems Relocation::finish(FilesBy by) {
     const bool copied = by == FilesBy::tool && moves_.any(State::both);
     const bool touched = moves_.any(State::done) || moves_.any(State::halfWay) || copied;
     for (const FileMoves::Entry &entry : moves_.entries()) {
+        if (entry.state == State::lost) {
+            complete = false;
+            const char *const who = by == FilesBy::tool ? "the CM tool" : "another program";
+            told.push_back({entry.from, 0, 0,
+                            std::string("the file is neither here nor at ") + entry.to + ": " + who +
+                                " has taken it elsewhere or removed it"});
+            if (!touched && !moves_.any(State::open)) {
+                takeBack(told); // nothing has come to its new place
+                return told;
+            }
+        }
         const bool left = entry.state == State::open || entry.state == State::halfWay;
         const bool barred = entry.state == State::blocked || (entry.state == State::both && !copied);
         if (barred) {

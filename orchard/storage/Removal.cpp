@@ -58,7 +58,7 @@ void Removal::findFiles(std::size_t top) {
                 }
             }
             if (!step.inDirectory) {
-                files.push_back({&unit->unit(), path, {}, false});
+                files.push_back(fileChangeOf(*unit, path, {}));
             }
             units.push_back(&unit->unit());
             found_.push_back({unit, path, top});

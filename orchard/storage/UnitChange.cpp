@@ -74,10 +74,32 @@ std::string faultOfNewName(const UnitElement &unit, std::string_view name) {
     return name == unit.name() ? "it has this name already" : "";
 }
 
-std::string withNewLastPart(const std::string &directory, std::string_view formerName, std::string_view name) {
-    return fileOfPath(directory) != formerName
-               ? directory
-               : directory.substr(0, directory.size() - formerName.size()) + std::string(name);
+struct Look {
+    UnitElement *other = nullptr;
+    bool complete = true; ///< all that is there was seen
+};
+
+/// Whose files are in the directory, besides those of `root` and of units below it.
+Look lookInto(const UnitElement &root, const std::string &directory) {
+    const FileIndex &index = root.model()->files();
+    std::error_code error;
+    std::filesystem::recursive_directory_iterator at(directory, error);
+    for (const std::filesystem::recursive_directory_iterator end; !error && at != end; at.increment(error)) {
+        UnitElement *const unit = index.byPath(at->path().native());
+        if (unit != nullptr && unit != &root && !root.owns(*unit)) {
+            return {unit, true};
+        }
+    }
+    return {nullptr, !error || !std::filesystem::exists(directory, error)};
+}
+
+/// A directory that others use keeps its name, as theirs.
+std::string directoryAfterRename(const UnitElement &unit, std::string_view name) {
+    const std::string &directory = unit.directorySetting();
+    if (directory.empty() || fileOfPath(directory) != unit.name() || !isDirectoryOf(unit, unit.ownDirectory())) {
+        return directory;
+    }
+    return directory.substr(0, directory.size() - unit.name().size()) + std::string(name);
 }
 
 } // namespace
@@ -87,16 +109,21 @@ void UnitChange::Work::refuse(const UnitElement &unit, std::string why) {
 }
 
 bool isDirectoryOf(const UnitElement &root, const std::string &directory) {
-    const FileIndex &index = root.model()->files();
-    std::error_code error;
-    std::filesystem::recursive_directory_iterator at(directory, error);
-    for (const std::filesystem::recursive_directory_iterator end; !error && at != end; at.increment(error)) {
-        const UnitElement *const unit = index.byPath(at->path().native());
-        if (unit != nullptr && unit != &root && !root.owns(*unit)) {
-            return false;
-        }
+    const Look found = lookInto(root, directory);
+    return found.complete && found.other == nullptr;
+}
+
+UnitElement *otherUnitIn(const UnitElement &root, const std::string &directory) {
+    return lookInto(root, directory).other;
+}
+
+FileChange fileChangeOf(UnitElement &unit, std::string from, std::string to) {
+    FileChange change{&unit.unit(), std::move(from), std::move(to)};
+    if (!unit.directorySetting().empty()) {
+        UnitElement *const other = otherUnitIn(unit, std::string(directoryOfPath(change.from)));
+        change.sharedWith = other == nullptr ? nullptr : &other->unit();
     }
-    return !error || !std::filesystem::exists(directory, error);
+    return change;
 }
 
 std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units) {
@@ -135,7 +162,7 @@ std::unique_ptr<UnitChange::Work> planRename(IUnit &object, std::string_view nam
         target.fileName = target.name;
     } else if (unit.hasFile() && unit.fileName() == unit.name() + std::string(extension)) {
         target.fileName = target.name + std::string(extension);
-        target.directory = withNewLastPart(target.directory, unit.name(), target.name);
+        target.directory = directoryAfterRename(unit, target.name);
     }
     if (fault.empty() && unit.hasFile()) {
         fault = faultOfFileName(target.fileName);
@@ -218,6 +245,7 @@ const std::vector<IUnit *> &UnitChange::units() const { return work_->units; }
 const std::string &UnitChange::oldPath() const { return work_->oldPath; }
 const std::string &UnitChange::newPath() const { return work_->newPath; }
 bool UnitChange::stands() const { return work_->stands; }
+bool UnitChange::isComplete() const { return work_->complete; }
 
 void UnitChange::begin() { work_->begin(); }
 void UnitChange::cancel() { work_->cancel(); }

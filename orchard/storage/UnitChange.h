@@ -36,6 +36,9 @@ struct FileChange {
     /// The unit's own directory with all that is in it, files that the model doesn't know among them. A directory
     /// that other units use, too, is never listed: its files are, one by one.
     bool isDirectory = false;
+    /// Of the file of a unit whose own directory is one that others use, too: one of those, if known. A tool must
+    /// not be told to move or remove that directory.
+    IUnit *sharedWith = nullptr;
 };
 
 /// A unit that gets another owner: what CMFacade::MoveMember takes as a triple.
@@ -48,9 +51,10 @@ struct OwnerChange {
 class ORCHARD_API UnitChange {
   public:
     /// Another name. The file follows if it is named after the unit, and so does the last part of the unit's own
-    /// directory. An embedded file is its name; without an extension the new one gets that of the old one. Refused
-    /// for the project, for a stub, for a name that is taken or can't be a file's, and where the file of the unit
-    /// or of its owner can't be written (read-only, a reference, changed behind the program).
+    /// directory, unless other units use that, too. An embedded file is its name; without an extension the new one
+    /// gets that of the old one. Refused for the project, for a stub, for a name that is taken or can't be a
+    /// file's, and where the file of the unit or of its owner can't be written (read-only, a reference, changed
+    /// behind the program).
     [[nodiscard]] static UnitChange rename(IUnit &unit, std::string_view name);
     /// Another owner. Units that lie below others of the list move along with these. Files go into the directory
     /// of the new owner, a subsystem's own directory goes as a whole, external and referenced files stay where
@@ -93,6 +97,9 @@ class ORCHARD_API UnitChange {
     /// Takes back what was begun. A finished change stays.
     void cancel();
     [[nodiscard]] bool stands() const;
+    /// False if a file that was there at the beginning is neither at its old place nor at its new one, as a tool
+    /// has taken it elsewhere. finish() has told of it.
+    [[nodiscard]] bool isComplete() const;
 
     class Work;
 

@@ -23,6 +23,7 @@ class UnitChange::Work {
     std::string oldPath;
     std::string newPath;
     bool stands = false;
+    bool complete = true;
 
   protected:
     enum class Phase { planned, begun, over };
@@ -42,5 +43,9 @@ class UnitChange::Work {
 /// Whether all files of units in the directory belong to `root` or units below it; also if there is no directory.
 /// Looks at what is on disk only, so that it costs no more than the directory holds.
 [[nodiscard]] bool isDirectoryOf(const UnitElement &root, const std::string &directory);
+/// A unit whose file is in the directory and that is neither `root` nor below it, or null.
+[[nodiscard]] UnitElement *otherUnitIn(const UnitElement &root, const std::string &directory);
+/// The entry for a single file; notes who else uses the unit's own directory.
+[[nodiscard]] FileChange fileChangeOf(UnitElement &unit, std::string from, std::string to);
 
 } // namespace orchard

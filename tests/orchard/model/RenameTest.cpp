@@ -1,5 +1,7 @@
 #include "tests/orchard/storage/Workbench.h"
 
+#include <sys/stat.h>
+
 using testing::HasSubstr;
 
 namespace {
@@ -50,6 +52,25 @@ TEST_F(Rename, AFileThatNoUnitHasIsNotTakenEither) {
     EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
     EXPECT_EQ(read(unitFile("Gate.ocl")), "mine");
     EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("there is such a file already")));
+}
+
+TEST_F(Rename, AReadOnlyFileFollowsToo) {
+    IUnit *const valve = unit("Valve");
+    ::chmod(unitFile("Valve.ocl").c_str(), 0444);
+    valve->updateMode("");
+    EXPECT_TRUE(valve->approveCMRename("Gate"));
+    valve->setFileName("Gate");
+    EXPECT_EQ(valve->getFileName(), "Gate.ocl");
+    EXPECT_TRUE(std::filesystem::exists(unitFile("Gate.ocl")));
+    EXPECT_FALSE(std::filesystem::exists(unitFile("Valve.ocl")));
+    EXPECT_TRUE(valve->isReadOnly());
+}
+
+TEST_F(Rename, IsNotApprovedForAStubOrAFileOfAnotherProject) {
+    element(unit("Valve")).set(orchard::UnitElement::reference, true);
+    EXPECT_FALSE(unit("Valve")->approveCMRename("Gate"));
+    ASSERT_TRUE(orchard::setUnitLoaded(*unit("Sensors"), false).empty());
+    EXPECT_FALSE(unit("Sensors")->approveCMRename("Gauges"));
 }
 
 TEST_F(Rename, AFileThatAToolHasRenamedIsFollowed) {

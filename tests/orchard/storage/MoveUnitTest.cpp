@@ -139,7 +139,9 @@ TEST_F(MoveUnit, ADirectoryThatOthersUseIsMovedFileByFile) {
         std::filesystem::rename(unitFile(file), unitFile(std::string("Motion/") + file));
     }
     UnitChange change = UnitChange::move({unit("Control")}, *unit("Drives"));
-    EXPECT_EQ(change.files().size(), 4U);
+    ASSERT_EQ(change.files().size(), 4U);
+    EXPECT_NE(change.files()[0].sharedWith, nullptr);
+    EXPECT_EQ(change.files()[1].sharedWith, nullptr) << "a class has no directory";
     EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
     EXPECT_TRUE(exists(unitFile("Control/Panel.ocl"))) << "it is not Control's";
     EXPECT_TRUE(exists(unitFile("Motion/Control/AlarmList.ocl")));
@@ -166,6 +168,23 @@ TEST_F(MoveUnit, WhatTheToolHasLeftBehindFollows) {
     EXPECT_THAT(told[0].message(), HasSubstr("Pump.ocl: the CM tool has left the file behind"));
     EXPECT_TRUE(change.stands());
     expectSaved();
+}
+
+TEST_F(MoveUnit, WhatTheToolHasTakenElsewhereIsToldBesideWhatHasArrived) {
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump.ocl")}, *unit("Control"));
+    change.begin();
+    std::filesystem::rename(unitFile("Valve.ocl"), unitFile("Control/Valve.ocl"));
+    std::filesystem::rename(unitFile("Pump.ocl"), path("Pump.ocl"));
+    const auto told = change.finish(FilesBy::tool);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), testing::AllOf(HasSubstr("Pump.ocl: the file is neither here nor at"),
+                                                  HasSubstr("Control/Pump.ocl")));
+    EXPECT_FALSE(change.isComplete());
+    EXPECT_TRUE(change.stands()) << "Valve is there";
+    EXPECT_FALSE(exists(unitFile("Control/Pump.ocl")));
+    std::filesystem::rename(path("Pump.ocl"), unitFile("Control/Pump.ocl"));
+    reopen();
+    EXPECT_EQ(orchard::pathInModel(*unit("Pump.ocl")), "Control/Pump");
 }
 
 TEST_F(MoveUnit, AFileThatCanNotBeMovedTakesAllOfItBack) {

@@ -59,6 +59,22 @@ TEST_F(RemoveUnit, AnEmptyDirectoryGoes) {
     EXPECT_FALSE(exists(unitFile("Control")));
 }
 
+TEST_F(RemoveUnit, FromADirectoryThatOthersUseGoesFileByFile) {
+    unit("Operator")->setMYpersAs("Control");
+    std::filesystem::rename(unitFile("Operator.osb"), unitFile("Control/Operator.osb"));
+    std::filesystem::rename(unitFile("Panel.ocl"), unitFile("Control/Panel.ocl"));
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    UnitChange change = UnitChange::remove({unit("Control")});
+    ASSERT_EQ(change.files().size(), 4U);
+    EXPECT_FALSE(change.files()[0].isDirectory);
+    ASSERT_NE(change.files()[0].sharedWith, nullptr);
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_TRUE(exists(unitFile("Control/Operator.osb")));
+    EXPECT_TRUE(exists(unitFile("Control/Panel.ocl")));
+    EXPECT_FALSE(exists(unitFile("Control/AlarmList.ocl")));
+    expectSaved();
+}
+
 TEST_F(RemoveUnit, AcceptsThatTheToolHasRemovedTheFile) {
     UnitChange change = UnitChange::remove({unit("Valve")});
     std::filesystem::remove(unitFile("Valve.ocl"));

@@ -186,6 +186,51 @@ TEST_F(RenameUnit, ADirectoryOfTheSameNameGoesAlongWithAllInIt) {
     expectSaved();
 }
 
+TEST_F(RenameUnit, ADirectoryThatOthersUseKeepsItsName) {
+    unit("Operator")->setMYpersAs("Control");
+    std::filesystem::rename(unitFile("Operator.osb"), unitFile("Control/Operator.osb"));
+    std::filesystem::rename(unitFile("Panel.ocl"), unitFile("Control/Panel.ocl"));
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
+    ASSERT_TRUE(change);
+    EXPECT_EQ(change.newPath(), unitFile("Control/Logic.osb"));
+    ASSERT_EQ(change.files().size(), 1U);
+    EXPECT_FALSE(change.files()[0].isDirectory);
+    ASSERT_NE(change.files()[0].sharedWith, nullptr);
+    EXPECT_THAT(change.files()[0].sharedWith->getName().str(), testing::AnyOf("Operator", "Panel"));
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_TRUE(exists(unitFile("Control/Panel.ocl")));
+    EXPECT_TRUE(exists(unitFile("Control/AlarmList.ocl")));
+    EXPECT_FALSE(exists(unitFile("Logic")));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AFileThatTheToolHasTakenElsewhereIsToldAndTheModelStaysAsItWas) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    change.begin();
+    std::filesystem::rename(unitFile("Valve.ocl"), path("Valve.ocl"));
+    const auto told = change.finish(FilesBy::tool);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), testing::AllOf(HasSubstr("Valve.ocl: the file is neither here nor at"),
+                                                  HasSubstr("Gate.ocl: the CM tool")));
+    EXPECT_FALSE(change.isComplete());
+    EXPECT_FALSE(change.stands());
+    EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
+    EXPECT_FALSE(exists(unitFile("Gate.ocl"))) << "nothing is written in place of the file";
+    std::filesystem::rename(path("Valve.ocl"), unitFile("Valve.ocl"));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AUnitThatHasNoFileYetMissesNone) {
+    std::filesystem::remove(unitFile("Valve.ocl"));
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    ASSERT_TRUE(change) << change.problems().front().message();
+    EXPECT_THAT(change.finish(FilesBy::tool), IsEmpty());
+    EXPECT_TRUE(change.isComplete());
+    EXPECT_TRUE(change.stands());
+    expectSaved();
+}
+
 TEST_F(RenameUnit, AToolThatWasStoppedBetweenFileAndDirectoryIsHelpedOn) {
     UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
     change.begin();
