@@ -1,10 +1,11 @@
 // Listings of hostile tools under hostile patterns. The first five lines are the delimiter and the patterns of
 // working file, version, mode and locker ("-" for a property that is missing), the sixth is what is set: "a" all
 // project files, "d" names without a dot; the rest is the listing. Whatever they hold, the listing ends, gives
-// what a reading of record after record gives, and the same again with the trace on.
+// what a reading of record after record gives, and the same again with the trace on, line for line.
 #include "CM/CMSupport/command/ListingParser.h"
 #include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/DebugTrace.h"
 #include "CM/host/IPN.h"
 #include "CM/host/SPString.h"
 #include "orchard/text/CompiledPattern.h"
@@ -87,6 +88,7 @@ Listing readStepByStep(const CString &text, const command::ListingRules &rules) 
         int wasSet = 0;
         listing.result =
             CMProperty::ExtractByProperty(IPN::CMListArchiveItsWorkingFile, record, file, wasSet, error);
+        debugTrace({"Archive working file: '", file, "'\n"});
         if (!rules.showsAll && file.Find(rules.projectSuffix) >= 0) {
             CString name = file;
             const int last = name.ReverseFind('\\') >= 0 ? name.ReverseFind('\\') : name.ReverseFind('/');
@@ -102,13 +104,16 @@ Listing readStepByStep(const CString &text, const command::ListingRules &rules) 
         }
         listing.result =
             CMProperty::ExtractByProperty(IPN::CMListArchiveItsVersion, record, version, wasSet, error);
+        debugTrace({"Archive version: '", version, "'\n"});
         int modeWasSet = 0;
         listing.result =
             CMProperty::ExtractByProperty(IPN::CMListArchiveItsMode, record, unused, modeWasSet, error);
+        debugTrace({"Archive file mode: ", listing.result == 1 ? "ReadWrite" : "ReadOnly", "\n"});
         const auto mode = modeWasSet == 0       ? CMArchiveItem::unknown
                           : listing.result == 1 ? CMArchiveItem::readWrite
                                                 : CMArchiveItem::readOnly;
         listing.result = CMProperty::ExtractByProperty(IPN::CMListArchiveItsLocker, record, locker, wasSet, error);
+        debugTrace({"Archive Locker: '", locker, "'\n"});
         const CMArchiveItem item(file, version, mode, locker, CString());
         if (!rules.wantsADot || item.getFileName().Find('.') >= 0) {
             listing.items.push_back(textOf(item));
@@ -163,6 +168,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     shown.str({});
     check(same(listing, readStepByStep(output, rules)));
     getMainCMOutputer()() = nullptr;
-    check(trace.size() >= shown.str().size());
+    check(trace == shown.str());
     return 0;
 }

@@ -27,11 +27,17 @@ bool hasDotInFileName(std::string_view path) {
 
 } // namespace
 
+ListingParser::Field::Field(const CString &key, bool traces) : key_(key), traces_(traces) {
+    if (!traces_) {
+        pattern_.emplace(key);
+    }
+}
+
 int ListingParser::Field::extract(std::string_view record, std::string_view &value, int &wasSet) {
     if (traces_) {
-        pattern_ = ToolPattern(key_); // each look-up leaves its own lines in the trace
+        pattern_.emplace(key_); // each look-up leaves its own lines in the trace
     }
-    return pattern_.extract(record, value, wasSet);
+    return pattern_->extract(record, value, wasSet);
 }
 
 ListingParser::ListingParser(ListingRules rules)

@@ -7,6 +7,7 @@
 #include "CM/platform/CString.h"
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace command {
@@ -21,7 +22,7 @@ struct ListingRules {
 
 class ListingParser {
   public:
-    /// Looks the tool's patterns up.
+    /// Looks the tool's patterns up; with the debug trace on, each extraction does so instead.
     explicit ListingParser(ListingRules rules);
 
     /// The item that the record tells of, or null: it holds no file of the archive, or one that is not wanted.
@@ -32,14 +33,15 @@ class ListingParser {
   private:
     class Field {
       public:
-        Field(const CString &key, bool traces) : key_(key), traces_(traces), pattern_(key) {}
+        Field(const CString &key, bool traces);
         int extract(std::string_view record, std::string_view &value, int &wasSet);
-        [[nodiscard]] bool isSameAs(const Field &other) const { return pattern_.isSameAs(other.pattern_); }
+        /// Only while nothing is traced.
+        [[nodiscard]] bool isSameAs(const Field &other) const { return pattern_->isSameAs(*other.pattern_); }
 
       private:
         const CString &key_;
         bool traces_;
-        ToolPattern pattern_;
+        std::optional<ToolPattern> pattern_; ///< while it is traced, none before the first extraction
     };
 
     std::string_view extractOrEmpty(Field &field, std::string_view record);

@@ -83,6 +83,28 @@ TEST_F(Record, ABrokenPatternMatchesNothing) {
     EXPECT_EQ(item("file: Pump.ocl rev: 1.4 mode: rw"), "Pump.ocl||2||");
 }
 
+TEST_F(Record, OnePatternForModeAndLockerGivesBoth) {
+    setToolProperty(IPN::CMListArchiveItsMode, "locker: (\\w+)");
+    setToolProperty(IPN::CMListArchiveItsLocker, "locker: (\\w+)");
+    EXPECT_EQ(item("file: Pump.ocl locker: ann"), "Pump.ocl||2|ann|");
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(item("file: Pump.ocl locker: "), "Pump.ocl||1||") << "nobody holds a lock";
+    EXPECT_EQ(result, 0);
+}
+
+TEST_F(Record, OneEmptyPatternForModeAndLockerGivesTheUnknownModeAndNoLocker) {
+    setToolProperty(IPN::CMListArchiveItsMode, "");
+    setToolProperty(IPN::CMListArchiveItsLocker, "");
+    EXPECT_EQ(item("file: Pump.ocl locker: ann"), "Pump.ocl||0||");
+    EXPECT_EQ(result, 1);
+}
+
+TEST_F(Record, AnEmptyModePatternTakesNothingFromTheLocker) {
+    setToolProperty(IPN::CMListArchiveItsMode, "");
+    setToolProperty(IPN::CMListArchiveItsLocker, "locker: (\\w+)");
+    EXPECT_EQ(item("file: Pump.ocl locker: ann"), "Pump.ocl||0|ann|");
+}
+
 TEST_F(Record, ThePathIsKeptAsTheToolPrintedIt) {
     EXPECT_EQ(item("file:   sub\\x/Pump.ocl  rev: 1"), "  sub\\x/Pump.ocl |1|1||");
 }
@@ -108,6 +130,12 @@ TEST_F(MissingPattern, OfTheOthersGivesEmptyFieldsAndTheUnknownMode) {
     keepOnly({{IPN::CMListArchiveItsWorkingFile, "file: (\\S+)"}});
     EXPECT_EQ(item("file: Pump.ocl rev: 1 mode: rw locker: ann"), "Pump.ocl||0||");
     EXPECT_EQ(result, 0);
+}
+
+TEST_F(MissingPattern, OfTheModeIsNotTheSameAsAnEmptyOneOfTheLocker) {
+    keepOnly({{IPN::CMListArchiveItsWorkingFile, "file: (\\S+)"}, {IPN::CMListArchiveItsLocker, ""}});
+    EXPECT_EQ(item("file: Pump.ocl"), "Pump.ocl||0||");
+    EXPECT_EQ(result, 1) << "that of the empty pattern";
 }
 
 class ProjectFilter : public Record {};
@@ -191,8 +219,8 @@ class TracedRecord : public Record {
   protected:
     TracedRecord() { traceOn(); }
     std::string trace(std::string_view record) {
-        command::ListingParser parser(rules);
         shown.str({});
+        command::ListingParser parser(rules);
         parser.parse(record);
         return shown.str();
     }
@@ -228,8 +256,8 @@ TEST_F(TracedRecord, OfAnEmptyModePatternSaysReadWriteWhileTheModeIsUnknown) {
 TEST_F(TracedRecord, LooksUpAMissingPatternForEachRecord) {
     host.setTool("Bare");
     host.setToolDefault("Bare", IPN::CMListArchiveItsWorkingFile, "file: (\\S+)");
-    command::ListingParser parser(rules);
     shown.str({});
+    command::ListingParser parser(rules);
     parser.parse("file: Pump.ocl");
     const std::string first = shown.str();
     EXPECT_EQ(first, "+++ Archive working file: 'Pump.ocl'\n"
@@ -242,6 +270,29 @@ TEST_F(TracedRecord, LooksUpAMissingPatternForEachRecord) {
     shown.str({});
     parser.parse("file: Pump.ocl");
     EXPECT_EQ(shown.str(), first);
+}
+
+TEST_F(TracedRecord, LooksUpAPatternOnceForEachExtractionAndNotBefore) {
+    const auto lookUps = [this](const CString &key) {
+        return std::ranges::count(host.lookups, key,
+                                  [](const recording::Lookup &lookup) { return lookup.property.key; });
+    };
+    host.lookups.clear();
+    command::ListingParser parser(rules);
+    EXPECT_TRUE(host.lookups.empty());
+    parser.parse("file: Pump.ocl");
+    parser.parse("no file");
+    EXPECT_EQ(lookUps(IPN::CMListArchiveItsWorkingFile), 2);
+    EXPECT_EQ(lookUps(IPN::CMListArchiveItsLocker), 1);
+}
+
+TEST_F(TracedRecord, AnEmptyListingLooksNoPatternUp) {
+    host.setTool("Bare");
+    host.setToolDefault("Bare", IPN::CMMultiRecordDelimiter, "\n");
+    shown.str({});
+    CMArchiveItemListWrapper items;
+    EXPECT_EQ(command::parseListing("", rules, items.list()), 1);
+    EXPECT_EQ(shown.str(), "");
 }
 
 TEST_F(Record, IsNotTracedWhileTheTraceIsOff) {
