@@ -2,8 +2,8 @@
 
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMTraitFacade.h"
+#include "CM/CMSupport/core/RepositoryFiles.h"
 #include "CM/CMSupport/resources/Texts.h"
-#include "CM/host/Iterators.h"
 #include "CM/host/Messages.h"
 
 namespace dispatch {
@@ -21,24 +21,12 @@ bool isStatusRefreshWanted() {
     return when.CompareNoCase("Yes") == 0;
 }
 
-bool countsForStatus(const IUnit &unit) {
-    if (unit.isReference() || dynamic_cast<const IWorkspace *>(&unit) != nullptr) {
-        return false;
-    }
-    if (dynamic_cast<const IEmbededFile *>(&unit) != nullptr) {
-        const IUnit *const holder = unit.getSaveUnit();
-        return holder == nullptr || !holder->isReference();
-    }
-    const auto *const subsystem = dynamic_cast<const ISubsystem *>(&unit);
-    return subsystem == nullptr || !subsystem->isHiddenFromCM();
-}
-
 void refreshStatus(StatusProvider &provider) {
     CMUnitList units;
     pvContextStruct *last = nullptr;
-    IUnitIterator files(*IUnit::getRepositoryFiles());
+    IUnitIterator files = walkRepositoryFiles();
     for (IUnit *unit = files.first(); unit != nullptr; unit = files.next()) {
-        if (!countsForStatus(*unit)) {
+        if (!isRepositoryFileForCM(*unit)) {
             continue;
         }
         pvContextStruct *const context = provider.contextOf(*unit);
@@ -50,6 +38,12 @@ void refreshStatus(StatusProvider &provider) {
     }
     if (last != nullptr) {
         provider.queryAndSetStatus(units, last->getpvContextPtr());
+    }
+}
+
+void refreshStatusIfWanted(StatusProvider &provider) {
+    if (isStatusRefreshWanted()) {
+        refreshStatus(provider);
     }
 }
 
@@ -71,8 +65,6 @@ CMTraitFacade theCMFacade;
 CMTraitFacade::~CMTraitFacade() = default;
 
 void CMTraitFacade::RefreshCMStatus() {
-    if (dispatch::isStatusRefreshWanted()) {
-        NoProvider provider;
-        dispatch::refreshStatus(provider);
-    }
+    NoProvider provider;
+    dispatch::refreshStatusIfWanted(provider);
 }

@@ -22,12 +22,11 @@ class StatusProvider {
 /// "RefreshCMStatusAtProjectOpenup" says "Yes", or "Ask User" and the user agrees.
 [[nodiscard]] bool isStatusRefreshWanted();
 
-/// Whether the unit's state is worth asking for: not that of references, of the workspace, and of subsystems that
-/// are hidden.
-[[nodiscard]] bool countsForStatus(const IUnit &unit);
-
-/// Asks for the state of all files of the model that count, in one query, with the context of the last of them. A
-/// unit without a context ends the walk: those before it are asked for, the others keep what they have.
+/// Asks for the state of all files that are under the CM tool's care, in one query, with the context of the last
+/// of them. A unit without a context ends the walk: those before it are asked for, the others keep what they have.
 void refreshStatus(StatusProvider &provider);
+
+/// The refresh, if it is wanted; otherwise the provider is not asked for anything and all states stay.
+void refreshStatusIfWanted(StatusProvider &provider);
 
 } // namespace dispatch

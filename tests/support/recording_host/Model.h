@@ -22,6 +22,7 @@ struct Model {
     bool usingTSV = false;
     bool fullPathRepFiles = false;
     IObjectList repositoryFiles;        ///< the units that have a file of their own
+    bool hasRepositoryFiles = true;     ///< whether the host gives them
     std::vector<CString> filesAskedFor; ///< what getByFile was asked for
 
     ExtensionPair projectExtension{".ory", ".orp1"};

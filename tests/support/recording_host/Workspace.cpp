@@ -38,7 +38,9 @@ IUnit *IUnit::getByFile(const CString &path) {
     }
     return nullptr;
 }
-IObjectList *IUnit::getRepositoryFiles() { return &model().repositoryFiles; }
+IObjectList *IUnit::getRepositoryFiles() {
+    return model().hasRepositoryFiles ? &model().repositoryFiles : nullptr;
+}
 bool IUnit::isFullPathRepFiles() { return model().fullPathRepFiles; }
 
 bool IEmbededFile::IsEmbededFile(const CString &name) {

@@ -80,6 +80,13 @@ TEST_F(ListWorkspace, LeavesHiddenSubsystemsOut) {
     EXPECT_THAT(listed(), ElementsAre(&cooling));
 }
 
+TEST_F(ListWorkspace, OfAHostWithoutAListOfFilesIsEmpty) {
+    auto units = list(&host.addUnit("Pump"));
+    host.model.hasRepositoryFiles = false;
+    EXPECT_EQ(CMListWorkspace()(units, args, diags, false), 1);
+    EXPECT_THAT(entries(units), IsEmpty());
+}
+
 TEST_F(ListWorkspace, EmptiesTheListFirst) {
     auto &pump = host.addUnit("Pump");
     auto units = list(&pump, &pump, &pump);

@@ -2,6 +2,7 @@
 #include "CM/CMSupport/dispatch/StatusRefresh.h"
 
 #include "CM/CMSupport/core/CMTraitFacade.h"
+#include "CM/CMSupport/core/RepositoryFiles.h"
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
@@ -132,19 +133,19 @@ TEST_F(StatusRefresh, PassesOverEmbeddedFilesOfReferencesOnly) {
     auto &motor = host.addSubsystem("Motor");
     auto &notes = host.addEmbeddedFile("Notes.doc", &motor);
     notes.saveUnit = false; // the subsystem's file holds it
-    EXPECT_TRUE(dispatch::countsForStatus(notes));
+    EXPECT_TRUE(isRepositoryFileForCM(notes));
     motor.reference = true;
-    EXPECT_FALSE(dispatch::countsForStatus(notes));
+    EXPECT_FALSE(isRepositoryFileForCM(notes));
     auto &pump = host.addUnit("Pump", &motor);
     pump.saveUnit = false;
-    EXPECT_TRUE(dispatch::countsForStatus(pump)) << "only an embedded file goes by the unit that holds it";
+    EXPECT_TRUE(isRepositoryFileForCM(pump)) << "only an embedded file goes by the unit that holds it";
 }
 
 TEST_F(StatusRefresh, AnEmbeddedFileThatNoUnitHoldsCounts) {
     auto &notes = host.addEmbeddedFile("Notes.doc");
     notes.saveUnit = false;
     notes.owner = nullptr;
-    EXPECT_TRUE(dispatch::countsForStatus(notes));
+    EXPECT_TRUE(isRepositoryFileForCM(notes));
     notes.owner = &project();
 }
 
@@ -191,6 +192,14 @@ TEST_F(StatusRefresh, WithoutUnitsNothingIsAsked) {
     EXPECT_THAT(provider.queries, IsEmpty());
 }
 
+TEST_F(StatusRefresh, OfAHostWithoutAListOfFilesAsksNothing) {
+    host.addUnit("Pump");
+    host.model.hasRepositoryFiles = false;
+    refresh();
+    EXPECT_THAT(provider.contextsAsked, IsEmpty());
+    EXPECT_THAT(provider.queries, IsEmpty());
+}
+
 TEST_F(StatusRefresh, AsksWithTheContextOfTheLastUnit) {
     host.addUnit("Pump");
     auto &valve = host.addUnit("Valve");
@@ -200,6 +209,50 @@ TEST_F(StatusRefresh, AsksWithTheContextOfTheLastUnit) {
     provider.contexts[&valve] = &other;
     refresh();
     EXPECT_EQ(provider.contextOfQuery, &opened);
+}
+
+// --- Only if it is wanted.
+
+class StatusRefreshIfWanted : public StatusRefresh {
+  protected:
+    StatusRefreshIfWanted() {
+        setWhen("Ask User");
+        pump.cmState = 3;
+    }
+    void expectNothingWasAsked() {
+        dispatch::refreshStatusIfWanted(provider);
+        EXPECT_THAT(provider.contextsAsked, IsEmpty());
+        EXPECT_THAT(provider.queries, IsEmpty());
+        EXPECT_EQ(pump.cmState, 3);
+    }
+    recording::Class &pump = host.addUnit("Pump");
+};
+
+TEST_F(StatusRefreshIfWanted, ARefusalLeavesAllStatesAsTheyAre) {
+    host.messages.answers = {IDNO};
+    expectNothingWasAsked();
+    EXPECT_EQ(host.messages.shown.size(), 1U);
+}
+
+TEST_F(StatusRefreshIfWanted, AConsentSetsThem) {
+    host.messages.answers = {IDYES};
+    dispatch::refreshStatusIfWanted(provider);
+    EXPECT_THAT(provider.contextsAsked, ElementsAre(&pump));
+    EXPECT_EQ(pump.cmState, 1);
+}
+
+TEST_F(StatusRefreshIfWanted, OnTheCommandRouteNothingIsAskedWhateverThePropertySays) {
+    setGeneral("UseSCCtool", "No");
+    CMProperty::useSccCompliantTool();
+    setWhen("Yes");
+    setToolProperty("RefreshCMStatusAtProjectOpenup", "Yes");
+    expectNothingWasAsked();
+}
+
+TEST_F(StatusRefreshIfWanted, WhileStatesAreNotOnDisplayNothingIsAsked) {
+    setWhen("Yes");
+    project().showStatus = false;
+    expectNothingWasAsked();
 }
 
 // --- The host's entry.
