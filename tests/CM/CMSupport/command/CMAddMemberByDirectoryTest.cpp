@@ -112,6 +112,13 @@ TEST_F(AddMemberByDirectory, WithoutAnAddTemplateTheDirectoryIsStillCheckedOutAn
     EXPECT_THAT(host.worker.commands, ElementsAre("co /w/d;", "ci -nc /w/d"));
 }
 
+TEST_F(AddMemberByDirectory, WithoutAnAddTemplateEachAddGivesZeroAndNoDiagnostic) {
+    setToolProperty("AddMember_WithoutCheckOutCheckInDirectory", "");
+    EXPECT_EQ(CMAddMember().addMemberWithoutCheckInCheckOutDirectory("/w/d/Pump.ocl", args, diags), 0);
+    EXPECT_TRUE(diags.IsEmpty());
+    EXPECT_THAT(host.logLines, IsEmpty());
+}
+
 TEST_F(AddMemberByDirectory, WithoutACheckInTemplateTheResultIsZeroAfterTheAdds) {
     setToolProperty("CheckIn", "");
     EXPECT_EQ(add(list(&unitIn("/w/d", "Pump"))), 0);
@@ -153,6 +160,14 @@ TEST_F(AddMemberByDirectory, ADirectoryThatCannotBeCheckedOutIsPassedOverAndALat
 }
 
 TEST_F(AddMemberByDirectory, AFailedAddKeepsTheOthersAndTheCheckIn) {
+    auto &pump = unitIn("/w/d", "Pump");
+    pump.fileName = "P`mp.ocl"; // which no template can quote
+    ASSERT_EQ(CMAddMember().addMemberWithoutCheckInCheckOutDirectory(pump.getFullFileName(), args, diags), 0);
+    EXPECT_EQ(add(list(&pump, &unitIn("/w/d", "Valve"))), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co /w/d;", "add /w/d/Valve.ocl", "ci -nc /w/d"));
+}
+
+TEST_F(AddMemberByDirectory, AnErrorThatTheToolPrintsFailsNoAdd) {
     host.worker.run = [this](const CString &command) {
         if (command.Find("Pump") >= 0) {
             return recording::ToolRun{{}, {"no\n"}, 0};
@@ -162,6 +177,11 @@ TEST_F(AddMemberByDirectory, AFailedAddKeepsTheOthersAndTheCheckIn) {
     EXPECT_EQ(add(list(&unitIn("/w/d", "Pump"), &unitIn("/w/d", "Valve"))), 1);
     EXPECT_THAT(host.worker.commands,
                 ElementsAre("co /w/d;", "add /w/d/Pump.ocl", "add /w/d/Valve.ocl", "ci -nc /w/d"));
+}
+
+TEST_F(AddMemberByDirectory, ACheckOutThatFailsBehindAGoodRoundGivesZero) {
+    EXPECT_EQ(add(list(&unitIn("/w/c", "Pump"), &unitIn("/w/a$b", "Valve"))), 0);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co /w/c;", "add /w/c/Pump.ocl", "ci -nc /w/c"));
 }
 
 TEST_F(AddMemberByDirectory, IfEveryCheckOutFailsNothingIsAddedAndTheResultIsZero) {

@@ -282,6 +282,13 @@ TEST_P(UpdatingOperation, AListOfNothingButNullIsSavedForAllTheSame) {
 
 // --- The guard of the project file.
 
+TEST_P(UpdatingOperation, ExpandsBeforeTheGuardStarts) {
+    setTemplate(" all");
+    units = list(&project());
+    EXPECT_EQ(run(units), 1);
+    EXPECT_LT(lookUpOf(*row().property), lookUpOf("SupportTreeRepository"));
+}
+
 TEST_P(UpdatingOperation, KeepsTheProjectFileInStepAsItsGuardDoes) {
     useOldLayout();
     setTemplate(" all");
@@ -322,12 +329,17 @@ TEST_P(UpdatingOperation, CommitsTheGuardBeforeTheUnitIsBroughtIntoLine) {
         return recording::ToolRun{};
     };
     std::vector<std::string> seen;
-    const auto look = [this, &seen] { seen.push_back(read(unitsDirectory() / "Plant.ory")); };
+    const auto look = [this, &seen] {
+        const bool isWithTheTool = exists(scratch / "Plant.ory");
+        seen.push_back(read(unitsDirectory() / "Plant.ory") + (isWithTheTool ? ", with the tool" : ""));
+    };
     project().onUpdateHeader = [&look](recording::UnitState &) { look(); };
     project().onUpdateMode = [&look](recording::UnitState &, const CString &) { look(); };
     units = list(&project());
     EXPECT_EQ(run(units), 1);
-    const std::string expected = row().guard == Guard::checkIn ? "new" : "old";
+    const std::string expected = row().guard == Guard::checkIn   ? "new"
+                                 : row().guard == Guard::inspect ? "old"
+                                                                 : "old, with the tool";
     EXPECT_THAT(seen, ElementsAre(expected, expected));
 }
 

@@ -82,7 +82,6 @@ TEST_F(FetchEntries, OfAListThatTheChecksHaveEmptiedHistoryEndsAndFetchGoesOn) {
     units = list(&reference);
     EXPECT_EQ(history.call(), 0);
     EXPECT_TRUE(units.IsEmpty());
-    EXPECT_EQ(lookUpOf("UseSCCtool") >= 0, true);
     useProviderNamed("Basalt", false);
     host.clearRecords();
     EXPECT_EQ(history.call(), 0);
