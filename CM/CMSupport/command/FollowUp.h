@@ -6,8 +6,9 @@
 
 namespace command {
 
-/// Brings the unit's header and then its mode into line with its file.
+/// Takes the unit's CM header from its file. A file that can't be read leaves the header as it was.
 void updateHeader(IUnit &unit);
+/// Brings the unit's mode into line with what its file permits.
 void updateMode(IUnit &unit);
 
 /// Loads a file of `directory` into the model and remembers the unit for other open projects. Null on failure.
