@@ -46,7 +46,9 @@ ProjectBuilder::ProjectBuilder(const std::string &path, const std::string &tool,
         fault_ = *odd;
     }
     if (!tool.empty()) {
-        root.makeProperties().set(IPN::CM, IPN::CMGeneral, IPN::CMTool, "String", tool);
+        for (const CString &metaclass : {IPN::CMGeneral, IPN::General}) { // in use, and for the way of adding
+            root.makeProperties().set(IPN::CM, metaclass, IPN::CMTool, "String", tool);
+        }
     }
 }
 

@@ -1,6 +1,8 @@
 // Connect, add, list, fetch and history on real RCS archives.
 #include "tests/tools/DailyCycle.h"
 
+#include <algorithm>
+
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -65,6 +67,37 @@ TEST_F(Connect, RefusesAnArchiveThatNoCommandLineCanQuote) {
     EXPECT_FALSE(fs::exists(place.directory() / "proof"));
 }
 
+TEST_F(Add, TakesEachDirectoryOnceWhereTheSetSaysSo) {
+    const auto set = [&](const std::string &key, const std::string &value) {
+        EXPECT_EQ(run({"property", "set", "--metaclass", "RCS", key, "--", value}).exit, 0) << key;
+    };
+    set("CheckOutCheckInDirectoryOnceDuringAddToArchive", "true");
+    set("CheckOut", "echo out \"$LabelPart\" | tee -a steps");
+    set("AddMember_WithoutCheckOutCheckInDirectory",
+        "ci -q -u -t-x -mx \"$UnitPath\" && echo add \"$UnitPath\" | tee -a steps");
+    set("CheckIn", "echo in $LogPart \"$UnitPath\" | tee -a steps");
+    const Ran ran = run({"add", "Pump", "PumpController", "Valve"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    const std::string root = units().string();
+    const std::string control = (units() / "Control").string();
+    const std::string steps = place.shell("find . -name steps -exec cat {} +").out;
+    EXPECT_THAT(steps, HasSubstr("out " + root + "\nadd " + root + "/Pump.ocl\nadd " + root +
+                                 "/Valve.ocl\nin -nc " + root + "\n"));
+    EXPECT_THAT(
+        steps, HasSubstr("out " + control + "\nadd " + control + "/PumpController.ocl\nin -nc " + control + "\n"));
+    EXPECT_EQ(std::ranges::count(steps, '\n'), 7);
+    EXPECT_EQ(place.shell("find . -name Valve.ocl -perm -u+w").out, "");
+}
+TEST_F(Add, GoesTheWayOfTheToolThatWasChosenLast) {
+    EXPECT_EQ(
+        run({"property", "set", "--metaclass", "RCS", "CheckOutCheckInDirectoryOnceDuringAddToArchive", "true"})
+            .exit,
+        0);
+    EXPECT_EQ(run({"tool", "Subversion"}).exit, 0);
+    EXPECT_EQ(run({"property", "get", "--metaclass", "General", "CMTool"}).json()["value"], "Subversion");
+    EXPECT_EQ(run({"tool", "RCS"}).exit, 0);
+    EXPECT_EQ(run({"property", "get", "--metaclass", "General", "CMTool"}).json()["value"], "RCS");
+}
 TEST_F(Add, PutsUnitsIntoTheArchiveWithTheirComment) {
     const Ran ran = run({"add", "--log", "for the first time", "Pump", "wiring.txt"});
     EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;

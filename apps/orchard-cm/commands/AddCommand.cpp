@@ -14,14 +14,25 @@ namespace orchard_cm {
 
 namespace {
 
+/// Whether the library checks each directory out once and adds all files in it: it asks the project for the tool
+/// under the general properties.
+bool isOncePerDirectory(const IProject &project) {
+    static const CString switchKey("CheckOutCheckInDirectoryOnceDuringAddToArchive");
+    const IProperty *const tool = project.findProperty(IPN::CM, IPN::General, IPN::CMTool, IProperty::inherited);
+    const CString name = tool == nullptr ? CString() : tool->getValue();
+    if (name.CompareNoCase("None") == 0) {
+        return false;
+    }
+    const IProperty *const once = project.findProperty(IPN::CM, name, switchKey, IProperty::inherited);
+    return once != nullptr && once->getBool() != 0;
+}
+
 /// The template that the library takes for the unit. Where the tool's directories are checked out once for all
 /// files in them, it is another, and the files of a directory come with its runs.
-CString templateFor(const IUnit *unit) {
-    static const CString onceForADirectory("CheckOutCheckInDirectoryOnceDuringAddToArchive");
+CString templateFor(const IProject &project, const IUnit *unit) {
     static const CString inDirectory("AddMember_WithoutCheckOutCheckInDirectory");
     static const CString controlledFile("AddMember_ControlledFile");
-    const auto *const once = CMProperty::getToolProperty(onceForADirectory, nullptr, 0, false);
-    if (once != nullptr && once->getBool() != 0) {
+    if (isOncePerDirectory(project)) {
         return inDirectory;
     }
     const auto *const forFiles = CMProperty::getToolProperty(controlledFile, nullptr, 0, false);
@@ -38,15 +49,16 @@ class AddCommand : public Command {
     }
 
     ExitCode run(Context &context) override {
-        static_cast<void>(context.session.project());
+        const IProject &project = context.session.project();
         const std::string comment = comment_.optional(context);
         const Operation add{.wording = {"added", false},
                             .expected = {},
-                            .key = templateFor,
-                            .arguments = [&](TemplateArguments &arguments) {
-                                arguments.addArchive();
-                                arguments.addLog(comment);
-                            }};
+                            .key = [&](const IUnit *unit) { return templateFor(project, unit); },
+                            .arguments =
+                                [&](TemplateArguments &arguments) {
+                                    arguments.addArchive();
+                                    arguments.addLog(comment);
+                                }};
         return options_.run(context, add,
                             [](CMUnitList &units, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
                                 return CMFacade::AddMember(units, arguments, diagnostics);

@@ -9,6 +9,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <functional>
+
 namespace orchard_cm {
 
 namespace {
@@ -31,10 +33,7 @@ class ToolCommand : public Command {
         IProject &project = context.session.project();
         if (!name_.empty()) {
             const std::string name = installedToolNamed(name_);
-            PropertyBefore(project, IPN::CMGeneral.str(), IPN::CMTool.str()).keepUnless([&] {
-                static_cast<void>(CMProperty::setCMTool(name, &project));
-                context.session.save();
-            });
+            choose(project, name, [&] { context.session.save(); });
         }
         // Where the active configuration has a tool of its own, that one is in use, and its source says so.
         const PropertyFacts tool = requireProperty(defaultReferee(), IPN::CMTool.str(), IPN::CMGeneral.str());
@@ -44,6 +43,20 @@ class ToolCommand : public Command {
     }
 
   private:
+    /// Both properties name the tool: the one for all tools decides which is in use, the general one whose way of
+    /// adding units is taken.
+    static void choose(IProject &project, const std::string &name, const std::function<void()> &save) {
+        PropertyBefore inUse(project, IPN::CMGeneral.str(), IPN::CMTool.str());
+        PropertyBefore ofAdding(project, IPN::General.str(), IPN::CMTool.str());
+        inUse.keepUnless([&] {
+            ofAdding.keepUnless([&] {
+                static_cast<void>(CMProperty::setCMTool(name, &project));
+                setProperty(project, IPN::General.str(), IPN::CMTool.str(), name);
+                save();
+            });
+        });
+    }
+
     ToolCheckAction check_;
     bool checks_ = false;
     std::string name_;
