@@ -32,7 +32,9 @@ class GitAdapter : public Adapter {
 
     std::set<std::string> files() override {
         std::set<std::string> names;
-        for (const std::string &line : linesOf(git("ls-tree -r --name-only " + quoted("HEAD:" + top())))) {
+        // Without -z Git would write some names in quotes of its own.
+        for (const std::string &line :
+             linesOf(git("ls-tree -r -z --name-only " + quoted("HEAD:" + top()) + " | tr '\\0' '\\n'"))) {
             if (!fs::path(line).filename().string().starts_with(".git")) {
                 names.insert(line);
             }

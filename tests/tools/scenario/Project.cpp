@@ -65,6 +65,17 @@ tools::Ran Project::run(std::vector<std::string> words, const std::vector<std::s
     return cm(words);
 }
 
+std::set<std::size_t> Project::failedLines(const std::string &lines) {
+    const tools::Ran ran =
+        cm({"-p", "Püm pe/" + names_.project + ".orp", "--json", "batch", "--keep-going"}, lines);
+    std::vector<std::string> objects = linesOf(ran.out);
+    const auto told = nlohmann::json::parse(objects.empty() ? std::string() : objects.back(), nullptr, false);
+    if (!told.contains("failedLines")) {
+        throw std::runtime_error("a batch that did not get to its end: " + ran.out + ran.err);
+    }
+    return told["failedLines"].get<std::set<std::size_t>>();
+}
+
 nlohmann::json Project::show(const std::string &unit) { return run({"--json", "show"}, {unit}).json()["unit"]; }
 
 std::set<std::string> Project::files() const {

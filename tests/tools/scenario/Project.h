@@ -39,6 +39,8 @@ class Project : public tools::Workplace {
 
     /// Runs orchard-cm on the project: the words, then "--" and the items.
     tools::Ran run(std::vector<std::string> words, const std::vector<std::string> &items = {});
+    /// Runs a batch to its end, one command a line, and gives the numbers of the lines that failed.
+    std::set<std::size_t> failedLines(const std::string &lines);
     /// What "show" tells of a unit.
     nlohmann::json show(const std::string &unit);
     /// The files in the directory for units but for those of the tool, relative to it.

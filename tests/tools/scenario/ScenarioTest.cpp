@@ -6,13 +6,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <tuple>
 
 namespace fs = std::filesystem;
 using scenario::Names;
 using scenario::Project;
 using scenario::Skill;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -25,9 +25,13 @@ constexpr auto pumpText = "One pump with its motor protection.";
 
 std::string fileOf(const std::string &unit) { return unit + ".ocl"; }
 
-struct Scenario : testing::TestWithParam<std::tuple<const char *, bool, bool>> {
-    Scenario() : project(std::get<0>(GetParam()), std::get<1>(GetParam()) ? scenario::hardNames() : Names()) {
-        if (std::get<2>(GetParam())) {
+enum class Circumstances { plainNames, hardNames, hardNamesInGerman };
+
+struct Scenario : testing::TestWithParam<std::tuple<const char *, Circumstances>> {
+    Scenario()
+        : project(std::get<0>(GetParam()),
+                  std::get<1>(GetParam()) == Circumstances::plainNames ? Names() : scenario::hardNames()) {
+        if (std::get<1>(GetParam()) == Circumstances::hardNamesInGerman) {
             speakGerman(project);
         }
     }
@@ -196,7 +200,7 @@ void Scenario::lockOfAnother() {
     EXPECT_EQ(project.text(valve), before);
     EXPECT_FALSE(project.isWritable(valve));
     EXPECT_EQ(archive.locker(valve), "bob");
-    EXPECT_EQ(listed()[valve].value("locker", "nobody"), archive.tool() == "CVS" ? "bob" : "bob");
+    EXPECT_EQ(listed()[valve].value("locker", "nobody"), "bob");
     archive.unlockAsBob(valve);
     EXPECT_EQ(archive.versions(valve), 1);
 }
@@ -327,8 +331,6 @@ void Scenario::remove() {
     EXPECT_EQ(archive.files(), project.files());
 }
 
-} // namespace
-
 TEST_P(Scenario, RunsFromNothingToTheLastDelete) {
     const auto step = [&](const char *name, void (Scenario::*work)()) {
         const testing::ScopedTrace trace(__FILE__, __LINE__, name);
@@ -354,39 +356,67 @@ TEST_P(Scenario, RunsFromNothingToTheLastDelete) {
     step("list again", &Scenario::list);
 }
 
-TEST_P(Scenario, UndoBringsBackTheArchivedName) {
+struct Undo : Scenario {};
+
+TEST_P(Undo, BringsBackTheArchivedName) {
     connect();
     addAll();
     ASSERT_FALSE(HasFailure());
     undoToAnotherName();
 }
 
+// The name of each test ends in its tool and the circumstances: the build runs the tests of each tool by
+// themselves.
+const auto allTools = testing::Values("RCS", "CVS", "Subversion", "Git", "Mercurial");
+
+std::string nameOf(const testing::TestParamInfo<std::tuple<const char *, Circumstances>> &row) {
+    const auto [tool, circumstances] = row.param;
+    return std::string(tool) + (circumstances == Circumstances::plainNames  ? "PlainNames"
+                                : circumstances == Circumstances::hardNames ? "HardNames"
+                                                                            : "HardNamesInGerman");
+}
+
 INSTANTIATE_TEST_SUITE_P(Tools, Scenario,
-                         testing::Combine(testing::Values("RCS", "CVS", "Subversion", "Git", "Mercurial"), testing::Bool(),
-                                          testing::Bool()),
-                         [](const auto &row) {
-                             return std::string(std::get<0>(row.param)) +
-                                    (std::get<1>(row.param) ? "HardNames" : "PlainNames") +
-                                    (std::get<2>(row.param) ? "German" : "English");
-                         });
+                         testing::Combine(allTools,
+                                          testing::Values(Circumstances::plainNames, Circumstances::hardNames,
+                                                          Circumstances::hardNamesInGerman)),
+                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Tools, Undo, testing::Combine(allTools, testing::Values(Circumstances::plainNames)),
+                         nameOf);
 
 // What a tool can't do, and why: the list is complete, and whoever shortens it has to teach the tool.
-TEST(Skills, ThatAToolLacksAreTheseForTheseReasons) {
-    const auto lacking = [](const char *tool) {
-        tools::Workplace place;
-        const auto adapter = scenario::makeAdapter(tool, place, "units");
-        std::vector<Skill> skills;
-        for (const Skill skill :
-             {Skill::locks, Skill::labels, Skill::historyAcrossRenames, Skill::directoriesByThemselves}) {
-            if (!adapter->cannot(skill).empty()) {
-                skills.push_back(skill);
-            }
+struct Skills : testing::TestWithParam<const char *> {};
+
+TEST_P(Skills, ThatAToolLacksAreTheseForTheseReasons) {
+    using Reasons = std::map<Skill, std::string>;
+    const std::map<std::string, Reasons> lacking = {
+        {"RCS", {{Skill::directoriesByThemselves, "RCS keeps files, and knows no directories"}}},
+        {"CVS",
+         {{Skill::historyAcrossRenames, "CVS has no renames: a new file is added, the old one removed"},
+          {Skill::directoriesByThemselves, "CVS adds directories, and has no versions of them"}}},
+        {"Subversion",
+         {{Skill::labels, "Subversion has no labels for versions of a file, only copies of directories"},
+          {Skill::directoriesByThemselves, "Subversion commits directories, and checks none out or in"}}},
+        {"Git",
+         {{Skill::locks, "Git has no locks: who changes one file at the same time meets when pushing"},
+          {Skill::directoriesByThemselves,
+           "Git keeps files, and knows directories only as parts of their names"}}},
+        {"Mercurial",
+         {{Skill::locks, "Mercurial has no locks: who changes one file at the same time meets when pushing"},
+          {Skill::directoriesByThemselves,
+           "Mercurial keeps files, and knows directories only as parts of their names"}}}};
+    tools::Workplace place;
+    const auto adapter = scenario::makeAdapter(GetParam(), place, "units");
+    Reasons told;
+    for (const Skill skill :
+         {Skill::locks, Skill::labels, Skill::historyAcrossRenames, Skill::directoriesByThemselves}) {
+        if (const std::string reason = adapter->cannot(skill); !reason.empty()) {
+            told.emplace(skill, reason);
         }
-        return skills;
-    };
-    EXPECT_THAT(lacking("RCS"), ElementsAre(Skill::directoriesByThemselves));
-    EXPECT_THAT(lacking("CVS"), ElementsAre(Skill::historyAcrossRenames, Skill::directoriesByThemselves));
-    EXPECT_THAT(lacking("Subversion"), ElementsAre(Skill::labels, Skill::directoriesByThemselves));
-    EXPECT_THAT(lacking("Git"), ElementsAre(Skill::locks, Skill::directoriesByThemselves));
-    EXPECT_THAT(lacking("Mercurial"), ElementsAre(Skill::locks, Skill::directoriesByThemselves));
+    }
+    EXPECT_EQ(told, lacking.at(GetParam()));
 }
+
+INSTANTIATE_TEST_SUITE_P(Tools, Skills, allTools, [](const auto &row) { return std::string(row.param); });
+
+} // namespace
