@@ -244,6 +244,8 @@ case $action in
     archive=$1
     take_in
     if [ -e "$2" ]; then
+      # An empty directory may be waiting for what comes; into a full one Git would put it.
+      if [ -d "$3" ]; then rmdir -- "$3"; fi
       mkdir -p -- "${3%/*}"
       git mv -- "$2" "$3"
     elif [ -z "$(git ls-files -- "$2")" ] && [ -n "$(git ls-files -- "$3")" ]; then

@@ -246,6 +246,8 @@ case $action in
     archive=$1
     take_in
     if [ -e "$2" ]; then
+      # An empty directory may be waiting for what comes; into a full one Mercurial would put it.
+      if [ -d "$3" ]; then rmdir -- "$3"; fi
       mkdir -p -- "${3%/*}"
       if [ -d "$2" ]; then
         hg --config experimental.removeemptydirs=true move -- "$2" "$3"

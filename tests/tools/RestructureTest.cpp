@@ -102,6 +102,20 @@ TEST_F(Restructure, ThatTheToolFailsLeavesModelAndFilesAsTheyWere) {
         EXPECT_EQ(read(pump), before);
     }
 }
+TEST_F(Restructure, AFileThatTheToolTakesElsewhereIsToldAndFails) {
+    lockAll();
+    const fs::path elsewhere = project.directory() / "elsewhere.ocl";
+    for (const auto &words : {std::vector<std::string>{"rename", "Pump", "Lifter"}, {"move", "Pump", "Control"}}) {
+        project.replaceProgram("sh",
+                               "mv " + tools::quoted(pump.string()) + " " + tools::quoted(elsewhere.string()));
+        const Ran ran = run(words);
+        EXPECT_EQ(ran.exit, 1) << ran.out << ran.err;
+        EXPECT_THAT(ran.out + ran.err, HasSubstr("the file is neither here nor at")) << words[0];
+        EXPECT_THAT(reason(ran), HasSubstr("a file is not where it belongs; the model is as it was")) << ran.out;
+        fs::rename(elsewhere, pump);
+        EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
+    }
+}
 TEST_F(Restructure, OfAUnitOutsideTheArchiveNeedsNoTool) {
     lockAll();
     fs::remove(tools::RcsProject::archiveOf(pump));

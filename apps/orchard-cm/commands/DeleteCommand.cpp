@@ -4,30 +4,62 @@
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/host/IPN.h"
 #include "apps/orchard-cm/model/Session.h"
+#include "apps/orchard-cm/model/Tools.h"
 #include "apps/orchard-cm/model/UnitSelection.h"
 #include "apps/orchard-cm/operation/Restructuring.h"
 
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
+#include <string>
+#include <utility>
+
 namespace orchard_cm {
 
 namespace {
 
+bool deletesDirectories() {
+    CString command;
+    CMProperty::getToolPropertyValue("DeleteDirectory", command, false);
+    return !command.IsEmpty();
+}
+
 /// A tool that can delete a directory is told of it, and not of what lies in it.
 CMUnitList unitsToTell(const orchard::UnitChange &change) {
     CMUnitList list;
-    CString directoryCommand;
-    CMProperty::getToolPropertyValue("DeleteDirectory", directoryCommand, false);
-    if (directoryCommand.IsEmpty()) {
-        for (IUnit *const unit : change.units()) {
-            list.AddTail(unit);
-        }
-    } else {
+    if (deletesDirectories()) {
         for (const auto &file : change.files()) {
             list.AddTail(file.unit);
         }
+    } else {
+        for (IUnit *const unit : change.units()) {
+            list.AddTail(unit);
+        }
     }
     return list;
+}
+
+/// A tool that can delete a directory is given that of every subsystem that has one. Where others use it, too,
+/// their files would go along.
+void requireOwnDirectories(const orchard::UnitChange &change) {
+    if (!change || toolInUse().empty() || !deletesDirectories()) {
+        return;
+    }
+    for (const auto &file : change.files()) {
+        if (file.isDirectory || file.unit->getPersistAs().IsEmpty()) {
+            continue;
+        }
+        const std::string directory = std::filesystem::path(file.from).parent_path().string();
+        const std::string holds = file.sharedWith == nullptr
+                                      ? " can't be looked into"
+                                      : " also holds files of '" + file.sharedWith->getName().str() + "'";
+        throw Failure(
+            ExitCode::failed,
+            "can't delete it:\n'" + file.unit->getName().str() + "': its directory " + directory + holds +
+                ", and the tool deletes directories as a whole",
+            "Move one of the two to an owner in another directory first, or use --no-tool and delete the "
+            "files with the tool yourself.");
+    }
 }
 
 class DeleteCommand : public Command {
@@ -58,7 +90,11 @@ class DeleteCommand : public Command {
                 CMUnitList list = unitsToTell(change);
                 return CMFacade::DeleteMember(list, arguments, diagnostics);
             }};
-        const OperationReport report = restructure(context, orchard::UnitChange::remove(units), units, remove);
+        orchard::UnitChange change = orchard::UnitChange::remove(units);
+        if (!noTool_) {
+            requireOwnDirectories(change);
+        }
+        const OperationReport report = restructure(context, std::move(change), units, remove);
         return tell(context, report, remove.wording);
     }
 

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 namespace orchard_cm {
 
@@ -16,29 +18,80 @@ namespace {
 
 std::string directoryOf(const std::string &file) { return std::filesystem::path(file).parent_path().string(); }
 
-/// Whether units below move file by file with the one that was asked for.
-bool movesContent(const orchard::UnitChange &change, const IUnit &unit) {
-    return std::ranges::any_of(change.files(),
-                               [&](const orchard::FileChange &file) { return file.unit != &unit; });
+/// Whether the tool can be told of the unit by its owners: its file goes alone, or its own directory as a whole.
+bool goesInOnePiece(const orchard::UnitChange &change, const IUnit &unit) {
+    return std::ranges::all_of(change.files(), [&](const orchard::FileChange &file) {
+        return file.unit == &unit && (file.isDirectory || unit.getPersistAs().IsEmpty());
+    });
+}
+
+/// What one call tells the tool: units that go from one directory into another. Of the package the file alone
+/// goes; of other units that have a directory of their own, that directory.
+struct Batch {
+    std::string from;
+    std::string to;
+    IUnit *package = nullptr;
+    CMUnitList units;
+};
+
+bool isPackage(const orchard::FileChange &file) {
+    return !file.isDirectory && !file.unit->getPersistAs().IsEmpty();
+}
+
+/// The directory that the change leads from or to: the one that the file is in, or that the unit's own is in.
+std::string baseOf(const orchard::FileChange &file, const std::string &path) {
+    if (!file.isDirectory) {
+        return directoryOf(path);
+    }
+    const std::string suffix = "/" + file.unit->getPersistAs().str();
+    return path.ends_with(suffix) ? path.substr(0, path.size() - suffix.size()) : directoryOf(path);
+}
+
+/// A directory that others use, too, must not be moved: its units go file by file, and are the package of a call.
+std::vector<Batch> batchesOf(const orchard::UnitChange &change, IUnit &unit) {
+    std::vector<Batch> batches;
+    for (const auto &file : change.files()) {
+        const std::string from = baseOf(file, file.from);
+        const std::string to = baseOf(file, file.to);
+        const bool fits = !batches.empty() && batches.back().from == from && batches.back().to == to &&
+                          !isPackage(file) && file.unit != batches.back().package;
+        if (!fits) {
+            Batch &fresh = batches.emplace_back();
+            fresh.from = from;
+            fresh.to = to;
+        }
+        Batch &batch = batches.back();
+        if (isPackage(file)) {
+            batch.package = file.unit;
+        }
+        batch.units.AddTail(file.unit);
+    }
+    for (Batch &batch : batches) {
+        batch.package = batch.package == nullptr ? &unit : batch.package;
+    }
+    return batches;
 }
 
 int moveInArchive(IUnit &unit, const orchard::UnitChange &change, CMArgumentList &arguments,
                   CMDiagnosticList &diagnostics) {
-    CMUnitList list;
-    if (movesContent(change, unit)) {
-        for (const auto &file : change.files()) {
-            list.AddTail(file.unit);
+    if (goesInOnePiece(change, unit)) {
+        CMUnitList list;
+        for (const auto &owner : change.owners()) {
+            list.AddTail(owner.unit);
+            list.AddTail(owner.oldOwner);
+            list.AddTail(owner.newOwner);
         }
+        return CMFacade::MoveMember(list, arguments, diagnostics);
+    }
+    int result = 1;
+    for (Batch &batch : batchesOf(change, unit)) {
         constexpr bool noHybrid = false;
-        return CMFacade::movePackageContent(&unit, list, directoryOf(change.oldPath()),
-                                            directoryOf(change.newPath()), arguments, diagnostics, noHybrid);
+        if (CMFacade::movePackageContent(batch.package, batch.units, batch.from, batch.to, arguments, diagnostics,
+                                         noHybrid) == 0) {
+            result = 0;
+        }
     }
-    for (const auto &owner : change.owners()) {
-        list.AddTail(owner.unit);
-        list.AddTail(owner.oldOwner);
-        list.AddTail(owner.newOwner);
-    }
-    return CMFacade::MoveMember(list, arguments, diagnostics);
+    return result;
 }
 
 class MoveCommand : public Command {

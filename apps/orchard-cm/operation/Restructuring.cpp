@@ -38,15 +38,21 @@ std::string toolFault(const Journal &journal, int result, const Restructuring &h
     return {};
 }
 
-void judge(ItemResult &item, const std::string &fault, bool stands) {
-    if (stands && fault.empty()) {
+void judge(ItemResult &item, const std::string &fault, const orchard::UnitChange &change) {
+    if (change.stands() && change.isComplete() && fault.empty()) {
         item.outcome = ItemResult::Outcome::done;
         return;
     }
     item.outcome = ItemResult::Outcome::failed;
+    if (!change.isComplete()) {
+        item.reason = (fault.empty() ? "a file is not where it belongs" : fault) +
+                      (change.stands() ? "; the model has changed all the same, look at the archive"
+                                       : "; the model is as it was, look at the archive");
+        return;
+    }
     item.reason = (fault.empty() ? "the tool did nothing" : fault) +
-                  (stands ? "; the model and its files have changed all the same, look at the archive"
-                          : "; model and files are as they were");
+                  (change.stands() ? "; the model and its files have changed all the same, look at the archive"
+                                   : "; model and files are as they were");
 }
 
 } // namespace
@@ -78,17 +84,19 @@ OperationReport restructure(Context &context, orchard::UnitChange change, const 
             fault = toolFault(journal, result, how);
         }
         for (const auto &problem : change.finish(byTool ? orchard::FilesBy::tool : orchard::FilesBy::host)) {
-            context.output.message(change.stands() ? Output::Kind::warning : Output::Kind::error,
+            context.output.message(change.stands() && change.isComplete() ? Output::Kind::warning
+                                                                          : Output::Kind::error,
                                    problem.message());
         }
     }
     OperationReport report;
     for (Item &item : items) {
         lookAgain(item);
-        judge(item.result, fault, change.stands());
+        judge(item.result, fault, change);
         report.items.push_back(std::move(item.result));
     }
-    report.good = fault.empty() && change.stands() && context.output.errorCount() == errorsBefore;
+    report.good =
+        fault.empty() && change.stands() && change.isComplete() && context.output.errorCount() == errorsBefore;
     return report;
 }
 
