@@ -59,7 +59,9 @@ template <class TYPE, class ARG = const TYPE &> class CList {
     void RemoveAll() { entries_.clear(); }
 
     [[nodiscard]] POSITION GetHeadPosition() { return at(entries_.begin()); }
-    [[nodiscard]] POSITION GetTailPosition() { return IsEmpty() ? POSITION() : POSITION(std::prev(entries_.end())); }
+    [[nodiscard]] POSITION GetTailPosition() {
+        return IsEmpty() ? POSITION() : POSITION(std::prev(entries_.end()));
+    }
     [[nodiscard]] POSITION GetHeadPosition() const { return const_cast<CList *>(this)->GetHeadPosition(); }
     [[nodiscard]] POSITION GetTailPosition() const { return const_cast<CList *>(this)->GetTailPosition(); }
 

@@ -127,5 +127,7 @@ struct NoCaseEqual {
 };
 
 template <> struct std::hash<CString> {
-    std::size_t operator()(const CString &text) const noexcept { return std::hash<std::string_view>()(text.view()); }
+    std::size_t operator()(const CString &text) const noexcept {
+        return std::hash<std::string_view>()(text.view());
+    }
 };

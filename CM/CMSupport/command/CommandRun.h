@@ -52,15 +52,16 @@ class PushedArgument {
 template <class ITEM> class CommandRun {
   public:
     /// `errorText` is one text for the whole run, deliberately: what one item's command wrote to its error channel
-    /// stands in front of what the next one's writes. The shell shows and tests it as a whole each time, so failures
-    /// of many items cost in all the square of what they print.
+    /// stands in front of what the next one's writes. The shell shows and tests it as a whole each time, so
+    /// failures of many items cost in all the square of what they print.
     CommandRun(CommandTexts texts, CMArgumentList &args, CString &errorText);
     virtual ~CommandRun() = default;
     CommandRun(const CommandRun &) = delete;
     CommandRun &operator=(const CommandRun &) = delete;
 
-    /// Works on one item; null is skipped. An item with a name that can't be quoted is refused before anything else
-    /// is done for it: see NameGuard.h. A failure is seen in the result alone: the next item is taken as usual.
+    /// Works on one item; null is skipped. An item with a name that can't be quoted is refused before anything
+    /// else is done for it: see NameGuard.h. A failure is seen in the result alone: the next item is taken as
+    /// usual.
     void work(ITEM *item);
     /// Works on all items of a list that the run doesn't change.
     template <class LIST> void workAll(const LIST &items) {

@@ -84,8 +84,8 @@ class ORC_CM_API CMProperty {
     /// The archive of a unit on the command route: its own or that of an owner, else the main archive. Non-zero if
     /// `archive` is not empty.
     static int getBatchArchiveRecursive(const IUnit *unit, CString &archive);
-    /// Whether the model is to be saved before a check out that asks here: 1 sets it, 0 clears it, any other number
-    /// only asks. Returns the flag, which starts at 1.
+    /// Whether the model is to be saved before a check out that asks here: 1 sets it, 0 clears it, any other
+    /// number only asks. Returns the flag, which starts at 1.
     static short saveOnCheckout(short request);
     /// Whether the file of the item has to be reloaded after a change: all but embedded files. False for null.
     static bool FileNeedsATM(const CMArchiveItem *item);

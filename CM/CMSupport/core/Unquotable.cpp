@@ -15,6 +15,14 @@ bool isControl(char character) {
     return code < firstPrintable || code == deleteCharacter;
 }
 
+/// A path takes its place in a template before the template is searched for conditionals.
+bool holdsConditional(std::string_view path) {
+    constexpr auto none = std::string_view::npos;
+    const auto open = path.find('(');
+    const auto question = open == none ? none : path.find('?', open);
+    return question != none && path.find(')', question) != none;
+}
+
 } // namespace
 
 std::string unquotableIn(std::string_view path) {
@@ -26,6 +34,9 @@ std::string unquotableIn(std::string_view path) {
         return isControl(*found)
                    ? resources::text(resources::Text::controlCharacter)
                    : resources::format(resources::Text::namedCharacter, {std::string_view(found, 1)});
+    }
+    if (holdsConditional(path)) {
+        return resources::text(resources::Text::conditionalOfTemplates);
     }
     return path.ends_with('\\') ? resources::text(resources::Text::backslashAtEnd) : "";
 }

@@ -62,6 +62,8 @@ const char *text(Text number) {
         return "a control character";
     case Text::backslashAtEnd:
         return "a backslash at the end of it or of a directory";
+    case Text::conditionalOfTemplates:
+        return "a \"(\", \"?\" and \")\" in this order, which a command template takes for a condition";
     case Text::operationLock:
         return "Lock";
     case Text::operationFetch:

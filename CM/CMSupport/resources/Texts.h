@@ -26,6 +26,7 @@ enum class Text : unsigned {
     namedCharacter,              ///< the character
     controlCharacter,
     backslashAtEnd,
+    conditionalOfTemplates,
     operationLock = 100, ///< display names of the transaction types, in their order
     operationFetch,
     operationUnlock,

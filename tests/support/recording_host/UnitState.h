@@ -30,7 +30,7 @@ struct UnitState : ObjectState {
     CString partsDirectory;     ///< what getPartsDirectory answers; if empty, the unit's directory
     std::optional<std::pair<CString, CString>> sccArchive; ///< the unit's own provider archive
     std::optional<CString> batchArchive;                   ///< the unit's own archive on the command route
-    std::function<void(UnitState &)> onUpdateHeader; ///< called by updateCMHeader, after it was written down
+    std::function<void(UnitState &)> onUpdateHeader;       ///< called by updateCMHeader, after it was written down
     /// Called by updateMode, after it was written down, to change the read-only state for instance.
     std::function<void(UnitState &, const CString &mode)> onUpdateMode;
 
