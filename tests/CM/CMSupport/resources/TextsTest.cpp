@@ -16,7 +16,7 @@ template <class CHECK> void forEachText(CHECK check) {
             check(static_cast<Text>(number));
         }
     };
-    run(Text::noToolSelected, Text::backslashAtEnd);
+    run(Text::noToolSelected, Text::conditionalOfTemplates);
     run(Text::operationLock, Text::operationTool);
     run(Text::questionTitle, Text::questionNotAnswered);
     run(Text::statusCheckedOut, Text::statusRefreshQuestion);

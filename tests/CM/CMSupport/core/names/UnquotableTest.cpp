@@ -27,6 +27,15 @@ TEST(Unquotable, ABackslashSeparatesButMustNotStandAtTheEnd) {
     EXPECT_THAT(paths::unquotableIn("C:\\w\\"), HasSubstr("backslash"));
 }
 
+TEST(Unquotable, FindsWhatATemplateTakesForAConditional) {
+    for (const char *const path : {"/w/(x ? y).ocl", "/w/(x ? y : z).ocl", "/w (a)/b?c).ocl", "(?)"}) {
+        EXPECT_THAT(paths::unquotableIn(path), HasSubstr("a condition")) << path;
+    }
+    for (const char *const path : {"/w/(x).ocl", "/w/x?).ocl", "/w/x? (y).ocl", "/w/(x) y?.ocl"}) {
+        EXPECT_THAT(paths::unquotableIn(path), IsEmpty()) << path;
+    }
+}
+
 TEST(Unquotable, EverythingElseCanBeQuoted) {
     for (const char *const path :
          {"", "-rf", "a b;c&d|e(f)'g'*?!<#~.ocl", "/w//x/../Pümpe.ocl", "\xff\xfe", "/"}) {
