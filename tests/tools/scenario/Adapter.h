@@ -44,6 +44,8 @@ class Adapter {
     virtual int versions(const std::string &file) = 0;
     /// The comment of the newest version, without line ends behind it.
     virtual std::string comment(const std::string &file) = 0;
+    /// What the tool makes of a comment.
+    [[nodiscard]] virtual std::string asArchived(const std::string &comment) const { return comment; }
     /// The archived bytes of the version that has the label; empty if none has.
     virtual std::string labelled(const std::string &label, const std::string &file) = 0;
     /// Who has the file locked, or the empty text.

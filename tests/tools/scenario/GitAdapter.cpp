@@ -48,6 +48,15 @@ class GitAdapter : public Adapter {
     std::string comment(const std::string &file) override {
         return trimmed(git("log -1 --format=%B HEAD -- " + path(file)));
     }
+    /// What is no UTF-8 Git takes for Latin-1, and says so.
+    [[nodiscard]] std::string asArchived(const std::string &comment) const override {
+        try {
+            static_cast<void>(nlohmann::json(comment).dump());
+            return comment;
+        } catch (const nlohmann::json::type_error &) {
+            return place().shell("printf %s " + quoted(comment) + " | iconv -f LATIN1 -t UTF-8").out;
+        }
+    }
     std::string labelled(const std::string &label, const std::string &file) override {
         const tools::Ran ran = place().shell(shared() + "cat-file blob " + at("refs/tags/" + label, file));
         return ran.exit == 0 ? ran.out : std::string();
