@@ -35,6 +35,7 @@ class Session {
     /// Empties the journal for an operation that is to run the tool some `expectedRuns` times. With `keepsOutput`
     /// it keeps what the tool writes.
     Journal &startJournal(std::size_t expectedRuns, bool keepsOutput = false);
+    [[nodiscard]] const Journal &journal() const { return journal_; }
     [[nodiscard]] HostSetup &setup() { return *setup_; }
 
   private:

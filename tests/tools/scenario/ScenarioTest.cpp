@@ -93,6 +93,7 @@ struct Scenario : testing::TestWithParam<std::tuple<const char *, Circumstances>
     void lockOfAnother();
     void undo();
     void undoToAnotherName();
+    void undoToAnotherNameWithItsOwner();
     void fetch();
     void label();
     void rename();
@@ -225,8 +226,33 @@ void Scenario::undoToAnotherName() {
     good({"--yes", "undo"}, {"Panel"});
     EXPECT_EQ(project.show("Console")["name"], "Console");
     EXPECT_THAT(archive.newest(panel), HasSubstr("<name>Console</name>"));
-    // The file follows the name where its owner may be changed; the archive keeps the name it has.
+    // The owner's file, which names this one, may not be changed: here and in the archive the file keeps its name.
+    EXPECT_TRUE(fs::exists(project.file(panel)));
+    EXPECT_FALSE(fs::exists(project.file(names.operators + "/Console.ocl")));
+    EXPECT_EQ(archive.files(), project.files());
     EXPECT_TRUE(archive.files().contains(panel));
+}
+
+// The same where the file that names this one is being worked on: the file follows, and the archive with it.
+void Scenario::undoToAnotherNameWithItsOwner() {
+    const std::string panel = names.operators + "/Panel.ocl";
+    const std::string console = names.operators + "/Console.ocl";
+    const std::string owner = names.operators + "/" + names.operators + ".osb";
+    archive.changeAsBob(panel, "<name>Panel</name>", "<name>Console</name>");
+    good({"checkout", "--lock"}, {"Panel", names.operators});
+    project.edit(panel, "<name>Console</name>", "<name>Panel</name>");
+    good({"--yes", "undo"}, {"Panel"});
+    EXPECT_FALSE(fs::exists(project.file(panel)));
+    EXPECT_THAT(project.text(console), HasSubstr("<name>Console</name>"));
+    EXPECT_FALSE(project.isWritable(console));
+    EXPECT_THAT(project.text(owner), HasSubstr("file=\"Console.ocl\""));
+    EXPECT_THAT(project.show("Console")["file"].dump(), HasSubstr("Console.ocl"));
+    EXPECT_EQ(archive.files(), project.files());
+    EXPECT_THAT(archive.newest(console), HasSubstr("<name>Console</name>"));
+    EXPECT_EQ(project.show("Console")["version"], listed()[console]["version"]) << "header and listing differ";
+    good({"checkin", "--log", "It names the file"}, {names.operators});
+    good({"checkout", "--lock"}, {"Console"});
+    EXPECT_TRUE(project.isWritable(console));
 }
 
 void Scenario::fetch() {
@@ -363,6 +389,13 @@ TEST_P(Undo, BringsBackTheArchivedName) {
     addAll();
     ASSERT_FALSE(HasFailure());
     undoToAnotherName();
+}
+
+TEST_P(Undo, TakesTheFileAlongWithTheNameWhereItsOwnerMayBeChanged) {
+    connect();
+    addAll();
+    ASSERT_FALSE(HasFailure());
+    undoToAnotherNameWithItsOwner();
 }
 
 // The name of each test ends in its tool and the circumstances: the build runs the tests of each tool by
