@@ -34,6 +34,80 @@ TEST_F(Program, EndsWith2ForACommandLineItDoesNotUnderstand) {
     EXPECT_EQ(project.cm({"chekout", "--json"}).json()["error"]["suggestions"][0], "checkout");
     EXPECT_EQ(project.cm({"list", "--bogus"}).exit, 2);
     EXPECT_EQ(project.cm({}).exit, 2);
+    EXPECT_THAT(project.cm({}).err, HasSubstr("no command is given; the commands are new, "));
+}
+
+TEST_F(Program, TellsHowAValueThatBeginsWithAMinusIsGiven) {
+    project.lockProject();
+    const Ran ran = project.onProject({"property", "set", "ReadWrite", "-l"});
+    EXPECT_EQ(ran.exit, 2);
+    EXPECT_THAT(ran.err, HasSubstr("stands behind '--'"));
+    EXPECT_EQ(project.onProject({"property", "set", "ReadWrite", "--", "-l"}).exit, 0);
+}
+
+TEST_F(Program, RefusesAValueThatWouldCountAsAnother) {
+    project.lockProject();
+    const std::pair<const char *, const char *> values[] = {
+        {"CMChildThreadTimeOut", "abc"}, {"CMSaveOnCheckOut", "Yse"}, {"OperationErrorPattern", "("}};
+    for (const auto &[key, value] : values) {
+        const auto before = project.onProject({"--json", "property", "get", key}).json()["value"];
+        const Ran ran = project.onProject({"property", "set", key, value});
+        EXPECT_EQ(ran.exit, 2) << key;
+        EXPECT_THAT(ran.err, HasSubstr(std::string("can't be the value of ") + key));
+        EXPECT_EQ(project.onProject({"--json", "property", "get", key}).json()["value"], before);
+    }
+    const Ran choice = project.onProject({"property", "set", "ReportLoadingError", "Bth"});
+    EXPECT_EQ(choice.exit, 0);
+    EXPECT_THAT(choice.err, HasSubstr("'Bth' is none of its values"));
+}
+
+TEST_F(Program, RefusesNamesOfPropertiesThatNothingCouldRead) {
+    project.lockProject();
+    EXPECT_EQ(project.onProject({"property", "set", "", "x", "--metaclass", "RCS"}).exit, 2);
+    EXPECT_EQ(project.onProject({"property", "set", "bad key<&", "x", "--metaclass", "RCS"}).exit, 2);
+    EXPECT_EQ(project.onProject({"property", "set", "Key", "x", "--metaclass", "RCS "}).exit, 2);
+    EXPECT_EQ(project.onProject({"list"}).exit, 0);
+}
+
+TEST_F(Program, WarnsOfAnotherValueThatStillHolds) {
+    ASSERT_EQ(project.cm({"new", "plain/p", "--tool", "RCS"}).exit, 0);
+    const auto set = [&](std::vector<std::string> words) {
+        words.insert(words.begin(), {"-p", "plain/p", "property", "set"});
+        return project.cm(words);
+    };
+    ASSERT_EQ(set({"ReadOnly", "nearer", "--unit", "Controller"}).exit, 0);
+    const Ran ran = set({"ReadOnly", "farther"});
+    EXPECT_EQ(ran.exit, 0);
+    EXPECT_THAT(ran.err, HasSubstr("'nearer' from Component Controller still holds"));
+}
+
+TEST_F(Program, GivesNewFilesTheDefaultHeaderThatItTells) {
+    ASSERT_EQ(project.cm({"new", "plain/p", "--tool", "None"}).exit, 0);
+    Workplace::write(project.directory() / "plain" / "header.txt", "$Revision$ ours\n");
+    ASSERT_EQ(project
+                  .cm({"-p", "plain/p", "property", "set", "HeaderFile", "$orpdirectory/header.txt", "--metaclass",
+                       "RCS"})
+                  .exit,
+              0);
+    ASSERT_EQ(project.cm({"-p", "plain/p", "tool", "RCS"}).exit, 0);
+    const auto unit = project.cm({"-p", "plain/p", "--json", "header", "p"}).json()["unit"];
+    EXPECT_EQ(unit["defaultHeader"], "$Revision$ ours\n");
+    EXPECT_THAT(unit["header"].get<std::string>(), HasSubstr("$Revision$ ours"));
+}
+
+TEST_F(Program, AsksAtOpeningForTheStatesOnlyOfAProjectThatWorksThroughAProvider) {
+    ASSERT_EQ(project.cm({"new", "plain/p", "--tool", "RCS"}).exit, 0);
+    const auto set = [&](const char *key, const char *value, const char *metaclass) {
+        return project.cm({"-p", "plain/p", "property", "set", key, value, "--metaclass", metaclass}).exit;
+    };
+    ASSERT_EQ(set("ShowCMStatus", "true", "General"), 0);
+    ASSERT_EQ(set("RefreshCMStatusAtProjectOpenup", "Ask User", "RCS"), 0);
+    ASSERT_EQ(set("RefreshCMStatusAtProjectOpenup", "Ask User", "SCC"), 0);
+    EXPECT_THAT(project.cm({"-p", "plain/p", "list"}).err, testing::Not(HasSubstr("Refresh")));
+    ASSERT_EQ(set("UseSCCtool", "YES", "General"), 0);
+    const Ran ran = project.cm({"-p", "plain/p", "list"});
+    EXPECT_EQ(ran.exit, 0);
+    EXPECT_THAT(ran.err, HasSubstr("Refresh the configuration management status"));
 }
 
 TEST_F(Program, EndsWith2WhereNoProjectIsNamedAndTheDirectoryHoldsNone) {

@@ -4,6 +4,8 @@
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/UnitSelection.h"
 #include "apps/orchard-cm/operation/TextCheck.h"
+#include "apps/orchard-cm/toolcheck/KnownKeys.h"
+#include "apps/orchard-cm/toolcheck/SetCheck.h"
 
 #include <CLI/CLI.hpp>
 
@@ -28,6 +30,7 @@ class PropertySetAction : public Command {
 
     ExitCode run(Context &context) override {
         requireNames();
+        requireValue(context);
         IProject &project = context.session.project();
         IDObject &object = unit_.empty() ? static_cast<IDObject &>(project) : unitNamed(project, unit_);
         // A mistyped key would be a property that nobody reads, so a new one needs its metaclass.
@@ -71,6 +74,18 @@ class PropertySetAction : public Command {
                                                "' can't be a metaclass: it is the name of a tool, "
                                                "or a general one such as CMGeneral");
         }
+    }
+    /// A number, truth or pattern that is none would count as no limit, as false or as no match without a word. Of
+    /// a choice an unknown value has a meaning, too, so that it is only told.
+    void requireValue(Context &context) const {
+        const std::string fault = faultOfValue(key_, value_);
+        if (fault.empty()) {
+            return;
+        }
+        if (knownKey(key_)->kind != KeyKind::choice) {
+            throw Failure(ExitCode::usage, "this can't be the value of " + key_ + ": " + fault);
+        }
+        context.output.message(Output::Kind::warning, key_ + ": " + fault);
     }
     /// What holds for the tool's commands is looked up on the active component, which may have its own value.
     void warnIfHidden(Context &context, const std::string &metaclass) const {

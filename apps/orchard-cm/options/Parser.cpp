@@ -99,6 +99,12 @@ void failKnown(const CLI::App &app, const std::vector<std::string> &words, const
         const std::string word = unknown.front().substr(0, unknown.front().find('='));
         failAt(at, word, "'" + nameOf(app) + "' has no option " + word, hint);
     }
+    if (!unknown.empty() && unknown.front().starts_with('-') && unknown.front().size() > 1) {
+        throw Failure(ExitCode::usage,
+                      "'" + nameOf(app) + "' has no option " + unknown.front() +
+                          "; a word of its own that begins with '-' stands behind '--'",
+                      hint);
+    }
     if (at.get_parent() != nullptr && at.get_require_subcommand_min() > 0 && !actions.empty()) {
         const auto place = std::ranges::find(words, at.get_name());
         const auto word = std::find_if(place == words.end() ? place : place + 1, words.end(),
@@ -127,6 +133,15 @@ void failKnown(const CLI::App &app, const std::vector<std::string> &words, const
     });
     if (outside != commands.end()) {
         throw Failure(ExitCode::usage, "'" + std::string(outside->name) + "' can't stand in a batch", hint);
+    }
+    if (app.get_subcommands().empty()) {
+        std::string names;
+        for (const CommandEntry &entry : commands) {
+            if (entry.inBatch || !batch) {
+                names += (names.empty() ? "" : ", ") + std::string(entry.name);
+            }
+        }
+        throw Failure(ExitCode::usage, "no command is given; the commands are " + names, hint);
     }
     failKnown(app, words, hint);
     throw Failure(ExitCode::usage, error.what(), hint);

@@ -161,6 +161,11 @@ const SetEntry *entryOf(const std::vector<SetEntry> &entries, std::string_view k
     return found == entries.end() ? nullptr : &*found;
 }
 
+std::string faultOfValue(std::string_view key, const std::string &value) {
+    const KnownKey *const known = knownKey(key);
+    return known == nullptr ? std::string() : valueFault(*known, value);
+}
+
 std::vector<Finding> checkSet(const std::vector<SetEntry> &entries) {
     std::vector<Finding> findings;
     checkMissing(entries, findings);

@@ -24,6 +24,9 @@ struct Finding {
 /// nothing, and keys that nobody reads.
 std::vector<Finding> checkSet(const std::vector<SetEntry> &entries);
 
+/// What is wrong with a value for this key; empty if nothing is, or nothing is known of the key.
+std::string faultOfValue(std::string_view key, const std::string &value);
+
 /// The entry with this key, found without regard to case; null if there is none.
 const SetEntry *entryOf(const std::vector<SetEntry> &entries, std::string_view key);
 

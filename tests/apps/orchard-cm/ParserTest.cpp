@@ -77,7 +77,16 @@ TEST(CommandLine, SuggestsACommandForAMistypedOne) {
 TEST(CommandLine, NamesTheOptionThatItDoesNotKnow) {
     EXPECT_THAT(usageOf({"fetch", "--lokc", "X"}).what(), HasSubstr("--lokc"));
 }
-TEST(CommandLine, AsksForACommand) { EXPECT_EQ(usageOf({}).code(), ExitCode::usage); }
+TEST(CommandLine, AsksForACommandAndNamesAll) {
+    EXPECT_EQ(usageOf({}).code(), ExitCode::usage);
+    EXPECT_STREQ(usageOf({}).what(), "no command is given; the commands are fetch, new");
+    EXPECT_STREQ(usageOf({"--json"}).what(), usageOf({}).what());
+    EXPECT_STREQ(usageOf({}, true).what(), "no command is given; the commands are fetch");
+}
+TEST(CommandLine, TellsHowAWordThatBeginsWithADashIsGiven) {
+    EXPECT_STREQ(usageOf({"fetch", "-x"}).what(),
+                 "'fetch' has no option -x; a word of its own that begins with '-' stands behind '--'");
+}
 TEST(CommandLine, AsksForWhatACommandRequires) { EXPECT_THAT(usageOf({"fetch"}).what(), HasSubstr("UNIT")); }
 TEST(CommandLine, ShowsTheHelpOfACommand) {
     const auto invocation = parsed({"fetch", "--help"});
