@@ -245,6 +245,9 @@ case $action in
   move)
     archive=$1
     take_in
+    from=$2
+    [ -e "$from" ] || from=$3
+    read_only=$(find "$from" -type f ! -perm -u+w)
     if [ -e "$2" ]; then
       # An empty directory may be waiting for what comes; into a full one Mercurial would put it.
       if [ -d "$3" ]; then rmdir -- "$3"; fi
@@ -262,6 +265,10 @@ case $action in
       hg move --after -- "$2" "$3"
     fi
     commit "Move ${2##*/} to ${3##*/}" "$2" "$3"
+    # The header is written anew into the files, which makes them writable.
+    printf '%s\n' "$read_only" | while IFS= read -r file; do
+      [ -z "$file" ] || chmod a-w -- "$3${file#"$from"}"
+    done
     publish
     ;;
   delete)
