@@ -6,6 +6,7 @@
 #include "CM/platform/CString.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -81,9 +82,9 @@ class ORC_HOST_API SPPattern {
     /// As SPString::m: non-zero if the pattern matches `text`. `group` becomes what group 1 matched, empty if
     /// there is no such group or it took no part; without a match it stays as it was.
     int m(std::string_view text, std::string_view &group) const;
-    /// As SPStringList::split with the limit -1: the parts of `text` between the matches, empty ones included. The
-    /// empty text has none.
-    [[nodiscard]] std::vector<std::string_view> split(std::string_view text) const;
+    /// As SPStringList::split with the limit -1: hands over the parts of `text` between the matches, one after the
+    /// other, empty ones included. The empty text has none.
+    void split(std::string_view text, const std::function<void(std::string_view)> &take) const;
 
   private:
     struct Code; // the host's

@@ -184,7 +184,7 @@ std::size_t CompiledPattern::pairs() const { return code_ ? code_->pairs : 1; }
 bool CompiledPattern::searchLiteral(std::string_view subject, std::size_t start, std::span<Span> spans) const {
     const std::size_t found = start > subject.size() ? std::string_view::npos
                               : ignoresCase_         ? findIgnoringCase(subject, literal_, start)
-                                                     : subject.find(literal_, start);
+                                                     : findText(subject, literal_, start);
     if (found == std::string_view::npos) {
         return false;
     }

@@ -34,6 +34,8 @@ class TimeAllowance {
     Clock::time_point end();
     /// Whether it is, by a look at the clock at one call of many; false at the others.
     bool isUsedUpNowAndThen();
+    /// Makes up for time that went to something else.
+    void extend(Clock::duration by) { end_ = end_ ? std::optional(*end_ + by) : std::nullopt; }
 
   private:
     Clock::duration total_;

@@ -80,8 +80,23 @@ Code compile(std::string_view text, std::uint32_t options, CompileError &error) 
     return code;
 }
 
-Workspace &workspace(std::uint32_t pairs) {
+namespace {
+Workspace &workspaceOfThisThread() {
     thread_local Workspace work;
+    return work;
+}
+// A plain pointer in the thread's own block: asking for the object itself costs a call and a check each time.
+#if defined(__GNUC__)
+[[gnu::tls_model("initial-exec")]]
+#endif
+constinit thread_local Workspace *known = nullptr;
+} // namespace
+
+Workspace &workspace(std::uint32_t pairs) {
+    if (known == nullptr) {
+        known = &workspaceOfThisThread();
+    }
+    Workspace &work = *known;
     if (pairs > work.pairs) {
         work.pairs = std::max<std::uint32_t>(pairs, 32);
         work.data.reset(pcre2_match_data_create(work.pairs, nullptr));

@@ -43,4 +43,27 @@ std::size_t findIgnoringCase(std::string_view text, std::string_view what, std::
     }
 }
 
+std::size_t findText(std::string_view text, std::string_view what, std::size_t from) {
+    // Places where the first and the last character fit are looked for in blocks, which a compiler makes into few
+    // instructions.
+    constexpr std::size_t block = 64;
+    const std::size_t span = what.size() - 1;
+    for (; what.size() > 1 && from <= text.size() && text.size() - from >= block + span; from += block) {
+        const char *const first = text.data() + from;
+        const char *const last = first + span;
+        unsigned char fits = 0;
+        for (std::size_t i = 0; i < block; ++i) {
+            fits |= static_cast<unsigned char>(static_cast<unsigned char>(first[i] == what.front()) &
+                                               static_cast<unsigned char>(last[i] == what.back()));
+        }
+        if (fits != 0) {
+            const std::size_t found = text.substr(from, block + span).find(what);
+            if (found != std::string_view::npos) {
+                return from + found;
+            }
+        }
+    }
+    return text.find(what, from);
+}
+
 } // namespace orchard

@@ -14,4 +14,8 @@ char upperCase(char c);
 /// npos. `what` must not be empty.
 std::size_t findIgnoringCase(std::string_view text, std::string_view what, std::size_t from);
 
+/// The first position at or behind `from` where `what` stands, or npos. `what` must not be empty. Quick also where
+/// its first character stands often.
+std::size_t findText(std::string_view text, std::string_view what, std::size_t from);
+
 } // namespace orchard

@@ -36,6 +36,12 @@ class Matches {
     }
     [[nodiscard]] const std::vector<Span> &spans() const { return spans_; }
     [[nodiscard]] Span whole() const { return spans_[0]; }
+    /// Does something whose time is not the pattern's.
+    template <class WORK> void pauseFor(WORK work) {
+        const auto start = orchard::TimeAllowance::Clock::now();
+        work();
+        time_.extend(orchard::TimeAllowance::Clock::now() - start);
+    }
 
   private:
     std::string_view subject_;
@@ -85,15 +91,17 @@ int SPString::s(const SPString &pattern, const SPString &replacement, const char
 
 namespace {
 
+/// The matches of the delimiter of a text of many records.
+Matches delimitersIn(std::string_view text, std::shared_ptr<const orchard::CompiledPattern> delimiter) {
+    return {text, std::move(delimiter), orchard::TimeAllowance::forSize(text.size())};
+}
+
 /// Hands each part of the text between the matches to `take`, at most `limit` of them if it is greater than 0. The
 /// empty text has no parts.
-template <class TAKE>
-void cut(std::string_view text, const std::shared_ptr<const orchard::CompiledPattern> &delimiter, int limit,
-         TAKE take) {
+template <class TAKE> void cut(std::string_view text, Matches &found, int limit, TAKE take) {
     if (text.empty()) {
         return;
     }
-    Matches found(text, delimiter, orchard::TimeAllowance::forSize(text.size()));
     std::size_t from = 0;
     for (std::size_t parts = 1; (limit <= 0 || parts < static_cast<std::size_t>(limit)) && found.next();) {
         const Span gap = found.whole();
@@ -112,10 +120,10 @@ void cut(std::string_view text, const std::shared_ptr<const orchard::CompiledPat
 
 int SPStringList::split(const SPString &text, const SPString &pattern, int limit) {
     const std::string subject = text.str(); // the text may be an entry of this very list
-    const auto delimiter = compiled(pattern, "");
+    Matches found = delimitersIn(subject, compiled(pattern, ""));
     reset();
     int empty = 0; // parts that were not put in yet, as they may stand at the end
-    cut(subject, delimiter, limit, [&](std::string_view part) {
+    cut(subject, found, limit, [&](std::string_view part) {
         if (limit == 0 && part.empty()) {
             ++empty;
             return;
@@ -145,16 +153,20 @@ int SPPattern::m(std::string_view text, std::string_view &group) const {
     return 1;
 }
 
-std::vector<std::string_view> SPPattern::split(std::string_view text) const {
-    constexpr std::size_t sample = 64; // parts whose size tells how many there may be
+void SPPattern::split(std::string_view text, const std::function<void(std::string_view)> &take) const {
+    constexpr std::size_t batch = 256; // parts that are still in the processor's cache when they are read
     std::vector<std::string_view> parts;
-    parts.reserve(sample);
-    cut(text, code_->compiled, -1, [&](std::string_view part) {
-        if (parts.size() == sample) {
-            const auto read = static_cast<std::size_t>(part.data() - text.data());
-            parts.reserve(std::min(text.size() / (read / sample + 1), text.size() / sample) + sample);
-        }
+    parts.reserve(batch);
+    Matches found = delimitersIn(text, code_->compiled);
+    const auto handOver = [&] {
+        found.pauseFor([&] { std::ranges::for_each(parts, take); });
+        parts.clear();
+    };
+    cut(text, found, -1, [&](std::string_view part) {
         parts.push_back(part);
+        if (parts.size() == batch) {
+            handOver();
+        }
     });
-    return parts;
+    handOver();
 }

@@ -81,8 +81,9 @@ std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
         return nullptr;
     }
     // As the tool printed it, blanks and separators included.
-    return std::make_unique<CMArchiveItem>(CMArchiveItem::Listed{
-        .fileNameWithPath = workingFile, .version = version, .mode = mode, .locker = locker});
+    return std::make_unique<CMArchiveItem>(
+        CMArchiveItem::Listed{.fileNameWithPath = workingFile, .version = version, .mode = mode, .locker = locker},
+        texts_);
 }
 
 std::string_view ListingParser::extractOrEmpty(Field &field, std::string_view record) {
@@ -106,13 +107,13 @@ int parseListing(const CString &output, ListingRules rules, CMArchiveItemList &i
         return 1; // the output is thrown away, deliberately
     }
     ListingParser parser(std::move(rules));
-    for (const std::string_view record : SPPattern(delimiter->getValue()).split(output)) {
+    SPPattern(delimiter->getValue()).split(output, [&](std::string_view record) {
         if (auto item = parser.parse(record)) {
             CMArchiveItem *listed = item.get();
             items.AddTail(listed);
             static_cast<void>(item.release());
         }
-    }
+    });
     return parser.result();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
+#include "CM/CMSupport/core/ItemTexts.h"
 #include "CM/CMSupport/core/ToolPattern.h"
 #include "CM/platform/CString.h"
 
@@ -54,6 +55,7 @@ class ListingParser {
     Field mode_;
     Field locker_;
     bool modeTellsLocker_; ///< both have one pattern, as for tools whose files are writable where they are locked
+    ItemTexts texts_;
     int result_ = 1;
 };
 

@@ -1,11 +1,13 @@
 #include "CM/CMSupport/core/CMArchiveItem.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/ItemTexts.h"
 #include "CM/CMSupport/core/Paths.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IUnit.h"
 #include "CM/host/Utilities.h"
 
+#include <string>
 #include <string_view>
 
 namespace {
@@ -52,23 +54,33 @@ CString withoutLayout(CString name, CString layout) {
 
 } // namespace
 
-CMArchiveItem::CMArchiveItem(const Listed &listed)
-    : path_(listed.fileNameWithPath.size()), version_(listed.version.size()), locker_(listed.locker.size()),
-      mode_(listed.mode) {
-    text_.reserve(path_ + version_ + locker_);
-    text_.append(listed.fileNameWithPath).append(listed.version).append(listed.locker);
-}
+CMArchiveItem::CMArchiveItem(const Listed &listed, ItemTexts &texts)
+    : text_(texts.keep({listed.fileNameWithPath, listed.version, listed.locker})),
+      path_(static_cast<std::uint32_t>(listed.fileNameWithPath.size())),
+      version_(static_cast<std::uint32_t>(listed.version.size())),
+      locker_(static_cast<std::uint32_t>(listed.locker.size())), mode_(listed.mode) {}
 
 CMArchiveItem::CMArchiveItem(const CString &fileNameWithPath, const CString &version, const Mode &mode,
                              const CString &locker, const CString &status)
-    : CMArchiveItem(
-          Listed{.fileNameWithPath = fileNameWithPath, .version = version, .mode = mode, .locker = locker}) {
-    text_ += status.view();
+    : path_(static_cast<std::uint32_t>(fileNameWithPath.view().size())),
+      version_(static_cast<std::uint32_t>(version.view().size())),
+      locker_(static_cast<std::uint32_t>(locker.view().size())),
+      status_(static_cast<std::uint32_t>(status.view().size())), mode_(mode) {
+    keep({fileNameWithPath, version, locker, status});
 }
 
 void CMArchiveItem::setStatus(const CString &status) {
-    text_.resize(path_ + version_ + locker_);
-    text_ += status.view();
+    keep({path(), text().substr(path_, version_), text().substr(path_ + version_, locker_), status});
+    status_ = static_cast<std::uint32_t>(status.view().size());
+}
+
+/// In a block of its own.
+void CMArchiveItem::keep(std::initializer_list<std::string_view> parts) {
+    const auto own = std::make_shared<std::string>();
+    for (const std::string_view part : parts) {
+        own->append(part);
+    }
+    text_ = {own, own->data()};
 }
 
 CString CMArchiveItem::getSuffix() const {

@@ -7,8 +7,12 @@
 #include "CM/platform/CString.h"
 
 #include <cstddef>
-#include <string>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
 #include <string_view>
+
+class ItemTexts;
 
 class ORC_CM_API CMArchiveItem {
   public:
@@ -25,14 +29,14 @@ class ORC_CM_API CMArchiveItem {
 
     CMArchiveItem(const CString &fileNameWithPath, const CString &version, const Mode &mode, const CString &locker,
                   const CString &status);
-    /// With an empty status.
-    explicit CMArchiveItem(const Listed &listed);
+    /// With an empty status; the item's text is kept in `texts`.
+    CMArchiveItem(const Listed &listed, ItemTexts &texts);
 
     [[nodiscard]] CString getFileNameWithPath() const { return path(); }
     [[nodiscard]] CString getVersion() const { return text().substr(path_, version_); }
     [[nodiscard]] Mode getMode() const { return mode_; }
     [[nodiscard]] CString getLocker() const { return text().substr(path_ + version_, locker_); }
-    [[nodiscard]] CString getStatus() const { return text().substr(path_ + version_ + locker_); }
+    [[nodiscard]] CString getStatus() const { return text().substr(path_ + version_ + locker_, status_); }
     void setStatus(const CString &status);
 
     /// From the last dot of the full name to its end; a dot in a directory name counts.
@@ -53,14 +57,18 @@ class ORC_CM_API CMArchiveItem {
     [[nodiscard]] CString getFileNameForRepFiles() const;
 
   private:
-    [[nodiscard]] std::string_view text() const { return text_; }
+    void keep(std::initializer_list<std::string_view> parts);
+    [[nodiscard]] std::string_view text() const {
+        return {text_.get(), std::size_t{path_} + version_ + locker_ + status_};
+    }
     [[nodiscard]] std::string_view path() const { return text().substr(0, path_); }
 
-    // One text and the lengths of its first three parts: there may be millions of items.
-    std::string text_; ///< full name, version, locker, status
-    std::size_t path_;
-    std::size_t version_;
-    std::size_t locker_;
+    // One text and the lengths of its parts: there may be millions of items.
+    std::shared_ptr<const char> text_; ///< full name, version, locker, status
+    std::uint32_t path_;
+    std::uint32_t version_;
+    std::uint32_t locker_;
+    std::uint32_t status_ = 0;
     Mode mode_;
 };
 

@@ -128,12 +128,16 @@ int RunningChild::waitMilliseconds() const {
 /// copy of the text does.
 void RunningChild::reserve(std::string &text, std::size_t more) {
     constexpr std::size_t large = std::size_t{1} << 20;
+    constexpr std::size_t roomy = std::size_t{1} << 30;
     if (text.size() < large || text.capacity() - text.size() >= more) {
         return;
     }
-    try {
-        text.reserve(4 * text.size());
-    } catch (const std::bad_alloc &) { // NOLINT(bugprone-empty-catch): the text grows by itself as far as it can
+    for (const std::size_t room : {std::max(roomy, 4 * text.size()), 4 * text.size()}) {
+        try {
+            text.reserve(room);
+            return;
+        } catch (const std::bad_alloc &) { // NOLINT(bugprone-empty-catch): the text grows as far as it can
+        }
     }
 }
 
