@@ -118,7 +118,7 @@ CString CMArchiveItem::getLocalPath() const {
 }
 
 CString CMArchiveItem::getFullUnitFileName() const {
-    const CString fullName = path();
+    CString fullName = path();
     const IUnit *const unit = IUnit::getByFile(fullName);
     if (unit != nullptr && unit->isExternalUnitRecursive()) {
         return fullName; // an external unit is kept where the tool reports it
@@ -132,7 +132,7 @@ CString CMArchiveItem::getFileNameForRepFiles() const {
     }
     const IProject *const project = CurrentWorkspace::GetActiveProject();
     const CString base = project != nullptr ? project->getOwnDirectory() : getLocalPath();
-    const CString fullName = path();
+    CString fullName = path();
     if (base.IsEmpty() || oqIsAbsolutePath(fullName)) {
         return fullName;
     }
