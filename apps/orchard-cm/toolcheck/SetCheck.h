@@ -30,7 +30,8 @@ std::string faultOfValue(std::string_view key, const std::string &value);
 /// The entry with this key, found without regard to case; null if there is none.
 const SetEntry *entryOf(const std::vector<SetEntry> &entries, std::string_view key);
 
-/// Whether every occurrence of `text` in a command stands in quotes of the shell. Within "$( )" quoting begins anew.
+/// Whether every occurrence of `text` in a command stands in quotes of the shell. Within "$( )" quoting begins
+/// anew.
 bool standsInQuotes(std::string_view command, std::string_view text);
 
 } // namespace orchard_cm
