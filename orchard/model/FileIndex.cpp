@@ -1,7 +1,5 @@
 #include "orchard/model/FileIndex.h"
 
-#include <algorithm>
-
 namespace orchard {
 
 namespace {
@@ -12,11 +10,12 @@ std::uint64_t hashOf(std::string_view text) { return std::hash<std::string_view>
 
 UnitElement *FileIndex::add(UnitElement &unit) {
     const std::string path = unit.fullFileName();
-    if (UnitElement *const there = byPath(path)) {
+    const std::uint64_t hash = hashOf(path);
+    if (UnitElement *const there = find(hash, path)) {
         return there;
     }
-    unit.pathHash = hashOf(path);
-    paths_.emplace(unit.pathHash, &unit);
+    unit.pathHash = hash;
+    paths_.add(hash, unit);
     if (namesStand_) {
         chainByName(unit);
     }
@@ -36,9 +35,7 @@ void FileIndex::chainByName(UnitElement &unit) const {
 UnitElement *FileIndex::firstOfName(std::string_view name) const {
     if (!namesStand_) {
         names_.reserve(paths_.size());
-        for (const auto &entry : paths_) {
-            chainByName(*entry.second);
-        }
+        paths_.forEach([this](UnitElement &unit) { chainByName(unit); });
         namesStand_ = true;
     }
     const auto chain = names_.find(hashOf(name));
@@ -46,13 +43,7 @@ UnitElement *FileIndex::firstOfName(std::string_view name) const {
 }
 
 void FileIndex::remove(UnitElement &unit) {
-    const auto [from, to] = paths_.equal_range(unit.pathHash);
-    const auto found = std::find_if(from, to, [&](const auto &entry) { return entry.second == &unit; });
-    if (found == to) {
-        return;
-    }
-    paths_.erase(found);
-    if (!namesStand_) {
+    if (!paths_.remove(unit.pathHash, unit) || !namesStand_) {
         return;
     }
     if (unit.nextOfName != nullptr) {
@@ -72,12 +63,11 @@ void FileIndex::remove(UnitElement &unit) {
     unit.previousOfName = nullptr;
 }
 
-UnitElement *FileIndex::byPath(std::string_view path) const {
-    const auto [from, to] = paths_.equal_range(hashOf(path));
-    const auto found =
-        std::find_if(from, to, [&](const auto &entry) { return entry.second->fullFileName() == path; });
-    return found == to ? nullptr : found->second;
+UnitElement *FileIndex::find(std::uint64_t hash, std::string_view path) const {
+    return paths_.find(hash, [path](const UnitElement &unit) { return unit.fullFileName() == path; });
 }
+
+UnitElement *FileIndex::byPath(std::string_view path) const { return find(hashOf(path), path); }
 
 UnitElement *FileIndex::byUniqueName(std::string_view name) const {
     UnitElement *found = nullptr;

@@ -1,6 +1,7 @@
 // Finds units by their files: by full path, and by bare file name.
 #pragma once
 
+#include "orchard/model/HashTable.h"
 #include "orchard/model/UnitElement.h"
 
 #include <cstdint>
@@ -24,9 +25,11 @@ class FileIndex {
     [[nodiscard]] std::vector<UnitElement *> byName(std::string_view name) const;
 
   private:
-    std::unordered_multimap<std::uint64_t, UnitElement *> paths_;
     void chainByName(UnitElement &unit) const;
     [[nodiscard]] UnitElement *firstOfName(std::string_view name) const;
+    [[nodiscard]] UnitElement *find(std::uint64_t hash, std::string_view path) const;
+
+    HashTable<UnitElement> paths_;
     // The units of one name form a chain through the units themselves, so that coming and going costs the same
     // however many units share a file name. Made when it is asked for: opening a model and listing it need none.
     mutable std::unordered_map<std::uint64_t, UnitElement *> names_;

@@ -2,61 +2,25 @@
 
 namespace orchard {
 
-std::size_t IdIndex::homeOf(const ElementId &id) const { return std::hash<ElementId>()(id) & (table_.size() - 1); }
+namespace {
 
-/// The place of the identifier, or the free one where it would go.
-std::size_t IdIndex::placeOf(const ElementId &id) const {
-    std::size_t place = homeOf(id);
-    while (table_[place] != nullptr && table_[place]->id() != id) {
-        place = (place + 1) & (table_.size() - 1);
-    }
-    return place;
+Element *findIn(const HashTable<Element> &elements, std::size_t hash, const ElementId &id) {
+    return elements.find(hash, [&id](const Element &element) { return element.id() == id; });
 }
 
-void IdIndex::grow() {
-    std::vector<Element *> old(table_.empty() ? 64 : table_.size() * 2);
-    old.swap(table_);
-    for (Element *const element : old) {
-        if (element != nullptr) {
-            table_[placeOf(element->id())] = element;
-        }
-    }
-}
+} // namespace
 
 Element *IdIndex::add(Element &element) {
-    if ((used_ + 1) * 4 > table_.size() * 3) {
-        grow();
+    const std::size_t hash = std::hash<ElementId>()(element.id());
+    if (Element *const there = findIn(elements_, hash, element.id())) {
+        return there;
     }
-    Element *&place = table_[placeOf(element.id())];
-    if (place != nullptr) {
-        return place;
-    }
-    place = &element;
-    ++used_;
+    elements_.add(hash, element);
     return nullptr;
 }
 
-void IdIndex::remove(const Element &element) {
-    if (table_.empty()) {
-        return;
-    }
-    std::size_t hole = placeOf(element.id());
-    if (table_[hole] != &element) {
-        return;
-    }
-    // Entries behind the hole move up unless that would put them in front of their home.
-    const std::size_t mask = table_.size() - 1;
-    for (std::size_t at = (hole + 1) & mask; table_[at] != nullptr; at = (at + 1) & mask) {
-        const std::size_t home = homeOf(table_[at]->id());
-        if (((at - home) & mask) >= ((at - hole) & mask)) {
-            table_[hole] = table_[at];
-            hole = at;
-        }
-    }
-    table_[hole] = nullptr;
-    --used_;
-}
+void IdIndex::remove(const Element &element) { elements_.remove(std::hash<ElementId>()(element.id()), element); }
 
-Element *IdIndex::find(const ElementId &id) const { return table_.empty() ? nullptr : table_[placeOf(id)]; }
+Element *IdIndex::find(const ElementId &id) const { return findIn(elements_, std::hash<ElementId>()(id), id); }
 
 } // namespace orchard

@@ -1,11 +1,10 @@
-// Finds elements by identifier: a hash table that holds nothing but pointers, since a large model has many
-// hundred thousand elements.
+// Finds elements by identifier.
 #pragma once
 
 #include "orchard/model/Element.h"
+#include "orchard/model/HashTable.h"
 
 #include <cstddef>
-#include <vector>
 
 namespace orchard {
 
@@ -16,15 +15,10 @@ class IdIndex {
     /// Takes the element out if it is the one that stands under its identifier.
     void remove(const Element &element);
     [[nodiscard]] Element *find(const ElementId &id) const;
-    [[nodiscard]] std::size_t size() const { return used_; }
+    [[nodiscard]] std::size_t size() const { return elements_.size(); }
 
   private:
-    [[nodiscard]] std::size_t placeOf(const ElementId &id) const;
-    [[nodiscard]] std::size_t homeOf(const ElementId &id) const;
-    void grow();
-
-    std::vector<Element *> table_; // open addressing, a power of two long, at most three quarters full
-    std::size_t used_ = 0;
+    HashTable<Element> elements_;
 };
 
 } // namespace orchard

@@ -21,7 +21,9 @@ Model::Clash Model::enter(Element &element) {
     if (clash) {
         return clash;
     }
-    element.setModel(this);
+    if (element.model() != this) { // not written to without need: files of units below may be being read
+        element.setModel(this);
+    }
     namesStand_ = namesStand_ && element.asUnit() == nullptr; // it holds units only
     if (UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
         clash.sameFile = files_.add(*unit);

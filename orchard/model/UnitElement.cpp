@@ -28,11 +28,11 @@ UnitElement::UnitElement(Kind kind) : Element(kind) {}
 UnitElement::~UnitElement() = default;
 
 std::string UnitElement::ownDirectory() const {
-    std::string base;
     const UnitElement *outer = nullptr;
     for (const Element *at = owner(); at != nullptr && outer == nullptr; at = at->owner()) {
         outer = at->asUnit();
     }
+    std::string base;
     if (outer != nullptr) {
         base = outer->ownDirectory();
     } else if (model() != nullptr) {
@@ -40,9 +40,11 @@ std::string UnitElement::ownDirectory() const {
     }
     if (!elsewhere().empty()) {
         const std::string file = normalPath(elsewhere(), base);
-        return std::string(directoryOfPath(file));
+        base = directoryOfPath(file);
+    } else if (!directory_.empty()) {
+        base = normalPath(directory_, base);
     }
-    return directory_.empty() ? base : normalPath(directory_, base);
+    return base;
 }
 
 std::string UnitElement::fullFileName() const {

@@ -8,7 +8,8 @@
 namespace orchard {
 
 Workspace &Workspace::instance() {
-    static Workspace workspace;
+    // Never taken down: the end of the process frees a large model far quicker than we could.
+    static Workspace &workspace = *new Workspace;
     return workspace;
 }
 
@@ -58,7 +59,6 @@ void Workspace::close(Model &model) {
         active_ = none ? nullptr : (next == models_.begin() ? next->get() : std::prev(next)->get());
     }
     std::erase_if(savedUnits_, [&](const SavedUnit &saved) { return saved.model == &model; });
-    model.leaveSubtree(model.project());
 }
 
 void Workspace::noteSavedUnit(const UnitElement &unit) {

@@ -93,12 +93,15 @@ bool DiskStorage::readHeader(const UnitElement &unit, std::string &header, bool 
     HeaderRead read = unit.kind() == Kind::embedded ? readFirstLinesOf(path) : readHeaderOf(path);
     if (read.fault.empty()) {
         header = std::move(read.text);
-        if (!toldOf_.empty()) {
-            toldOf_.erase(path);
-        }
+        const std::lock_guard lock(mutex_);
+        toldOf_.erase(path);
         return true;
     }
-    if (!quietly && toldOf_.insert(path).second) {
+    const auto isNew = [&] {
+        const std::lock_guard lock(mutex_);
+        return toldOf_.insert(path).second;
+    };
+    if (!quietly && isNew()) {
         const std::string text = "The header of " + path + " could not be read anew: " + read.fault +
                                  ". The version and the locker of '" + unit.name() + "' are shown as before.";
         LogTrace::Log(LogTrace::Log::cm).Min("orchard/storage", 0, text);

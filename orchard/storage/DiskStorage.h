@@ -4,6 +4,7 @@
 #include "orchard/model/Model.h"
 #include "orchard/storage/Problem.h"
 
+#include <mutex>
 #include <string>
 #include <unordered_set>
 
@@ -17,6 +18,7 @@ class DiskStorage final : public UnitStorage {
     bool readHeader(const UnitElement &unit, std::string &header, bool quietly) override;
 
   private:
+    std::mutex mutex_;                       ///< several files may be read at the same time
     std::unordered_set<std::string> toldOf_; ///< the files whose header could not be read, as the user knows
 };
 

@@ -4,7 +4,7 @@
 #include "orchard/model/UnitElement.h"
 #include "orchard/storage/FileText.h"
 #include "orchard/storage/Projects.h"
-#include "orchard/storage/UnitDocument.h"
+#include "orchard/storage/ReadAhead.h"
 
 #include <functional>
 #include <string>
@@ -16,6 +16,7 @@ class ModelLoader {
   public:
     ModelLoader(Model &model, const OpenOptions &options) : model_(model), options_(options) {}
 
+    // Called on the caller's thread, in the order in which files list units, whatever is read ahead.
     /// Asked for each unit that a file lists, before its file is read; false leaves it a stub.
     std::function<bool(UnitElement &)> wanted;
     /// Asked for each listed unit whose file is missing; true if it is looked after, and there is no warning.
@@ -38,19 +39,22 @@ class ModelLoader {
 
   private:
     bool run(UnitElement &unit, const FileText *known);
-    void readFile(UnitElement &unit, bool isFirst);
-    void fillFrom(UnitElement &unit, const FileText &file, const std::string &path);
-    void refuse(UnitElement &unit, const FileText &file, const std::string &path, Problem problem);
-    bool admitContent(UnitElement &unit, const FileText &file, const std::string &path);
+    void take(UnitElement &unit, UnitReading reading);
+    [[nodiscard]] bool looksAfterMissing(UnitElement &unit);
+    [[nodiscard]] bool staysUnloaded(UnitElement &unit, UnitReading &reading);
+    [[nodiscard]] bool admitContent(UnitElement &unit);
+    [[nodiscard]] Problem problemOf(const UnitElement &unit, const Element &element, std::string why) const;
     [[nodiscard]] bool tellAndAsk(std::size_t done);
 
     Model &model_;
     const OpenOptions &options_;
     Problems problems_;
     bool cancelled_ = false;
-    std::vector<UnitElement *> queue_;
-    UnitDocument document_;
-    FileText file_;
+    // While it runs:
+    UnitElement *first_ = nullptr;
+    const FileText *known_ = nullptr; ///< the text of the first one's file, if that was known
+    ReadAhead *ahead_ = nullptr;
+    std::vector<Element *> open_; ///< its memory is reused
 };
 
 /// What the user is told of a unit that stays a stub because of what is wrong with its file.

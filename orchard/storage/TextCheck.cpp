@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace orchard {
 
@@ -18,16 +19,30 @@ std::string byteText(unsigned char byte) {
 
 bool isControl(unsigned char byte) { return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r'; }
 
+/// Eight bytes at a time: whether none of them is above ASCII or below a blank, but for "\t", "\n" and "\r".
+bool isPlainWord(std::uint64_t word) {
+    constexpr std::uint64_t ones = 0x0101'0101'0101'0101U;
+    constexpr std::uint64_t highs = ones << 7U;
+    // The high bit of each byte tells whether the byte, which is ASCII then, is below or is equal.
+    const auto below = [](std::uint64_t bytes, std::uint64_t limit) { return (highs | bytes) - ones * limit; };
+    const std::uint64_t notBelow = below(word, 0x20);
+    const auto differs = [&](std::uint64_t byte) { return below(word ^ (ones * byte), 1); };
+    return ((word | (~notBelow & differs('\t') & differs('\n') & differs('\r'))) & highs) == 0;
+}
+
 /// Whether there is nothing to look at byte by byte: no control characters, no bytes above ASCII.
 bool isPlain(std::string_view text) {
-    unsigned odd = 0;
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        odd |= static_cast<unsigned>(byte >= 0x80) |
-               (static_cast<unsigned>(byte < 0x20) & static_cast<unsigned>(byte != '\t') &
-                static_cast<unsigned>(byte != '\n') & static_cast<unsigned>(byte != '\r'));
+    bool plain = true;
+    std::size_t at = 0;
+    for (; at + sizeof(std::uint64_t) <= text.size() && plain; at += sizeof(std::uint64_t)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + at, sizeof word);
+        plain = isPlainWord(word);
     }
-    return odd == 0;
+    return plain && std::ranges::none_of(text.substr(at), [](char character) {
+               const auto byte = static_cast<unsigned char>(character);
+               return byte >= 0x80 || isControl(byte);
+           });
 }
 
 /// The length of the UTF-8 sequence at the start of the text, or 0.

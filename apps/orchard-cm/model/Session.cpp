@@ -43,7 +43,7 @@ Session::Session(const GlobalOptions &options, Output &output)
     setup_->onSave([this] { save(); });
 }
 
-Session::~Session() { orchard::closeAllProjects(); }
+Session::~Session() = default; // the project stays open: the end of the process frees it quicker than we could
 
 IProject &Session::project() {
     if (project_ == nullptr) {
