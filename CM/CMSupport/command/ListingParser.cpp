@@ -5,6 +5,7 @@
 #include "CM/host/IPN.h"
 #include "CM/host/SPString.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace command {
@@ -22,7 +23,9 @@ std::string_view lastComponent(std::string_view path) {
 }
 
 bool hasDotInFileName(std::string_view path) {
-    return path.substr(path.find_last_of("\\/") + 1).find('.') != std::string_view::npos;
+    const auto last =
+        std::find_if(path.rbegin(), path.rend(), [](char c) { return c == '.' || c == '/' || c == '\\'; });
+    return last != path.rend() && *last == '.';
 }
 
 } // namespace
