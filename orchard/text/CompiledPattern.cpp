@@ -74,7 +74,7 @@ struct CompiledPattern::Code {
         request.steps = 0xffff'ffffU;
         // A pattern that has failed so gets less time each time, or a batch would wait for it again and again.
         request.end = std::min(time.end(), TimeAllowance::Clock::now() + 5s / (1 << timeouts));
-        const int result = engine::match(work, watched.get(), watchedIsMachineCode, request);
+        const int result = work.match(watched.get(), watchedIsMachineCode, request);
         timeouts += result == engine::timeIsUsedUp ? 1 : 0;
         return result;
     }
@@ -92,14 +92,14 @@ struct CompiledPattern::Code {
         engine::Request request{subject,  start,       PCRE2_UNSET, notEmptyAtStart ? PCRE2_NOTEMPTY_ATSTART : 0U,
                                 fewSteps, std::nullopt};
         if (subject.size() <= mediumSubject) {
-            const int result = engine::match(work, quick.get(), quickIsMachineCode, request);
+            const int result = work.match(quick.get(), quickIsMachineCode, request);
             if (!isOutOfSteps(result)) {
                 return result;
             }
         }
         request.steps = stepsFor(subject.size());
         const int result = !canBeSliced || subject.size() - start <= shortSubject
-                               ? engine::match(work, quick.get(), quickIsMachineCode, request)
+                               ? work.match(quick.get(), quickIsMachineCode, request)
                                : searchInSlices(request, time, work);
         return isOutOfSteps(result) ? searchWatched(request, time, work) : result;
     }
@@ -118,7 +118,7 @@ struct CompiledPattern::Code {
             request.options = next == first ? request.options : 0U;
             request.start = next;
             request.lastStart = next + stride;
-            const int result = engine::match(work, quick.get(), quickIsMachineCode, request);
+            const int result = work.match(quick.get(), quickIsMachineCode, request);
             if (result != PCRE2_ERROR_NOMATCH) {
                 return result;
             }
@@ -207,7 +207,7 @@ bool CompiledPattern::search(std::string_view subject, std::size_t start, bool n
     if (!code_ || start > subject.size()) {
         return false;
     }
-    engine::Workspace &work = engine::workspace(code_->pairs);
+    engine::Workspace &work = engine::Workspace::ofThisThread(code_->pairs);
     const int result = code_->search(subject, start, notEmptyAtStart, time, work);
     if (result < 0) {
         if (result == engine::timeIsUsedUp) {
@@ -219,7 +219,7 @@ bool CompiledPattern::search(std::string_view subject, std::size_t start, bool n
         }
         return false;
     }
-    const PCRE2_SIZE *const offsets = engine::offsets(work);
+    const PCRE2_SIZE *const offsets = work.offsets();
     for (std::size_t i = 0; i < spans.size(); ++i) {
         const bool tookPart = i < static_cast<std::size_t>(result) && offsets[2 * i] != PCRE2_UNSET;
         spans[i] = tookPart ? Span{offsets[2 * i], offsets[2 * i + 1]} : Span{};

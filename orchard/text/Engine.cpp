@@ -8,11 +8,7 @@
 namespace orchard::engine {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-using MatchData = std::unique_ptr<pcre2_match_data, Freed<pcre2_match_data_free>>;
-using MatchContext = std::unique_ptr<pcre2_match_context, Freed<pcre2_match_context_free>>;
 using CompileContext = std::unique_ptr<pcre2_compile_context, Freed<pcre2_compile_context_free>>;
-using JitStack = std::unique_ptr<pcre2_jit_stack, Freed<pcre2_jit_stack_free>>;
 
 constexpr std::uint32_t heapLimit =
     256 * 1024; // KiB that the engine may take where machine code has no stack left
@@ -20,33 +16,7 @@ constexpr std::size_t jitStackStart = 32 * 1024;
 constexpr std::size_t jitStackLimit = 64 * 1024 * 1024;
 constexpr unsigned calloutsPerLook = 32; // a callout may stand for a walk through the whole subject
 
-struct Watch {
-    Clock::time_point end;
-    unsigned calls = 0;
-};
-
-int lookAtClock(pcre2_callout_block * /*block*/, void *data) {
-    auto &watch = *static_cast<Watch *>(data);
-    return ++watch.calls % calloutsPerLook == 0 && Clock::now() >= watch.end ? timeIsUsedUp : 0;
-}
-
 } // namespace
-
-struct Workspace {
-    MatchContext context{pcre2_match_context_create(nullptr)};
-    JitStack stack{pcre2_jit_stack_create(jitStackStart, jitStackLimit, nullptr)};
-    MatchData data;
-    std::uint32_t pairs = 0;
-    // The limits that the context has.
-    std::uint32_t steps = 0;
-    std::size_t lastStart = 0;
-    bool isWatched = true;
-
-    Workspace() {
-        pcre2_set_heap_limit(context.get(), heapLimit);
-        pcre2_jit_stack_assign(context.get(), nullptr, stack.get());
-    }
-};
 
 std::uint32_t optionsOf(std::string_view flags) {
     // Subjects are bytes in no certain encoding, so the engine must never take them for Unicode.
@@ -80,59 +50,47 @@ Code compile(std::string_view text, std::uint32_t options, CompileError &error) 
     return code;
 }
 
-namespace {
-Workspace &workspaceOfThisThread() {
+constinit thread_local Workspace *Workspace::known_ = nullptr;
+
+Workspace::Workspace()
+    : context_(pcre2_match_context_create(nullptr)),
+      stack_(pcre2_jit_stack_create(jitStackStart, jitStackLimit, nullptr)) {
+    pcre2_set_heap_limit(context_.get(), heapLimit);
+    pcre2_jit_stack_assign(context_.get(), nullptr, stack_.get());
+}
+
+Workspace &Workspace::makeForThisThread() {
     thread_local Workspace work;
-    return work;
-}
-// A plain pointer in the thread's own block: asking for the object itself costs a call and a check each time.
-#if defined(__GNUC__)
-[[gnu::tls_model("initial-exec")]]
-#endif
-constinit thread_local Workspace *known = nullptr;
-} // namespace
-
-Workspace &workspace(std::uint32_t pairs) {
-    if (known == nullptr) {
-        known = &workspaceOfThisThread();
-    }
-    Workspace &work = *known;
-    if (pairs > work.pairs) {
-        work.pairs = std::max<std::uint32_t>(pairs, 32);
-        work.data.reset(pcre2_match_data_create(work.pairs, nullptr));
-    }
+    known_ = &work;
     return work;
 }
 
-const PCRE2_SIZE *offsets(const Workspace &work) { return pcre2_get_ovector_pointer(work.data.get()); }
+void Workspace::makeRoom(std::uint32_t pairs) {
+    pairs_ = std::max<std::uint32_t>(pairs, 32);
+    data_.reset(pcre2_match_data_create(pairs_, nullptr));
+    offsets_ = pcre2_get_ovector_pointer(data_.get());
+}
 
-int match(Workspace &work, const pcre2_code *code, bool hasMachineCode, const Request &request) {
-    pcre2_match_context *const context = work.context.get();
-    pcre2_match_data *const data = work.data.get();
-    if (work.steps != request.steps) {
-        pcre2_set_match_limit(context, request.steps);
-        work.steps = request.steps;
-    }
-    if (work.lastStart != request.lastStart) {
-        pcre2_set_offset_limit(context, request.lastStart);
-        work.lastStart = request.lastStart;
-    }
-    Watch watch{request.end.value_or(Clock::time_point()), 0};
-    if (work.isWatched || request.end) {
-        pcre2_set_callout(context, request.end ? lookAtClock : nullptr, &watch);
-        work.isWatched = request.end.has_value();
-    }
-    const auto *bytes = reinterpret_cast<PCRE2_SPTR>(request.subject.data());
-    int result = PCRE2_ERROR_JIT_STACKLIMIT;
-    if (hasMachineCode) {
-        result =
-            pcre2_jit_match(code, bytes, request.subject.size(), request.start, request.options, data, context);
-    }
-    if (result == PCRE2_ERROR_JIT_STACKLIMIT) {
-        result = pcre2_match(code, bytes, request.subject.size(), request.start, request.options | PCRE2_NO_JIT,
-                             data, context);
-    }
-    return result;
+void Workspace::setLimits(const Request &request) {
+    steps_ = request.steps;
+    lastStart_ = request.lastStart;
+    pcre2_set_match_limit(context_.get(), steps_);
+    pcre2_set_offset_limit(context_.get(), lastStart_);
+}
+
+int Workspace::lookAtClock(pcre2_callout_block * /*block*/, void *watch) {
+    auto &[end, calls] = *static_cast<Watch *>(watch);
+    return ++calls % calloutsPerLook == 0 && Clock::now() >= end ? timeIsUsedUp : 0;
+}
+
+void Workspace::setWatch(Watch *watch) {
+    isWatched_ = watch != nullptr;
+    pcre2_set_callout(context_.get(), isWatched_ ? lookAtClock : nullptr, watch);
+}
+
+int Workspace::interpret(const pcre2_code *code, const Request &request) {
+    return pcre2_match(code, bytesOf(request.subject), request.subject.size(), request.start,
+                       request.options | PCRE2_NO_JIT, data_.get(), context_.get());
 }
 
 Starts::Starts(const pcre2_code *code, bool mayIgnoreCase) {

@@ -33,13 +33,6 @@ std::string textOfError(int code);
 /// Null with `error` set for what is no valid pattern.
 Code compile(std::string_view text, std::uint32_t options, CompileError &error);
 
-/// What a match needs besides the pattern; one set a thread, used again by every match.
-struct Workspace;
-/// That of this thread, with room for the result of a match with so many pairs of positions.
-Workspace &workspace(std::uint32_t pairs);
-/// The pairs of positions of the last match.
-const PCRE2_SIZE *offsets(const Workspace &work);
-
 struct Request {
     std::string_view subject;
     std::size_t start = 0;
@@ -50,8 +43,71 @@ struct Request {
     std::optional<std::chrono::steady_clock::time_point> end;
 };
 
-/// As pcre2_match. Machine code is used if there is some, and its stack suffices.
-int match(Workspace &work, const pcre2_code *code, bool hasMachineCode, const Request &request);
+/// What a match needs besides the pattern; one set a thread, used again by every match. What each of many short
+/// matches goes through stands here, where it costs no call.
+class Workspace {
+  public:
+    Workspace();
+    /// That of this thread, with room for the result of a match with so many pairs of positions.
+    static Workspace &ofThisThread(std::uint32_t pairs) {
+        Workspace &work = known_ != nullptr ? *known_ : makeForThisThread();
+        if (pairs > work.pairs_) {
+            work.makeRoom(pairs);
+        }
+        return work;
+    }
+
+    /// As pcre2_match. Machine code is used if there is some, and its stack suffices.
+    int match(const pcre2_code *code, bool hasMachineCode, const Request &request) {
+        if (steps_ != request.steps || lastStart_ != request.lastStart) {
+            setLimits(request);
+        }
+        Watch watch{request.end.value_or(Clock::time_point())};
+        if (isWatched_ || request.end) {
+            setWatch(request.end ? &watch : nullptr);
+        }
+        int result = PCRE2_ERROR_JIT_STACKLIMIT;
+        if (hasMachineCode) {
+            result = pcre2_jit_match(code, bytesOf(request.subject), request.subject.size(), request.start,
+                                     request.options, data_.get(), context_.get());
+        }
+        return result == PCRE2_ERROR_JIT_STACKLIMIT ? interpret(code, request) : result;
+    }
+
+    /// The pairs of positions of the last match.
+    [[nodiscard]] const PCRE2_SIZE *offsets() const { return offsets_; }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    struct Watch {
+        Clock::time_point end;
+        unsigned calls = 0;
+    };
+
+    static Workspace &makeForThisThread();
+    static int lookAtClock(pcre2_callout_block *block, void *watch);
+    static PCRE2_SPTR bytesOf(std::string_view text) { return reinterpret_cast<PCRE2_SPTR>(text.data()); }
+    void makeRoom(std::uint32_t pairs);
+    void setLimits(const Request &request);
+    void setWatch(Watch *watch);
+    int interpret(const pcre2_code *code, const Request &request);
+
+    // A plain pointer in the thread's own block: asking for the object itself costs a call and a check each time.
+#if defined(__GNUC__)
+    [[gnu::tls_model("initial-exec")]]
+#endif
+    static constinit thread_local Workspace *known_;
+
+    std::unique_ptr<pcre2_match_context, Freed<pcre2_match_context_free>> context_;
+    std::unique_ptr<pcre2_jit_stack, Freed<pcre2_jit_stack_free>> stack_;
+    std::unique_ptr<pcre2_match_data, Freed<pcre2_match_data_free>> data_;
+    const PCRE2_SIZE *offsets_ = nullptr;
+    std::uint32_t pairs_ = 0;
+    // What the context has.
+    std::uint32_t steps_ = 0;
+    std::size_t lastStart_ = 0;
+    bool isWatched_ = true;
+};
 
 /// The bytes, or places, that the matches of a pattern can begin with.
 class Starts {
