@@ -193,6 +193,14 @@ bool CompiledPattern::searchLiteral(std::string_view subject, std::size_t start,
     return true;
 }
 
+void CompiledPattern::reportFailure(int result) const {
+    reportPatternProblem({pattern_,
+                          std::nullopt,
+                          result == engine::timeIsUsedUp ? "it takes too long, as it tries too many combinations"
+                                                         : "matching was given up: " + engine::textOfError(result),
+                          {}});
+}
+
 bool CompiledPattern::search(std::string_view subject, std::size_t start, bool notEmptyAtStart,
                              TimeAllowance &time, std::vector<Span> &spans) const {
     spans.resize(pairs());
@@ -210,12 +218,8 @@ bool CompiledPattern::search(std::string_view subject, std::size_t start, bool n
     engine::Workspace &work = engine::Workspace::ofThisThread(code_->pairs);
     const int result = code_->search(subject, start, notEmptyAtStart, time, work);
     if (result < 0) {
-        if (result == engine::timeIsUsedUp) {
-            reportPatternProblem(
-                {pattern_, std::nullopt, "it takes too long, as it tries too many combinations", {}});
-        } else if (result != PCRE2_ERROR_NOMATCH) {
-            reportPatternProblem(
-                {pattern_, std::nullopt, "matching was given up: " + engine::textOfError(result), {}});
+        if (result != PCRE2_ERROR_NOMATCH) {
+            reportFailure(result);
         }
         return false;
     }

@@ -68,6 +68,7 @@ class CompiledPattern {
   private:
     struct Code;
     bool searchLiteral(std::string_view subject, std::size_t start, std::span<Span> spans) const;
+    void reportFailure(int result) const;
 
     std::string pattern_;
     std::string literal_; ///< non-empty if the pattern is plain text
