@@ -4,6 +4,7 @@
 
 #include "CM/host/IUnit.h"
 #include "orchard/model/Element.h"
+#include "orchard/model/FileState.h"
 
 #include <cstdint>
 #include <memory>
@@ -73,6 +74,9 @@ class UnitElement : public Element {
     /// Of what the file held behind its header when it was last read or saved; 0 if that is not known.
     [[nodiscard]] std::uint64_t bodyHash() const { return bodyHash_; }
     void setBodyHash(std::uint64_t hash) { bodyHash_ = hash; }
+    /// Of the unit's file, from before what the model holds of it was read; not known of a stub.
+    [[nodiscard]] const FileState &fileState() const { return fileState_; }
+    void setFileState(const FileState &state) { fileState_ = state; }
     [[nodiscard]] long cmState() const { return cmState_; }
     void setCMState(long state) { cmState_ = state; }
 
@@ -124,6 +128,7 @@ class UnitElement : public Element {
     std::string header_;
     long cmState_ = 0;
     std::uint64_t bodyHash_ = 0;
+    FileState fileState_;
     std::uint8_t flags_ = 0;
     std::unique_ptr<Extras> extras_;
 };

@@ -57,6 +57,16 @@ fs::path namedShare(const fs::path &name) {
     return place;
 }
 
+/// The user's directory for one purpose, as the XDG base directory specification has it: relative names don't
+/// count.
+fs::path belowHome(const char *variable, const char *usual) {
+    if (const fs::path named = fromEnvironment(variable); named.is_absolute()) {
+        return named / "orchard";
+    }
+    const fs::path home = fromEnvironment("HOME");
+    return home.empty() ? fs::path() : home / usual / "orchard";
+}
+
 } // namespace
 
 fs::path shareDirectory() {
@@ -80,12 +90,8 @@ fs::path shareDirectory() {
     return {};
 }
 
-fs::path userDirectory() {
-    if (const fs::path configuration = fromEnvironment("XDG_CONFIG_HOME"); configuration.is_absolute()) {
-        return configuration / "orchard";
-    }
-    const fs::path home = fromEnvironment("HOME");
-    return home.empty() ? fs::path() : home / ".config" / "orchard";
-}
+fs::path userDirectory() { return belowHome("XDG_CONFIG_HOME", ".config"); }
+
+fs::path cacheDirectory() { return belowHome("XDG_CACHE_HOME", ".cache"); }
 
 } // namespace orchard

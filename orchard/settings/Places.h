@@ -18,4 +18,8 @@ ORCHARD_API std::filesystem::path shareDirectory();
 /// without a home directory.
 ORCHARD_API std::filesystem::path userDirectory();
 
+/// The directory of what can be made anew at any time, "orchard" below XDG_CACHE_HOME or below ~/.cache. It may
+/// not exist. Empty without a home directory.
+ORCHARD_API std::filesystem::path cacheDirectory();
+
 } // namespace orchard

@@ -23,6 +23,7 @@ OpenFile::OpenFile(const std::string &path) : fd_(::open(path.c_str(), O_RDONLY 
     }
     readOnly_ = (state.st_mode & S_IWUSR) == 0;
     size_ = static_cast<std::size_t>(state.st_size);
+    state_ = FileState::of(state);
 }
 
 OpenFile::~OpenFile() {
@@ -71,6 +72,7 @@ FileRead FileText::read(const std::string &path, std::size_t limit) {
         return failed(file.fault());
     }
     readOnly = file.isReadOnly();
+    state = file.state();
     if (file.size() > limit) {
         return failed("the file is larger than " + std::to_string(limit >> 20U) + " MiB");
     }

@@ -1,6 +1,7 @@
 // Reading a whole file with few system calls, and naming places in its text.
 #pragma once
 
+#include "orchard/model/FileState.h"
 #include "orchard/storage/Problem.h"
 
 #include <cstddef>
@@ -26,6 +27,7 @@ class OpenFile {
     [[nodiscard]] const std::string &fault() const { return fault_; }
     [[nodiscard]] std::size_t size() const { return size_; }
     [[nodiscard]] bool isReadOnly() const { return readOnly_; }
+    [[nodiscard]] const FileState &state() const { return state_; }
     /// Goes on reading until `text`, which must hold what was read before, has `bytes` bytes. True if the file has
     /// ended by then.
     [[nodiscard]] bool readUpTo(std::size_t bytes, std::string &text);
@@ -37,6 +39,7 @@ class OpenFile {
     bool isMissing_ = false;
     bool readOnly_ = false;
     std::size_t size_ = 0;
+    FileState state_;
     std::string fault_;
 };
 
@@ -45,6 +48,7 @@ enum class FileRead { done, missing, failed };
 struct FileText {
     std::string text; ///< kept from one read to the next, so that its memory is reused
     bool readOnly = false;
+    FileState state;   ///< from before the text was read
     std::string fault; ///< why reading failed
 
     /// Reads a regular file of at most `limit` bytes.

@@ -8,6 +8,7 @@
 #include "orchard/storage/AtomicFile.h"
 #include "orchard/storage/DiskStorage.h"
 #include "orchard/storage/ModelLoader.h"
+#include "orchard/storage/PartOpening.h"
 #include "orchard/storage/ProjectFile.h"
 #include "orchard/storage/UnitReplacement.h"
 
@@ -69,12 +70,13 @@ bool readProjectFile(const std::string &path, ProjectFile &project, Problems &pr
 /// Reads all units into a model that nobody sees yet.
 class Opening {
   public:
-    Opening(Model &model, const ProjectFile &project, const OpenOptions &options)
+    Opening(Model &model, const ProjectFile &project, const OpenOptions &options,
+            const std::unordered_set<ElementId> *only)
         : model_(model), loader_(model, options), stubs_(project.stubs.begin(), project.stubs.end()) {
-        loader_.wanted = [this](UnitElement &unit) {
+        loader_.wanted = [this, only](UnitElement &unit) {
             const bool wanted = !stubs_.contains(unit.id());
             unit.set(UnitElement::stubByChoice, !wanted);
-            return wanted;
+            return wanted && (only == nullptr || only->contains(unit.id()));
         };
         loader_.broken = [&options](UnitElement &unit, const Problem &problem) {
             if (options.warning) {
@@ -116,9 +118,8 @@ void collectProblems(Replacement &replacement, Problems &problems) {
     std::ranges::move(replacement.problems, std::back_inserter(problems));
 }
 
-} // namespace
-
-OpenResult openProject(const std::string &path, const OpenOptions &options) {
+OpenResult openUnits(const std::string &path, const OpenOptions &options,
+                     const std::unordered_set<ElementId> *only) {
     OpenResult result;
     const std::string file = projectFileFor(path, result.problems);
     if (file.empty()) {
@@ -154,13 +155,23 @@ OpenResult openProject(const std::string &path, const OpenOptions &options) {
         result.problems.push_back({file, 0, 0, "the name of the project is refused: " + bad});
         return result;
     }
-    Opening opening(*model, project, options);
+    Opening opening(*model, project, options, only);
     const bool read = opening.run();
     opening.report(result);
     if (read) {
         result.project = &Workspace::instance().add(std::move(model), options.activate).projectObject();
     }
     return result;
+}
+
+} // namespace
+
+OpenResult openProject(const std::string &path, const OpenOptions &options) {
+    return openUnits(path, options, nullptr);
+}
+
+OpenResult openPart(const std::string &path, const std::unordered_set<ElementId> &units) {
+    return openUnits(path, {}, &units);
 }
 
 void closeProject(IProject *project) {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <pugixml.hpp>
+#include <sys/stat.h>
 
 namespace orchard {
 
@@ -215,6 +216,10 @@ void Filling::readEmbedded(const pugi::xml_node &node, Element &owner) {
     unit.setName(unit.fileName());
     if (node.first_child()) {
         refuse(node, "<embedded> may hold nothing");
+    }
+    struct stat state {};
+    if (::stat(unit.fullFileName().c_str(), &state) == 0) {
+        unit.setFileState(FileState::of(state));
     }
     unit.updateMode();
     unit.updateHeader(true); // a file that is missing yet has none

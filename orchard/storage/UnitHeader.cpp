@@ -1,9 +1,9 @@
 #include "orchard/storage/UnitHeader.h"
 
 #include "orchard/model/ElementKind.h"
+#include "orchard/storage/TextHash.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace orchard {
@@ -136,16 +136,7 @@ std::uint64_t bodyHashOf(std::string_view text) {
         std::erase(plain, '\r');
         text = plain;
     }
-    constexpr std::uint64_t odd = 0x9E3779B97F4A7C15ULL;
-    std::uint64_t hash = text.size() * odd;
-    while (!text.empty()) {
-        std::uint64_t word = 0;
-        const std::size_t size = std::min(text.size(), sizeof word);
-        std::memcpy(&word, text.data(), size);
-        text.remove_prefix(size);
-        hash = (hash ^ word) * odd;
-        hash ^= hash >> 32U;
-    }
+    const std::uint64_t hash = hashOfText(text);
     return hash == 0 ? 1 : hash;
 }
 

@@ -93,6 +93,7 @@ UnitReading UnitReader::fill(UnitElement &unit, const FileText &file, const std:
     unit.setHeader(findHeader(file.text).text);
     unit.setBodyHash(bodyHashOf(file.text));
     unit.set(UnitElement::readOnlyFile, file.readOnly);
+    unit.setFileState(file.state);
     return reading;
 }
 

@@ -4,7 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <sstream>
+#include <thread>
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
@@ -162,6 +164,34 @@ TEST_F(Program, GeneratesTheSameModelForTheSameNumber) {
     EXPECT_EQ(project.shell("diff -r one two").exit, 0);
     const Ran list = project.cm({"-p", "one/big.orp", "--json", "list"});
     EXPECT_EQ(list.json()["units"].size(), 51U) << "fifty units and the project";
+}
+
+TEST_F(Program, ListsALargeModelFromItsRecordUntilAFileChanges) {
+    Workplace place;
+    const fs::path cache = place.directory() / "cache";
+    place.setEnvironment("XDG_CACHE_HOME", cache.string());
+    ASSERT_EQ(place.cm({"new", "Big", "--units", "1200", "--tool", "RCS"}).exit, 0);
+    const auto list = [&](const char *form) { return place.cm({"-p", "Big", form, "list"}).out; };
+    const std::string first = list("--json");
+    EXPECT_FALSE(fs::exists(cache)) << "files that are so young are not trusted";
+    std::this_thread::sleep_for(std::chrono::milliseconds(2100)); // the times of files stand still for so long
+    EXPECT_TRUE(list("--json") == first);
+    ASSERT_TRUE(fs::exists(cache / "orchard" / "workspaces"));
+    EXPECT_TRUE(list("--json") == first);
+    const fs::path file = place.directory() / "Big_ory" / "Plant.ocm";
+    std::string text = Workplace::read(file);
+    text.replace(text.find("$Revision$"), 10, "$Revision: 1.7 $");
+    text.replace(text.find("$Locker$"), 8, "$Locker: ann $");
+    Workplace::write(file, text);
+    const std::string changed = list("--json");
+    const auto plant = nlohmann::json::parse(changed)["units"][1];
+    EXPECT_EQ(plant.value("version", ""), "1.7");
+    EXPECT_EQ(plant.value("locker", ""), "ann");
+    std::this_thread::sleep_for(std::chrono::milliseconds(2100));
+    EXPECT_TRUE(list("--json") == changed);
+    EXPECT_TRUE(list("--json") == changed) << "version and locker come out of the record, too";
+    fs::permissions(file, fs::perms::owner_write, fs::perm_options::remove);
+    EXPECT_EQ(nlohmann::json::parse(list("--json"))["units"][1]["state"], "RO");
 }
 
 TEST_F(Program, SuggestsAnInstalledTool) {

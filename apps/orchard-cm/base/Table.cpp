@@ -9,30 +9,41 @@ std::size_t columnsOf(std::string_view text) {
         text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
 }
 
-Table::Table(std::initializer_list<std::string> headings) { rows_.emplace_back(headings); }
+Table::Table(std::initializer_list<std::string_view> headings) : widths_(headings.size()) { add(headings); }
 
-void Table::add(std::vector<std::string> row) { rows_.push_back(std::move(row)); }
+void Table::add(std::initializer_list<std::string_view> cells) {
+    std::size_t column = 0;
+    for (const std::string_view cell : cells) {
+        cells_ += cell;
+        ends_.push_back({cells_.size(), columnsOf(cell)});
+        widths_[column] = std::max(widths_[column], ends_.back().columns);
+        ++column;
+    }
+}
 
 void Table::write(std::ostream &out) const {
-    if (rows_.size() == 1) {
+    constexpr std::size_t gap = 2;
+    constexpr std::size_t enough = 64 * 1024; // bytes, for one call of the stream
+    if (ends_.size() == widths_.size()) {
         return;
     }
-    std::vector<std::size_t> widths;
-    for (const auto &row : rows_) {
-        widths.resize(std::max(widths.size(), row.size()));
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], columnsOf(row[column]));
+    std::string lines;
+    std::size_t start = 0;
+    for (std::size_t at = 0; at < ends_.size(); ++at) {
+        const std::size_t column = at % widths_.size();
+        lines.append(cells_, start, ends_[at].end - start);
+        start = ends_[at].end;
+        if (column + 1 < widths_.size()) {
+            lines.append(widths_[column] - ends_[at].columns + gap, ' ');
+            continue;
+        }
+        lines += '\n';
+        if (lines.size() >= enough) {
+            out << lines;
+            lines.clear();
         }
     }
-    for (const auto &row : rows_) {
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            out << row[column];
-            if (column + 1 < row.size()) {
-                out << std::string(widths[column] - columnsOf(row[column]) + 2, ' ');
-            }
-        }
-        out << '\n';
-    }
+    out << lines;
 }
 
 } // namespace orchard_cm

@@ -15,13 +15,20 @@ std::size_t columnsOf(std::string_view text);
 
 class Table {
   public:
-    explicit Table(std::initializer_list<std::string> headings);
-    void add(std::vector<std::string> row);
+    explicit Table(std::initializer_list<std::string_view> headings);
+    /// A row has as many cells as there are headings.
+    void add(std::initializer_list<std::string_view> cells);
     /// Writes headings and rows; the last column is not filled up. Nothing if there is no row.
     void write(std::ostream &out) const;
 
   private:
-    std::vector<std::vector<std::string>> rows_;
+    struct Cell {
+        std::size_t end;     ///< in cells_
+        std::size_t columns; ///< that it takes
+    };
+    std::string cells_; ///< the texts of all cells, row by row
+    std::vector<Cell> ends_;
+    std::vector<std::size_t> widths_; ///< of the columns
 };
 
 } // namespace orchard_cm

@@ -36,26 +36,26 @@ class ListCommand : public Command {
     }
 
     ExitCode run(Context &context) override {
-        const auto rows = orchard::workspaceUnits(context.session.project());
         Json units = Json::array();
-        if (context.output.isJson()) {
-            for (const auto &row : rows) {
+        std::string paths;
+        Table table{"STATE", "TYPE", "VERSION", "LOCKER", "UNIT", "FILE"};
+        context.session.visitUnits([&](const orchard::UnitRow &row) {
+            if (context.output.isJson()) {
                 units.push_back(toJson(row));
+            } else if (pathsOnly_) {
+                paths += row.path;
+                paths += '\n';
+            } else {
+                table.add({orchard::unitStateText(row.state), row.type, CMTraitFacade::getVersion(row.unit).view(),
+                           CMTraitFacade::getLocker(row.unit).view(), row.path, row.file});
             }
-        }
+        });
         context.output.result({{"units", std::move(units)}}, [&](std::ostream &out) {
             if (pathsOnly_) {
-                for (const auto &row : rows) {
-                    out << row.path << '\n';
-                }
-                return;
+                out << paths;
+            } else {
+                table.write(out);
             }
-            Table table{"STATE", "TYPE", "VERSION", "LOCKER", "UNIT", "FILE"};
-            for (const auto &row : rows) {
-                table.add({orchard::unitStateText(row.state), row.type, CMTraitFacade::getVersion(row.unit).str(),
-                           CMTraitFacade::getLocker(row.unit).str(), row.path, row.file});
-            }
-            table.write(out);
         });
         return ExitCode::done;
     }

@@ -1,12 +1,14 @@
 #include "apps/orchard-cm/model/Session.h"
 
+#include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMTraitFacade.h"
 #include "CM/platform/Files.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/model/HostSetup.h"
-#include "orchard/storage/Projects.h"
+#include "orchard/remembered/RememberedWorkspace.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 
 namespace orchard_cm {
@@ -43,7 +45,7 @@ Session::Session(const GlobalOptions &options, Output &output)
     setup_->onSave([this] { save(); });
 }
 
-Session::~Session() = default; // the project stays open: the end of the process frees it quicker than we could
+Session::~Session() = default;
 
 IProject &Session::project() {
     if (project_ == nullptr) {
@@ -97,6 +99,25 @@ void Session::open() {
     }
     project_ = result.project;
     theCMFacade.RefreshCMStatus();
+}
+
+void Session::visitUnits(const std::function<void(const orchard::UnitRow &)> &visit) {
+    if (project_ == nullptr) {
+        const auto remembered = orchard::RememberedWorkspace::open(projectFile());
+        // With a provider the states of the units are asked for at opening.
+        if (remembered != nullptr && CMProperty::getUseSCCtool() == 0) {
+            remembered->visitUnits(visit);
+            return;
+        }
+    }
+    const bool isFresh = project_ == nullptr;
+    const auto openedAt = std::chrono::system_clock::now();
+    const auto rows = orchard::workspaceUnits(project());
+    constexpr std::size_t large = 1000; // units; fewer are read at once
+    if (isFresh && rows.size() >= large) {
+        orchard::RememberedWorkspace::keep(project(), openedAt);
+    }
+    std::ranges::for_each(rows, visit);
 }
 
 void Session::save() {

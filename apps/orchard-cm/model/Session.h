@@ -6,7 +6,9 @@
 #include "apps/orchard-cm/model/Answers.h"
 #include "apps/orchard-cm/model/Journal.h"
 #include "apps/orchard-cm/options/GlobalOptions.h"
+#include "orchard/storage/Projects.h"
 
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -20,13 +22,18 @@ class Session {
     /// Sets up the host and the library; opens nothing yet. Both arguments must outlive the session, of which
     /// there is one at a time.
     Session(const GlobalOptions &options, Output &output);
-    /// Closes the project. What was changed and not saved is lost.
+    /// The project stays open: the end of the process frees it far quicker than we could. What was changed and not
+    /// saved is lost.
     ~Session();
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
     /// The project, opened at the first call. Throws a Failure if there is none or it can't be read.
     [[nodiscard]] IProject &project();
+    /// The rows of orchard::workspaceUnits(), one after the other. If the project isn't open yet, a large one of
+    /// which no file has changed since it was last listed is not read for it. A row and its unit stand until
+    /// `visit` returns; the unit is good for asking about its header only.
+    void visitUnits(const std::function<void(const orchard::UnitRow &)> &visit);
     /// Saves what is modified. Throws a Failure that names each file that could not be saved.
     void save();
     /// The same if any unit is modified; else nothing is written.

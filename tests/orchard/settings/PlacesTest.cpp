@@ -59,4 +59,12 @@ TEST(UserDirectory, ARelativeConfigurationHomeDoesNotCount) {
     unsetenv("XDG_CONFIG_HOME");
 }
 
+TEST(CacheDirectory, IsApartFromTheUsersFiles) {
+    setenv("HOME", "/home/u", 1);
+    EXPECT_EQ(orchard::cacheDirectory(), "/home/u/.cache/orchard");
+    setenv("XDG_CACHE_HOME", "/var/tmp/u", 1);
+    EXPECT_EQ(orchard::cacheDirectory(), "/var/tmp/u/orchard");
+    unsetenv("XDG_CACHE_HOME");
+}
+
 } // namespace

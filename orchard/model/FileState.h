@@ -1,0 +1,27 @@
+// By what a change of a file shows without reading it.
+#pragma once
+
+#include <cstdint>
+#include <sys/stat.h>
+
+namespace orchard {
+
+/// Whatever is written to a file, put in its place or set of its mode gives it another change time, which no
+/// program can choose (POSIX, "File Times Update").
+struct FileState {
+    std::uint64_t inode = 0;   ///< 0: not known
+    std::uint64_t size = 0;    ///< bytes
+    std::int64_t modified = 0; ///< nanoseconds since 1970
+    std::int64_t changed = 0;  ///< the same
+
+    [[nodiscard]] static FileState of(const struct stat &state) {
+        constexpr std::int64_t second = 1'000'000'000;
+        return {state.st_ino, static_cast<std::uint64_t>(state.st_size),
+                state.st_mtim.tv_sec * second + state.st_mtim.tv_nsec,
+                state.st_ctim.tv_sec * second + state.st_ctim.tv_nsec};
+    }
+    [[nodiscard]] bool isKnown() const { return inode != 0; }
+    friend bool operator==(const FileState &, const FileState &) = default;
+};
+
+} // namespace orchard

@@ -1,0 +1,96 @@
+#include "orchard/remembered/RememberedWorkspace.h"
+
+#include "CM/platform/Files.h"
+#include "orchard/model/Paths.h"
+#include "orchard/model/UnitElement.h"
+#include "orchard/remembered/WorkspaceRecord.h"
+#include "orchard/settings/Places.h"
+#include "orchard/storage/AtomicFile.h"
+#include "orchard/storage/FileText.h"
+#include "orchard/storage/PartOpening.h"
+#include "orchard/storage/TextHash.h"
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace orchard {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t largestRecord = std::size_t{4} << 30U;
+
+/// Where the record of a project is kept: one file a project, by its full path. Empty without a cache directory.
+fs::path recordFileOf(std::string_view projectFile) {
+    const fs::path directory = cacheDirectory();
+    if (directory.empty()) {
+        return {};
+    }
+    std::array<char, 17> hash{};
+    std::snprintf(hash.data(), hash.size(), "%016llx", static_cast<unsigned long long>(hashOfText(projectFile)));
+    return directory / "workspaces" / (std::string(fileOfPath(projectFile)) + '-' + hash.data());
+}
+
+} // namespace
+
+struct RememberedWorkspace::State {
+    WorkspaceRecord record;
+    IProject *project;
+};
+
+RememberedWorkspace::RememberedWorkspace(std::unique_ptr<State> state) : state_(std::move(state)) {}
+RememberedWorkspace::~RememberedWorkspace() { closeProject(state_->project); }
+
+void RememberedWorkspace::keep(const IProject &project, std::chrono::system_clock::time_point openedAt) {
+    const fs::path file = recordFileOf(projectFileOf(project));
+    const auto record = file.empty() ? std::nullopt : WorkspaceRecord::of(project, openedAt);
+    if (!record) {
+        return;
+    }
+    std::error_code ignored; // a record that can't be kept is made again the next time
+    fs::create_directories(file.parent_path(), ignored);
+    static_cast<void>(writeWholeFile(file.string(), record->text()));
+}
+
+std::unique_ptr<RememberedWorkspace> RememberedWorkspace::open(const std::string &path) {
+    const std::string projectFile = normalPath(path, platform::currentDirectory().view());
+    const fs::path file = recordFileOf(projectFile);
+    FileText text;
+    if (file.empty() || text.read(file.string(), largestRecord) != FileRead::done) {
+        return nullptr;
+    }
+    auto record = WorkspaceRecord::from(std::move(text.text));
+    if (!record || record->projectFile() != projectFile || !record->isUpToDate()) {
+        return nullptr;
+    }
+    const OpenResult opened = openPart(projectFile, record->needed());
+    if (!opened) {
+        return nullptr;
+    }
+    return std::unique_ptr<RememberedWorkspace>(
+        new RememberedWorkspace(std::make_unique<State>(State{std::move(*record), opened.project})));
+}
+
+void RememberedWorkspace::visitUnits(const std::function<void(const UnitRow &)> &visit) const {
+    const std::unique_ptr<Element> element = makeElement(Kind::classKind);
+    UnitElement &unit = *element->asUnit();
+    unit.setFileName("unit"); // so that it is asked itself, not an owner
+    UnitRow row;
+    row.unit = &unit.unit();
+    state_->record.visitUnits([&](const RecordedUnit &recorded) {
+        unit.setHeader(recorded.header);
+        row.name = recorded.name;
+        row.path = recorded.path;
+        row.type = traitsOf(recorded.kind).displayName;
+        row.file = recorded.file;
+        row.state = recorded.state;
+        visit(row);
+        return true;
+    });
+}
+
+} // namespace orchard

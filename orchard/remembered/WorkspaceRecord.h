@@ -1,0 +1,79 @@
+// What a list of the workspace tells, with the states of all files that it comes from, as one text:
+//
+//     the mark of the format, a hash of what follows
+//     the project file and its state
+//     the units that have to be loaded for properties to be looked up
+//     of each unit: kind, state, names, header, and the state of its file
+#pragma once
+
+#include "orchard/model/ElementId.h"
+#include "orchard/model/ElementKind.h"
+#include "orchard/model/FileState.h"
+#include "orchard/remembered/RecordText.h"
+#include "orchard/storage/Projects.h"
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+class IProject;
+
+namespace orchard {
+
+/// One unit of a record; the texts are views into the record.
+struct RecordedUnit {
+    Kind kind = Kind::project;
+    UnitState state = UnitState::unloaded;
+    std::string_view name;
+    std::string_view path; ///< as in UnitRow
+    std::string_view file; ///< as in UnitRow
+    std::string_view header;
+    FileState fileState; ///< not known for a unit that is not to be loaded
+};
+
+class WorkspaceRecord {
+  public:
+    /// Of a project as it was opened from `openedAt` on. Nothing if that can't be told from its files again: if
+    /// one is missing or broken, if something is modified, or if a file was changed so shortly before the opening
+    /// that a later change could bear the same time.
+    [[nodiscard]] static std::optional<WorkspaceRecord> of(const IProject &project,
+                                                           std::chrono::system_clock::time_point openedAt);
+    /// From a text that was written; nothing if it is damaged, or of another format.
+    [[nodiscard]] static std::optional<WorkspaceRecord> from(std::string text);
+
+    [[nodiscard]] const std::string &text() const { return text_; }
+    [[nodiscard]] std::string_view projectFile() const { return projectFile_; }
+    [[nodiscard]] const std::unordered_set<ElementId> &needed() const { return needed_; }
+    /// Whether the project file and those of all units are as they were.
+    [[nodiscard]] bool isUpToDate() const;
+
+    /// The units in model order; false from `visit` ends it, and is what comes back.
+    template <class VISIT> bool visitUnits(VISIT &&visit) const {
+        RecordReader reader(units());
+        for (std::uint64_t left = unitCount_; left > 0; --left) {
+            if (!visit(nextUnit(reader))) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+  private:
+    explicit WorkspaceRecord(std::string text) : text_(std::move(text)) {}
+    [[nodiscard]] bool readHead();
+    [[nodiscard]] std::string_view units() const { return std::string_view(text_).substr(unitsAt_); }
+    [[nodiscard]] static RecordedUnit nextUnit(RecordReader &reader);
+
+    std::string text_;
+    std::string projectFile_;
+    FileState projectState_;
+    std::string unitsDirectory_;
+    std::unordered_set<ElementId> needed_;
+    std::uint64_t unitCount_ = 0;
+    std::size_t unitsAt_ = 0;
+};
+
+} // namespace orchard
