@@ -3,11 +3,20 @@
 #include "orchard/model/ElementKind.h"
 #include "orchard/model/Paths.h"
 
+#include <algorithm>
+#include <charconv>
+#include <system_error>
+
 namespace orchard {
 
 namespace {
 
 constexpr std::string_view firstLine = "orchard-project 1";
+
+bool readNumber(std::string_view text, long &number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
 
 } // namespace
 
@@ -28,8 +37,8 @@ bool ProjectFile::parse(std::string_view text, Fault &fault) {
             fault = {at + offset, std::move(why)};
             return false;
         };
-        const auto readId = [&](ElementId &id) {
-            const auto parsed = ElementId::parse(value);
+        const auto readId = [&](ElementId &id, std::string_view digits) {
+            const auto parsed = ElementId::parse(digits);
             id = parsed.value_or(ElementId());
             return parsed.has_value() ||
                    refuse(blank + 1, "expected an identifier: 32 hexadecimal digits in groups of 8-4-4-4-12");
@@ -46,20 +55,30 @@ bool ProjectFile::parse(std::string_view text, Fault &fault) {
             }
             unitsDirectory = value;
         } else if (word == "component") {
-            if (!readId(component)) {
+            if (!readId(component, value)) {
                 return false;
             }
         } else if (word == "configuration") {
-            if (!readId(configuration)) {
+            if (!readId(configuration, value)) {
                 return false;
             }
         } else if (word == "stub") {
-            if (!readId(stubs.emplace_back())) {
+            if (!readId(stubs.emplace_back(), value)) {
                 return false;
             }
+        } else if (word == "state") {
+            const std::size_t idEnd = std::min(value.find(' '), value.size());
+            auto &[id, state] = states.emplace_back();
+            if (!readId(id, value.substr(0, idEnd))) {
+                return false;
+            }
+            if (!readNumber(value.substr(std::min(idEnd + 1, value.size())), state)) {
+                return refuse(std::min(blank + 1 + idEnd + 1, line.size()),
+                              "expected a number, the state of the unit");
+            }
         } else if (!line.empty()) {
-            return refuse(0, "expected a line that begins with \"units\", \"component\", \"configuration\" or "
-                             "\"stub\"");
+            return refuse(0, "expected a line that begins with \"units\", \"component\", \"configuration\", "
+                             "\"stub\" or \"state\"");
         }
         at = end + 1;
     }
@@ -82,6 +101,9 @@ std::string ProjectFile::text() const {
     }
     for (const ElementId &stub : stubs) {
         text += "stub " + stub.text() + "\n";
+    }
+    for (const auto &[id, state] : states) {
+        text += "state " + id.text() + ' ' + std::to_string(state) + "\n";
     }
     return text;
 }

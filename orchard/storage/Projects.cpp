@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace orchard {
@@ -72,7 +73,8 @@ class Opening {
   public:
     Opening(Model &model, const ProjectFile &project, const OpenOptions &options,
             const std::unordered_set<ElementId> *only)
-        : model_(model), loader_(model, options), stubs_(project.stubs.begin(), project.stubs.end()) {
+        : model_(model), loader_(model, options), stubs_(project.stubs.begin(), project.stubs.end()),
+          states_(project.states.begin(), project.states.end()) {
         loader_.wanted = [this, only](UnitElement &unit) {
             const bool wanted = !stubs_.contains(unit.id());
             unit.set(UnitElement::stubByChoice, !wanted);
@@ -106,12 +108,17 @@ class Opening {
             return "the file " + clash.sameFile->fullFileName() + " is named by two units, '" + element.name() +
                    "' and '" + clash.sameFile->name() + "'";
         }
+        if (UnitElement *const unit = states_.empty() ? nullptr : element.asUnit()) {
+            const auto state = states_.find(unit->id());
+            unit->setCMState(state == states_.end() ? 0 : state->second);
+        }
         return {};
     }
 
     Model &model_;
     ModelLoader loader_;
     std::unordered_set<ElementId> stubs_;
+    std::unordered_map<ElementId, long> states_;
 };
 
 void collectProblems(Replacement &replacement, Problems &problems) {
@@ -212,6 +219,9 @@ Problems saveProject(IProject *project, bool everything) {
     file.configuration = model->activeConfiguration;
     visitSubtree<Element>(model->project(), [&](Element &element) {
         UnitElement *const unit = element.asUnit();
+        if (unit != nullptr && unit->cmState() != 0) {
+            file.states.emplace_back(unit->id(), unit->cmState());
+        }
         if (unit == nullptr || !unit->isSaveUnit()) {
             return;
         }

@@ -284,6 +284,11 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair("orchard-project 1\n", "2:1: the units directory is not named"),
                     std::pair("orchard-project 1\nunits ../x\n", "2:7: the name of the units"),
                     std::pair("orchard-project 1\nunits a\nstub 12\n", "3:6: expected an identifier"),
+                    std::pair("orchard-project 1\nunits a\nstate 12 1\n", "3:7: expected an identifier"),
+                    std::pair("orchard-project 1\nunits a\nstate 0f3c0000-0000-0000-0000-000000000001 1x\n",
+                              "3:44: expected a number"),
+                    std::pair("orchard-project 1\nunits a\nstate 0f3c0000-0000-0000-0000-000000000001\n",
+                              "3:43: expected a number"),
                     std::pair("orchard-project 1\nunits a\nfoo\n", "3:1: expected a line")));
 
 } // namespace

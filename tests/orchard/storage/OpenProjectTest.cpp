@@ -114,6 +114,23 @@ TEST_F(OpenProject, StubsByChoiceAreKeptInTheProjectFile) {
     EXPECT_FALSE(unit("Drives/Valve")->isStub());
 }
 
+TEST_F(OpenProject, StatesUnderConfigurationManagementAreKeptInTheProjectFile) {
+    openSample();
+    unit("Valve")->setCMState(4099);
+    unit("Drives")->setCMState(-1);
+    EXPECT_TRUE(orchard::saveProject(project).empty());
+    const std::string text = read(path("Pump.orp"));
+    EXPECT_THAT(text, HasSubstr("\nstate " + element(unit("Valve")).id().text() + " 4099\n"));
+    reopen();
+    EXPECT_EQ(unit("Valve")->getCMState(), 4099);
+    EXPECT_EQ(unit("Drives")->getCMState(), -1);
+    EXPECT_EQ(unit("AlarmList")->getCMState(), 0);
+    unit("Valve")->setCMState(0);
+    unit("Drives")->setCMState(0);
+    EXPECT_TRUE(orchard::saveProject(project).empty());
+    EXPECT_THAT(read(path("Pump.orp")), testing::Not(HasSubstr("\nstate ")));
+}
+
 TEST_F(OpenProject, AUnitWithUnsavedChangesIsNotUnloaded) {
     openSample();
     orchard::setDescription(*unit("Valve"), "changed");
