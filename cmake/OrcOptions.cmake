@@ -10,6 +10,7 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 
 option(ORC_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
+option(ORC_SANITIZE_THREAD "Thread sanitizer" OFF)
 
 find_program(ORC_CCACHE ccache)
 if(ORC_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
@@ -22,6 +23,10 @@ target_compile_options(orc_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -
 if(ORC_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
+endif()
+if(ORC_SANITIZE_THREAD)
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
 endif()
 if(ORC_BUILD_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link) # coverage in every library; only a fuzz target has the main loop

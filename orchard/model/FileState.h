@@ -7,7 +7,7 @@
 namespace orchard {
 
 /// Whatever is written to a file, put in its place or set of its mode gives it another change time, which no
-/// program can choose (POSIX, "File Times Update").
+/// program can choose (POSIX, "File Times Update"). Some file systems keep none, see keepsChangeTimes().
 struct FileState {
     std::uint64_t inode = 0;   ///< 0: not known
     std::uint64_t size = 0;    ///< bytes
@@ -21,6 +21,9 @@ struct FileState {
                 state.st_ctim.tv_sec * second + state.st_ctim.tv_nsec};
     }
     [[nodiscard]] bool isKnown() const { return inode != 0; }
+    /// Whether the file system that holds the path is known to keep change times and to tell them at once: not
+    /// FAT, and none that is reached through a network or another program.
+    [[nodiscard]] static bool keepsChangeTimes(const char *path);
     friend bool operator==(const FileState &, const FileState &) = default;
 };
 

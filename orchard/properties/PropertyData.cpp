@@ -2,13 +2,20 @@
 
 #include "CM/host/IDObject.h"
 
+#include <mutex>
+#include <type_traits>
 #include <utility>
 
-/// The list of all living properties. It has no destructor, as properties may outlive every static object.
+static_assert(std::is_trivially_destructible_v<std::mutex>);
+
+/// The list of all living properties, which come and go on any thread. It has no destructor, as properties may
+/// outlive every static object.
 struct LivingProperties {
+    static inline std::mutex mutex;
     static inline IProperty::Data *first = nullptr;
 
     static void enter(IProperty::Data &data) noexcept {
+        const std::lock_guard lock(mutex);
         data.previous_ = nullptr;
         data.next_ = first;
         if (first != nullptr) {
@@ -17,6 +24,7 @@ struct LivingProperties {
         first = &data;
     }
     static void leave(IProperty::Data &data) noexcept {
+        const std::lock_guard lock(mutex);
         (data.previous_ == nullptr ? first : data.previous_->next_) = data.next_;
         if (data.next_ != nullptr) {
             data.next_->previous_ = data.previous_;
@@ -58,6 +66,7 @@ InstalledChangeHandler &handlerInForce() {
 } // namespace
 
 std::string ownerOfValue(std::string_view value) {
+    const std::lock_guard lock(LivingProperties::mutex);
     for (const IProperty::Data *data = LivingProperties::first; data != nullptr;
          data = LivingProperties::next(*data)) {
         if (!data->subject.empty() && data->value.view() == value) {

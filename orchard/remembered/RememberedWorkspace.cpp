@@ -1,6 +1,5 @@
 #include "orchard/remembered/RememberedWorkspace.h"
 
-#include "CM/platform/Files.h"
 #include "orchard/model/Paths.h"
 #include "orchard/model/UnitElement.h"
 #include "orchard/remembered/WorkspaceRecord.h"
@@ -10,11 +9,14 @@
 #include "orchard/storage/PartOpening.h"
 #include "orchard/storage/TextHash.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace orchard {
 
@@ -23,6 +25,26 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t largestRecord = std::size_t{4} << 30U;
+
+/// Records are large, and nobody misses an old one.
+constexpr std::size_t mostRecords = 16;
+
+/// Takes away all but the newest files of the directory, drafts of programs that were ended among them.
+void removeOldest(const fs::path &directory) {
+    std::vector<std::pair<fs::file_time_type, fs::path>> files;
+    std::error_code error; // what can't be seen or removed stays
+    for (fs::directory_iterator at(directory, error), end; !error && at != end; at.increment(error)) {
+        std::error_code gone;
+        const auto time = at->last_write_time(gone);
+        if (!gone && at->is_regular_file(gone)) {
+            files.emplace_back(time, at->path());
+        }
+    }
+    std::ranges::sort(files, std::greater<>());
+    for (std::size_t at = mostRecords; at < files.size(); ++at) {
+        fs::remove(files[at].second, error);
+    }
+}
 
 /// Where the record of a project is kept: one file a project, by its full path. Empty without a cache directory.
 fs::path recordFileOf(std::string_view projectFile) {
@@ -52,19 +74,29 @@ void RememberedWorkspace::keep(const IProject &project, std::chrono::system_cloc
         return;
     }
     std::error_code ignored; // a record that can't be kept is made again the next time
-    fs::create_directories(file.parent_path(), ignored);
+    const fs::path directory = file.parent_path();
+    fs::create_directories(directory, ignored);
+    // A record tells of the model, which others may not be allowed to read.
+    fs::permissions(directory, fs::perms::owner_all, ignored);
     static_cast<void>(writeWholeFile(file.string(), record->text()));
+    removeOldest(directory);
 }
 
-std::unique_ptr<RememberedWorkspace> RememberedWorkspace::open(const std::string &path) {
-    const std::string projectFile = normalPath(path, platform::currentDirectory().view());
-    const fs::path file = recordFileOf(projectFile);
+void RememberedWorkspace::forget() const {
+    std::error_code ignored;
+    fs::remove(recordFileOf(state_->record.projectFile()), ignored);
+}
+
+std::unique_ptr<RememberedWorkspace> RememberedWorkspace::open(const std::string &path,
+                                                               const OpenOptions &options) {
+    const std::string projectFile = projectFileAt(path);
+    const fs::path file = projectFile.empty() ? fs::path() : recordFileOf(projectFile);
     FileText text;
     if (file.empty() || text.read(file.string(), largestRecord) != FileRead::done) {
         return nullptr;
     }
     auto record = WorkspaceRecord::from(std::move(text.text));
-    if (!record || record->projectFile() != projectFile || !record->isUpToDate()) {
+    if (!record || record->projectFile() != projectFile || !record->isUpToDate(options)) {
         return nullptr;
     }
     const OpenResult opened = openPart(projectFile, record->needed());

@@ -11,8 +11,8 @@ namespace orchard {
 
 namespace {
 
-/// Another format gets another mark.
-constexpr std::string_view mark = "orchard workspace 1\n";
+/// A record holds what this version of the program has read out of the files; another one may read otherwise.
+constexpr std::string_view mark = "orchard workspace 1 " ORCHARD_VERSION "\n";
 
 /// File systems keep times by steps, of two seconds at most (FAT).
 constexpr std::chrono::seconds longestStep{2};
@@ -88,7 +88,8 @@ std::optional<WorkspaceRecord> WorkspaceRecord::of(const IProject &project,
         }
     });
     const FileState projectState = stateOf(AT_FDCWD, model.projectFile().c_str());
-    if (!fits || !isSettled(projectState, openedAt)) {
+    if (!fits || !FileState::keepsChangeTimes(model.unitsDirectory().c_str()) ||
+        !isSettled(projectState, openedAt)) {
         return std::nullopt;
     }
     RecordWriter body;
@@ -149,13 +150,23 @@ RecordedUnit WorkspaceRecord::nextUnit(RecordReader &reader) {
     return unit;
 }
 
-bool WorkspaceRecord::isUpToDate() const {
+bool WorkspaceRecord::isUpToDate(const OpenOptions &options) const {
+    constexpr std::size_t step = 256;
     if (stateOf(AT_FDCWD, projectFile_.c_str()) != projectState_) {
         return false;
     }
     const Directory directory(unitsDirectory_.c_str());
     std::string path;
+    std::size_t done = 0;
     return visitUnits([&](const RecordedUnit &unit) {
+        if (++done % step == 0) {
+            if (options.progress) {
+                options.progress(done, unitCount_);
+            }
+            if (options.cancelled && options.cancelled()) {
+                return false;
+            }
+        }
         path = unit.file;
         return !unit.fileState.isKnown() || stateOf(directory.fd(), path.c_str()) == unit.fileState;
     });

@@ -1,6 +1,6 @@
 // What a list of the workspace tells, with the states of all files that it comes from, as one text:
 //
-//     the mark of the format, a hash of what follows
+//     the mark of the format and of the program's version, a hash of what follows
 //     the project file and its state
 //     the units that have to be loaded for properties to be looked up
 //     of each unit: kind, state, names, header, and the state of its file
@@ -47,8 +47,9 @@ class WorkspaceRecord {
     [[nodiscard]] const std::string &text() const { return text_; }
     [[nodiscard]] std::string_view projectFile() const { return projectFile_; }
     [[nodiscard]] const std::unordered_set<ElementId> &needed() const { return needed_; }
-    /// Whether the project file and those of all units are as they were.
-    [[nodiscard]] bool isUpToDate() const;
+    /// Whether the project file and those of all units are as they were. Progress and cancelling as in opening;
+    /// false when cancelled.
+    [[nodiscard]] bool isUpToDate(const OpenOptions &options) const;
 
     /// The units in model order; false from `visit` ends it, and is what comes back.
     template <class VISIT> bool visitUnits(VISIT &&visit) const {

@@ -181,6 +181,11 @@ OpenResult openPart(const std::string &path, const std::unordered_set<ElementId>
     return openUnits(path, {}, &units);
 }
 
+std::string projectFileAt(const std::string &path) {
+    Problems ignored;
+    return projectFileFor(path, ignored);
+}
+
 void closeProject(IProject *project) {
     if (Model *const model = modelOf(project)) {
         Workspace::instance().close(*model);

@@ -41,6 +41,10 @@ struct OpenResult {
 /// that is open already is given back as it is.
 [[nodiscard]] ORCHARD_API OpenResult openProject(const std::string &path, const OpenOptions &options = {});
 
+/// The full path of the project file that openProject() would open for `path`; empty if there is none, or none
+/// that is meant.
+[[nodiscard]] ORCHARD_API std::string projectFileAt(const std::string &path);
+
 /// Closes a project; changes that were not saved are lost, and handles to its objects answer null. If it was the
 /// active one, the project opened before it becomes active.
 ORCHARD_API void closeProject(IProject *project);

@@ -1,16 +1,17 @@
 #include "orchard/storage/ReadAhead.h"
 
 #include <algorithm>
+#include <new>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 namespace orchard {
 
-namespace {
-
-/// Besides the caller's own; reading gains little from more.
-constexpr unsigned mostWorkers = 7;
-
-} // namespace
+unsigned ReadAhead::usualThreads() {
+    constexpr unsigned most = 8; // reading gains little from more
+    return std::clamp(std::thread::hardware_concurrency(), 1U, most);
+}
 
 ReadAhead::~ReadAhead() {
     {
@@ -42,13 +43,19 @@ void ReadAhead::publishLast() {
         waiting_.push_back(last_.get());
         batches_.push_back(std::move(last_));
     }
-    if (workers_.empty()) {
-        const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, mostWorkers + 1);
-        for (unsigned at = 1; at < threads; ++at) {
+    startWorkers();
+    change_.notify_all();
+}
+
+void ReadAhead::startWorkers() {
+    workers_.reserve(threads_);
+    try {
+        while (workers_.size() + 1 < threads_) {
             workers_.emplace_back([this] { work(); });
         }
+    } catch (const std::system_error &) {
+        threads_ = workers_.size() + 1; // the caller's reads what nobody else does
     }
-    change_.notify_all();
 }
 
 ReadAhead::Batch *ReadAhead::takeWaiting() {
@@ -74,7 +81,12 @@ void ReadAhead::read(Batch &batch, UnitReader &reader) {
 }
 
 void ReadAhead::work() {
-    UnitReader reader(model_);
+    std::optional<UnitReader> reader;
+    try {
+        reader.emplace(model_);
+    } catch (const std::bad_alloc &) {
+        return; // the others read what this one doesn't
+    }
     std::unique_lock lock(mutex_);
     while (true) {
         change_.wait(lock, [this] { return ends_ || !waiting_.empty(); });
@@ -83,7 +95,7 @@ void ReadAhead::work() {
         }
         Batch *const batch = takeWaiting();
         lock.unlock();
-        read(*batch, reader);
+        read(*batch, *reader);
         lock.lock();
         batch->state = Batch::done;
         change_.notify_all();

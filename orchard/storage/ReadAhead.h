@@ -17,7 +17,9 @@ namespace orchard {
 
 class ReadAhead {
   public:
-    explicit ReadAhead(Model &model) : model_(model), reader_(model) {}
+    /// `threads` at most, the caller's among them; where fewer can be started, fewer do.
+    explicit ReadAhead(Model &model, unsigned threads = usualThreads())
+        : model_(model), reader_(model), threads_(threads) {}
     /// Waits for what is being read; the rest is not read.
     ~ReadAhead();
     ReadAhead(const ReadAhead &) = delete;
@@ -50,8 +52,10 @@ class ReadAhead {
         std::exception_ptr thrown;
     };
 
+    [[nodiscard]] static unsigned usualThreads();
     [[nodiscard]] bool moveOn();
     void publishLast();
+    void startWorkers();
     void await(Batch &batch);
     [[nodiscard]] Batch *takeWaiting();
     static void read(Batch &batch, UnitReader &reader);
@@ -59,6 +63,7 @@ class ReadAhead {
 
     Model &model_;
     UnitReader reader_;
+    std::size_t threads_;
     std::size_t asked_ = 0;
     std::size_t handed_ = 0;           ///< of the front batch
     std::unique_ptr<Batch> front_;     ///< being handed over

@@ -194,6 +194,17 @@ TEST_F(Program, ListsALargeModelFromItsRecordUntilAFileChanges) {
     EXPECT_EQ(nlohmann::json::parse(list("--json"))["units"][1]["state"], "RO");
 }
 
+TEST_F(Program, KeepsNoListOfAProjectThatWorksThroughAProvider) {
+    Workplace place;
+    const fs::path cache = place.directory() / "cache";
+    place.setEnvironment("XDG_CACHE_HOME", cache.string());
+    ASSERT_EQ(place.cm({"new", "Big", "--units", "1200", "--tool", "RCS"}).exit, 0);
+    ASSERT_EQ(place.cm({"-p", "Big", "property", "set", "UseSCCtool", "YES", "--metaclass", "General"}).exit, 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(2100));
+    EXPECT_EQ(place.cm({"-p", "Big", "list"}).exit, 0);
+    EXPECT_FALSE(fs::exists(cache));
+}
+
 TEST_F(Program, SuggestsAnInstalledTool) {
     const Ran ran = project.onProject({"--json", "tool", "RSC"});
     EXPECT_EQ(ran.exit, 1);

@@ -37,6 +37,7 @@ Workplace::Workplace() {
     fs::create_directory(directory_);
     setEnvironment("HOME", directory_.string());
     setEnvironment("XDG_CONFIG_HOME", (channels_ / "config").string());
+    setEnvironment("XDG_CACHE_HOME", (channels_ / "cache").string());
     setEnvironment("TZ", "UTC");
     becomeUser("anna");
 }

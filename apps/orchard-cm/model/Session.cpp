@@ -79,7 +79,7 @@ std::string Session::projectFile() const {
     return files.front();
 }
 
-void Session::open() {
+orchard::OpenOptions Session::openOptions() {
     orchard::OpenOptions options;
     options.progress = [this](std::size_t done, std::size_t known) {
         output_.status().show("Reading units: " + std::to_string(done) + " of " + std::to_string(known));
@@ -88,7 +88,11 @@ void Session::open() {
     options.warning = [this](const orchard::Problem &problem) {
         output_.message(Output::Kind::warning, problem.message());
     };
-    const auto result = orchard::openProject(projectFile(), options);
+    return options;
+}
+
+void Session::open() {
+    const auto result = orchard::openProject(projectFile(), openOptions());
     output_.status().clear();
     if (result.cancelled) {
         throw Failure(ExitCode::interrupted, "interrupted while the project was read");
@@ -102,22 +106,31 @@ void Session::open() {
 }
 
 void Session::visitUnits(const std::function<void(const orchard::UnitRow &)> &visit) {
-    if (project_ == nullptr) {
-        const auto remembered = orchard::RememberedWorkspace::open(projectFile());
-        // With a provider the states of the units are asked for at opening.
-        if (remembered != nullptr && CMProperty::getUseSCCtool() == 0) {
-            remembered->visitUnits(visit);
-            return;
-        }
-    }
     const bool isFresh = project_ == nullptr;
+    if (isFresh && visitRemembered(visit)) {
+        return;
+    }
     const auto openedAt = std::chrono::system_clock::now();
     const auto rows = orchard::workspaceUnits(project());
     constexpr std::size_t large = 1000; // units; fewer are read at once
-    if (isFresh && rows.size() >= large) {
+    if (isFresh && rows.size() >= large && CMProperty::getUseSCCtool() == 0) {
         orchard::RememberedWorkspace::keep(project(), openedAt);
     }
     std::ranges::for_each(rows, visit);
+}
+
+bool Session::visitRemembered(const std::function<void(const orchard::UnitRow &)> &visit) {
+    const auto remembered = orchard::RememberedWorkspace::open(projectFile(), openOptions());
+    output_.status().clear();
+    if (remembered == nullptr) {
+        return false;
+    }
+    if (CMProperty::getUseSCCtool() != 0) {
+        remembered->forget(); // at opening the provider has to be asked for the states of the units
+        return false;
+    }
+    remembered->visitUnits(visit);
+    return true;
 }
 
 void Session::save() {

@@ -47,7 +47,10 @@ class Session {
 
   private:
     [[nodiscard]] std::string projectFile() const;
+    [[nodiscard]] orchard::OpenOptions openOptions();
     void open();
+    /// False if the project has to be opened for it.
+    [[nodiscard]] bool visitRemembered(const std::function<void(const orchard::UnitRow &)> &visit);
 
     const GlobalOptions &options_;
     Output &output_;

@@ -261,4 +261,92 @@ TEST_F(RememberedWorkspace, WithoutACacheDirectoryNothingIsKept) {
     ::setenv("HOME", home.c_str(), 1);
 }
 
+TEST_F(RememberedWorkspace, UnitsThatStandElsewhereAreWatchedToo) {
+    ASSERT_TRUE(orchard::createSampleProject(path("Pump")));
+    fs::create_directory(path("shared"));
+    fs::rename(unitFile("Valve.ocl"), path("shared/Valve.ocl"));
+    fs::create_symlink(path("shared"), path("link"));
+    edit(unitFile("Drives.osb"), "file=\"Valve.ocl\"", "file=\"../link/Valve.ocl\" external=\"yes\"");
+    open();
+    keep();
+    const Rows rows = listed();
+    EXPECT_EQ(remembered(), rows);
+    fs::copy(path("shared"), path("other"));
+    fs::remove(path("link"));
+    fs::create_symlink(path("other"), path("link"));
+    EXPECT_THAT(remembered(), SizeIs(0));
+}
+
+TEST_F(RememberedWorkspace, AProjectWithoutAnActiveComponentIsKept) {
+    ASSERT_TRUE(orchard::createSampleProject(path("Pump")));
+    const std::string text = read(path("Pump.orp"));
+    write(path("Pump.orp"), text.substr(0, text.find("component ")));
+    open();
+    ASSERT_EQ(project->getComponent(), nullptr);
+    keep();
+    const Rows rows = listed();
+    EXPECT_EQ(remembered(), rows);
+}
+
+TEST_F(RememberedWorkspace, ADirectoryNamesTheOneProjectInIt) {
+    const Rows rows = keepSample();
+    orchard::closeAllProjects();
+    EXPECT_NE(orchard::RememberedWorkspace::open(directory), nullptr);
+}
+
+TEST_F(RememberedWorkspace, CancellingEndsTheLookAtTheFiles) {
+    ASSERT_TRUE(orchard::createGeneratedProject(path("Pump"), 600));
+    open();
+    keep();
+    orchard::closeAllProjects();
+    orchard::OpenOptions options;
+    std::size_t told = 0;
+    options.progress = [&](std::size_t done, std::size_t known) {
+        EXPECT_EQ(known, 601U);
+        told = done;
+    };
+    EXPECT_NE(orchard::RememberedWorkspace::open(path("Pump.orp"), options), nullptr);
+    EXPECT_EQ(told, 512U);
+    options.cancelled = [&] { return true; };
+    EXPECT_EQ(orchard::RememberedWorkspace::open(path("Pump.orp"), options), nullptr);
+    EXPECT_EQ(told, 256U);
+}
+
+TEST_F(RememberedWorkspace, WhatAnotherVersionOfTheProgramHasReadCountsAsNone) {
+    keepSample();
+    std::string text = read(record().string());
+    const std::size_t digit = text.find('\n') - 1;
+    text[digit] = static_cast<char>(text[digit] + 1);
+    EXPECT_FALSE(orchard::WorkspaceRecord::from(std::move(text)));
+}
+
+TEST_F(RememberedWorkspace, IsForgottenWhenAsked) {
+    keepSample();
+    orchard::closeAllProjects();
+    orchard::RememberedWorkspace::open(path("Pump.orp"))->forget();
+    EXPECT_EQ(orchard::RememberedWorkspace::open(path("Pump.orp")), nullptr);
+}
+
+TEST_F(RememberedWorkspace, TheSixteenNewestRecordsStayForTheirOwner) {
+    const Rows rows = keepSample();
+    const fs::path place = record().parent_path();
+    const auto now = fs::file_time_type::clock::now();
+    for (int age = 1; age <= 20; ++age) {
+        const fs::path older = place / ("older" + std::to_string(age));
+        write(older.string(), "x");
+        fs::last_write_time(older, now - std::chrono::hours(age));
+    }
+    keep();
+    EXPECT_EQ(std::distance(fs::directory_iterator(place), {}), 16);
+    EXPECT_TRUE(fs::exists(place / "older15"));
+    EXPECT_FALSE(fs::exists(place / "older16"));
+    EXPECT_EQ(remembered(), rows);
+    EXPECT_EQ(fs::status(place).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(RememberedWorkspace, FileSystemsThatTellNoChangesAreKnown) {
+    EXPECT_TRUE(orchard::FileState::keepsChangeTimes(directory.c_str()));
+    EXPECT_FALSE(orchard::FileState::keepsChangeTimes(path("missing").c_str()));
+}
+
 } // namespace

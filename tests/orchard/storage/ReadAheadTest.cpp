@@ -30,7 +30,7 @@ class ReadAhead : public Workbench {
 
 TEST_F(ReadAhead, HandsOverInTheOrderOfAsking) {
     openSample();
-    orchard::ReadAhead ahead(*model);
+    orchard::ReadAhead ahead(*model, 4);
     EXPECT_EQ(ahead.next().unit, nullptr);
     std::vector<std::unique_ptr<orchard::Element>> units;
     for (int number = 0; number < 1000; ++number) {
@@ -56,7 +56,7 @@ TEST_F(ReadAhead, HandsOverInTheOrderOfAsking) {
 TEST_F(ReadAhead, WhatIsNotHandedOverIsGivenUp) {
     openSample();
     std::vector<std::unique_ptr<orchard::Element>> units;
-    orchard::ReadAhead ahead(*model);
+    orchard::ReadAhead ahead(*model, 4);
     for (int number = 0; number < 200; ++number) {
         units.push_back(orchard::makeElement(orchard::Kind::classKind));
         units.back()->asUnit()->setModel(model);
@@ -96,6 +96,75 @@ TEST_F(ReadAhead, WhatIsReadOnSeveralThreadsIsWhatIsWritten) {
     for (const auto &[file, text] : texts) {
         ASSERT_EQ(read(file), text) << file;
     }
+}
+
+TEST_F(ReadAhead, OneThreadReadsAllAlone) {
+    openSample();
+    std::vector<std::unique_ptr<orchard::Element>> units;
+    orchard::ReadAhead ahead(*model, 1);
+    for (int number = 0; number < 200; ++number) {
+        units.push_back(orchard::makeElement(orchard::Kind::classKind));
+        units.back()->asUnit()->setModel(model);
+        units.back()->asUnit()->setFileName("Valve.ocl");
+        ahead.ask(*units.back()->asUnit(), true);
+    }
+    for (const auto &unit : units) {
+        const orchard::ReadAhead::Handed handed = ahead.next();
+        ASSERT_EQ(handed.unit, unit.get());
+        ASSERT_EQ(handed.reading.outcome, orchard::UnitReading::filled);
+    }
+}
+
+TEST_F(ReadAhead, PropertiesComeAndGoOnEveryThread) {
+    ASSERT_TRUE(orchard::createGeneratedProject(path("Pump"), 1500));
+    open();
+    std::size_t broken = 0;
+    for (const orchard::UnitRow &row : orchard::workspaceUnits(*project)) {
+        if (row.type != "Class") {
+            continue;
+        }
+        std::string inside;
+        for (int number = 0; number < 12; ++number) {
+            inside += "<property subject=\"CM\" metaclass=\"General\" name=\"Key" + std::to_string(number) +
+                      "\" type=\"String\">" + row.name + "</property>";
+        }
+        const bool breaks = broken++ % 2 == 0;
+        edit(row.unit->getFullFileName().str(), "</class>", inside + (breaks ? "<foo/>" : "") + "</class>");
+    }
+    reopen();
+    ASSERT_NE(project, nullptr);
+    EXPECT_EQ(warnings.size(), (broken + 1) / 2);
+    for (const orchard::UnitRow &row : orchard::workspaceUnits(*project)) {
+        if (row.type == "Class" && row.state != orchard::UnitState::unloaded) {
+            const IProperty *const property =
+                row.unit->findProperty("CM", "General", "Key11", 0, 1, 0, 0, 1, 0, 0);
+            ASSERT_NE(property, nullptr);
+            ASSERT_EQ(property->getValue(), row.name);
+        }
+    }
+}
+
+/// A storage that fails as a full memory would.
+class FailingStorage final : public orchard::UnitStorage {
+  public:
+    bool save(orchard::UnitElement &, const std::string &, std::string &) override { return false; }
+    bool readHeader(const orchard::UnitElement &, std::string &, bool) override { throw std::bad_alloc(); }
+};
+
+TEST_F(ReadAhead, WhatAReadingThrowsComesToTheCaller) {
+    write(path("units/With.ocl"),
+          "<class format=\"1\" id=\"0f3c0000-0000-0000-0000-000000000001\"><name>With</name>"
+          "<embedded id=\"0f3c0000-0000-0000-0000-000000000002\" file=\"a.txt\"/></class>");
+    orchard::Model failing(path("x.orp"), path("units"), std::make_unique<FailingStorage>());
+    std::vector<std::unique_ptr<orchard::Element>> units;
+    orchard::ReadAhead ahead(failing, 4);
+    for (int number = 0; number < 500; ++number) {
+        units.push_back(orchard::makeElement(orchard::Kind::classKind));
+        units.back()->asUnit()->setModel(&failing);
+        units.back()->asUnit()->setFileName("With.ocl");
+        ahead.ask(*units.back()->asUnit(), true);
+    }
+    EXPECT_THROW(static_cast<void>(ahead.next()), std::bad_alloc);
 }
 
 } // namespace
