@@ -10,6 +10,18 @@ namespace {
 
 class ReadAhead : public Workbench {
   protected:
+    using Units = std::vector<std::unique_ptr<orchard::Element>>;
+
+    /// Asks for one file many times, each time for another unit. The units have to outlive the reading.
+    static void ask(orchard::ReadAhead &ahead, Units &units, orchard::Model &model, int count, const char *file) {
+        for (int number = 0; number < count; ++number) {
+            orchard::UnitElement &made =
+                *units.emplace_back(orchard::makeElement(orchard::Kind::classKind))->asUnit();
+            made.setModel(&model);
+            made.setFileName(file);
+            ahead.ask(made, true);
+        }
+    }
     /// Opens a generated project with some files of classes broken; the files, in model order.
     std::vector<std::string> openBroken(std::size_t units, std::size_t everyNth) {
         EXPECT_TRUE(orchard::createGeneratedProject(path("Pump"), units));
@@ -55,14 +67,9 @@ TEST_F(ReadAhead, HandsOverInTheOrderOfAsking) {
 
 TEST_F(ReadAhead, WhatIsNotHandedOverIsGivenUp) {
     openSample();
-    std::vector<std::unique_ptr<orchard::Element>> units;
+    Units units;
     orchard::ReadAhead ahead(*model, 4);
-    for (int number = 0; number < 200; ++number) {
-        units.push_back(orchard::makeElement(orchard::Kind::classKind));
-        units.back()->asUnit()->setModel(model);
-        units.back()->asUnit()->setFileName("Missing.ocl");
-        ahead.ask(*units.back()->asUnit(), true);
-    }
+    ask(ahead, units, *model, 200, "Missing.ocl");
     EXPECT_EQ(ahead.next().unit, units.front().get()); // and the rest is in the making
 }
 
@@ -100,14 +107,9 @@ TEST_F(ReadAhead, WhatIsReadOnSeveralThreadsIsWhatIsWritten) {
 
 TEST_F(ReadAhead, OneThreadReadsAllAlone) {
     openSample();
-    std::vector<std::unique_ptr<orchard::Element>> units;
+    Units units;
     orchard::ReadAhead ahead(*model, 1);
-    for (int number = 0; number < 200; ++number) {
-        units.push_back(orchard::makeElement(orchard::Kind::classKind));
-        units.back()->asUnit()->setModel(model);
-        units.back()->asUnit()->setFileName("Valve.ocl");
-        ahead.ask(*units.back()->asUnit(), true);
-    }
+    ask(ahead, units, *model, 200, "Valve.ocl");
     for (const auto &unit : units) {
         const orchard::ReadAhead::Handed handed = ahead.next();
         ASSERT_EQ(handed.unit, unit.get());
@@ -156,14 +158,9 @@ TEST_F(ReadAhead, WhatAReadingThrowsComesToTheCaller) {
           "<class format=\"1\" id=\"0f3c0000-0000-0000-0000-000000000001\"><name>With</name>"
           "<embedded id=\"0f3c0000-0000-0000-0000-000000000002\" file=\"a.txt\"/></class>");
     orchard::Model failing(path("x.orp"), path("units"), std::make_unique<FailingStorage>());
-    std::vector<std::unique_ptr<orchard::Element>> units;
+    Units units;
     orchard::ReadAhead ahead(failing, 4);
-    for (int number = 0; number < 500; ++number) {
-        units.push_back(orchard::makeElement(orchard::Kind::classKind));
-        units.back()->asUnit()->setModel(&failing);
-        units.back()->asUnit()->setFileName("With.ocl");
-        ahead.ask(*units.back()->asUnit(), true);
-    }
+    ask(ahead, units, failing, 500, "With.ocl");
     EXPECT_THROW(static_cast<void>(ahead.next()), std::bad_alloc);
 }
 
