@@ -13,7 +13,8 @@ class ReadAhead : public Workbench {
     using Units = std::vector<std::unique_ptr<orchard::Element>>;
 
     /// Asks for one file many times, each time for another unit. The units have to outlive the reading.
-    static void ask(orchard::ReadAhead &ahead, Units &units, orchard::Model &model, int count, const char *file) {
+    static void askFor(orchard::ReadAhead &ahead, Units &units, orchard::Model &model, int count,
+                       const char *file) {
         for (int number = 0; number < count; ++number) {
             orchard::UnitElement &made =
                 *units.emplace_back(orchard::makeElement(orchard::Kind::classKind))->asUnit();
@@ -69,7 +70,7 @@ TEST_F(ReadAhead, WhatIsNotHandedOverIsGivenUp) {
     openSample();
     Units units;
     orchard::ReadAhead ahead(*model, 4);
-    ask(ahead, units, *model, 200, "Missing.ocl");
+    askFor(ahead, units, *model, 200, "Missing.ocl");
     EXPECT_EQ(ahead.next().unit, units.front().get()); // and the rest is in the making
 }
 
@@ -109,7 +110,7 @@ TEST_F(ReadAhead, OneThreadReadsAllAlone) {
     openSample();
     Units units;
     orchard::ReadAhead ahead(*model, 1);
-    ask(ahead, units, *model, 200, "Valve.ocl");
+    askFor(ahead, units, *model, 200, "Valve.ocl");
     for (const auto &unit : units) {
         const orchard::ReadAhead::Handed handed = ahead.next();
         ASSERT_EQ(handed.unit, unit.get());
@@ -160,7 +161,7 @@ TEST_F(ReadAhead, WhatAReadingThrowsComesToTheCaller) {
     orchard::Model failing(path("x.orp"), path("units"), std::make_unique<FailingStorage>());
     Units units;
     orchard::ReadAhead ahead(failing, 4);
-    ask(ahead, units, failing, 500, "With.ocl");
+    askFor(ahead, units, failing, 500, "With.ocl");
     EXPECT_THROW(static_cast<void>(ahead.next()), std::bad_alloc);
 }
 
