@@ -47,12 +47,12 @@ void plainText(std::string_view pattern, std::string_view text) {
         orchard::engine::Request request;
         request.subject = text;
         request.steps = 1'000'000;
-        orchard::engine::Workspace &work = orchard::engine::workspace(1);
-        const int result = orchard::engine::match(work, code.get(), false, request);
+        orchard::engine::Workspace &work = orchard::engine::Workspace::ofThisThread(1);
+        const int result = work.match(code.get(), false, request);
         const std::size_t found =
             *flags == 'i' ? orchard::findIgnoringCase(text, *literal, 0) : text.find(*literal);
         check((result > 0) == (found != std::string_view::npos));
-        check(result <= 0 || orchard::engine::offsets(work)[0] == found);
+        check(result <= 0 || work.offsets()[0] == found);
     }
 }
 
