@@ -24,7 +24,7 @@ struct ElementId {
 
     [[nodiscard]] std::string text() const;
     [[nodiscard]] bool empty() const { return high == 0 && low == 0; }
-    friend auto operator<=>(const ElementId &, const ElementId &) = default;
+    friend auto operator<=>(const ElementId &, const ElementId &) = default; // NOLINT(modernize-use-nullptr)
 };
 
 } // namespace orchard

@@ -28,7 +28,7 @@ std::string fullPath(std::string_view path) { return normalPath(path, platform::
 
 /// The project file that the words name, or why there is none.
 std::string projectFileFor(const std::string &path, Problems &problems) {
-    const std::string full = fullPath(path);
+    std::string full = fullPath(path);
     if (!platform::isDirectory(full)) {
         return full;
     }

@@ -1,5 +1,5 @@
-// Reads one unit file into its element. Nothing of the model but that element and what is made below it is changed,
-// so that several files can be read at the same time, each by a reader of its own.
+// Reads one unit file into its element. Nothing of the model but that element and what is made below it is
+// changed, so that several files can be read at the same time, each by a reader of its own.
 #pragma once
 
 #include "orchard/model/UnitElement.h"

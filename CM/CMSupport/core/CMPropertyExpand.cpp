@@ -15,7 +15,8 @@ int CMProperty::ExpandProperty(const CString &key, CMArgumentList &args, CString
 
 int CMProperty::ExtractCondition(const CString &source, int &start, int &end, CString &ifPart, CString &thenPart,
                                  CString &elsePart, CString &) {
-    const CString searched = source; // a part may be assigned over the source
+    // A part may be assigned over the source.
+    const CString searched = source; // NOLINT(performance-unnecessary-copy-initialization)
     const auto found = findConditional(searched);
     start = found ? static_cast<int>(found->start) : -1;
     end = found ? static_cast<int>(found->end) : -1;

@@ -9,6 +9,8 @@ int CMFacade::AddMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticLis
                          [&] { return CMAddMember()(units, args, diags, noHybrid); });
 }
 
+// The interface takes the directory by value.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 int CMFacade::AddDirectory(CString /*directory*/, CMArgumentList & /*args*/, CMDiagnosticList & /*diags*/) {
     CMUnitList none;
     return dispatch::run({.type = CMTxnAddDirectory}, none, dispatch::providerRouteMissing,

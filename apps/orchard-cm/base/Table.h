@@ -15,7 +15,7 @@ std::size_t columnsOf(std::string_view text);
 
 class Table {
   public:
-    explicit Table(std::initializer_list<std::string_view> headings);
+    Table(std::initializer_list<std::string_view> headings);
     /// A row has as many cells as there are headings.
     void add(std::initializer_list<std::string_view> cells);
     /// Writes headings and rows; the last column is not filled up. Nothing if there is no row.

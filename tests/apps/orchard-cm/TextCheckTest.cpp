@@ -10,10 +10,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 TEST(LabelCheck, TakesTheNamesThatToolsGiveToVersions) {
-    for (const auto *label : {"", "1.1", "1.2.1.4", "rel-2_0", "two words",
-                              "R\xc3\xbc"
-                              "ckgabe",
-                              "a/b", "x@y", "#3", "v1,v2"}) {
+    for (const auto *label :
+         {"", "1.1", "1.2.1.4", "rel-2_0", "two words", "R\u00fcckgabe", "a/b", "x@y", "#3", "v1,v2"}) {
         EXPECT_THAT(labelFault(label), IsEmpty()) << label;
     }
 }
