@@ -57,7 +57,7 @@ fs::path namedShare(const fs::path &name) {
     return place;
 }
 
-/// The user's directory for one purpose, as the XDG base directory specification has it: relative names don't
+/// The user's directory for one purpose, as the XDG base directories have it: relative names don't
 /// count.
 fs::path belowHome(const char *variable, const char *usual) {
     if (const fs::path named = fromEnvironment(variable); named.is_absolute()) {
