@@ -11,7 +11,7 @@ class LogTrace {
       public:
         enum LogNames { cm = 4 };
         explicit Log(int name);
-        ~Log();
+        ~Log(); // NOLINT(performance-trivially-destructible): the host writes it
         Log(const Log &) = delete;
         Log &operator=(const Log &) = delete;
         /// Writes a line, with the source file and line that it comes from.

@@ -168,7 +168,7 @@ TEST_F(AddMemberByDirectory, AFailedAddKeepsTheOthersAndTheCheckIn) {
 }
 
 TEST_F(AddMemberByDirectory, AnErrorThatTheToolPrintsFailsNoAdd) {
-    host.worker.run = [this](const CString &command) {
+    host.worker.run = [](const CString &command) {
         if (command.Find("Pump") >= 0) {
             return recording::ToolRun{{}, {"no\n"}, 0};
         }
