@@ -67,7 +67,7 @@ CString oqGetErrorCodeString() { return platform::lastErrorText(); }
 
 CString oqGetFullPathOfDirectory(const CString &directory, CString &error) {
     if (directory.IsEmpty()) {
-        const CString current = platform::currentDirectory();
+        CString current = platform::currentDirectory();
         if (current.IsEmpty()) {
             error = "The current directory can't be told: " + platform::lastErrorText();
         }
@@ -123,7 +123,8 @@ int oqMoveFileEx(const CString &from, const CString &to, int flags) {
 }
 
 void ParseToDirFileNameAndExtension(const CString &path, CString &directory, CString &file, CString &extension) {
-    const CString whole = path; // the results may be the path itself
+    // The results may be the path itself.
+    const CString whole = path; // NOLINT(performance-unnecessary-copy-initialization)
     const int separator = whole.ReverseFindOneOf("/\\");
     const CString name = whole.Mid(separator + 1);
     const int dot = name.ReverseFind('.');
