@@ -14,7 +14,7 @@ namespace {
 /// A record holds what this version of the program has read out of the files; another one may read otherwise.
 constexpr std::string_view mark = "orchard workspace 1 " ORCHARD_VERSION "\n";
 
-/// File systems keep times by steps, of two seconds at most (FAT).
+/// No file system that is trusted keeps times by larger steps.
 constexpr std::chrono::seconds longestStep{2};
 
 FileState stateOf(int directory, const char *path) {
