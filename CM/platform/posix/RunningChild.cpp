@@ -1,9 +1,9 @@
 #include "CM/platform/posix/RunningChild.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
-#include <new>
 #include <poll.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -18,8 +18,6 @@ constexpr auto lingerGrace = 500ms;
 constexpr auto endingGrace = 1s;
 constexpr auto askInterval = 100ms;
 constexpr auto checkInterval = 5ms; // only where the end of a child can't be polled for
-constexpr std::size_t chunkSize = std::size_t{64} * 1024;
-constexpr int drainedChunks = 64; // more than a pipe holds
 
 Descriptor openAlarm(pid_t process) {
 #ifdef SYS_pidfd_open
@@ -70,8 +68,8 @@ ChildResult RunningChild::collect() {
         watch(Clock::now());
     }
     // Behind a kill a process that left the group may hold a channel still: take what is there, wait no more.
-    drain(output_);
-    drain(errors_);
+    output_.drain();
+    errors_.drain();
     if (stage_ == Stage::ending) {
         ::kill(-process_, SIGKILL); // what ignored the request and holds no channel
     }
@@ -95,10 +93,10 @@ void RunningChild::waitForNews() {
         return;
     }
     if (waited[0].revents != 0) {
-        read(output_);
+        output_.read();
     }
     if (waited[1].revents != 0) {
-        read(errors_);
+        errors_.read();
     }
     if (!exited_ && (waited[2].revents != 0 || !alarm_.isOpen())) {
         exited_ = hasExited();
@@ -122,44 +120,6 @@ int RunningChild::waitMilliseconds() const {
     }
     const auto rounded = std::chrono::ceil<std::chrono::milliseconds>(*wait);
     return static_cast<int>(std::min(rounded, std::chrono::milliseconds(1h)).count());
-}
-
-/// Makes room for some bytes more. A large text grows in large steps: room that isn't used costs nothing, but each
-/// copy of the text does.
-void RunningChild::reserve(std::string &text, std::size_t more) {
-    constexpr std::size_t large = std::size_t{1} << 20;
-    constexpr std::size_t roomy = std::size_t{1} << 30;
-    if (text.size() < large || text.capacity() - text.size() >= more) {
-        return;
-    }
-    for (const std::size_t room : {std::max(roomy, 4 * text.size()), 4 * text.size()}) {
-        try {
-            text.reserve(room);
-            return;
-        } catch (const std::bad_alloc &) { // NOLINT(bugprone-empty-catch): the text grows as far as it can
-        }
-    }
-}
-
-void RunningChild::read(Channel &channel) {
-    std::array<char, chunkSize> chunk; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
-    const auto count = ::read(channel.end.get(), chunk.data(), chunk.size());
-    if (count > 0) {
-        reserve(channel.text, static_cast<std::size_t>(count));
-        channel.text.append(chunk.data(), static_cast<std::size_t>(count));
-    } else if (count == 0 || errno != EINTR) {
-        channel.end.reset();
-    }
-}
-
-void RunningChild::drain(Channel &channel) {
-    for (int chunks = 0; channel.end.isOpen() && chunks < drainedChunks; ++chunks) {
-        pollfd waited{channel.end.get(), POLLIN, 0};
-        if (::poll(&waited, 1, 0) <= 0) {
-            return;
-        }
-        read(channel);
-    }
 }
 
 bool RunningChild::hasExited() const {

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "CM/platform/ChildProcess.h"
+#include "CM/platform/posix/Channel.h"
 #include "CM/platform/posix/Spawn.h"
 
-#include <array>
 #include <chrono>
 
 namespace platform::posix {
@@ -34,17 +34,9 @@ class RunningChild {
         killed     ///< the group has been killed
     };
 
-    struct Channel {
-        Descriptor end;
-        std::string text;
-    };
-
     [[nodiscard]] bool channelsOpen() const { return output_.end.isOpen() || errors_.end.isOpen(); }
     void waitForNews();
     [[nodiscard]] int waitMilliseconds() const;
-    static void reserve(std::string &text, std::size_t more);
-    void read(Channel &channel);
-    void drain(Channel &channel);
     [[nodiscard]] bool hasExited() const;
     void watch(Clock::time_point now);
     void endGroup(Clock::time_point now);

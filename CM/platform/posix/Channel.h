@@ -1,0 +1,20 @@
+// One of a child's channels: the reading end of a pipe, and the text that has come through it.
+#pragma once
+
+#include "CM/platform/posix/Descriptor.h"
+
+#include <string>
+
+namespace platform::posix {
+
+struct Channel {
+    Descriptor end; ///< closed when the last writer has closed its end, or on an error
+    std::string text;
+
+    /// Takes what the pipe holds, up to a chunk; waits while it is empty.
+    void read();
+    /// Takes what the pipe holds without waiting, up to more than a pipe holds.
+    void drain();
+};
+
+} // namespace platform::posix
