@@ -112,7 +112,7 @@ TEST(Match, AnEmptyPatternMatchesTheEmptyText) {
 }
 
 TEST(Match, FindsThePlaceInATextOfManyMegabytes) {
-    std::string text(40'000'000, 'a');
+    std::string text(40'000'000, 'a'); // NOLINT(bugprone-string-constructor): long, indeed
     text += "\nco: RCS/b,v: error\n";
     SPStringList list;
     ASSERT_NE(SPString(text).m(R"(^co: (\S+),v: error$)", list, "im"), 0);
