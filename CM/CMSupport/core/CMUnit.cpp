@@ -80,7 +80,7 @@ CString CMUnit::archiveDir() const {
     if (unit_ == nullptr && item_ == nullptr) {
         return {};
     }
-    const CString repository = CMPathMapper::expandedRepository();
+    CString repository = CMPathMapper::expandedRepository();
     if (!CMPathMapper::isLayout(repository)) {
         return repository; // a "$ArchivePath" in it is resolved when this value is expanded
     }
