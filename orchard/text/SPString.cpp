@@ -119,7 +119,8 @@ template <class TAKE> void cut(std::string_view text, Matches &found, int limit,
 } // namespace
 
 int SPStringList::split(const SPString &text, const SPString &pattern, int limit) {
-    const std::string subject = text.str(); // the text may be an entry of this very list
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the text may be an entry of this very list
+    const std::string subject = text.str();
     Matches found = delimitersIn(subject, compiled(pattern, ""));
     reset();
     int empty = 0; // parts that were not put in yet, as they may stand at the end

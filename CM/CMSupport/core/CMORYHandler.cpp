@@ -140,6 +140,7 @@ int CMORYHandler::rollBack() {
     }
     CString unitPath;
     CString toolPath;
+    // The handler's own where it is being destroyed. NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall)
     getUnitPath(unitPath, toolPath);
     int result = 1;
     if (areApart(unitPath, toolPath) && oqFileExist(toolPath)) {

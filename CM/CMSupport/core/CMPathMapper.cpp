@@ -35,7 +35,7 @@ bool CMPathMapper::isLayout(const CString &repository) {
 }
 
 CString CMPathMapper::getArchiveSubDirFromLocalPath(const CString &path) {
-    const CString copy = trimmed(path);
+    CString copy = trimmed(path);
     if (copy.IsEmpty()) {
         return copy;
     }
@@ -54,7 +54,7 @@ CString CMPathMapper::getArchivePathFromLocalPath(const CString &path) {
 }
 
 CString CMPathMapper::getLocalPathFromArchivePath(const CString &path) {
-    const CString copy = trimmed(path);
+    CString copy = trimmed(path);
     if (copy.IsEmpty()) {
         return copy;
     }

@@ -18,7 +18,7 @@ std::string Adapter::there(const std::string &command) {
 }
 
 std::filesystem::path Adapter::bobsPlace() {
-    const std::filesystem::path directory = place_.directory() / "bob's";
+    std::filesystem::path directory = place_.directory() / "bob's";
     std::filesystem::remove_all(directory);
     std::filesystem::create_directory(directory);
     return directory;

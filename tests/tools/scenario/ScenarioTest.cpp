@@ -21,7 +21,6 @@ using tools::Ran;
 namespace {
 
 constexpr auto motor = "motor protection";
-constexpr auto pumpText = "One pump with its motor protection.";
 
 std::string fileOf(const std::string &unit) { return unit + ".ocl"; }
 

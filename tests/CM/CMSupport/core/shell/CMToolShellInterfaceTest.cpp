@@ -24,7 +24,8 @@ class Execute : public CoreFixture {
     int execute(const CString &command) {
         return theCMToolShellInterface()->Execute(command, output, error, "/nowhere");
     }
-    void toolPrints(std::vector<CString> outputLines, std::vector<CString> errorLines = {}, int status = 0) {
+    void toolPrints(const std::vector<CString> &outputLines, const std::vector<CString> &errorLines = {},
+                    int status = 0) {
         host.worker.run = [=](const CString & /*command*/) {
             return recording::ToolRun{outputLines, errorLines, status};
         };
