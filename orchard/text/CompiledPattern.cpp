@@ -113,7 +113,7 @@ struct CompiledPattern::Code {
         const std::size_t first = request.start;
         std::size_t stride = firstStride;
         std::optional<TimeAllowance::Clock::time_point> before;
-        std::size_t next = starts.next(request.subject, first);
+        std::size_t next = starts.first(request.subject, first);
         while (next <= request.subject.size()) {
             request.options = next == first ? request.options : 0U;
             request.start = next;

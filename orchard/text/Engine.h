@@ -114,7 +114,12 @@ class Starts {
   public:
     Starts() { bytes_.set(); }
     Starts(const pcre2_code *code, bool mayIgnoreCase);
-    /// The first position at or behind `from` where a match can begin; behind the subject if there is none.
+    /// The first position at or behind `from` where a match can begin; behind the subject if there is none. `from`
+    /// is where a search begins: ".*" can match there also in the middle of a line, though else at its start only.
+    [[nodiscard]] std::size_t first(std::string_view subject, std::size_t from) const {
+        return atLines_ ? from : next(subject, from);
+    }
+    /// The same for a search that goes on at `from`.
     [[nodiscard]] std::size_t next(std::string_view subject, std::size_t from) const;
 
   private:

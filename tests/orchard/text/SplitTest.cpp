@@ -47,6 +47,18 @@ TEST(Split, AnAnchoredDelimiterCutsTheLinesOfAText) {
     EXPECT_EQ(split("one\ntwo\n", "\n", -1), (Parts{"one", "two", ""}));
 }
 
+TEST(Split, ADelimiterThatTakesWhatStandsBeforeItIsFoundInTheMiddleOfALineAlsoInALongText) {
+    const Parts once{"", "", "cc\n"};
+    std::string text;
+    Parts expected;
+    for (int line = 0; line < 3000; ++line) {
+        text += "aaa;bb;cc\n";
+        expected.insert(expected.end(), line == 0 ? once.begin() : once.begin() + 1, once.end());
+    }
+    EXPECT_EQ(split("aaa;bb;cc\naaa;bb;cc\n", ".*?;", -1), (Parts{"", "", "cc\n", "", "cc\n"}));
+    EXPECT_EQ(split(text.c_str(), ".*?;", -1), expected);
+}
+
 TEST(Split, CutsAMillionRecords) {
     std::string text;
     for (int i = 0; i < 1'000'000; ++i) {
