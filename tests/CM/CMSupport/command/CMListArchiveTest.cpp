@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <memory>
+#include <utility>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -103,6 +104,28 @@ TEST_F(ListArchive, WithoutAToolGivesOneDiagnostic) {
 TEST_F(ListArchive, WithoutAProjectGivesNothing) {
     host.model.activeProject = nullptr;
     EXPECT_EQ(run(), 0);
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+}
+
+/// A configuration whose project is closed as soon as the tool has been looked up.
+class ClosingConfiguration : public recording::Configuration {
+  public:
+    [[nodiscard]] IProperty *findProperty(const CString &subject, const CString &metaclass, const CString &key,
+                                          int where, int a, int b, int c, int d, int e, int f) const override {
+        IProperty *const found = Configuration::findProperty(subject, metaclass, key, where, a, b, c, d, e, f);
+        if (key == IPN::CMTool) {
+            RecordingHost::current().model.activeProject = nullptr;
+        }
+        return found;
+    }
+};
+
+TEST_F(ListArchive, IfTheProjectIsGoneBehindTheToolCheckGivesZeroWithoutADiagnostic) {
+    ClosingConfiguration closing;
+    ICodeGenConfigInfo *const before = std::exchange(project().configuration, &closing);
+    EXPECT_EQ(run(), 0);
+    project().configuration = before;
+    EXPECT_TRUE(diags.IsEmpty());
     EXPECT_THAT(host.worker.commands, IsEmpty());
 }
 
