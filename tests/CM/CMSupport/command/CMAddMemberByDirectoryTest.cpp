@@ -201,6 +201,20 @@ TEST_F(AddMemberByDirectory, WithoutAToolEachStepMakesADiagnosticOfItsOwn) {
     EXPECT_THAT(host.worker.commands, IsEmpty());
 }
 
+TEST_F(AddMemberByDirectory, WithAProviderAsksForTheToolAndReadsNothingUnderTheProvidersName) {
+    useProvider();
+    for (const char *const key : {"CheckOut", "AddMember_WithoutCheckOutCheckInDirectory", "CheckIn"}) {
+        host.setToolDefault("SCC", key, CString("scc ") + key);
+        host.setToolDefault("Basalt", key, CString("basalt ") + key);
+    }
+    EXPECT_EQ(add(list(&unitIn("/w/d", "Pump"))), 1);
+    EXPECT_THAT(host.worker.commands,
+                ElementsAre("scc CheckOut", "scc AddMember_WithoutCheckOutCheckInDirectory", "scc CheckIn"));
+    host.setTool("None");
+    EXPECT_EQ(CMAddMember().checkOutDirectory("/w/d", args, diags), 0);
+    EXPECT_EQ(diags.GetCount(), 1);
+}
+
 TEST_F(AddMemberByDirectory, WithTheToolNoneInTheGeneralPropertiesTheWayIsNotEvenLookedUp) {
     setGeneral("CMTool", "NONE");
     EXPECT_EQ(add(list(&host.addUnit("Pump"))), 1);
@@ -271,6 +285,7 @@ TEST_F(GroupUnits, FilesUnitsUnderTheDirectoryOfTheirFile) {
 TEST_F(GroupUnits, AddsToTheListsThatTheMapHoldsAndKeepsThemUnique) {
     auto &pump = unitIn("/w/a", "Pump");
     auto &tank = unitIn("/w/a", "Tank");
+    group(list(&pump));
     group(list(&pump));
     group(list(&tank, &pump, &tank));
     EXPECT_THAT(in("/w/a"), ElementsAre(&pump, &tank));

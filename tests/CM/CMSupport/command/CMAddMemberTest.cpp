@@ -5,6 +5,8 @@
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
 
+#include <utility>
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -56,12 +58,32 @@ TEST_F(AddMember, WithoutAToolGivesOneDiagnosticAndSavesNothing) {
     EXPECT_THAT(calls(), IsEmpty());
 }
 
+TEST_F(AddMember, IfTheProjectIsGoneBehindTheToolCheckRunsNothing) {
+    auto &pump = host.addUnit("Pump");
+    ClosingConfiguration closing;
+    ICodeGenConfigInfo *const before = std::exchange(project().configuration, &closing);
+    EXPECT_EQ(add(list(&pump)), 0);
+    project().configuration = before;
+    EXPECT_THAT(calls(), ElementsAre("set modified Pump value=1 notify=1", "save model"));
+    EXPECT_TRUE(diags.IsEmpty());
+}
+
+TEST_F(AddMember, AMissingNameOfTheToolCountsAsAnEmptyOneAndNotAsNone) {
+    host.setToolDefault("", "CheckOutCheckInDirectoryOnceDuringAddToArchive", "True");
+    setToolProperty("CheckOut", "co");
+    setToolProperty("CheckIn", "ci");
+    ASSERT_EQ(project().findProperty(IPN::CM, "General", "CMTool", IProperty::inherited), nullptr);
+    EXPECT_EQ(add(list(&host.addUnit("Pump"))), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co", "ci"));
+}
+
 TEST_F(AddMember, AsksForTheToolAndExpandsWithoutTheHybridFlag) {
     useProvider();
     host.setToolDefault("SCC", IPN::CMAddMember, "add $Unit");
     host.setToolDefault("Basalt", IPN::CMAddMember, "hybrid $Unit");
-    EXPECT_EQ(add(list(&host.addUnit("Pump")), true), 1);
-    EXPECT_THAT(host.worker.commands, ElementsAre("add Pump.ocl"));
+    host.setToolDefault("SCC", "AddMember_ControlledFile", "add -binary $Unit");
+    EXPECT_EQ(add(list(&host.addUnit("Pump"), &host.addEmbeddedFile("Notes.doc")), true), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("add Pump.ocl", "add -binary Notes.doc"));
     host.setTool("None");
     EXPECT_EQ(add(list(&host.addUnit("Valve")), true), 0);
     EXPECT_EQ(diags.GetCount(), 1);
@@ -128,6 +150,21 @@ TEST_F(AddMember, TheProjectFileIsCopiedForTheToolAndCommitted) {
     EXPECT_EQ(read(unitsDirectory() / "Plant.ory"), "new");
 }
 
+TEST_F(AddMember, HeaderAndModeAreReadFromTheProjectFileThatTheToolLeft) {
+    useOldLayout();
+    host.worker.run = [&](const CString &) {
+        write(scratch / "Plant.ory", "new");
+        return recording::ToolRun{};
+    };
+    std::vector<std::string> seen;
+    project().onUpdateHeader = [&](auto &) { seen.push_back(read(unitsDirectory() / "Plant.ory")); };
+    project().onUpdateMode = [&](auto &, const CString &) {
+        seen.push_back(read(unitsDirectory() / "Plant.ory"));
+    };
+    add(list(&project()));
+    EXPECT_THAT(seen, ElementsAre("new", "new"));
+}
+
 TEST_F(AddMember, TheProjectFileIsRolledBackIfTheExpansionFails) {
     useOldLayout();
     setToolProperty(IPN::CMAddMember, "add $nothing");
@@ -175,6 +212,15 @@ TEST_F(AddMemberInTheOldLayout, AUnitOutsideTheWorkingDirectoryIsToldAndLeftOut)
     EXPECT_EQ(host.messages.shown[0].level, 2);
     EXPECT_EQ(host.window.text(), message(pump).str() + "\n");
     EXPECT_TRUE(diags.IsEmpty());
+}
+
+TEST_F(AddMemberInTheOldLayout, ADirectoryThatDiffersInCaseAloneIsOutside) {
+    CString other = working();
+    other.MakeUpper();
+    ASSERT_NE(other, working());
+    EXPECT_EQ(add(list(&unitIn("Pump", other))), 0);
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+    EXPECT_EQ(host.messages.shown.size(), 1U);
 }
 
 TEST_F(AddMemberInTheOldLayout, ALeftOutUnitLeavesTheResultAsItWas) {

@@ -4,6 +4,7 @@
 #include "tests/CM/CMSupport/command/ListingFixture.h"
 
 #include <chrono>
+#include <initializer_list>
 #include <memory>
 #include <utility>
 
@@ -106,19 +107,6 @@ TEST_F(ListArchive, WithoutAProjectGivesNothing) {
     EXPECT_EQ(run(), 0);
     EXPECT_THAT(host.worker.commands, IsEmpty());
 }
-
-/// A configuration whose project is closed as soon as the tool has been looked up.
-class ClosingConfiguration : public recording::Configuration {
-  public:
-    [[nodiscard]] IProperty *findProperty(const CString &subject, const CString &metaclass, const CString &key,
-                                          int where, int a, int b, int c, int d, int e, int f) const override {
-        IProperty *const found = Configuration::findProperty(subject, metaclass, key, where, a, b, c, d, e, f);
-        if (key == IPN::CMTool) {
-            RecordingHost::current().model.activeProject = nullptr;
-        }
-        return found;
-    }
-};
 
 TEST_F(ListArchive, IfTheProjectIsGoneBehindTheToolCheckGivesZeroWithoutADiagnostic) {
     ClosingConfiguration closing;
@@ -236,6 +224,22 @@ TEST_F(ListArchive, AChangeOfThePatternsTakesEffectAtTheNextListing) {
     setToolProperty(IPN::CMListArchiveItsVersion, "rev: (no)");
     listing("file: Pump.ocl rev: 1");
     EXPECT_THAT(texts(), ElementsAre("Pump.ocl|1|1||", "Pump.ocl||1||"));
+}
+
+TEST_F(ListArchive, WithAProviderReadsNothingUnderTheProvidersName) {
+    for (const auto &[key, value] :
+         std::initializer_list<std::pair<CString, CString>>{{IPN::CMListArchive, "list"},
+                                                            {IPN::CMMultiRecordDelimiter, "\n"},
+                                                            {IPN::CMListArchiveItsWorkingFile, "file: (\\S+)"},
+                                                            {IPN::CMListArchiveItsVersion, "rev: (\\S+)"},
+                                                            {"ShowAllFilesInArchive", "No"}}) {
+        host.setToolDefault("SCC", key, value);
+        host.setToolDefault("Basalt", key, "Yes");
+    }
+    useProvider();
+    listing("file: Mill.ory\nfile: Pump.ocl rev: 1");
+    EXPECT_THAT(host.worker.commands, ElementsAre("list"));
+    EXPECT_THAT(texts(), ElementsAre("Pump.ocl|1|0||"));
 }
 
 TEST_F(ListArchive, AToolThatPrintsAnErrorGivesNoItems) {

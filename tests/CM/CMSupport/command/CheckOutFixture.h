@@ -29,6 +29,19 @@ class ExtraArgument : public CMArgument {
     mutable std::size_t asked_ = 0;
 };
 
+/// A configuration whose project is closed as soon as the tool has been looked up.
+class ClosingConfiguration : public recording::Configuration {
+  public:
+    [[nodiscard]] IProperty *findProperty(const CString &subject, const CString &metaclass, const CString &key,
+                                          int where, int a, int b, int c, int d, int e, int f) const override {
+        IProperty *const found = Configuration::findProperty(subject, metaclass, key, where, a, b, c, d, e, f);
+        if (key == IPN::CMTool) {
+            RecordingHost::current().model.activeProject = nullptr;
+        }
+        return found;
+    }
+};
+
 class CheckOutFixture : public CoreFixture {
   protected:
     CheckOutFixture() {

@@ -102,6 +102,19 @@ TEST_F(FetchFromArchive, AnEmptyListGivesNothing) {
     EXPECT_THAT(calls(), IsEmpty());
 }
 
+TEST_F(FetchFromArchive, AsksForTheToolOnTheProviderRouteToo) {
+    useProvider();
+    host.setToolDefault("SCC", IPN::CMFetchFromArchive, "geta $Unit");
+    EXPECT_EQ(fetch({item("Pump.ocl")}), 1);
+    EXPECT_EQ(recFetch({item("Pump.ocl")}), 1);
+    host.worker.commands.clear();
+    host.setTool("None");
+    EXPECT_EQ(fetch({item("Pump.ocl")}), 0);
+    EXPECT_EQ(recFetch({item("Pump.ocl")}), 0);
+    EXPECT_EQ(diags.GetCount(), 2);
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+}
+
 TEST_F(FetchFromArchive, WithoutAToolGivesOneDiagnosticEach) {
     host.setTool("none");
     EXPECT_EQ(fetch({item("Pump.ocl")}), 0);

@@ -145,6 +145,8 @@ TEST_F(ProjectFilter, DropsTheProjectFilesOfOtherProjects) {
     EXPECT_EQ(item("file: sub/Mill.ory"), "-");
     EXPECT_EQ(item("file: Plant.ory"), "Plant.ory||1||");
     EXPECT_EQ(item("file: any/where/Plant.ory"), "any/where/Plant.ory||1||");
+    EXPECT_EQ(item("file: /Plant.ory"), "/Plant.ory||1||");
+    EXPECT_EQ(item("file: \\Plant.ory"), "\\Plant.ory||1||");
 }
 
 TEST_F(ProjectFilter, KeepsTheReturnOfTheWorkingFileForADroppedRecord) {

@@ -122,6 +122,14 @@ TEST_F(FetchEntries, FetchAppliesTheReloadedUnitsOnBothRoutesAndAfterAFailure) {
     EXPECT_EQ(host.callsOf("apply saved units").size(), 2U);
 }
 
+TEST_F(FetchEntries, FetchInAProjectThatIsLoadedForAMergeGoesByCommandAndNotInHybridMode) {
+    useProviderNamed("Basalt", true);
+    project().loadedForMerge = true;
+    EXPECT_EQ(fetch.call(), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("SCC fetch Pump.ocl"))
+        << "not the template of the provider's name";
+}
+
 TEST_F(FetchEntries, TheOthersApplyNothing) {
     for (const Entry &entry : {fetchFromArchive, recFetchFromArchive, fetchForDiff, history, connect}) {
         entry.call();

@@ -46,6 +46,13 @@ TEST_F(ArchiveItem, IsCutAtADotInADirectoryNameToo) {
     EXPECT_EQ(one.getFileName(), "Makefile");
 }
 
+TEST_F(ArchiveItem, OfAHiddenFileHasASuffixAlone) {
+    const auto one = item(".hidden");
+    EXPECT_EQ(one.getSuffix(), ".hidden");
+    EXPECT_EQ(one.getName(), "");
+    EXPECT_EQ(one.getFileName(), ".hidden");
+}
+
 TEST_F(ArchiveItem, IsCutAtTheLaterOfMixedSeparators) {
     EXPECT_EQ(item(R"(a\b/Pump.ocl)").getFileName(), "Pump.ocl");
     EXPECT_EQ(item(R"(a/b\Pump.ocl)").getName(), "Pump");
@@ -97,6 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
     ArchiveItem, ShortPath,
     testing::Values(
         Layout{"archive path", "$ArchivePath/$SubDirs/$FileName", "/arch/Pump.ocl", "/arch/Pump.ocl"},
+        Layout{"archive path in front", "$ArchivePath$SubDirs/RCS/$FileName", "a/RCS/Pump.ocl", "a/RCS/Pump.ocl"},
         Layout{"no directories", "/arch/$FileName", "/arch/Pump.ocl", "/arch/Pump.ocl"},
         Layout{"no file", "/arch/$SubDirs", "/arch/Pump.ocl", "/arch/Pump.ocl"},
         Layout{"root", "/arch/$SubDirs/$FileName", "/arch/sub/Pump.ocl", "sub/Pump.ocl"},
@@ -140,6 +148,11 @@ TEST_F(ArchiveItem, StandsBelowTheWorkingDirectory) {
     EXPECT_EQ(item("sub/deep/Pump.ocl").getLocalPath(), "/w/sub/deep");
     EXPECT_EQ(item("/w/sub/Pump.ocl").getLocalPath(), "/w/sub");
     EXPECT_EQ(item("Pump.ocl").getLocalPath(), "/w");
+}
+
+TEST_F(ArchiveItem, WithoutADotStandsWhereItsPathCutAtADotInADirectoryNameStands) {
+    EXPECT_EQ(item("proj/sub.v2/Makefile").getLocalPath(), "/w/proj");
+    EXPECT_EQ(item("proj/sub/Makefile").getLocalPath(), "/w/proj/sub");
 }
 
 TEST_F(ArchiveItem, StandsBelowTheUnitsDirectoryIfTheWorkingDirectoryIsEmpty) {
