@@ -130,6 +130,12 @@ std::string faultOfPath(std::string_view path) {
             return fault;
         }
     }
+    const std::size_t open = path.find('(');
+    const std::size_t question = open == std::string_view::npos ? open : path.find('?', open);
+    if (question != std::string_view::npos && path.find(')', question) != std::string_view::npos) {
+        return "it holds a \"(\", a \"?\" and a \")\" in this order, which a command template takes for a "
+               "condition";
+    }
     return {};
 }
 

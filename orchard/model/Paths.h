@@ -29,7 +29,8 @@ namespace orchard {
 /// command template quotes file names, so what would end or change a quoted text is refused.
 [[nodiscard]] std::string faultOfFileName(std::string_view name);
 /// The same for every part of a path, which either separator may end; empty parts, "." and ".." may stand. The
-/// whole path reaches the same command line as the name does.
+/// whole path reaches the same command line as the name does, so it must not hold a conditional of templates
+/// either, be it spread over several parts: "(", then "?", then ")".
 [[nodiscard]] std::string faultOfPath(std::string_view path);
 /// Why this can't be the directory of a unit, given relative to that of its owner; it may not lead out of there.
 [[nodiscard]] std::string faultOfDirectory(std::string_view directory);

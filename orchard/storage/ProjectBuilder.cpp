@@ -101,6 +101,9 @@ std::string ProjectBuilder::refusal() const {
     if (const std::string bad = faultOfPath(directoryOfPath(file_)); !bad.empty()) {
         return "the directory " + std::string(directoryOfPath(file_)) + " can't hold a project: " + bad;
     }
+    if (const std::string bad = faultOfPath(model_->project().fullFileName()); !bad.empty()) {
+        return "'" + model_->project().name() + "' can't be the name of a project here: " + bad;
+    }
     if (platform::fileExists(file_)) {
         return "there is a project already: " + file_;
     }

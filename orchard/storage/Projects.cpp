@@ -162,6 +162,10 @@ OpenResult openUnits(const std::string &path, const OpenOptions &options,
         result.problems.push_back({file, 0, 0, "the name of the project is refused: " + bad});
         return result;
     }
+    if (const std::string bad = faultOfPath(root.fullFileName()); !bad.empty()) {
+        result.problems.push_back({file, 0, 0, "the path of its units is refused: " + bad});
+        return result;
+    }
     Opening opening(*model, project, options, only);
     const bool read = opening.run();
     opening.report(result);

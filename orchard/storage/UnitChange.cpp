@@ -166,6 +166,9 @@ std::unique_ptr<UnitChange::Work> planRename(IUnit &object, std::string_view nam
     }
     if (fault.empty() && unit.hasFile()) {
         fault = faultOfFileName(target.fileName);
+        if (fault.empty() && target.fileName != unit.fileName()) {
+            fault = faultOfPath(unit.ownDirectory() + '/' + target.fileName);
+        }
     }
     if (fault.empty() && unit.kind() != Kind::embedded) {
         fault = faultOfSaving(*unit.saveUnit());

@@ -38,3 +38,11 @@ TEST(Paths, EveryPartHasToStandInACommandLine) {
     EXPECT_NE(faultOfPath("/a\"/../b.ocl"), "") << "the text as it stands is what is passed on";
     EXPECT_NE(faultOfPath("../a\nb/c"), "");
 }
+
+TEST(Paths, AConditionalOfTemplatesMustNotStandInOneAlsoNotSpreadOverItsParts) {
+    EXPECT_NE(faultOfPath("/a(b?c)/d.ocl"), "");
+    EXPECT_NE(faultOfPath("/a(b/c?/d).ocl"), "");
+    EXPECT_EQ(faultOfPath("/a(b)/c?.ocl"), "");
+    EXPECT_EQ(faultOfPath("/a)b?c(.ocl"), "");
+    EXPECT_EQ(faultOfPath("/why?/a(b).ocl"), "");
+}

@@ -169,6 +169,25 @@ TEST_F(BrokenModel, ADirectoryOfTheProjectThatACommandLineCanNotQuote) {
     EXPECT_FALSE(std::filesystem::exists(path("b`id`")));
 }
 
+TEST_F(BrokenModel, ADirectoryOfTheProjectThatATemplateWouldTakeForAConditional) {
+    std::filesystem::create_directory(path("a(b?c)"));
+    std::filesystem::rename(path("Pump.orp"), path("a(b?c)/Pump.orp"));
+    std::filesystem::rename(path("Pump_ory"), path("a(b?c)/Pump_ory"));
+    open("a(b?c)/Pump.orp");
+    EXPECT_THAT(problem(), HasSubstr("the directory of the project is refused: it holds a \"(\""));
+    EXPECT_THAT(orchard::createSampleProject(path("x(y?z)/Pump")).error, HasSubstr("can't hold a project"));
+    EXPECT_FALSE(std::filesystem::exists(path("x(y?z)")));
+}
+
+TEST_F(BrokenModel, ANameOfTheProjectThatATemplateWouldTakeForAConditional) {
+    std::filesystem::create_directory(path("a(b"));
+    EXPECT_THAT(orchard::createSampleProject(path("a(b/Why?)")).error, HasSubstr("can't be the name"));
+    EXPECT_EQ(orchard::createSampleProject(path("a(b/Why?")).error, "");
+    std::filesystem::rename(path("a(b/Why?.orp"), path("a(b/Why?).orp"));
+    open("a(b/Why?).orp");
+    EXPECT_THAT(problem(), HasSubstr("the path of its units is refused: it holds a \"(\""));
+}
+
 TEST_F(BrokenModel, AnIdentifierThatTwoElementsBear) {
     std::string valve = read(unitFile("Valve.ocl"));
     const std::string id = valve.substr(valve.find("<attribute id=\"") + 15, 36);

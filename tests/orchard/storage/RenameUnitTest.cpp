@@ -135,7 +135,7 @@ TEST_F(RenameUnit, IsRefusedWhereAFileThatTellsItCanNotBeWritten) {
 }
 
 TEST_F(RenameUnit, HostileNamesAndThoseOfTheProjectAndOfStubsAreRefused) {
-    for (const char *const name : {"", "a/b", "a\\b", "..", "a$b", "a`b", "a\"b", "a\nb", "Valve"}) {
+    for (const char *const name : {"", "a/b", "a\\b", "..", "a$b", "a`b", "a\"b", "a\nb", "a(b?c)", "Valve"}) {
         EXPECT_FALSE(UnitChange::rename(*unit("Valve"), name)) << name;
     }
     EXPECT_FALSE(UnitChange::rename(*project, "Other"));
