@@ -17,6 +17,14 @@ struct Fetch : tools::DailyCycle {};
 struct History : tools::DailyCycle {};
 struct Header : tools::DailyCycle {};
 
+/// Runs the program on the project in a directory that is made for it; `words` are shell.
+Ran runIn(tools::Workplace &place, const fs::path &project, const std::string &directory,
+          const std::string &words) {
+    return place.shell("mkdir " + tools::quoted(directory) + " && cd " + tools::quoted(directory) + " && " +
+                       tools::quoted(ORCHARD_CM_PROGRAM) + " --json -p " + tools::quoted(project.string()) + " " +
+                       words);
+}
+
 /// A project that is not under RCS.
 struct Fresh : testing::Test {
     tools::Workplace place;
@@ -65,6 +73,17 @@ TEST_F(Connect, RefusesAnArchiveThatNoCommandLineCanQuote) {
     const Ran ran = run({"connect", "a\"; touch proof; \""});
     EXPECT_EQ(ran.exit, 2);
     EXPECT_FALSE(fs::exists(place.directory() / "proof"));
+}
+
+TEST_F(Connect, RefusesAnArchiveInACurrentDirectoryThatNoCommandLineCanQuote) {
+    for (const char *const here : {"a$(touch proof)", "a(b?c)"}) {
+        const Ran ran = runIn(place, file, here, "connect archive");
+        EXPECT_EQ(ran.exit, 2) << ran.out << ran.err;
+        EXPECT_THAT(ran.out, HasSubstr("can't be given to a tool"));
+    }
+    EXPECT_EQ(run({"property", "get", "CMArchive"}).json()["value"], "");
+    EXPECT_FALSE(fs::exists(units() / "proof"));
+    EXPECT_FALSE(fs::exists(place.directory() / "ab"));
 }
 
 TEST_F(Add, TakesEachDirectoryOnceWhereTheSetSaysSo) {
@@ -172,6 +191,15 @@ TEST_F(Fetch, PutsAnEarlierVersionElsewhereAndLeavesTheModelAlone) {
         EXPECT_THAT(read(there / "Pump.ocl"), HasSubstr("One pump with"));
         EXPECT_EQ(read(pump), before);
     }
+}
+TEST_F(Fetch, RefusesADirectoryInACurrentOneThatNoCommandLineCanQuote) {
+    for (const char *const here : {"a$(touch proof)", "a(b?c)"}) {
+        const Ran ran = runIn(project, project.projectFile(), here, "fetch --to old Pump");
+        EXPECT_EQ(ran.exit, 2) << ran.out << ran.err;
+        EXPECT_THAT(errorOf(ran), HasSubstr("can't be used"));
+        EXPECT_FALSE(fs::exists(project.directory() / here / "old"));
+    }
+    EXPECT_FALSE(fs::exists(pump.parent_path() / "proof"));
 }
 TEST_F(Fetch, LeavesAWritableFileAlone) {
     lock("Pump");

@@ -102,6 +102,31 @@ TEST_F(Restructure, ThatTheToolFailsLeavesModelAndFilesAsTheyWere) {
         EXPECT_EQ(read(pump), before);
     }
 }
+TEST_F(Restructure, AToolThatIsKilledHalfWayLeavesModelAndFilesAndTheUserIsSentToTheArchive) {
+    lockAll();
+    const std::string before = read(pump);
+    project.replaceProgram("mv", "/bin/mv \"$@\"; kill -9 $PPID"); // once the archive has its new name
+    const Ran ran = run({"rename", "Pump", "Lifter"});
+    EXPECT_EQ(ran.exit, 1) << ran.out;
+    EXPECT_THAT(reason(ran), HasSubstr("died of signal 9"));
+    EXPECT_THAT(reason(ran), testing::EndsWith("model and files are as they were, look at the archive"));
+    EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
+    EXPECT_EQ(read(pump), before);
+    EXPECT_FALSE(isArchived(pump));
+}
+TEST_F(Restructure, ANameThatNoTemplateCanHoldIsTheReasonThatIsGiven) {
+    // Each name can stand alone; with the directory in front the path reads as a conditional.
+    lockAll();
+    ASSERT_EQ(run({"rename", "Control", "Con(trol"}).exit, 0);
+    const Ran ran = run({"rename", "AlarmList", "Which?)"});
+    EXPECT_EQ(ran.exit, 1) << ran.out;
+    EXPECT_THAT(errorOf(ran), HasSubstr("in this order, which a command template takes for a condition"));
+    ASSERT_EQ(run({"rename", "Pump", "Which?)"}).exit, 0);
+    const Ran moved = run({"move", "Which?)", "Con(trol"});
+    EXPECT_EQ(moved.exit, 1) << moved.out;
+    EXPECT_THAT(reason(moved), HasSubstr("Con(trol/Which?).ocl can't be given to a tool: it holds a \"(\""));
+    EXPECT_THAT(paths(), HasSubstr("Drives/Which?)\n"));
+}
 TEST_F(Restructure, AFileThatTheToolTakesElsewhereIsToldAndFails) {
     lockAll();
     const fs::path elsewhere = project.directory() / "elsewhere.ocl";

@@ -51,10 +51,10 @@ const char *text(Text number) {
         return "The file \"%s\" can't be added to the archive, as it is not in the directory \"%s\", where the "
                "tool works. Move the %s \"%s\" there, then add it again.";
     case Text::nameNotQuotable:
-        return "No command was run for \"%s\": the name holds %s, which no command line can quote. Give the file "
+        return "No command was run for \"%s\": the name holds %s, and no command can quote that. Give the file "
                "another name, then try again.";
     case Text::archiveNotQuotable:
-        return "The archive \"%s\" was not taken over: its path holds %s, which no command line can quote. Move "
+        return "The archive \"%s\" was not taken over: its path holds %s, and no command can quote that. Move "
                "the archive, then connect again.";
     case Text::namedCharacter:
         return "the character %s";
@@ -63,7 +63,7 @@ const char *text(Text number) {
     case Text::backslashAtEnd:
         return "a backslash at the end of it or of a directory";
     case Text::conditionalOfTemplates:
-        return "a \"(\", \"?\" and \")\" in this order, which a command template takes for a condition";
+        return "a \"(\", a \"?\" and a \")\" in this order, which a command template takes for a condition";
     case Text::operationLock:
         return "Lock";
     case Text::operationFetch:

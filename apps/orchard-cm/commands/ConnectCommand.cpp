@@ -101,11 +101,12 @@ class ConnectCommand : public Command {
 
     ExitCode run(Context &context) override {
         static_cast<void>(context.session.project());
-        if (const auto fault = pathFault(archive_); !fault.empty()) {
-            throw Failure(ExitCode::usage, "the archive '" + archive_ + "' can't be given to a tool: " + fault);
+        const std::string archive = fullArchive(archive_);
+        if (const auto fault = pathFault(archive); !fault.empty()) {
+            throw Failure(ExitCode::usage, "the archive '" + archive + "' can't be given to a tool: " + fault);
         }
         requireCommand(IPN::CMConnectToCMRepository);
-        ArchiveChange change(context.session, fullArchive(archive_));
+        ArchiveChange change(context.session, archive);
         TemplateArguments arguments;
         arguments.addArchive();
         CMDiagnosticList diagnostics;

@@ -52,11 +52,11 @@ class FetchCommand : public Command {
         if (directory_.empty()) {
             return {};
         }
-        if (const auto fault = pathFault(directory_); !fault.empty()) {
-            throw Failure(ExitCode::usage, "the directory '" + directory_ + "' can't be used: " + fault);
-        }
         std::error_code error;
         const fs::path target = fs::absolute(directory_).lexically_normal();
+        if (const auto fault = pathFault(target.string()); !fault.empty()) {
+            throw Failure(ExitCode::usage, "the directory '" + target.string() + "' can't be used: " + fault);
+        }
         fs::create_directories(target, error);
         if (error) {
             throw Failure(ExitCode::failed,

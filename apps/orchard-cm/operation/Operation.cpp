@@ -10,6 +10,7 @@
 #include "apps/orchard-cm/model/Unresolved.h"
 #include "apps/orchard-cm/operation/Item.h"
 #include "apps/orchard-cm/operation/ReloadFiles.h"
+#include "apps/orchard-cm/operation/TextCheck.h"
 
 #include <algorithm>
 #include <memory>
@@ -70,7 +71,11 @@ std::string whyNotRun(const Item &item, const Journal &journal, const RunsOfItem
             return "a command before it failed: " + fault;
         }
     }
-    return journal.earlyErrors().empty() ? "it was not worked on" : journal.earlyErrors().front();
+    if (!journal.earlyErrors().empty()) {
+        return journal.earlyErrors().front();
+    }
+    const std::string fault = pathFault(item.result.file);
+    return fault.empty() ? "it was not worked on" : "the path of its file can't be given to a tool: " + fault;
 }
 
 /// No tool ran for the item: its command could not be made, or it was skipped, or never came to its turn.

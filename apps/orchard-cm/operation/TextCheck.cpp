@@ -36,6 +36,14 @@ std::string fault(std::string_view text, std::string_view refused, std::string_v
     return found == text.end() ? std::string() : "it holds " + nameOf(*found) + reason;
 }
 
+/// A path is put into a template before conditionals are looked for.
+bool holdsConditional(std::string_view path) {
+    constexpr auto none = std::string_view::npos;
+    const auto open = path.find('(');
+    const auto question = open == none ? none : path.find('?', open);
+    return question != none && path.find(')', question) != none;
+}
+
 } // namespace
 
 std::string labelFault(std::string_view label, std::string_view refused) {
@@ -50,7 +58,10 @@ std::string commentFault(std::string_view comment, std::string_view refused) {
 }
 
 std::string pathFault(std::string_view path) {
-    return fault(path, unquotableCharacters, {}, ", which a command line can't quote");
+    std::string found = fault(path, unquotableCharacters, {}, ", which a command line can't quote");
+    return found.empty() && holdsConditional(path) ? "it holds a \"(\", a \"?\" and a \")\" in this order, which "
+                                                     "a command template takes for a condition"
+                                                   : found;
 }
 
 } // namespace orchard_cm

@@ -17,7 +17,8 @@ inline constexpr std::string_view unquotableCharacters = "\"$`\\>";
 std::string labelFault(std::string_view label, std::string_view refused = shellCharacters);
 /// The same for a comment, which may hold line ends and tabs and begin with any character.
 std::string commentFault(std::string_view comment, std::string_view refused = shellCharacters);
-/// The same for a path.
+/// The same for a path; what a template would take for a conditional is refused, too. A relative path has to be made
+/// a full one first: the directory that it starts from comes along into the command.
 std::string pathFault(std::string_view path);
 
 } // namespace orchard_cm

@@ -63,3 +63,10 @@ TEST(PathCheck, RefusesWhatQuotesCannotHold) {
         EXPECT_THAT(pathFault(std::string("/srv/") + c), testing::Not(IsEmpty()));
     }
 }
+
+TEST(PathCheck, RefusesWhatATemplateWouldTakeForAConditional) {
+    EXPECT_THAT(pathFault("/srv/a(b/c?d)"), HasSubstr("condition"));
+    EXPECT_THAT(pathFault("/srv/a(b)?"), IsEmpty());
+    EXPECT_THAT(pathFault("/srv/?a(b)"), IsEmpty());
+    EXPECT_THAT(pathFault("/srv/a?b)"), IsEmpty());
+}
