@@ -64,6 +64,47 @@ TEST_F(ToolCheck, FindsWhatIsMissingOrWrongWithItsPlace) {
     EXPECT_THAT(textFor(ran, "ChekIn"), HasSubstr("did you mean 'CheckIn'?"));
     EXPECT_THAT(place.cm({"tool", "check", "Vault"}).out, HasSubstr("mine.toml:6:"));
 }
+TEST_F(ToolCheck, FillsInTheNamesThatAMoveOrRenameKnowsAndNoOthers) {
+    const auto commandFor = [](const Ran &ran, const std::string &key) {
+        const auto json = ran.json();
+        for (const auto &command : json["commands"]) {
+            if (command["key"] == key) {
+                std::string text = command["command"];
+                return text.substr(text.find("_ory") == std::string::npos ? 0 : text.find("_ory"));
+            }
+        }
+        return std::string();
+    };
+    writeSet("tool = \"Vault\"\n[ConfigurationManagement.Vault]\n"
+             "Move = 'mv \"$oldName\"'\n"
+             "MoveDirectory = 'mvdir \"$newName\"'\n"
+             "Rename = 'rn $none \"$newName\"'\n"
+             "RenameDirectory = 'rndir \"$newName\"'\n");
+    const Ran good = check("Vault");
+    EXPECT_EQ(commandFor(good, "Move"), "_ory//Pump.ocl\"");
+    EXPECT_EQ(commandFor(good, "MoveDirectory"), "_ory/elsewhere/Control\"");
+    EXPECT_EQ(commandFor(good, "RenameDirectory"), "_ory/New\"");
+    EXPECT_EQ(textFor(good, "Move") + textFor(good, "MoveDirectory") + textFor(good, "RenameDirectory"), "");
+    EXPECT_THAT(textFor(good, "Rename"), HasSubstr("'$none' could not be resolved"));
+
+    writeSet("tool = \"Vault\"\n[ConfigurationManagement.Vault]\n"
+             "Move = 'mv \"$oldDir\"'\n"
+             "MoveDirectory = 'mvdir \"$dir\"'\n"
+             "Rename = 'rn \"$oldDir\"'\n"
+             "RenameDirectory = 'rndir \"$dir\" \"$newdir\"'\n");
+    const Ran bad = check("Vault");
+    EXPECT_THAT(textFor(bad, "Move"), HasSubstr("'$oldDir' could not be resolved"));
+    EXPECT_THAT(textFor(bad, "MoveDirectory"), HasSubstr("'$dir' could not be resolved"));
+    EXPECT_THAT(textFor(bad, "Rename"), HasSubstr("'$oldDir' could not be resolved"));
+    EXPECT_THAT(textFor(bad, "RenameDirectory"), HasSubstr("'$dir' could not be resolved"))
+        << "as the template for files does not ask for it";
+
+    writeSet("tool = \"Vault\"\n[ConfigurationManagement.Vault]\n"
+             "Rename = 'rn \"$dir\" \"$olddir\" \"$newdir\" \"$oldName\"'\n"
+             "RenameDirectory = 'rndir \"$dir\" \"$oldDir\" \"$newdir\" \"$oldName\"'\n");
+    const Ran both = check("Vault");
+    EXPECT_EQ(textFor(both, "Rename") + textFor(both, "RenameDirectory"), "");
+}
 TEST_F(ToolCheck, SuggestsATool) {
     const Ran ran = check("RSC");
     EXPECT_EQ(ran.exit, 1);

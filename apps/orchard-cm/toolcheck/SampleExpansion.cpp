@@ -10,6 +10,7 @@
 #include "apps/orchard-cm/model/TemplateArguments.h"
 #include "apps/orchard-cm/model/Unresolved.h"
 #include "apps/orchard-cm/toolcheck/KnownKeys.h"
+#include "apps/orchard-cm/toolcheck/SamplePlaces.h"
 #include "orchard/storage/NewProject.h"
 #include "orchard/storage/Projects.h"
 
@@ -116,27 +117,10 @@ void give(TemplateArguments &arguments, std::string_view key, bool full) {
     arguments.addArchive();
 }
 
-/// The names that a move or rename replaces before anything else.
-CString withPlaces(CString text, const IUnit &unit) {
-    const std::string path = unit.getFullFileName().str();
-    const std::string directory = fs::path(path).parent_path().string();
-    const std::string elsewhere = directory + "/elsewhere";
-    const std::string newPath = elsewhere + "/" + unit.getFileName().str();
-    for (const auto &[name, value] :
-         {std::pair("$olddir", directory), std::pair("$oldDir", directory), std::pair("$newdir", elsewhere),
-          std::pair("$oldName", path), std::pair("$newName", newPath), std::pair("$dir", directory)}) {
-        text.Replace(name, value.c_str());
-    }
-    return text;
-}
-
-bool takesPlaces(std::string_view key) {
-    return key == "Move" || key == "MoveDirectory" || key == "Rename" || key == "RenameDirectory";
-}
-
 class Expander {
   public:
-    Expander(const Sample &sample, SampleExpansions &result) : sample_(sample), result_(result) {}
+    Expander(const Sample &sample, CString renameTemplate, SampleExpansions &result)
+        : sample_(sample), renameTemplate_(std::move(renameTemplate)), result_(result) {}
 
     void expand(const SetEntry &entry, std::string_view key, bool full) {
         const IUnit &unit = unitFor(key);
@@ -148,7 +132,7 @@ class Expander {
         } else if (hasUnit(key)) {
             arguments.addUnit(unit);
         }
-        const CString source = takesPlaces(key) ? withPlaces(entry.value, unit) : CString(entry.value);
+        const CString source = withPlaces(entry.value, key, renameTemplate_, unit);
         CString command;
         CString error;
         const bool done = CMProperty::Expand(source, arguments.list(), command, error, false) != 0;
@@ -196,6 +180,7 @@ class Expander {
     }
 
     const Sample &sample_;
+    CString renameTemplate_;
     SampleExpansions &result_;
 };
 
@@ -214,7 +199,8 @@ void expandAll(Expander &expander, const std::vector<SetEntry> &entries, bool fu
 SampleExpansions expandForSample(const std::string &tool, const std::vector<SetEntry> &entries) {
     const Sample sample(tool);
     SampleExpansions result;
-    Expander expander(sample, result);
+    const SetEntry *const rename = entryOf(entries, "Rename");
+    Expander expander(sample, rename == nullptr ? CString() : CString(rename->value), result);
     static_cast<void>(CMArchive::setMainArchive(""));
     expandAll(expander, entries, false);
     static_cast<void>(CMArchive::setMainArchive("/archive"));

@@ -141,6 +141,17 @@ void checkMissing(const std::vector<SetEntry> &entries, std::vector<Finding> &fi
     }
 }
 
+/// The last ")" of a template closes its conditional; without one the text is taken as it stands.
+std::string conditionalFault(const std::string &value) {
+    const auto open = value.find('(');
+    const auto question = open == std::string::npos ? open : value.find('?', open);
+    return question != std::string::npos && value.find(')', question) == std::string::npos
+               ? "it holds a \"(\" and a \"?\" without a \")\" behind them: this is no conditional, and reaches "
+                 "the tool "
+                 "as it stands"
+               : std::string();
+}
+
 void checkUnread(const SetEntry &entry, const std::set<std::string> &variables, std::vector<Finding> &findings) {
     if (variables.contains(lower(entry.key))) {
         return;
@@ -172,6 +183,11 @@ std::vector<Finding> checkSet(const std::vector<SetEntry> &entries) {
     const auto variables = variablesIn(entries);
     for (const SetEntry &entry : entries) {
         const KnownKey *const key = knownKey(entry.key);
+        const bool isTemplate =
+            key == nullptr || key->kind == KeyKind::command || key->kind == KeyKind::optionalCommand;
+        if (auto fault = isTemplate ? conditionalFault(entry.value) : std::string(); !fault.empty()) {
+            findings.push_back({entry.key, std::move(fault), entry.place});
+        }
         if (key == nullptr) {
             checkUnread(entry, variables, findings);
         } else if (auto fault = valueFault(*key, entry.value); !fault.empty()) {

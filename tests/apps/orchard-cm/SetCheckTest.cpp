@@ -91,6 +91,20 @@ TEST(SetCheck, FindsAPatternThatMatchesAnything) {
 TEST(SetCheck, TakesAnEmptyPatternForNone) {
     EXPECT_THAT(checkSet(with(goodSet(), "HeaderItsLocker", "")), IsEmpty());
 }
+TEST(SetCheck, FindsAConditionalThatNothingCloses) {
+    for (const char *const open : {"tool ($label ? -r$label \"$UnitPath\"", "tool (x ? y", "(?"}) {
+        const auto findings = checkSet(with(goodSet(), "CheckIn", open));
+        ASSERT_THAT(findings, SizeIs(1)) << open;
+        EXPECT_THAT(findings[0].text, HasSubstr("without a \")\" behind them"));
+        EXPECT_EQ(findings[0].place, "set.toml:9:1");
+    }
+    const auto piece = with(with(goodSet(), "CheckIn", "tool $Piece"), "Piece", "($label ? -r$label");
+    EXPECT_THAT(checkSet(piece), SizeIs(1));
+    for (const char *const whole : {"tool (a ? b : c )", "tool ? (a)", "tool (a) ?)", "tool a?", "tool (a"}) {
+        EXPECT_THAT(checkSet(with(goodSet(), "CheckIn", whole)), IsEmpty()) << whole;
+    }
+    EXPECT_THAT(checkSet(with(goodSet(), "Repository", "(a ? b")), IsEmpty()) << "no command";
+}
 TEST(SetCheck, FindsAListingThatNothingReads) {
     EXPECT_THAT(onlyText(without(goodSet(), "MultiRecordDelimiter"), "MultiRecordDelimiter"),
                 HasSubstr("listing of the archive is empty"));
