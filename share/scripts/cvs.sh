@@ -24,6 +24,15 @@ silent_cvs() { command cvs -f -Q "$@"; }
 directory_of() { case $1 in /*/*|[!/]*/*) printf %s "${1%/*}" ;; /*) printf / ;; *) printf . ;; esac; }
 name_of() { printf %s "${1##*/}"; }
 
+# place_of PATH: where it is in the directory for units, as comments tell it.
+units=$PWD
+place_of() {
+  case $1 in
+    "$units"/*) printf %s "${1#"$units"}" | tr -s / | sed 's,^/,,' ;;
+    *) printf %s "${1##*/}" ;;
+  esac
+}
+
 # Puts a directory under CVS, after those that it stands in. They need no comment and no commit.
 add_directory() (
   if [ -d "$1/CVS" ]; then exit 0; fi
@@ -122,11 +131,11 @@ move_file() {
   if [ -e "$(directory_of "$1")/CVS/Base/$(name_of "$1")" ]; then open=yes; fi
   # The host may have moved the file itself.
   if [ -e "$1" ]; then mv -- "$1" "$2"; fi
-  add_file "$keywords" "$2" "Moved from $(name_of "$1")" || {
+  add_file "$keywords" "$2" "Moved from $(place_of "$1")" || {
     mv -- "$2" "$1"
     return 1
   }
-  remove_file "$1" "Moved to $(name_of "$2")"
+  remove_file "$1" "Moved to $(place_of "$2")"
   if [ -n "$open" ]; then (cd -- "$(directory_of "$2")" && edit "$(name_of "$2")"); fi
 }
 
@@ -253,7 +262,7 @@ case $action in
     if [ -d "$1" ]; then move_directory "$1" "$2"; else move_file "$1" "$2"; fi
     ;;
   delete)
-    remove_file "$1" "Deleted $(name_of "$1")"
+    remove_file "$1" "Deleted $(place_of "$1")"
     ;;
   *)
     echo "cvs: no such action: $action" >&2

@@ -22,6 +22,15 @@ shift
 
 git() { command git --no-pager --literal-pathspecs -c core.quotePath=false -c color.ui=false "$@"; }
 
+# place_of PATH: where it is in the directory for units, as comments tell it.
+units=$PWD
+place_of() {
+  case $1 in
+    "$units"/*) printf %s "${1#"$units"}" | tr -s / | sed 's,^/,,' ;;
+    *) printf %s "${1##*/}" ;;
+  esac
+}
+
 # commit COMMENT PATH...: these paths alone, whatever else is changed or staged.
 commit() {
   comment=$1
@@ -256,7 +265,7 @@ case $action in
       git rm -r --quiet --force --cached -- "$2"
       git add --force -- "$3"
     fi
-    commit "Move ${2##*/} to ${3##*/}" "$2" "$3"
+    commit "Move $(place_of "$2") to $(place_of "$3")" "$2" "$3"
     publish
     ;;
   delete)
@@ -269,7 +278,7 @@ case $action in
       git rm --quiet --force --cached -- "$2"
       rm -f -- "$2"
     fi
-    commit "Delete ${2##*/}" "$2"
+    commit "Delete $(place_of "$2")" "$2"
     publish
     ;;
   *)

@@ -26,6 +26,15 @@ hg() {
   command hg --noninteractive --quiet --config ui.timeout=30 --config experimental.removeemptydirs=false "$@"
 }
 
+# place_of PATH: where it is in the directory for units, as comments tell it.
+units=$PWD
+place_of() {
+  case $1 in
+    "$units"/*) printf %s "${1#"$units"}" | tr -s / | sed 's,^/,,' ;;
+    *) printf %s "${1##*/}" ;;
+  esac
+}
+
 # commit COMMENT PATH...: these paths alone, whatever else is changed.
 commit() {
   comment=$1
@@ -264,7 +273,7 @@ case $action in
       # The host has moved it already.
       hg move --after -- "$2" "$3"
     fi
-    commit "Move ${2##*/} to ${3##*/}" "$2" "$3"
+    commit "Move $(place_of "$2") to $(place_of "$3")" "$2" "$3"
     # The header is written anew into the files, which makes them writable.
     printf '%s\n' "$read_only" | while IFS= read -r file; do
       [ -z "$file" ] || chmod a-w -- "$3${file#"$from"}"
@@ -280,7 +289,7 @@ case $action in
     else
       hg remove --force -- "$2"
     fi
-    commit "Delete ${2##*/}" "$2"
+    commit "Delete $(place_of "$2")" "$2"
     publish
     ;;
   *)

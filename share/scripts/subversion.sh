@@ -36,6 +36,15 @@ lock() {
 }
 give_up_lock() { ! has_lock "$1" || svn unlock -- "$1@"; }
 
+# place_of PATH: where it is in the directory for units, as comments tell it.
+units=$PWD
+place_of() {
+  case $1 in
+    "$units"/*) printf %s "${1#"$units"}" | tr -s / | sed 's,^/,,' ;;
+    *) printf %s "${1##*/}" ;;
+  esac
+}
+
 # commit COMMENT PATH...: with the directories above the first path that are new to the archive. Directories without
 # what is in them, as other files may wait there; with depth=infinity the paths are committed with all in them.
 commit() {
@@ -157,7 +166,7 @@ case $action in
       svn update -q -- "$1@"
     fi
     svn move -q --parents -- "$1@" "$2"
-    commit "Moved ${1##*/}" "$2@" "$1@"
+    commit "Moved $(place_of "$1") to $(place_of "$2")" "$2@" "$1@"
     if [ -n "$open" ]; then
       printf '%s\n' "$open" | while IFS= read -r file; do
         file=${file#"./${1##*/}"}
@@ -168,7 +177,7 @@ case $action in
   delete)
     if [ -d "$1" ]; then svn update -q -- "$1@"; fi
     svn delete -q --force -- "$1@"
-    svn commit -q --message="Deleted ${1##*/}" -- "$1@"
+    svn commit -q --message="Deleted $(place_of "$1")" -- "$1@"
     ;;
   *)
     echo "svn: E000000: no such action: $action" >&2

@@ -319,6 +319,10 @@ void Scenario::move() {
     EXPECT_FALSE(archive.files().contains(from));
     EXPECT_TRUE(archive.files().contains(to));
     EXPECT_THAT(archive.newest(to), HasSubstr(bytes));
+    if (archive.tool() != "RCS") { // where the archive itself moves, and keeps its comments
+        const std::string told = archive.tool() == "CVS" ? "Moved from " + from : from + " to " + to;
+        EXPECT_THAT(archive.comment(to), testing::EndsWith(archive.asArchived(told)));
+    }
     good({"checkin", "--log", "Moved"}, {"Drives", names.control});
     EXPECT_THAT(archive.newest(controlDirectory + "/" + names.control + ".osb"),
                 HasSubstr("file=\"" + from + "\""));
