@@ -183,6 +183,24 @@ TEST_F(ConnectWithBareTool, WithoutASecondTemplateTheConnectIsReportedAsFailedTh
     EXPECT_EQ(repository, "/v");
 }
 
+TEST_F(ConnectWithBareTool, NeverTakesTheTemplatesOfTheProvidersName) {
+    useProvider(); // as hybrid mode would
+    for (const char *tool : {"Basalt", "SCC"}) {
+        host.setToolDefault(tool, IPN::CMConnectToCMRepository, CString(tool) + " connect");
+        host.setToolDefault(tool, "HeaderInfoItsRepositoryPath", "repository (.*)");
+        host.setToolDefault(tool, "Repository", CString(tool) + " at $ArchivePath");
+        host.setToolDefault(tool, "PostConnectToCMRepository", CString(tool) + " after");
+    }
+    EXPECT_EQ(connect(), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("SCC connect", "SCC after"));
+    const auto kept = project().properties.find({IPN::CM, "Bare", "Repository"});
+    ASSERT_NE(kept, project().properties.end()) << "values are kept under the tool's name";
+    EXPECT_EQ(kept->second->getValue(), "SCC at /v");
+    host.setTool("None");
+    EXPECT_EQ(connect(), 0) << "a provider is no command tool";
+    EXPECT_EQ(diags.GetCount(), 1);
+}
+
 TEST_F(ConnectToRepository, WithoutATemplateNothingRuns) {
     host.setTool("Other");
     EXPECT_EQ(connect(), 0);
