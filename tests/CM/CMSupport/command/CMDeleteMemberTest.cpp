@@ -132,6 +132,13 @@ TEST_F(DeleteDirectory, ReplacesTheRootAndTheDirectoryAndExpandsNothingElse) {
     EXPECT_THAT(host.worker.commands, ElementsAre("/opt/orchard/rm /m/T $archive $unitdirpath /m/T (a ? b : c)"));
 }
 
+TEST_F(DeleteDirectory, ExpandsNoPropertyThatItsTemplateNames) {
+    setToolProperty("Piece", "the property");
+    setToolProperty("DeleteDirectory", "rmdir $Piece $UnitDirPath");
+    EXPECT_EQ(remove(), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("rmdir $Piece /m/T"));
+}
+
 TEST_F(DeleteDirectory, WithoutATemplateGivesZeroWithoutADiagnostic) {
     setToolProperty("DeleteDirectory", "");
     EXPECT_EQ(remove(), 0);

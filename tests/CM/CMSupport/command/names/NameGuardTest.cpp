@@ -116,6 +116,22 @@ TEST_F(NameGuard, ADirectoryThatEndsInABackslashIsRefused) {
     expectRefused("/w\\", "a backslash at the end");
 }
 
+TEST_F(NameGuard, EachNameThatATemplateSeesOfAUnitCounts) {
+    auto &pump = unitWithFile("/w", "P.ocl");
+    pump.fullFileName = "/w/P.ocl";
+    auto units = list(&pump);
+    pump.fileName = "P`.ocl";
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 0) << "the file name";
+    pump.fileName = "P.ocl";
+    pump.directory = "/w$x";
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 0) << "the unit's own directory";
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+    pump.directory = "C:\\";
+    pump.fullFileName = "C:\\P.ocl";
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 1) << "a root is seen without its separator";
+    EXPECT_THAT(host.worker.commands, ElementsAre("get \"P.ocl\""));
+}
+
 TEST_F(NameGuard, AddingByDirectoriesRunsNothingForADirectoryThatCannotBeQuoted) {
     setGeneral("CMTool", "RCS");
     setToolProperty("CheckOutCheckInDirectoryOnceDuringAddToArchive", "True");
@@ -154,6 +170,10 @@ TEST_F(NameGuard, ARenameWithAPathThatCannotBeQuotedFails) {
     EXPECT_EQ(CMRenameMember()(&pump, "/w/a`b.ocl", "/w/P.ocl", diags, false), 0);
     EXPECT_EQ(CMRenameMember()(&pump, "/w/P.ocl", "/w/a$b.ocl", diags, false), 0);
     EXPECT_EQ(CMRenameMember()(&pump, "/w/P.ocl", "/x\\/a.ocl", diags, false), 0);
+    EXPECT_EQ(CMRenameMember()(&pump, "/w/P.ocl", "/x\\/y/a.ocl", diags, false), 0) << "the outer new directory";
+    EXPECT_EQ(CMRenameMember()(&pump, "/x\\/y/a.ocl", "/w/P.ocl", diags, false), 0) << "the outer old directory";
+    auto &odd = unitWithFile("/w", "Q`.ocl");
+    EXPECT_EQ(CMRenameMember()(&odd, "/w/P.ocl", "/w/Q.ocl", diags, false), 0) << "the unit's own names";
     EXPECT_THAT(host.worker.commands, IsEmpty());
     EXPECT_EQ(CMRenameMember()(&pump, "/w/P.ocl", "/w/Q.ocl", diags, false), 1);
     EXPECT_THAT(host.worker.commands, ElementsAre("mv /w/P.ocl /w/Q.ocl"));
