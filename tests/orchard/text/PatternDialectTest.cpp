@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <ostream>
 #include <string>
 
@@ -90,5 +91,12 @@ INSTANTIATE_TEST_SUITE_P(
                     LiteralRow{"ABackslashAtTheEnd", R"(a\)", nullptr},
                     LiteralRow{"AClassThatCloses", R"([\]a])", nullptr}, LiteralRow{"NoPattern", "", nullptr}),
     [](const auto &row) { return row.param.name; });
+
+TEST(LiteralTextCharacters, WithAMeaningOfTheirOwnNeedTheEngine) {
+    for (const char c : std::string("^$.[|()?*+{")) {
+        EXPECT_EQ(literalText(std::string("a") + c), std::nullopt) << c;
+        EXPECT_EQ(literalText(std::string("a\\") + c), std::string("a") + c) << c;
+    }
+}
 
 } // namespace

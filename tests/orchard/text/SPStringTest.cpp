@@ -136,11 +136,27 @@ TEST(Match, MatchesInEachStrideOfALongText) {
 }
 
 TEST(Match, NoStartingPositionOfALongTextIsPassedOver) {
-    for (std::size_t at = 1; at < 3000; ++at) {
-        std::string text(4000, '.');
+    for (std::size_t at = 1; at < 11'990; ++at) {
+        std::string text(12'000, '.'); // long enough for several calls of the engine
         text.replace(at, 2, "xy");
         ASSERT_NE(SPString(text).m(R"([^\n]xy)"), 0) << at;
     }
+}
+
+TEST(Match, NoStartOfALineOfALongTextIsPassedOver) {
+    for (std::size_t at = 1; at < 3000; ++at) {
+        std::string text(12'000, '.');
+        text.replace(at - 1, 2, "\nx");
+        ASSERT_NE(SPString(text).m("^x", "m"), 0) << at;
+    }
+}
+
+TEST(Match, AShortTextMayTakeManySteps) { EXPECT_NE(SPString("aaaaaaaaaaaaaac aab").m("(a+)+b"), 0); }
+
+TEST(Match, OnlyANewlineEndsALine) {
+    EXPECT_NE(SPString("a\rb").m("^a.b$"), 0);
+    EXPECT_EQ(SPString("a\r\n").m("a$", "m"), 0);
+    EXPECT_NE(SPString("a\r\n").m("a\r$", "m"), 0);
 }
 
 TEST(Match, AGroupMayRepeatThroughAMegabyte) {
@@ -213,8 +229,8 @@ TEST(Substitute, EmptyMatchesAdvance) {
 }
 
 TEST(Substitute, AnEmptyMatchIsFoundAtAnyDistanceFromTheLastOne) {
-    for (std::size_t gap = 1; gap < 400; ++gap) {
-        SPString text("y" + std::string(gap, '.') + "y" + std::string(600, '.'));
+    for (std::size_t gap = 1; gap < 2500; ++gap) {
+        SPString text("y" + std::string(gap, '.') + "y" + std::string(10'000, '.'));
         ASSERT_EQ(text.s("(?=y)", "-", "g"), 2) << gap;
     }
 }

@@ -43,7 +43,9 @@ TEST(Split, GivesNoMorePartsThanTheLimit) {
 
 TEST(Split, CutsIntoCharactersAtAnEmptyPattern) { EXPECT_EQ(split("abc", ""), (Parts{"a", "b", "c"})); }
 
-TEST(Split, AnAnchoredDelimiterCutsTheLinesOfAText) {
+TEST(Split, AnEmptyPatternCutsNothingOffAtEitherEnd) { EXPECT_EQ(split("abc", "", -1), (Parts{"a", "b", "c"})); }
+
+TEST(Split, CutsALastLineOffAlsoIfItIsEmpty) {
     EXPECT_EQ(split("one\ntwo\n", "\n", -1), (Parts{"one", "two", ""}));
 }
 
