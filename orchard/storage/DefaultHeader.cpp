@@ -49,17 +49,8 @@ const IProperty *headerFileOf(const Element &element) {
 struct Found {
     std::string path; ///< for messages
     std::string text;
-    bool isRead = true;
+    const char *fault = nullptr; ///< why there is no text, if that is worth telling
 };
-
-/// What the library has for the active project, so that all who ask it see what new files get.
-Found foundByLibrary(IBaseCMFacade &facade, const Element &element) {
-    const IProperty *const file = headerFileOf(element);
-    std::string name = file == nullptr ? std::string() : file->getValue().str();
-    std::string text = facade.getTheDefaultHeader().str();
-    const bool isRead = !text.empty() || name.empty();
-    return {std::move(name), std::move(text), isRead};
-}
 
 Found foundByHost(const Element &element) {
     const IProperty *const file = headerFileOf(element);
@@ -74,7 +65,22 @@ Found foundByHost(const Element &element) {
     }
     FileText text;
     const bool isRead = text.read(path.str(), largestHeader) == FileRead::done;
-    return {path.str(), std::move(text.text), isRead};
+    return {path.str(), std::move(text.text), isRead ? nullptr : "it can't be read"};
+}
+
+/// What the library has for the active project, so that all who ask it see what new files get. It doesn't tell why
+/// it has nothing: where the host can read the file, that is empty on purpose.
+Found foundByLibrary(IBaseCMFacade &facade, const Element &element) {
+    std::string text = facade.getTheDefaultHeader().str();
+    if (!text.empty()) {
+        const IProperty *const file = headerFileOf(element);
+        return {file == nullptr ? std::string() : file->getValue().str(), std::move(text)};
+    }
+    Found found = foundByHost(element);
+    if (found.fault != nullptr || !found.text.empty()) {
+        found.fault = "it is empty or can't be read";
+    }
+    return found;
 }
 
 } // namespace
@@ -87,8 +93,8 @@ std::string defaultHeaderOf(const Element &element) {
     const bool isActive = element.model() != nullptr && element.model() == Workspace::instance().active();
     IBaseCMFacade *const facade = isActive ? cmFacade() : nullptr;
     Found found = facade == nullptr ? foundByHost(element) : foundByLibrary(*facade, element);
-    if (!found.isRead) {
-        tellOnce(found.path, "it can't be read");
+    if (found.fault != nullptr) {
+        tellOnce(found.path, found.fault);
         return {};
     }
     if (found.text.size() > largestHeader) {

@@ -89,3 +89,18 @@ TEST_F(DefaultHeader, OfTheLibraryIsHeldToTheSameRules) {
     EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(path("ended")), HasSubstr("-->")),
                                       AllOf(HasSubstr(path("empty")), HasSubstr("can't be read"))));
 }
+
+TEST_F(DefaultHeader, AFileThatIsMeantToBeEmptyIsNoTrouble) {
+    write(path("blank"), "");
+    EXPECT_EQ(headerFrom(path("blank")), "");
+    const Library library("");
+    EXPECT_EQ(headerFrom(path("blank")), "");
+    EXPECT_THAT(messages, IsEmpty());
+}
+
+TEST_F(DefaultHeader, AFileInWhichTheLibraryFindsNothingIsTold) {
+    write(path("cut"), "\xff$Id$\n");
+    const Library library("");
+    EXPECT_EQ(headerFrom(path("cut")), "");
+    EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(path("cut")), HasSubstr("is empty or can't be read"))));
+}

@@ -109,6 +109,18 @@ TEST_F(StatusRefresh, IsNotWantedWhileStatesAreNotOnDisplay) {
     EXPECT_THAT(host.messages.shown, IsEmpty());
 }
 
+TEST_F(StatusRefresh, WhileStatesAreNotOnDisplayNoProviderIsLookedFor) {
+    setWhen("Yes");
+    host.model.activeProject = nullptr;
+    CMProperty::ResetIfActiveProjectChanged(); // the route is to be decided anew
+    host.model.activeProject = &project();
+    for (const bool onDisplay : {false, true}) {
+        project().showStatus = onDisplay;
+        EXPECT_EQ(wanted(), onDisplay);
+        EXPECT_EQ(host.messages.shown.size(), onDisplay ? 1U : 0U) << "no provider is registered";
+    }
+}
+
 // --- Of which units.
 
 TEST_F(StatusRefresh, AsksForAllFilesInOneQuery) {
@@ -255,7 +267,14 @@ TEST_F(StatusRefreshIfWanted, WhileStatesAreNotOnDisplayNothingIsAsked) {
     expectNothingWasAsked();
 }
 
-// --- The host's entry.
+// --- The host's entries.
+
+TEST_F(StatusRefresh, TheHostGetsTheDefaultHeaderThroughTheSameObject) {
+    write(scratch / "header.txt", "$Id$\n");
+    host.setToolDefault("SCC", IPN::CMHeaderFile, (scratch / "header.txt").string());
+    IBaseCMFacade &facade = theCMFacade;
+    EXPECT_EQ(facade.getTheDefaultHeader(), "$Id$\n");
+}
 
 TEST_F(StatusRefresh, TheEntryOfTheHostAsksItsQuestionOnTheProviderRouteOnly) {
     IBaseCMFacade &facade = theCMFacade;

@@ -83,6 +83,17 @@ TEST_F(DefaultHeader, IsThatOfTheToolInUse) {
     EXPECT_EQ(CMTraitFacade::getDefaultHeader(), "other");
 }
 
+TEST_F(DefaultHeader, OnTheProviderRouteIsThatOfAllProvidersWhateverTheirName) {
+    write(scratch / "named.txt", "of one provider");
+    write(scratch / "all.txt", "of all");
+    setProviderRoute();
+    CMProperty::setSCCToolName("Basalt");
+    host.setToolDefault("Basalt", IPN::CMHeaderFile, (scratch / "named.txt").string());
+    host.setToolDefault("SCC", IPN::CMHeaderFile, (scratch / "all.txt").string());
+    EXPECT_EQ(CMTraitFacade::getDefaultHeader(), "of all");
+    CMProperty::setSCCToolName("");
+}
+
 // --- What a unit's header says: locker and version go the same way.
 
 struct Row {
