@@ -1,6 +1,8 @@
 #include "tests/orchard/storage/Workbench.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
 
 using testing::HasSubstr;
 
@@ -13,6 +15,7 @@ class Rename : public Workbench {
 
 TEST_F(Rename, TheFileAndTheIndexFollow) {
     IUnit *const valve = unit("Valve");
+    ASSERT_EQ(IUnit::getByFile("Valve.ocl"), valve);
     EXPECT_TRUE(valve->approveCMRename("Gate"));
     valve->setFileName("Gate");
     EXPECT_EQ(valve->getFileName(), "Gate.ocl");
@@ -22,7 +25,50 @@ TEST_F(Rename, TheFileAndTheIndexFollow) {
     EXPECT_FALSE(std::filesystem::exists(unitFile("Valve.ocl")));
     EXPECT_EQ(IUnit::getByFile("Gate.ocl"), valve);
     EXPECT_EQ(IUnit::getByFile("Valve.ocl"), nullptr);
+    EXPECT_EQ(IUnit::getByFile(unitFile("Gate.ocl")), valve);
+    EXPECT_EQ(IUnit::getByFile(unitFile("Valve.ocl")), nullptr);
     EXPECT_TRUE(unit("Drives")->isModified()) << "its file names the unit's";
+}
+
+TEST_F(Rename, AnExtensionThatIsInTheNameAlreadyStandsOnce) {
+    unit("Valve")->setFileName("Gate.OCL");
+    EXPECT_EQ(unit("Valve")->getFileName(), "Gate.OCL");
+    unit("Panel")->setFileName("Desk.v2");
+    EXPECT_EQ(unit("Panel")->getFileName(), "Desk.v2.ocl");
+}
+
+/// While it lives, the directory is closed to this user, also to the administrator.
+class ClosedDirectory {
+  public:
+    explicit ClosedDirectory(std::string path) : path_(std::move(path)) {
+        ::chmod(path_.c_str(), 0555);
+        if (user_ == 0) {
+            EXPECT_EQ(::seteuid(65534), 0);
+        }
+    }
+    ~ClosedDirectory() {
+        EXPECT_EQ(::seteuid(user_), 0);
+        ::chmod(path_.c_str(), 0755);
+    }
+    ClosedDirectory(const ClosedDirectory &) = delete;
+    ClosedDirectory &operator=(const ClosedDirectory &) = delete;
+
+  private:
+    std::string path_;
+    uid_t user_ = ::geteuid();
+};
+
+TEST_F(Rename, AFileThatTheSystemDoesNotRenameKeepsItsName) {
+    IUnit *const valve = unit("Valve");
+    ::chmod(directory.c_str(), 0755);
+    {
+        const ClosedDirectory closed(path("Pump_ory"));
+        valve->setFileName("Gate");
+    }
+    EXPECT_EQ(valve->getFileName(), "Valve.ocl");
+    EXPECT_EQ(IUnit::getByFile(unitFile("Valve.ocl")), valve);
+    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("can't be renamed")));
+    EXPECT_FALSE(unit("Drives")->isModified());
 }
 
 TEST_F(Rename, IsNotApprovedForATakenOrAHostileName) {

@@ -51,6 +51,16 @@ TEST_F(ReloadUnit, ANewStructureGivesANewObjectInTheSamePlace) {
     EXPECT_EQ(orchard::elementsInside(*fresh).size(), 4U);
 }
 
+TEST_F(ReloadUnit, AUnitThatComesBackWithAnotherIdentifierKeepsItsState) {
+    IUnit *const valve = unit("Valve");
+    valve->setCMState(5);
+    edit(unitFile("Valve.ocl"), valve->getOrId().getOrIdStr().str(), "00000000-0000-0000-0000-0000000000bb");
+    IUnit *const fresh = reload(valve);
+    ASSERT_NE(fresh, nullptr);
+    EXPECT_EQ(fresh->getOrId().getOrIdStr(), "00000000-0000-0000-0000-0000000000bb");
+    EXPECT_EQ(fresh->getCMState(), 5);
+}
+
 TEST_F(ReloadUnit, ANewStructureOfASubsystemReplacesTheUnitsInIt) {
     IHandle *const handle = unit("Valve")->getHandle();
     IUnit *const valve = unit("Valve");
@@ -154,8 +164,12 @@ TEST_F(ReloadUnit, AReloadedUnitCanBeSaved) {
 TEST_F(ReloadUnit, TheProjectKeepsItsObject) {
     edit(unitFile("Pump.ory"), "</project>",
          "<class id=\"00000000-0000-0000-0000-0000000000aa\"><name>Extra</name></class></project>");
+    edit(unitFile("Pump.ory"), "<project ", "<!--\n$Id: 1.5 $\n-->\n<project ");
+    ::chmod(unitFile("Pump.ory").c_str(), 0444);
     EXPECT_EQ(reload(project), project);
     EXPECT_EQ(orchard::elementsInside(*project).size(), 6U);
+    EXPECT_EQ(project->getCMHeader(), "$Id: 1.5 $");
+    EXPECT_TRUE(project->isReadOnly());
     EXPECT_EQ(CurrentWorkspace::GetActiveProject(), project);
 }
 
@@ -202,6 +216,16 @@ TEST_F(ReloadUnit, IsPossibleForLoadedUnitsWithAFileOfTheirOwn) {
     EXPECT_FALSE(QuickATMFacade::CanReloadUnit(unit("AlarmEntry"), 0));
     ASSERT_TRUE(orchard::setUnitLoaded(*unit("Valve"), false).empty());
     EXPECT_FALSE(QuickATMFacade::CanReloadUnit(unit("Valve"), 0));
+}
+
+TEST_F(ReloadUnit, OfWhatIsNotReadInPlaceGivesNothing) {
+    EXPECT_EQ(reload(nullptr), nullptr);
+    EXPECT_EQ(reload(unit("wiring.txt")), nullptr);
+    EXPECT_EQ(reload(unit("AlarmEntry")), nullptr);
+    ASSERT_TRUE(orchard::setUnitLoaded(*unit("Valve"), false).empty());
+    EXPECT_EQ(reload(unit("Valve")), nullptr);
+    EXPECT_TRUE(unit("Valve")->isStub());
+    EXPECT_TRUE(messages.empty());
 }
 
 TEST_F(ReloadUnit, CallsBothCallbacksOfAScope) {

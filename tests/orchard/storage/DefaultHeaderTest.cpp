@@ -34,6 +34,41 @@ TEST_F(DefaultHeader, IsTheTextOfTheFileWithoutItsLastLineEnds) {
     EXPECT_THAT(messages, IsEmpty());
 }
 
+TEST_F(DefaultHeader, IsWrittenIntoANewFile) {
+    write(path("header"), "$Id$\n");
+    headerFrom(path("header"));
+    EXPECT_EQ(unit("Valve")->saveUnitToFile(path("new.ocl"), orySaveAlways), 1);
+    EXPECT_THAT(read(path("new.ocl")), HasSubstr("<!--\n$Id$\n-->\n<class "));
+    EXPECT_THAT(read(unitFile("Valve.ocl")), testing::Not(HasSubstr("$Id$")));
+}
+
+TEST_F(DefaultHeader, OfAllToolsIsTakenWhereTheToolHasNone) {
+    write(path("header"), "$Id$\n");
+    IProperty general(static_cast<const IProperty *>(nullptr));
+    general.setName("HeaderFile");
+    general.setValue(path("header"));
+    project->storeProperty("ConfigurationManagement", "CMGeneral", &general);
+    EXPECT_EQ(orchard::defaultHeaderOf(*orchard::Element::of(project)), "$Id$");
+    write(path("tools"), "$Revision$\n");
+    EXPECT_EQ(headerFrom(path("tools")), "$Revision$");
+}
+
+TEST_F(DefaultHeader, MayStandInTheShareDirectory) {
+    write(path("share/header"), "$Id$\n");
+    ::setenv("ORCHARD_SHARE", path("share").c_str(), 1);
+    EXPECT_EQ(headerFrom("$OQROOT/header"), "$Id$");
+    ::unsetenv("ORCHARD_SHARE");
+}
+
+TEST_F(DefaultHeader, AControlCharacterOrWhatIsNoTextIsRefusedAndTold) {
+    write(path("bell"), "$Id$\a");
+    EXPECT_EQ(headerFrom(path("bell")), "");
+    write(path("latin"), "Geh\xe4use");
+    EXPECT_EQ(headerFrom(path("latin")), "");
+    EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(path("bell")), HasSubstr("control character")),
+                                      AllOf(HasSubstr(path("latin")), HasSubstr("no UTF-8"))));
+}
+
 TEST_F(DefaultHeader, AFileThatIsMissingIsToldOnce) {
     EXPECT_EQ(headerFrom(path("none")), "");
     EXPECT_EQ(headerFrom(path("none")), "");
@@ -84,9 +119,14 @@ TEST_F(DefaultHeader, OfTheLibraryIsHeldToTheSameRules) {
         const Library library("a --> b");
         EXPECT_EQ(headerFrom(path("ended")), "");
     }
+    {
+        const Library library(std::string((1U << 20U) + 1, 'x'));
+        EXPECT_EQ(headerFrom(path("long")), "");
+    }
     const Library library("");
     EXPECT_EQ(headerFrom(path("empty")), "");
     EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(path("ended")), HasSubstr("-->")),
+                                      AllOf(HasSubstr(path("long")), HasSubstr("longer than a megabyte")),
                                       AllOf(HasSubstr(path("empty")), HasSubstr("can't be read"))));
 }
 

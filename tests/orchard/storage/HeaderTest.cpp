@@ -154,6 +154,10 @@ TEST_F(Header, TheModeFollowsTheFileAlsoForEmbeddedFilesAndForClassesInOthersFil
     std::filesystem::remove(unitFile("Valve.ocl"));
     unit("Valve")->updateMode("");
     EXPECT_TRUE(unit("Valve")->isReadOnly()) << "a missing file says nothing";
+    ASSERT_FALSE(unit("Panel")->isReadOnly());
+    std::filesystem::remove(unitFile("Panel.ocl"));
+    unit("Panel")->updateMode("");
+    EXPECT_FALSE(unit("Panel")->isReadOnly());
 }
 
 } // namespace

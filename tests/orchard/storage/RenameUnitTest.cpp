@@ -264,4 +264,9 @@ TEST_F(RenameUnit, AnOwnerWhoseFileCanNotBeWrittenKeepsTheFileNamesOfItsParts) {
     EXPECT_EQ(drives->keepsPartFileName(""), 1);
 }
 
+TEST_F(RenameUnit, AnOwnerThatIsNotLoadedKeepsTheFileNamesOfItsParts) {
+    ASSERT_TRUE(orchard::setUnitLoaded(*unit("Drives"), false).empty());
+    EXPECT_EQ(unit("Drives")->keepsPartFileName(""), 1);
+}
+
 } // namespace

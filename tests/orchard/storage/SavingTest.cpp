@@ -52,6 +52,14 @@ TEST_F(Saving, KeepsTheHeaderThatAToolHasWritten) {
     EXPECT_EQ(unit("Valve")->getCMHeader(), "$Id: Valve.ocl,v 1.2 $ a-b");
 }
 
+TEST_F(Saving, AHeaderThatAToolHasWrittenSinceWinsOverTheOneThatWasRead) {
+    edit(unitFile("Valve.ocl"), "<class ", "<!--\n$Id: 1.2 $\n-->\n<class ");
+    ASSERT_TRUE(unit("Valve")->updateCMHeader());
+    edit(unitFile("Valve.ocl"), "$Id: 1.2 $", "$Id: 1.3 $");
+    EXPECT_EQ(unit("Valve")->orySave2File(orySaveAlways), 1);
+    EXPECT_THAT(read(unitFile("Valve.ocl")), HasSubstr("$Id: 1.3 $"));
+}
+
 TEST_F(Saving, AFileThatAnotherProgramChangedIsNotWrittenOver) {
     orchard::setDescription(*unit("Valve"), "changed");
     edit(unitFile("Valve.ocl"), "A motor valve.", "A valve of somebody else.");

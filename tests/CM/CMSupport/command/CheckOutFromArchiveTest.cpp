@@ -176,6 +176,14 @@ TEST_F(CheckOutFromArchive, WithoutAToolGivesOneDiagnosticEach) {
     EXPECT_THAT(calls(), IsEmpty());
 }
 
+TEST_F(CheckOutFromArchive, AsksForTheToolAlsoInAProjectOfAProvider) {
+    useProvider();
+    host.setTool("None");
+    EXPECT_EQ(checkOut({item("Pump.ocl")}), 0);
+    EXPECT_EQ(recCheckOut({item("Pump.ocl")}), 0);
+    EXPECT_EQ(diags.GetCount(), 2);
+}
+
 TEST_F(CheckOutFromArchive, ExpandsBeforeTheGuardStartsAndRecursivelyTheOtherWayRound) {
     setToolProperty(IPN::CMCheckOutFromArchive, "coa all");
     setToolProperty("AskOnCheckoutReadWrite", "No");

@@ -92,6 +92,17 @@ TEST_F(UndoWithoutReload, OfItemsWithoutAToolGivesOneDiagnostic) {
     EXPECT_THAT(calls(), IsEmpty());
 }
 
+TEST_F(UndoWithoutReload, OfItemsAsksForTheToolAndExpandsWithoutTheHybridFlag) {
+    useProvider();
+    host.setToolDefault("Basalt", IPN::CMUnLockItem, "hybrid $Unit");
+    host.setToolDefault("SCC", IPN::CMUnLockItem, "unco $Unit");
+    EXPECT_EQ(undoItems({item("Pump.ocl")}), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("unco Pump.ocl"));
+    host.setTool("None");
+    EXPECT_EQ(undoItems({item("Pump.ocl")}), 0);
+    EXPECT_EQ(diags.GetCount(), 1);
+}
+
 TEST_F(UndoWithoutReload, OfItemsOnlyTheLastDecides) {
     setToolProperty(IPN::CMUnLockItem, "unco $extra $Unit");
     ExtraArgument extra;

@@ -181,6 +181,16 @@ TEST_P(UpdatingOperation, SelectsTheArchiveOfEachUnit) {
     EXPECT_THAT(host.worker.commands, ElementsAre(command("/archives/pump"), command("/archives/valve")));
 }
 
+TEST_P(UpdatingOperation, AUnitWithoutAnArchiveTakesTheMainOneWhichIsThatOfTheUnitBefore) {
+    setTemplate(" [$archive]");
+    setToolProperty(IPN::CMArchive, "/archives/plant");
+    setToolProperty(IPN::CMArchiveSelection, "File");
+    auto &pump = host.addUnit("Pump");
+    pump.batchArchive = "/archives/pump";
+    EXPECT_EQ(runOn(pump, host.addUnit("Valve")), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre(command("[/archives/pump]"), command("[/archives/pump]")));
+}
+
 TEST_P(UpdatingOperation, LeavesTheArchiveAloneWhereThereIsOneForTheProject) {
     setTemplate(" $archive");
     setToolProperty(IPN::CMArchive, "/archives/plant");

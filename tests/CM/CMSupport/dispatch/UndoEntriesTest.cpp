@@ -214,6 +214,16 @@ TEST_F(UndoEntries, BarredUnitsLeaveTheCallersList) {
 
 TEST_F(UndoEntries, TheItemFormGoesOnWithoutItems) {
     EXPECT_EQ(call(Entry::items), 0);
+    const auto toolQuestions = [this] {
+        return std::ranges::count(host.lookups, IPN::CMTool,
+                                  [](const recording::Lookup &lookup) { return lookup.property.key; });
+    };
+    const std::ptrdiff_t ofItems = toolQuestions();
+    host.lookups.clear();
+    EXPECT_EQ(call(Entry::units), 0);
+    EXPECT_GT(ofItems, toolQuestions()) << "only the operation itself asks once more";
+    host.clearRecords();
+    EXPECT_EQ(call(Entry::items), 0);
     EXPECT_THAT(host.callsOf("undo"), ElementsAre("undo start flag=1", "undo end"));
     EXPECT_THAT(host.messages.shown, IsEmpty());
 }
