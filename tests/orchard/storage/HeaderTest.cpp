@@ -106,6 +106,14 @@ TEST_F(Header, OfABrokenFileStaysAsItWasAndIsToldOnce) {
     EXPECT_EQ(messages.size(), 2U) << "it was well in between";
 }
 
+TEST_F(Header, OfABrokenFileIsNotToldWhereNobodyIsToHearOfIt) {
+    write(unitFile("Valve.ocl"), "");
+    EXPECT_FALSE(element(unit("Valve")).updateHeader(true));
+    EXPECT_TRUE(messages.empty());
+    EXPECT_FALSE(unit("Valve")->updateCMHeader());
+    EXPECT_EQ(messages.size(), 1U) << "it has not been told yet";
+}
+
 TEST_F(Header, APipeInTheFilesPlaceIsNotWaitedFor) {
     std::filesystem::remove(unitFile("Valve.ocl"));
     ASSERT_EQ(::mkfifo(unitFile("Valve.ocl").c_str(), 0666), 0);

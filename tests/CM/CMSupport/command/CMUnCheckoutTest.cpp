@@ -141,6 +141,21 @@ TEST_F(UnCheckout, AReloadedUnitTakesTheOldOnesPlace) {
     EXPECT_EQ(host.callsOf("update header Pump").size(), 1U) << "the new object is updated";
 }
 
+TEST_F(UnCheckout, AReloadedUnitIsInItsPlaceBeforeReloadsClose) {
+    auto &pump = host.addClass("Pump");
+    auto &valve = host.addUnit("Valve");
+    static CMUnitList *list = nullptr;
+    static std::vector<IUnit *> seen;
+    list = &units;
+    IUnit *reloaded = nullptr;
+    host.reload.reloadUnit = [&](IUnit *unit, int) -> IUnit * {
+        return unit == &valve ? unit : (reloaded = &host.replaceClass(pump));
+    };
+    CMFacade::afterATMCallbackFunc() = [](CMainFrame *) { seen = entries(*list); };
+    EXPECT_EQ(undoOn(pump, valve), 1);
+    EXPECT_THAT(seen, ElementsAre(reloaded, &valve));
+}
+
 TEST_F(UnCheckout, AReloadedUnitThatHasAnotherIdentifierIsInTheListAtTheEnd) {
     auto &pump = host.addUnit("Pump");
     IUnit *reloaded = nullptr;

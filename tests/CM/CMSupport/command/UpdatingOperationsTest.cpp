@@ -169,6 +169,22 @@ TEST_P(UpdatingOperation, ResolvesTheCallersArgumentsAndLeavesTheListAsItWas) {
     args.RemoveAll();
 }
 
+TEST_P(UpdatingOperation, AnArgumentOfTheCallerWinsOverItsOwn) {
+    class Given : public CMArgument {
+      public:
+        [[nodiscard]] int isNamed(const CString &name) const override {
+            return name.CompareNoCase("Unit") == 0 || name.CompareNoCase("archive") == 0 ? 1 : 0;
+        }
+        CString substitute(const CString &name) override { return "my" + name; }
+    };
+    setTemplate(" $Unit $archive");
+    Given given;
+    args.AddTail(&given);
+    EXPECT_EQ(runOn(host.addUnit("Pump")), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre(command("myUnit myarchive")));
+    args.RemoveAll();
+}
+
 TEST_P(UpdatingOperation, SelectsTheArchiveOfEachUnit) {
     setTemplate(" $archive");
     setToolProperty(IPN::CMArchive, "/archives/plant");
