@@ -1,6 +1,7 @@
 // Patterns and texts that they are matched against. The first line is the pattern, the rest the text. The
 // translation adds backslashes and nothing else; plain text is found where the engine finds it; a match lies
-// within the text; and whatever the pattern is, it ends in the time that it is given.
+// within the text; whatever the pattern is, it ends in the time that it is given; and in the text repeated until
+// it is long, matches are found where one call of the engine finds them.
 #include "orchard/text/CompiledPattern.h"
 #include "orchard/text/Engine.h"
 #include "orchard/text/LiteralSearch.h"
@@ -56,6 +57,49 @@ void plainText(std::string_view pattern, std::string_view text) {
     }
 }
 
+/// A long text is searched in several calls of the engine: that gives what one call gives, if both end in time.
+void longText(std::string_view pattern, std::string_view text) {
+    constexpr std::size_t longEnough = 9'000;
+    std::string whole;
+    while (!text.empty() && whole.size() < longEnough) {
+        whole += text;
+    }
+    for (const char *const flags : {"", "i", "m"}) {
+        orchard::engine::CompileError error;
+        const auto code = orchard::engine::compile(orchard::translatePattern(pattern).text,
+                                                   orchard::engine::optionsOf(flags) | PCRE2_AUTO_CALLOUT, error);
+        if (code == nullptr) {
+            return;
+        }
+        const orchard::CompiledPattern compiled(pattern, flags);
+        for (std::size_t start = 0; start < whole.size(); start = 2 * start + 1) {
+            orchard::engine::Request request;
+            request.subject = whole;
+            request.start = start;
+            request.options = start % 4 == 3 ? PCRE2_NOTEMPTY_ATSTART : 0U;
+            request.steps = 10'000'000;
+            request.end = std::chrono::steady_clock::now() + std::chrono::milliseconds(20);
+            orchard::engine::Workspace &work =
+                orchard::engine::Workspace::ofThisThread(static_cast<std::uint32_t>(compiled.pairs()));
+            const int result = work.match(code.get(), false, request);
+            if (result < 0 && result != PCRE2_ERROR_NOMATCH) {
+                return;
+            }
+            const std::size_t begin = result > 0 ? work.offsets()[0] : 0;
+            const std::size_t end = result > 0 ? work.offsets()[1] : 0;
+            orchard::TimeAllowance time(std::chrono::milliseconds(200));
+            std::vector<orchard::Span> spans;
+            const auto before = std::chrono::steady_clock::now();
+            const bool found = compiled.search(whole, start, request.options != 0, time, spans);
+            if (std::chrono::steady_clock::now() - before > std::chrono::milliseconds(100)) {
+                return; // it may have been given up
+            }
+            check(found == (result > 0));
+            check(!found || (spans[0].begin == begin && spans[0].end == end));
+        }
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size) {
@@ -82,5 +126,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         }
     }
     check(std::chrono::steady_clock::now() - start < std::chrono::seconds(5));
+    longText(pattern, text);
     return 0;
 }

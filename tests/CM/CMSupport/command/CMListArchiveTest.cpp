@@ -102,6 +102,14 @@ TEST_F(ListArchive, WithoutAToolGivesOneDiagnostic) {
     EXPECT_THAT(host.worker.commands, IsEmpty());
 }
 
+TEST_F(ListArchive, WithAProviderStillAsksForTheTool) {
+    useProvider();
+    host.setTool("None");
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(diags.GetCount(), 1);
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+}
+
 TEST_F(ListArchive, WithoutAProjectGivesNothing) {
     host.model.activeProject = nullptr;
     EXPECT_EQ(run(), 0);
@@ -260,7 +268,8 @@ TEST_F(HostileListing, KeepsTheGoodRecordsAmongBytesOfAnyKind) {
 }
 
 TEST_F(HostileListing, KeepsTheGoodRecordsAroundOneOfManyMegabytes) {
-    listing("file: A.ocl rev: 1\nfile: " + std::string(10'000'000, 'x') + ".ocl\nfile: C.ocl rev: 3");
+    const std::string longName(10'000'000, 'x'); // NOLINT(bugprone-string-constructor): long, indeed
+    listing("file: A.ocl rev: 1\nfile: " + longName + ".ocl\nfile: C.ocl rev: 3");
     ASSERT_THAT(texts(), SizeIs(3));
     EXPECT_EQ(textOf(*items.GetHead()), "A.ocl|1|1||");
     EXPECT_EQ(textOf(*items.GetTail()), "C.ocl|3|1||");
