@@ -147,8 +147,7 @@ std::string conditionalFault(const std::string &value) {
     const auto question = open == std::string::npos ? open : value.find('?', open);
     return question != std::string::npos && value.find(')', question) == std::string::npos
                ? "it holds a \"(\" and a \"?\" without a \")\" behind them: this is no conditional, and reaches "
-                 "the tool "
-                 "as it stands"
+                 "the tool as it stands"
                : std::string();
 }
 
