@@ -330,7 +330,8 @@ void Relocation::settleUnits(Problems &told) {
     for (const FileMoves::Entry &entry : moves_.entries()) {
         if (entry.failed && entry.unit->isSaveUnit() && !entry.unit->is(UnitElement::stub)) {
             saveOwnFile(*entry.unit, told);
-        } else if (entry.state == FileMoves::State::done && !entry.byUs) {
+        } else if ((entry.state == FileMoves::State::done || entry.state == FileMoves::State::both) &&
+                   !entry.byUs) {
             entry.unit->updateHeader(true);
             entry.unit->updateMode();
         }

@@ -49,6 +49,7 @@ TEST_F(MoveUnit, TakesTheFileToTheNewOwnersDirectory) {
     EXPECT_EQ(change.oldPath(), unitFile("Valve.ocl"));
     EXPECT_EQ(change.newPath(), unitFile("Control/Valve.ocl"));
     ASSERT_EQ(change.owners().size(), 1U);
+    EXPECT_EQ(change.owners()[0].unit, valve);
     EXPECT_EQ(change.owners()[0].oldOwner, unit("Drives"));
     EXPECT_EQ(change.owners()[0].newOwner, unit("Control"));
     EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
@@ -285,6 +286,151 @@ TEST_F(MoveUnit, TheDirectoryOfPartsIsThatOfTheOwnersFile) {
     EXPECT_EQ(unit("Drives")->getPartsDirectory(), path("Pump_ory"));
     EXPECT_EQ(unit("Control")->getPartsDirectory(), unitFile("Control"));
     EXPECT_EQ(project->getPartsDirectory(), path("Pump_ory"));
+}
+
+TEST_F(MoveUnit, WhereASecondOwnersFileCanNotBeSavedTheMoveStandsAndThatOwnerIsYetToBeSaved) {
+    UnitChange change = UnitChange::move({unit("FlowSensor"), unit("Valve")}, *unit("Control"));
+    change.begin();
+    ::chmod(unitFile("Drives.osb").c_str(), 0444);
+    const auto told = change.finish(FilesBy::host);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), testing::AllOf(HasSubstr("Drives.osb"), HasSubstr("read-only")));
+    EXPECT_TRUE(change.stands()) << "the file of Sensors no longer names FlowSensor";
+    EXPECT_EQ(unit("Valve")->getOwner(), unit("Control"));
+    EXPECT_TRUE(exists(unitFile("Control/Valve.ocl")));
+    EXPECT_TRUE(exists(unitFile("Control/FlowSensor.ocl")));
+    EXPECT_THAT(read(unitFile("Control/Control.osb")),
+                testing::AllOf(HasSubstr("Valve.ocl"), HasSubstr("FlowSensor.ocl")));
+    EXPECT_TRUE(unit("Drives")->isModified());
+    ::chmod(unitFile("Drives.osb").c_str(), 0644);
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    expectSaved();
+}
+
+TEST_F(MoveUnit, BothOwnersAreChangedUntilItIsFinishedOrTakenBack) {
+    UnitChange change = UnitChange::move({unit("Valve")}, *unit("Control"));
+    EXPECT_FALSE(unit("Drives")->isModified());
+    change.begin();
+    EXPECT_TRUE(unit("Drives")->isModified());
+    EXPECT_TRUE(unit("Control")->isModified());
+    change.cancel();
+    EXPECT_FALSE(unit("Drives")->isModified());
+    EXPECT_FALSE(unit("Control")->isModified());
+}
+
+TEST_F(MoveUnit, WhoNamesAFileKeptElsewhereBelowTheUnitNamesItAnew) {
+    write(path("lib/Gear.ocl"),
+          "<class format=\"1\" id=\"00000000-0000-0000-0000-0000000000aa\">\n  <name>Gear</name>\n</class>\n");
+    edit(unitFile("Sensors.osb"), "</subsystem>",
+         "<unit kind=\"class\" id=\"00000000-0000-0000-0000-0000000000aa\" file=\"../lib/Gear.ocl\" "
+         "external=\"yes\"/>\n</subsystem>");
+    reopen();
+    UnitChange change = UnitChange::move({unit("Drives")}, *unit("Control"));
+    EXPECT_EQ(unit("Gear")->getFullFileName(), path("lib/Gear.ocl")) << "a plan changes nothing";
+    change.begin();
+    EXPECT_EQ(unit("Gear")->getFullFileName(), path("lib/Gear.ocl"));
+    EXPECT_TRUE(unit("Sensors")->isModified());
+    change.cancel();
+    EXPECT_EQ(unit("Gear")->getFullFileName(), path("lib/Gear.ocl"));
+    EXPECT_FALSE(unit("Sensors")->isModified());
+    EXPECT_THAT(UnitChange::move({unit("Drives")}, *unit("Control")).finish(FilesBy::host), IsEmpty());
+    EXPECT_THAT(read(unitFile("Control/Sensors.osb")), HasSubstr("\"../../lib/Gear.ocl\""));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, OfTwoFilesOfOneNameIntoOneDirectoryIsRefused) {
+    unit("AlarmList")->setFileName("Valve");
+    unit("Operator")->setMYpersAs("Desk");
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    const UnitChange change = UnitChange::move({unit("Valve"), unit("AlarmList")}, *unit("Operator"));
+    ASSERT_EQ(change.problems().size(), 1U);
+    EXPECT_THAT(change.problems()[0].text, HasSubstr("two files would be " + unitFile("Desk/Valve.ocl")));
+}
+
+TEST_F(MoveUnit, TheDirectoryToGoIntoIsMadeForTheToolAndGoesIfItIsTakenBack) {
+    unit("Operator")->setMYpersAs("Room/Desk");
+    for (const char *const name : {"Valve", "Control"}) {
+        UnitChange change = UnitChange::move({unit(name)}, *unit("Operator"));
+        ASSERT_TRUE(change) << change.problems().front().message();
+        EXPECT_FALSE(exists(unitFile("Room")));
+        change.begin();
+        EXPECT_TRUE(exists(unitFile("Room/Desk"))) << name;
+        change.cancel();
+        EXPECT_FALSE(exists(unitFile("Room"))) << name;
+    }
+}
+
+TEST_F(MoveUnit, AFileThatHasNoDirectoryToGoIntoAnyMoreTakesItBack) {
+    const auto before = places();
+    UnitChange change = UnitChange::move({unit("Valve")}, *unit("Control"));
+    change.begin();
+    std::filesystem::rename(unitFile("Control"), path("Control"));
+    write(unitFile("Control"), "a file where the directory was");
+    const auto told = change.finish(FilesBy::host);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), testing::AllOf(HasSubstr("Valve.ocl: the file can't be moved to"),
+                                                  HasSubstr("Control/Valve.ocl")));
+    EXPECT_FALSE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+    std::filesystem::remove(unitFile("Control"));
+    std::filesystem::rename(path("Control"), unitFile("Control"));
+    EXPECT_EQ(places(), before);
+    expectSaved();
+}
+
+TEST_F(MoveUnit, UnitsOfTwoProjectsAreNotMixed) {
+    ASSERT_EQ(orchard::createSampleProject(path("Other")).error, "");
+    const orchard::OpenResult other = orchard::openProject(path("Other.orp"));
+    ASSERT_TRUE(other) << other.problems.front().message();
+    IUnit *const theirs = orchard::findUnit(*other.project, "Control").unit;
+    ASSERT_NE(theirs, nullptr);
+    EXPECT_THAT(UnitChange::move({unit("Valve")}, *theirs).problems().at(0).text, HasSubstr("not in one project"));
+    EXPECT_THAT(UnitChange::remove({unit("Valve"), theirs}).problems().at(0).text,
+                HasSubstr("not in one project"));
+}
+
+TEST_F(MoveUnit, WhatIsInTheWayBesideWhatHasArrivedIsNotWrittenOver) {
+    orchard::setDescription(*unit("Pump.ocl"), "changed");
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Pump.ocl")}, *unit("Control"));
+    change.begin();
+    std::filesystem::rename(unitFile("Valve.ocl"), unitFile("Control/Valve.ocl"));
+    write(unitFile("Control/Pump.ocl"), "mine");
+    const auto told = change.finish(FilesBy::tool);
+    ASSERT_FALSE(told.empty());
+    EXPECT_THAT(told[0].message(), HasSubstr("Control/Pump.ocl: it is in the way of 'Pump'"));
+    EXPECT_TRUE(change.stands()) << "Valve is there";
+    EXPECT_EQ(read(unitFile("Control/Pump.ocl")), "mine");
+    EXPECT_TRUE(exists(unitFile("Pump.ocl")));
+}
+
+TEST_F(MoveUnit, WhatCanNotFollowBesideWhatHasArrivedIsToldAndStaysOnDisk) {
+    unit("Operator")->setMYpersAs("Desk");
+    unit("Sensors")->setMYpersAs("Inner");
+    std::filesystem::create_directories(unitFile("Desk"));
+    std::filesystem::create_directories(unitFile("Inner"));
+    for (const std::string file : {"Operator.osb", "Panel.ocl"}) {
+        std::filesystem::rename(unitFile(file), unitFile("Desk/" + file));
+    }
+    for (const std::string file : {"Sensors.osb", "LevelSensor.ocl", "FlowSensor.ocl"}) {
+        std::filesystem::rename(unitFile(file), unitFile("Inner/" + file));
+    }
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    UnitChange change = UnitChange::move({unit("Valve"), unit("Sensors")}, *unit("Operator"));
+    ASSERT_TRUE(change) << change.problems().front().message();
+    change.begin();
+    std::filesystem::rename(unitFile("Valve.ocl"), unitFile("Desk/Valve.ocl"));
+    write(unitFile("Desk/Inner"), "a file where the directory was to be");
+    const auto told = change.finish(FilesBy::tool);
+    std::string all;
+    for (const auto &problem : told) {
+        all += problem.message() + "\n";
+    }
+    EXPECT_THAT(all,
+                HasSubstr("Inner/Sensors.osb: the file can't be moved to " + unitFile("Desk/Inner/Sensors.osb")));
+    EXPECT_TRUE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Inner/Sensors.osb")));
+    EXPECT_THAT(all, HasSubstr("the unit 'LevelSensor' could not be saved"))
+        << "it was tried to save it there anew";
 }
 
 } // namespace

@@ -33,7 +33,10 @@ TEST_F(RemoveUnit, TakesItsFileAndItsNameInTheOwnersFile) {
     EXPECT_EQ(handle->doGetObject(), unit("Valve")) << "a tool is told of it yet";
     EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
     EXPECT_TRUE(change.stands());
+    EXPECT_THAT(change.units(), IsEmpty()) << "it is gone";
+    EXPECT_EQ(change.files().at(0).unit, nullptr);
     EXPECT_EQ(handle->doGetObject(), nullptr);
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty()) << "it is over";
     handle->release();
     EXPECT_FALSE(exists(unitFile("Valve.ocl")));
     EXPECT_THAT(read(unitFile("Drives.osb")), testing::Not(HasSubstr("Valve.ocl")));
@@ -44,6 +47,7 @@ TEST_F(RemoveUnit, TakesItsFileAndItsNameInTheOwnersFile) {
 TEST_F(RemoveUnit, WithAllBelowButNotWhatTheModelDoesNotKnow) {
     write(unitFile("Control/RCS/AlarmList.ocl,v"), "archive");
     UnitChange change = UnitChange::remove({unit("Control"), unit("AlarmList"), unit("Drives")});
+    ASSERT_EQ(change.files().size(), 1U + 6U) << "what lies in Control's directory is not listed beside it";
     ASSERT_EQ(change.files().front().from, unitFile("Control"));
     EXPECT_TRUE(change.files().front().isDirectory);
     EXPECT_EQ(change.units().size(), 4U + 6U);
@@ -145,10 +149,61 @@ TEST_F(RemoveUnit, WhereTheOwnersFileCanNotBeSavedAllIsAsBefore) {
 
 TEST_F(RemoveUnit, TheActiveComponentIsForgottenWithIt) {
     ASSERT_NE(project->getComponent(), nullptr);
+    EXPECT_THAT(UnitChange::remove({unit("Valve")}).finish(FilesBy::host), IsEmpty());
+    EXPECT_FALSE(model->activeComponent.empty());
+    EXPECT_FALSE(model->activeConfiguration.empty());
     EXPECT_THAT(UnitChange::remove({unit("Controller")}).finish(FilesBy::host), IsEmpty());
     EXPECT_EQ(project->getComponent(), nullptr);
+    EXPECT_TRUE(model->activeComponent.empty());
+    EXPECT_TRUE(model->activeConfiguration.empty());
     ASSERT_THAT(orchard::saveProject(project), IsEmpty());
     expectSaved();
+}
+
+TEST_F(RemoveUnit, ACancelledOneRemovesNothing) {
+    UnitChange change = UnitChange::remove({unit("Valve")});
+    change.cancel();
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_FALSE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), unit("Valve"));
+}
+
+TEST_F(RemoveUnit, ARefusedOneRemovesNothing) {
+    ::chmod(unitFile("Drives.osb").c_str(), 0444);
+    UnitChange change = UnitChange::remove({unit("Valve"), unit("Pump.ocl")});
+    EXPECT_EQ(change.problems().size(), 1U) << "one owner is told of once";
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_FALSE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Valve.ocl")));
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), unit("Valve"));
+}
+
+TEST_F(RemoveUnit, WhereASecondOwnersFileCanNotBeSavedTheUnitsGoAndThatOwnerIsYetToBeSaved) {
+    UnitChange change = UnitChange::remove({unit("FlowSensor"), unit("Valve")});
+    ::chmod(unitFile("Drives.osb").c_str(), 0444);
+    const auto told = change.finish(FilesBy::host);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), testing::AllOf(HasSubstr("Drives.osb"), HasSubstr("read-only")));
+    EXPECT_TRUE(change.stands()) << "the file of Sensors no longer names FlowSensor";
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), nullptr);
+    EXPECT_EQ(IUnit::getByFile("FlowSensor.ocl"), nullptr);
+    EXPECT_FALSE(exists(unitFile("Valve.ocl")));
+    EXPECT_TRUE(unit("Drives")->isModified());
+    ::chmod(unitFile("Drives.osb").c_str(), 0644);
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    expectSaved();
+}
+
+TEST_F(RemoveUnit, AFileThatCanNotBeRemovedIsTold) {
+    UnitChange change = UnitChange::remove({unit("Valve")});
+    std::filesystem::remove(unitFile("Valve.ocl"));
+    std::filesystem::create_directory(unitFile("Valve.ocl"));
+    const auto told = change.finish(FilesBy::host);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), HasSubstr("Valve.ocl: the file can't be removed"));
+    EXPECT_TRUE(change.stands());
+    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), nullptr);
 }
 
 } // namespace

@@ -57,6 +57,8 @@ TEST_F(RenameUnit, BeforeItIsFinishedOnlyTheModelHasTheNewName) {
     EXPECT_EQ(valve->getFileName(), "Gate.ocl");
     EXPECT_TRUE(exists(unitFile("Valve.ocl")));
     EXPECT_FALSE(exists(unitFile("Gate.ocl")));
+    EXPECT_TRUE(valve->isModified());
+    EXPECT_TRUE(unit("Drives")->isModified()) << "its file names the unit's";
     change.cancel();
     EXPECT_EQ(valve->getName(), "Valve");
     EXPECT_EQ(IUnit::getByFile("Valve.ocl"), valve);
@@ -267,6 +269,85 @@ TEST_F(RenameUnit, AnOwnerWhoseFileCanNotBeWrittenKeepsTheFileNamesOfItsParts) {
 TEST_F(RenameUnit, AnOwnerThatIsNotLoadedKeepsTheFileNamesOfItsParts) {
     ASSERT_TRUE(orchard::setUnitLoaded(*unit("Drives"), false).empty());
     EXPECT_EQ(unit("Drives")->keepsPartFileName(""), 1);
+}
+
+TEST_F(RenameUnit, ADirectoryOfAnotherNameKeepsIt) {
+    unit("Operator")->setMYpersAs("Desk");
+    std::filesystem::create_directories(unitFile("Desk"));
+    std::filesystem::rename(unitFile("Operator.osb"), unitFile("Desk/Operator.osb"));
+    std::filesystem::rename(unitFile("Panel.ocl"), unitFile("Desk/Panel.ocl"));
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    UnitChange change = UnitChange::rename(*unit("Operator"), "Console");
+    EXPECT_EQ(change.newPath(), unitFile("Desk/Console.osb"));
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_TRUE(exists(unitFile("Desk/Panel.ocl")));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, IsRefusedWhereTheDirectoryOrAFileInItIsThereAlready) {
+    write(unitFile("Control/Logic.osb"), "mine");
+    EXPECT_THAT(UnitChange::rename(*unit("Control"), "Logic").problems().at(0).text,
+                HasSubstr("there is a file " + unitFile("Control/Logic.osb") + " already"));
+    std::filesystem::create_directory(unitFile("Order"));
+    EXPECT_THAT(UnitChange::rename(*unit("Control"), "Order").problems().at(0).text,
+                HasSubstr("there is a directory " + unitFile("Order") + " already"));
+}
+
+TEST_F(RenameUnit, AnEmptyDirectoryThatWasMadeMeanwhileIsNotInTheWay) {
+    write(unitFile("Control/notes.txt"), "the model doesn't know it");
+    UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
+    change.begin();
+    std::filesystem::create_directory(unitFile("Logic"));
+    EXPECT_THAT(change.finish(FilesBy::host), IsEmpty());
+    EXPECT_TRUE(exists(unitFile("Logic/notes.txt")));
+    EXPECT_FALSE(exists(unitFile("Control")));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, ADirectoryComesBackWhereTheOwnersFileCanNotBeSaved) {
+    write(unitFile("Control/notes.txt"), "the model doesn't know it");
+    UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
+    change.begin();
+    ::chmod(unitFile("Pump.ory").c_str(), 0444);
+    EXPECT_THAT(change.finish(FilesBy::host), testing::SizeIs(1));
+    EXPECT_FALSE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Control/Control.osb")));
+    EXPECT_TRUE(exists(unitFile("Control/notes.txt")));
+    EXPECT_FALSE(exists(unitFile("Logic")));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, ACopyWithANewHeaderIsTheUnitsFile) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    change.begin();
+    std::filesystem::copy_file(unitFile("Valve.ocl"), unitFile("Gate.ocl"));
+    edit(unitFile("Gate.ocl"), "<class ", "<!--\n$Revision: 2 $\n-->\n<class ");
+    EXPECT_THAT(change.finish(FilesBy::tool), testing::SizeIs(1));
+    EXPECT_TRUE(change.stands());
+    EXPECT_THAT(read(unitFile("Gate.ocl")), HasSubstr("$Revision: 2 $"));
+    EXPECT_EQ(unit("Gate")->getCMHeader(), "$Revision: 2 $");
+}
+
+TEST_F(RenameUnit, ADirectoryInTheWayIsNoCopyOfTheTools) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "Gate");
+    change.begin();
+    std::filesystem::create_directory(unitFile("Gate.ocl"));
+    const auto told = change.finish(FilesBy::tool);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), HasSubstr("it is in the way of 'Gate'"));
+    EXPECT_FALSE(change.stands());
+    std::filesystem::remove(unitFile("Gate.ocl"));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AFileThatTheToolHasMovedBringsItsModeAlong) {
+    UnitChange change = UnitChange::rename(*unit("Valve"), "v2");
+    change.begin();
+    std::filesystem::rename(unitFile("Valve.ocl"), unitFile("v2.ocl"));
+    ::chmod(unitFile("v2.ocl").c_str(), 0444);
+    EXPECT_THAT(change.finish(FilesBy::tool), testing::SizeIs(1)) << "its new name can't be written into it";
+    EXPECT_TRUE(change.stands());
+    EXPECT_TRUE(element(unit("v2")).isReadOnly());
 }
 
 } // namespace
