@@ -394,12 +394,15 @@ TEST_F(MoveUnit, WhatIsInTheWayBesideWhatHasArrivedIsNotWrittenOver) {
     UnitChange change = UnitChange::move({unit("Valve"), unit("Pump.ocl")}, *unit("Control"));
     change.begin();
     std::filesystem::rename(unitFile("Valve.ocl"), unitFile("Control/Valve.ocl"));
-    write(unitFile("Control/Pump.ocl"), "mine");
+    const std::string mine = "<!--\n$Revision: 9 $\n-->\n<class/>\n";
+    const std::string header = unit("Pump.ocl")->getCMHeader().str();
+    write(unitFile("Control/Pump.ocl"), mine);
     const auto told = change.finish(FilesBy::tool);
     ASSERT_FALSE(told.empty());
     EXPECT_THAT(told[0].message(), HasSubstr("Control/Pump.ocl: it is in the way of 'Pump'"));
     EXPECT_TRUE(change.stands()) << "Valve is there";
-    EXPECT_EQ(read(unitFile("Control/Pump.ocl")), "mine");
+    EXPECT_EQ(read(unitFile("Control/Pump.ocl")), mine);
+    EXPECT_EQ(unit("Pump.ocl")->getCMHeader().str(), header) << "that file's is not the unit's";
     EXPECT_TRUE(exists(unitFile("Pump.ocl")));
 }
 
@@ -431,6 +434,52 @@ TEST_F(MoveUnit, WhatCanNotFollowBesideWhatHasArrivedIsToldAndStaysOnDisk) {
     EXPECT_TRUE(exists(unitFile("Inner/Sensors.osb")));
     EXPECT_THAT(all, HasSubstr("the unit 'LevelSensor' could not be saved"))
         << "it was tried to save it there anew";
+}
+
+TEST_F(MoveUnit, OfADirectoryThatTheToolHasBegunToMoveTheRestFollows) {
+    unit("Operator")->setMYpersAs("Desk");
+    std::filesystem::create_directories(unitFile("Desk/Control"));
+    std::filesystem::rename(unitFile("Operator.osb"), unitFile("Desk/Operator.osb"));
+    std::filesystem::rename(unitFile("Panel.ocl"), unitFile("Desk/Panel.ocl"));
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    std::filesystem::remove(unitFile("Desk/Control"));
+    UnitChange change = UnitChange::move({unit("Control")}, *unit("Operator"));
+    ASSERT_TRUE(change) << change.problems().front().message();
+    change.begin();
+    std::filesystem::create_directories(unitFile("Desk/Control"));
+    std::filesystem::rename(unitFile("Control/Control.osb"), unitFile("Desk/Control/Control.osb"));
+    EXPECT_FALSE(change.finish(FilesBy::tool).empty());
+    EXPECT_TRUE(change.stands());
+    EXPECT_TRUE(exists(unitFile("Desk/Control/AlarmList.ocl")));
+    EXPECT_FALSE(exists(unitFile("Control/AlarmList.ocl")));
+    expectSaved();
+}
+
+TEST_F(MoveUnit, DeeperThanAModelCanBeReadIsRefused) {
+    const auto chain = [this](char letter, int length) {
+        const auto id = [letter](int at) {
+            const std::string number = std::to_string(at);
+            return "00000000-0000-0000-00" + std::string(letter == 'A' ? "aa" : "bb") + "-" +
+                   std::string(12 - number.size(), '0') + number;
+        };
+        const auto entry = [&](int at) {
+            return "<unit kind=\"subsystem\" id=\"" + id(at) + "\" file=\"" + letter + std::to_string(at) +
+                   ".osb\"/>\n";
+        };
+        for (int at = 1; at <= length; ++at) {
+            write(unitFile(letter + std::to_string(at) + ".osb"),
+                  "<subsystem format=\"1\" id=\"" + id(at) + "\">\n  <name>" + letter + std::to_string(at) +
+                      "</name>\n" + (at < length ? entry(at + 1) : "") + "</subsystem>\n");
+        }
+        edit(unitFile("Pump.ory"), "</project>", entry(1) + "</project>");
+    };
+    chain('A', 150);
+    chain('B', 51);
+    reopen();
+    ASSERT_TRUE(result) << result.problems.front().message();
+    EXPECT_THAT(refusal("B1", "A150"), HasSubstr("nested more than 200 deep"));
+    EXPECT_EQ(refusal("B2", "A150"), "");
+    EXPECT_EQ(refusal("B1", "A149"), "");
 }
 
 } // namespace

@@ -59,7 +59,9 @@ TEST_F(RenameUnit, BeforeItIsFinishedOnlyTheModelHasTheNewName) {
     EXPECT_FALSE(exists(unitFile("Gate.ocl")));
     EXPECT_TRUE(valve->isModified());
     EXPECT_TRUE(unit("Drives")->isModified()) << "its file names the unit's";
+    EXPECT_EQ(unit("Gate"), valve);
     change.cancel();
+    EXPECT_EQ(unit("Valve"), valve) << "it is found by its name again";
     EXPECT_EQ(valve->getName(), "Valve");
     EXPECT_EQ(IUnit::getByFile("Valve.ocl"), valve);
     EXPECT_FALSE(valve->isModified());
@@ -348,6 +350,19 @@ TEST_F(RenameUnit, AFileThatTheToolHasMovedBringsItsModeAlong) {
     EXPECT_THAT(change.finish(FilesBy::tool), testing::SizeIs(1)) << "its new name can't be written into it";
     EXPECT_TRUE(change.stands());
     EXPECT_TRUE(element(unit("v2")).isReadOnly());
+}
+
+TEST_F(RenameUnit, ADirectoryInWhichTheFileCanNotHaveItsNewNameComesBack) {
+    UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
+    change.begin();
+    write(unitFile("Control/Logic.osb"), "came in between");
+    const auto told = change.finish(FilesBy::host);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), HasSubstr("Logic/Control.osb: the file can't be moved to"));
+    EXPECT_FALSE(change.stands());
+    EXPECT_FALSE(exists(unitFile("Logic")));
+    EXPECT_EQ(read(unitFile("Control/Logic.osb")), "came in between");
+    expectSaved();
 }
 
 } // namespace
