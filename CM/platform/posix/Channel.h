@@ -3,11 +3,14 @@
 
 #include "CM/platform/posix/Descriptor.h"
 
+#include <cstddef>
+#include <memory>
 #include <string>
 
 namespace platform::posix {
 
-struct Channel {
+class Channel {
+  public:
     Descriptor end; ///< closed when the last writer has closed its end, or on an error
     std::string text;
 
@@ -15,6 +18,10 @@ struct Channel {
     void read();
     /// Takes what the pipe holds without waiting, up to more than a pipe holds.
     void drain();
+
+  private:
+    std::unique_ptr<char[]> chunk_; // NOLINT(*-avoid-c-arrays): never initialized
+    std::size_t chunkSize_ = 0;     ///< bytes; grows with the text
 };
 
 } // namespace platform::posix
