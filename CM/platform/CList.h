@@ -1,5 +1,5 @@
-// CList: a doubly linked list with positions that stay valid while other entries come and go.
-// A thin value class over std::list. ARG is the type in which elements are handed in.
+// Provides a doubly linked list whose positions remain valid while other entries are added and removed.
+// A thin value class over std::list. ARG is the type for passing elements in.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@ template <class TYPE, class ARG = const TYPE &> class CList {
     using const_iterator = typename std::list<TYPE>::const_iterator;
     using iterator = typename std::list<TYPE>::iterator;
 
-    /// A place in the list, or none. It stays valid until the entry it names is removed.
+    /// A position in the list, or none. It is valid until its entry is removed.
     class POSITION {
       public:
         POSITION() = default;
@@ -27,7 +27,7 @@ template <class TYPE, class ARG = const TYPE &> class CList {
         std::optional<iterator> place_;
     };
 
-    /// The block size is a hint of the caller's about growth; it has no effect on behaviour.
+    /// The block size is a hint about growth; it has no effect.
     explicit CList(int blockSize = 10) { static_cast<void>(blockSize); }
     CList(std::initializer_list<TYPE> entries) : entries_(entries) {}
 
@@ -43,7 +43,7 @@ template <class TYPE, class ARG = const TYPE &> class CList {
         entries_.insert(entries_.end(), copy.begin(), copy.end());
     }
 
-    /// The list must not be empty for the four calls that follow.
+    /// The list must not be empty for the next four calls.
     TYPE RemoveHead() {
         TYPE entry = std::move(entries_.front());
         entries_.pop_front();
@@ -65,7 +65,7 @@ template <class TYPE, class ARG = const TYPE &> class CList {
     [[nodiscard]] POSITION GetHeadPosition() const { return const_cast<CList *>(this)->GetHeadPosition(); }
     [[nodiscard]] POSITION GetTailPosition() const { return const_cast<CList *>(this)->GetTailPosition(); }
 
-    /// The entry at `position`, which moves on to the next one, or to none at the end.
+    /// Returns the entry at `position`, which advances to the next one, or to none at the end.
     TYPE &GetNext(POSITION &position) {
         TYPE &entry = **position.place_;
         position = at(std::next(*position.place_));
@@ -89,13 +89,13 @@ template <class TYPE, class ARG = const TYPE &> class CList {
         return position ? POSITION(entries_.insert(std::next(*position.place_), entry)) : AddTail(entry);
     }
 
-    /// The first entry equal to `entry` behind `startAfter` (from the head without one), or none. Linear.
+    /// The first entry equal to `entry` after `startAfter` (from the head without one), or none. Linear.
     template <class SEARCHED> [[nodiscard]] POSITION Find(const SEARCHED &entry, POSITION startAfter = {}) const {
         auto &entries = const_cast<std::list<TYPE> &>(entries_);
         auto from = startAfter ? std::next(*startAfter.place_) : entries.begin();
         return const_cast<CList *>(this)->at(std::find(from, entries.end(), entry));
     }
-    /// The entry with the given index counted from 0, or none. Linear.
+    /// The entry with the given index, counted from 0, or none. Linear.
     [[nodiscard]] POSITION FindIndex(int index) const {
         if (index < 0 || index >= GetCount()) {
             return {};

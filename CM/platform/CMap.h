@@ -1,5 +1,5 @@
-// CMap: a hash map that is walked in the order in which its keys came in, so that what is made from a walk
-// is the same in every run. A thin value class over std::unordered_map, whose entries are chained in that order.
+// Provides a hash map that iterates in the order in which its keys were inserted, so that results of an iteration
+// are the same in every run. A thin value class over std::unordered_map, whose entries are linked in that order.
 #pragma once
 
 #include "CM/platform/PlaceHash.h"
@@ -12,7 +12,7 @@
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
     struct Link;
     using Index = std::unordered_map<KEY, Link, PlaceHash<KEY>>;
-    using Entry = std::pair<const KEY, Link>; // the index's own; its place never changes
+    using Entry = std::pair<const KEY, Link>; // owned by the index; its address never changes
     struct Link {
         VALUE value{};
         Entry *previous = nullptr;
@@ -20,7 +20,7 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
     };
 
   public:
-    /// A place in a walk, or none. It stays valid until the entry it names is removed.
+    /// A position in an iteration, or none. It is valid until its entry is removed.
     class POSITION {
       public:
         POSITION() = default;
@@ -32,7 +32,7 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
         const Entry *entry_ = nullptr;
     };
 
-    /// For a range-based for, which sees pairs of references to key and value.
+    /// For a range-based for, whose elements are pairs of references to key and value.
     class const_iterator {
       public:
         using value_type = std::pair<const KEY &, const VALUE &>;
@@ -54,19 +54,19 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
         const Entry *entry_ = nullptr;
     };
 
-    /// The block size is a hint of the caller's about growth; it has no effect on behaviour.
+    /// The block size is a hint about growth; it has no effect.
     explicit CMap(int blockSize = 10) { static_cast<void>(blockSize); }
     CMap(const CMap &) = delete;
     CMap &operator=(const CMap &) = delete;
     ~CMap() = default;
 
-    /// Makes room for so many keys, which saves growing step by step.
+    /// Reserves room for a number of keys.
     void InitHashTable(int keys) { index_.reserve(static_cast<std::size_t>(keys)); }
 
     [[nodiscard]] int GetCount() const { return static_cast<int>(index_.size()); }
     [[nodiscard]] bool IsEmpty() const { return index_.empty(); }
 
-    /// True if the key is there; only then `value` is assigned.
+    /// Returns whether the key exists; only then assigns `value`.
     bool Lookup(ARG_KEY key, VALUE &value) const {
         const auto found = index_.find(key);
         if (found == index_.end()) {
@@ -76,7 +76,7 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
         return true;
     }
     void SetAt(ARG_KEY key, ARG_VALUE value) { (*this)[key] = value; }
-    /// The value of the key, made with its default if the key is new.
+    /// Returns the value of the key; a new key gets a default value.
     VALUE &operator[](ARG_KEY key) {
         const auto [place, isNew] = index_.try_emplace(key);
         if (isNew) {
@@ -84,7 +84,7 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
         }
         return place->second.value;
     }
-    /// True if the key was there.
+    /// Returns whether the key existed.
     bool RemoveKey(ARG_KEY key) {
         const auto found = index_.find(key);
         if (found == index_.end()) {
@@ -100,7 +100,7 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
     }
 
     [[nodiscard]] POSITION GetStartPosition() const { return POSITION(first_); }
-    /// Gives the entry at `position`, which moves on, or to none at the end.
+    /// Assigns the entry at `position`, which advances to the next one, or to none at the end.
     void GetNextAssoc(POSITION &position, KEY &key, VALUE &value) const {
         const Entry &entry = *position.entry_;
         key = entry.first;

@@ -1,6 +1,6 @@
-// CString: a byte string (UTF-8 by convention) with the searching, trimming, formatting and fixed-buffer
-// operations that the library's code is written in. A thin value class over std::string; positions and
-// lengths are counted in bytes.
+// Provides a byte string (UTF-8 by convention) with the search, trim, format and fixed-buffer operations that
+// the library's code uses. A thin value class over std::string; positions and lengths are
+// counted in bytes.
 #pragma once
 
 #include <cstdarg>
@@ -44,7 +44,7 @@ class CString {
     /// Comparison that ignores the case of ASCII letters: -1, 0 or 1.
     [[nodiscard]] int CompareNoCase(std::string_view other) const;
 
-    /// The first position at or after `start` where `what` stands, or -1.
+    /// The first position of `what` at or after `start`, or -1.
     [[nodiscard]] int Find(std::string_view what, int start = 0) const;
     [[nodiscard]] int Find(char what, int start = 0) const;
     /// The last position of `what`, or -1.
@@ -54,18 +54,18 @@ class CString {
     /// The last position that holds any of `characters`, or -1.
     [[nodiscard]] int ReverseFindOneOf(std::string_view characters) const;
 
-    /// Replaces every occurrence, left to right, without scanning what was put in; returns how many.
+    /// Replaces every occurrence, left to right, without scanning the replacements; returns their number.
     /// An empty `from` replaces nothing.
     int Replace(std::string_view from, std::string_view to);
     int Replace(char from, char to);
-    /// Deletes every occurrence of `character`; returns how many.
+    /// Deletes every occurrence of `character`; returns their number.
     int Remove(char character);
     /// Inserts at `index` (clamped to the text); returns the new length.
     int Insert(int index, std::string_view what);
     /// Deletes up to `count` bytes from `index`; returns the new length.
     int Delete(int index, int count = 1);
 
-    /// Without a set, white space (blank, tab, newline, carriage return, vertical tab, form feed) is trimmed.
+    /// Trims white space by default (blank, tab, newline, carriage return, vertical tab, form feed).
     CString &Trim();
     CString &Trim(std::string_view characters);
     CString &TrimLeft();
@@ -88,8 +88,8 @@ class CString {
     void AppendFormat(const char *format, ...) __attribute__((format(printf, 2, 3)));
     void FormatV(const char *format, std::va_list arguments);
 
-    /// A writable buffer of at least `minimumLength` bytes and a closing NUL, zero-filled behind the present
-    /// text, for calls that want a fixed-size buffer. Valid until the next change; close with ReleaseBuffer.
+    /// A writable buffer of at least `minimumLength` bytes and a closing NUL, zero-filled after the present
+    /// text, for calls with a fixed-size buffer. Valid until the next change; close it with ReleaseBuffer.
     [[nodiscard]] char *GetBuffer(int minimumLength);
     /// Ends the use of GetBuffer. With -1 the text ends at the first NUL, else after `newLength` bytes.
     void ReleaseBuffer(int newLength = -1);
@@ -116,7 +116,7 @@ class CString {
     std::string text_;
 };
 
-/// A hash that agrees with CompareNoCase, and the equality for it, for containers keyed without regard to case.
+/// The hash and the equality that match CompareNoCase, for containers whose keys ignore case.
 struct NoCaseHash {
     using is_transparent = void;
     std::size_t operator()(std::string_view text) const noexcept;

@@ -1,4 +1,4 @@
-// CStringList: a list of texts.
+// Provides a list of texts.
 #pragma once
 
 #include "CM/platform/CList.h"

@@ -1,4 +1,4 @@
-// The fault guard: runs a call that may fault on a dead pointer or throw, and survives it.
+// Runs a call that may fault on a dead pointer or throw, and survives it.
 #pragma once
 
 #include <functional>
@@ -6,16 +6,16 @@
 
 namespace platform {
 
-/// Runs `call`. True if it came to its end; false if it threw or faulted (SIGSEGV, SIGBUS, SIGFPE, SIGILL, the
-/// end of the stack included). Objects that the call had on its stack are not destroyed after a fault, and locks
-/// it held stay locked. Handlers that were set before are in place again afterwards, and receive in the meantime
-/// what other threads do. Calls may nest, and an inner one relies on the handlers of the outer one; one thread at
+/// Runs `call`. Returns true if it returned, false if it threw or faulted (SIGSEGV, SIGBUS, SIGFPE, SIGILL, the
+/// end of the stack included). After a fault, objects on the stack of the call are not destroyed, and its locks
+/// remain locked. Earlier handlers are restored afterwards, and receive the faults of other threads in the
+/// meantime. Calls may nest: an inner one relies on the handlers of the outer one. Only one thread may use it at
 /// a time.
 bool runGuarded(const std::function<void()> &call);
 
-/// Keeps the handlers of runGuarded in place for its life, on the thread that makes it: for many guarded calls in
-/// a row, which then cost no call of the system. It guards nothing itself: a fault outside a guarded call goes to
-/// the handlers that were set before.
+/// Keeps the handlers of runGuarded installed while it exists, on the thread that makes it: many guarded calls in
+/// a row then need no system call. It guards nothing itself: a fault outside a guarded call goes to the earlier
+/// handlers.
 class FaultHandlers {
   public:
     FaultHandlers();
@@ -25,7 +25,7 @@ class FaultHandlers {
 
   private:
     class Installed;
-    std::unique_ptr<Installed> installed_; ///< null inside of another one, whose handlers are in place
+    std::unique_ptr<Installed> installed_; ///< null within another one, whose handlers are installed
 };
 
 } // namespace platform

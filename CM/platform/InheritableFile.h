@@ -1,16 +1,16 @@
-// A file that a child process is to write to.
+// Opens a file for a child process to write to.
 #pragma once
 
 #include "CM/platform/CString.h"
 
 namespace platform {
 
-/// Owns an open file descriptor that a child process is given as its output (ChildOptions::outputDescriptor), and
-/// that no other child holds; closes it at the end of its life.
+/// Owns an open file descriptor for the output of one child process (ChildOptions::outputDescriptor), which no
+/// other child inherits; the destructor closes it.
 class InheritableFile {
   public:
-    /// Opens the file for writing; one that exists is emptied. The name is taken as it is, blanks included. It
-    /// never waits: a named pipe that nobody reads can't be opened.
+    /// Opens the file for writing and empties an existing one. The name is literal, blanks included. Never waits:
+    /// a named pipe without a reader can't be opened: FileForAChild.DoesNotWaitForAReaderOfANamedPipe.
     explicit InheritableFile(const CString &path);
     ~InheritableFile();
     InheritableFile(const InheritableFile &) = delete;

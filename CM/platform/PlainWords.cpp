@@ -1,6 +1,5 @@
-// plainWords: which commands need no shell. Wherever shells differ or a doubt remains, the answer is that a
-// shell is needed, which is slower and never wrong.
-#include "CM/platform/ChildProcess.h"
+// If shells differ or in doubt, the answer is that a shell is needed, which is slower and never wrong.
+#include "CM/platform/PlainWords.h"
 
 #include <algorithm>
 #include <array>
@@ -11,14 +10,14 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// Unquoted, each of these ends a command, redirects, quotes or expands in one of the shells that stand behind
-// "sh".
+// Unquoted, each of these ends a command, redirects, quotes or expands in one of the shells that "sh" may
+// be.
 constexpr auto actedOnUnquoted = "\n|&;<>()$`\\*?[{}"sv;
-// Behind a backslash in double quotes these lose their meaning; before any other the backslash is itself.
+// A backslash in double quotes escapes these; before any other character it is literal.
 constexpr auto escapedInDoubleQuotes = "$`\"\\\n"sv;
 
-// The names that a shell may take for its own: reserved words, builtins that act on the shell itself, and
-// builtins whose program of the same name may write something else (echo, printf, pwd, test, time, kill).
+// Names that a shell handles itself: reserved words, builtins that act on the shell, and builtins whose program of
+// the same name may write something else (echo, printf, pwd, test, time, kill).
 constexpr auto shellsOwn = std::to_array<std::string_view>({
     "!",       ".",        ":",       "[",        "[[",        "]]",        "alias",    "autoload",  "bg",
     "bind",    "break",    "builtin", "bye",      "caller",    "case",      "cd",       "chdir",     "command",
@@ -34,7 +33,7 @@ constexpr auto shellsOwn = std::to_array<std::string_view>({
 });
 static_assert(std::ranges::is_sorted(shellsOwn));
 
-/// Reads the words of a command. Each step is false where only a shell can go on.
+/// Reads the words of a command. Each step returns false if only a shell can continue.
 class WordReader {
   public:
     explicit WordReader(std::string_view command) : rest_(command) {}
@@ -101,7 +100,7 @@ class WordReader {
 
     bool unquoted(char next) {
         const bool comment = next == '#' && !begun_;
-        // A tilde is a home directory at the start of a word, and in some shells behind '=' and ':' as well.
+        // A tilde is a home directory at the start of a word, and in some shells also after '=' and ':'.
         const bool home = next == '~' && (word_.empty() || word_.back() == '=' || word_.back() == ':');
         const bool assignment = next == '=' && words_.empty();
         if (comment || home || assignment || actedOnUnquoted.find(next) != std::string_view::npos) {
@@ -115,16 +114,16 @@ class WordReader {
     [[nodiscard]] bool startsWithProgram() const {
         const std::string &name = words_.front();
         if (name == "true" || name == "false") {
-            return words_.size() == 1; // the builtins ignore their arguments, the programs don't
+            return words_.size() == 1; // the builtins ignore arguments, the programs don't
         }
-        // "%1" is a job; an empty name is for the shell to complain about.
+        // "%1" is a job; the shell reports an empty name.
         return !name.empty() && name.front() != '%' &&
                !std::ranges::binary_search(shellsOwn, std::string_view(name));
     }
 
     std::string_view rest_;
     std::string word_;
-    bool begun_ = false; ///< something of the word has been seen, if only a pair of quotes
+    bool begun_ = false; ///< the word has begun, if only with a pair of quotes
     std::vector<std::string> words_;
 };
 
@@ -132,7 +131,7 @@ class WordReader {
 
 std::optional<std::vector<std::string>> plainWords(std::string_view command) {
     if (command.find('\0') != std::string_view::npos) {
-        return std::nullopt; // can't be handed on whole, neither to a program nor to a shell
+        return std::nullopt; // neither a program nor a shell can get all of it
     }
     WordReader reader(command);
     if (!reader.read()) {

@@ -3,7 +3,6 @@
 
 #include "CM/platform/CString.h"
 
-#include <string>
 #include <vector>
 
 namespace platform {
@@ -17,8 +16,5 @@ struct RegistryPlaces {
 
 /// The places that this user's environment gives.
 RegistryPlaces registryPlaces();
-
-/// A path in the form in which a standard stream opens it; empty for a path that names nothing.
-std::string nativeFileName(const CString &path);
 
 } // namespace platform

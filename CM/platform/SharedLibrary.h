@@ -1,11 +1,11 @@
-// A shared library that is loaded at run time.
+// Loads a shared library at run time.
 #pragma once
 
 #include "CM/platform/CString.h"
 
 namespace platform {
 
-/// Owns one loaded library; unloads it at the end of its life.
+/// Owns one loaded library, which the destructor unloads.
 class SharedLibrary {
   public:
     SharedLibrary() = default;
@@ -15,14 +15,14 @@ class SharedLibrary {
     SharedLibrary(SharedLibrary &&other) noexcept;
     SharedLibrary &operator=(SharedLibrary &&other) noexcept;
 
-    /// Loads the library at `path`, with its own symbols kept to itself, in place of one loaded before. All that
-    /// it needs must be there at once. A name without a separator is looked for as the system's loader does. On
-    /// failure false, and `error` tells why.
+    /// Loads the library at `path` with private symbols, instead of an earlier one. All libraries that it needs
+    /// must exist. A name without a separator is searched for by the system's loader. On failure returns false and
+    /// sets `error` to the reason.
     bool load(const CString &path, CString &error);
-    /// Addresses that entry() gave are dead from here on. Nothing happens without a loaded library.
+    /// Invalidates all addresses from entry(). Does nothing without a loaded library.
     void unload();
     [[nodiscard]] bool isLoaded() const { return handle_ != nullptr; }
-    /// The address of an exported entry; null if there is none of that name, or no library is loaded.
+    /// The address of an exported entry; null if there is none, or if no library is loaded.
     [[nodiscard]] void *entry(const char *name) const;
 
   private:

@@ -1,8 +1,12 @@
-// CControl: one field of a dialog model. A control is a member of its dialog and enters itself there, so that the
-// order in which a dialog declares its members is the order in which they are shown and walked.
+// Defines CControl, one field of a dialog model. A control is a member of its dialog and registers itself there,
+// so drivers show and visit the controls in the order in which the dialog declares them.
 #pragma once
 
 #include "CM/platform/CString.h"
+
+#include <cstdint>
+#include <type_traits>
+#include <utility>
 
 class CDialog;
 class CStatic;
@@ -14,7 +18,7 @@ class CEdit;
 class CListCtrl;
 class CTreeCtrl;
 
-/// One function for each kind of control; all that a driver has to know.
+/// Has one function for each kind of control. A driver needs to know only these kinds.
 class ControlVisitor {
   public:
     virtual void visit(CStatic &control) = 0;
@@ -36,28 +40,33 @@ class CControl {
     CControl &operator=(const CControl &) = delete;
     virtual ~CControl();
 
-    /// The name by which scripts and drivers address the control: unique in its dialog, never shown. Buttons that
-    /// answer a question are called "ok", "cancel", "yes", "no", "yesToAll", "noToAll" in every dialog.
+    /// Returns the name by which scripts and drivers address the control: unique in its dialog, never shown.
+    /// Buttons that answer a question are called "ok", "cancel", "yes", "no", "yesToAll", "noToAll" in every
+    /// dialog.
     [[nodiscard]] const CString &id() const { return id_; }
 
-    /// The text beside or on the control.
+    /// Returns the text next to the control or on it.
     [[nodiscard]] const CString &caption() const { return caption_; }
-    void setCaption(CString caption) { caption_ = std::move(caption); }
-    /// The longer explanation, empty without one.
+    void setCaption(CString caption) { assign(caption_, std::move(caption)); }
+    /// Returns the longer explanation; empty if there is none.
     [[nodiscard]] const CString &toolTip() const { return toolTip_; }
-    void setToolTip(CString text) { toolTip_ = std::move(text); }
+    void setToolTip(CString text) { assign(toolTip_, std::move(text)); }
 
     [[nodiscard]] bool isEnabled() const { return enabled_; }
-    void EnableWindow(bool enable) { enabled_ = enable; }
+    void EnableWindow(bool enable) { assign(enabled_, enable); }
     [[nodiscard]] bool isVisible() const { return visible_; }
-    void ShowWindow(bool show) { visible_ = show; }
-    /// Makes this the control that has the keyboard.
+    void ShowWindow(bool show) { assign(visible_, show); }
+    /// Gives this control the keyboard focus.
     void SetFocus();
     [[nodiscard]] bool hasFocus() const;
 
-    /// Whether events of the user reach the control: visible, enabled, and its dialog open. The event functions of
-    /// the controls return false and do nothing otherwise; the setters of a dialog work always and call no
-    /// handler.
+    /// Returns the number of changes to what the control shows, including its rows and items.
+    [[nodiscard]] std::uint64_t revision() const { return revision_; }
+
+    /// Returns whether the user can operate the control: it is visible, enabled, and not just for display.
+    [[nodiscard]] bool isUsable() const { return isField() && enabled_ && visible_; }
+    /// Returns whether user events reach the control: it is usable and its dialog is open. Otherwise the event
+    /// functions of the controls return false and do nothing. The setters always work and call no handler.
     [[nodiscard]] bool takesEvents() const;
 
     virtual void accept(ControlVisitor &visitor) = 0;
@@ -65,11 +74,23 @@ class CControl {
   protected:
     CControl(CDialog &dialog, CString id, CString caption);
 
+    void changed() { ++revision_; }
+    /// Sets a member that the control shows. Setting the current value does not count as a change.
+    template <class VALUE> void assign(VALUE &member, std::type_identity_t<VALUE> value) {
+        if (member != value) {
+            member = std::move(value);
+            changed();
+        }
+    }
+
   private:
+    [[nodiscard]] virtual bool isField() const { return true; }
+
     CDialog &dialog_;
     CString id_;
     CString caption_;
     CString toolTip_;
+    std::uint64_t revision_ = 0;
     bool enabled_ = true;
     bool visible_ = true;
 };

@@ -1,5 +1,5 @@
-// CDialog: a dialog as a plain model. It owns its controls as members, decides in its handlers (OnInitDialog,
-// On...) what they hold and which of them can be used, and knows nothing of what shows it.
+// Defines CDialog, a dialog as a plain model. It owns its controls as members. Its handlers (OnInitDialog, On...)
+// decide what the controls hold and which of them can be used. It does not know what shows it.
 #pragma once
 
 #include "CM/platform/dialog/CControl.h"
@@ -15,37 +15,56 @@ class CDialog {
     CDialog &operator=(const CDialog &) = delete;
     virtual ~CDialog() = default;
 
-    /// The name by which scripts and drivers address the dialog; never shown.
+    /// Returns the name by which scripts and drivers address the dialog; never shown.
     [[nodiscard]] const CString &name() const { return name_; }
     [[nodiscard]] const CString &title() const { return title_; }
     void SetWindowText(CString title) { title_ = std::move(title); }
 
-    /// The controls in the order of their declaration.
+    /// Returns the controls in the order of their declaration.
     [[nodiscard]] const std::vector<CControl *> &controls() const { return controls_; }
-    /// The control with this id, or null.
+    /// Returns the control with this id, or null.
     [[nodiscard]] CControl *control(const CString &id) const;
-    /// The control that has the keyboard, or null.
+    /// Returns the controls that the user can use now, in the same order.
+    [[nodiscard]] std::vector<CControl *> usableControls() const;
+    /// Returns the button with this id if it can be used, or null.
+    [[nodiscard]] CButton *button(const CString &id) const;
+    /// Returns the OK button of a dialog that only informs, in which only this button and check boxes can be used.
+    /// Returns null for any other dialog.
+    [[nodiscard]] CButton *onlyButton() const;
+    /// Returns the button that closing the window presses: Cancel, or the OK button of a dialog that only informs.
+    /// Null means that the window can't be closed because the dialog needs an answer.
+    [[nodiscard]] CButton *closingButton() const;
+    /// Returns the button whose answer loses nothing: No, otherwise the closing button. Null if the dialog has
+    /// neither.
+    [[nodiscard]] CButton *safeButton() const;
+
+    /// What the dialog says: its visible texts, separated by blanks, and the first visible icon.
+    [[nodiscard]] CString prompt() const;
+    [[nodiscard]] CIcon::Kind icon() const;
+    /// Returns the control that has the keyboard focus, or null.
     [[nodiscard]] CControl *focus() const { return focus_; }
 
     /// Calls OnInitDialog and has the driver run the dialog. Returns the result that ended it, or
-    /// dialogNotAnswered if the driver is null or has nobody to answer. A handler's exception passes through, and
-    /// the dialog is closed then. A dialog can be run again after it has ended; its fields keep what they hold.
+    /// dialogNotAnswered if nobody answers. With a null driver it does nothing and returns dialogNotAnswered. An
+    /// exception from a handler passes through and closes the dialog. A dialog can be run again after it has
+    /// ended; its fields keep their contents.
     int DoModal(platform::DialogDriver *driver);
 
     [[nodiscard]] bool isOpen() const { return open_; }
-    /// Event: the user closes the window. Calls OnCancel; refused (false) if the dialog isn't open.
+    /// Event: the user closes the window, which presses closingButton(). Returns false and does nothing if there
+    /// is no such button or the dialog isn't open: the dialog does not invent an answer for a user who gives none.
     bool close();
 
   protected:
     explicit CDialog(CString name) : name_(std::move(name)) {}
 
-    /// Ends the dialog after the handler that is running.
+    /// Ends the dialog as soon as the running handler returns.
     void EndDialog(int result);
 
-    /// Before the dialog is shown. May end it, which shows nothing.
+    /// Is called before the dialog is shown. It may end the dialog, which is then not shown.
     virtual void OnInitDialog() {}
     virtual void OnOK() { EndDialog(IDOK); }
-    /// The Cancel button, and a closed window.
+    /// Handles the Cancel button.
     virtual void OnCancel() { EndDialog(IDCANCEL); }
 
   private:
@@ -53,7 +72,7 @@ class CDialog {
 
     CString name_;
     CString title_;
-    std::vector<CControl *> controls_; ///< members of the derived class, which enter and leave by themselves
+    std::vector<CControl *> controls_; ///< members of the derived class, which register and unregister themselves
     CControl *focus_ = nullptr;
     int result_ = dialogNotAnswered;
     bool open_ = false;

@@ -1,4 +1,4 @@
-// CImageList: images by index, each known by its name; what shows the dialog has the pictures.
+// Lists images by index, each with a name. The driver provides the pictures.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -13,7 +13,7 @@ class CImageList {
         return GetImageCount() - 1;
     }
     [[nodiscard]] int GetImageCount() const { return static_cast<int>(names_.size()); }
-    /// The name of an image; empty for an index outside.
+    /// Returns the name of an image; empty for an index out of range.
     [[nodiscard]] CString name(int index) const {
         return index >= 0 && index < GetImageCount() ? names_[static_cast<std::size_t>(index)] : CString();
     }

@@ -1,70 +1,197 @@
 #include "CM/platform/dialog/CListCtrl.h"
 
 #include <algorithm>
+#include <iterator>
+#include <unordered_set>
 
-int CListCtrl::InsertItem(Row row) {
-    rows_.push_back(std::move(row));
-    return GetItemCount() - 1;
+/// Announces a change to the observer, before and after it, and counts it.
+class CListCtrl::Announcement {
+  public:
+    Announcement(CListCtrl &list, RowChange change) : list_(list), change_(change) {
+        if (list_.observer_ != nullptr) {
+            list_.observer_->beforeChange(change_);
+        }
+    }
+    ~Announcement() {
+        list_.changed();
+        if (list_.observer_ != nullptr) {
+            list_.observer_->afterChange(change_);
+        }
+    }
+    Announcement(const Announcement &) = delete;
+    Announcement &operator=(const Announcement &) = delete;
+
+  private:
+    CListCtrl &list_;
+    RowChange change_;
+};
+
+void CListCtrl::InsertColumn(CString title, Align align) {
+    const Announcement announcement(*this, {RowChange::Kind::reset});
+    columns_.push_back({std::move(title), align});
+}
+
+void CListCtrl::DeleteAllColumns() {
+    const Announcement announcement(*this, {RowChange::Kind::reset});
+    columns_.clear();
 }
 
 CString CListCtrl::GetItemText(int row, int column) const {
-    if (!holds(row) || column < 0) {
-        return {};
+    return holds(row) && column >= 0 ? source_->text(row, column) : CString();
+}
+
+int CListCtrl::InsertItem(Row row) {
+    const int index = own_.rowCount();
+    if (source_ == &own_) {
+        insertRows(index, 1, [&] { own_.append(std::move(row)); });
     }
-    const auto &cells = rows_[static_cast<std::size_t>(row)].cells;
-    const auto cell = static_cast<std::size_t>(column);
-    return cell < cells.size() ? cells[cell] : CString();
+    return index;
+}
+
+void CListCtrl::DeleteItem(int row) {
+    if (ownsRow(row)) {
+        removeRows(row, 1, [&] { own_.erase(row); });
+    }
+}
+
+void CListCtrl::DeleteAllItems() {
+    if (source_ == &own_) {
+        resetRows([this] { own_.clear(); });
+    }
 }
 
 void CListCtrl::SetItemText(int row, int column, CString text) {
-    if (!holds(row) || column < 0 || column >= static_cast<int>(columns_.size())) {
+    if (!ownsRow(row) || column < 0 || column >= static_cast<int>(columns_.size())) {
         return;
     }
-    auto &cells = rows_[static_cast<std::size_t>(row)].cells;
+    auto &cells = own_.at(row).cells;
     const auto cell = static_cast<std::size_t>(column);
     cells.resize(std::max(cells.size(), cell + 1));
-    cells[cell] = std::move(text);
+    if (cells[cell] != text) {
+        cells[cell] = std::move(text);
+        rowsChanged(row);
+    }
 }
 
-int CListCtrl::GetSelectedCount() const { return static_cast<int>(std::ranges::count_if(rows_, &Row::selected)); }
-
-std::vector<int> CListCtrl::selectedRows() const {
-    std::vector<int> selected;
-    for (int index = 0; index < GetItemCount(); ++index) {
-        if (rows_[static_cast<std::size_t>(index)].selected) {
-            selected.push_back(index);
-        }
+void CListCtrl::SetItemImages(int row, ItemImages images) {
+    if (ownsRow(row) && own_.images(row) != images) {
+        own_.at(row).images = images;
+        rowsChanged(row);
     }
-    return selected;
-}
-
-void CListCtrl::selectRow(int index, bool select) {
-    if (!holds(index)) {
-        return;
-    }
-    if (select && selection_ == Selection::one) {
-        std::ranges::for_each(rows_, [](Row &row) { row.selected = false; });
-    }
-    rows_[static_cast<std::size_t>(index)].selected = select;
 }
 
 void CListCtrl::sortByColumn(int column, bool descending) {
-    if (column >= 0) {
-        const auto text = [cell = static_cast<std::size_t>(column)](const Row &row) {
-            return cell < row.cells.size() ? row.cells[cell].view() : std::string_view();
-        };
-        if (descending) {
-            std::ranges::stable_sort(rows_, std::ranges::greater(), text);
-        } else {
-            std::ranges::stable_sort(rows_, std::ranges::less(), text);
-        }
+    if (column >= 0 && source_ == &own_) {
+        reorderRows([&] { own_.sort(column, descending); });
     }
     setSortMark(column, descending);
 }
 
+void CListCtrl::SetSource(RowSource *source) {
+    const Announcement announcement(*this, {RowChange::Kind::reset});
+    source_ = source != nullptr ? source : &own_;
+    selected_.clear();
+}
+
+void CListCtrl::rowsChanged(int first, int count) {
+    if (count <= 0) {
+        return;
+    }
+    changed();
+    if (observer_ != nullptr) {
+        observer_->afterChange({RowChange::Kind::changed, first, count});
+    }
+}
+
+void CListCtrl::shiftSelection(int first, int by) {
+    // Only the rows from `first` on are touched, so that the cost of appending rows does not depend on the
+    // selection.
+    const auto tail = selected_.lower_bound(first);
+    std::vector<int> rows(tail, selected_.end());
+    selected_.erase(tail, selected_.end());
+    for (const int row : rows) {
+        selected_.insert(selected_.end(), row + by);
+    }
+}
+
+void CListCtrl::insertRows(int first, int count, const Change &insert) {
+    if (count <= 0) {
+        return;
+    }
+    const Announcement announcement(*this, {RowChange::Kind::inserted, first, count});
+    insert();
+    shiftSelection(first, count);
+}
+
+void CListCtrl::removeRows(int first, int count, const Change &remove) {
+    if (count <= 0) {
+        return;
+    }
+    const Announcement announcement(*this, {RowChange::Kind::removed, first, count});
+    remove();
+    selected_.erase(selected_.lower_bound(first), selected_.lower_bound(first + count));
+    shiftSelection(first + count, -count);
+}
+
+void CListCtrl::reorderRows(const Change &reorder) { rearrange(RowChange::Kind::reordered, reorder); }
+void CListCtrl::resetRows(const Change &change) { rearrange(RowChange::Kind::reset, change); }
+
+void CListCtrl::rearrange(RowChange::Kind kind, const Change &change) {
+    std::unordered_set<const void *> identities;
+    for (const int row : selected_) {
+        identities.insert(source_->identity(row));
+    }
+    const Announcement announcement(*this, {kind, 0, GetItemCount()});
+    change();
+    selected_.clear();
+    for (int row = 0; row < GetItemCount() && selected_.size() < identities.size(); ++row) {
+        if (identities.contains(source_->identity(row))) {
+            selected_.insert(selected_.end(), row);
+        }
+    }
+}
+
+bool CListCtrl::setSelection(std::set<int> selected) {
+    std::vector<int> changed;
+    std::ranges::set_symmetric_difference(selected_, selected, std::back_inserter(changed));
+    if (changed.empty()) {
+        return false;
+    }
+    const int first = changed.front();
+    const Announcement announcement(*this, {RowChange::Kind::selection, first, changed.back() - first + 1});
+    selected_ = std::move(selected);
+    return true;
+}
+
+void CListCtrl::selectRow(int index, bool select) {
+    if (!holds(index) || isSelected(index) == select) {
+        return;
+    }
+    if (select && selection_ == Selection::one) {
+        setSelection({index});
+        return;
+    }
+    const Announcement announcement(*this, {RowChange::Kind::selection, index, 1});
+    if (select) {
+        selected_.insert(index);
+    } else {
+        selected_.erase(index);
+    }
+}
+
+void CListCtrl::selectRows(const std::vector<int> &rows) {
+    std::set<int> selected;
+    for (const int row : rows) {
+        if (holds(row) && (selected.empty() || selection_ == Selection::many)) {
+            selected.insert(selected.end(), row);
+        }
+    }
+    setSelection(std::move(selected));
+}
+
 void CListCtrl::setSortMark(int column, bool descending) {
-    sortColumn_ = column >= 0 ? column : -1;
-    sortDescending_ = descending;
+    assign(sortColumn_, std::max(column, -1));
+    assign(sortDescending_, descending);
 }
 
 bool CListCtrl::select(const std::vector<int> &rows) {
@@ -72,16 +199,7 @@ bool CListCtrl::select(const std::vector<int> &rows) {
         (selection_ == Selection::one && rows.size() > 1)) {
         return false;
     }
-    std::vector<bool> wanted(rows_.size());
-    for (const int row : rows) {
-        wanted[static_cast<std::size_t>(row)] = true;
-    }
-    bool changed = false;
-    for (std::size_t index = 0; index < rows_.size(); ++index) {
-        changed |= rows_[index].selected != wanted[index];
-        rows_[index].selected = wanted[index];
-    }
-    if (changed && handlers_.onSelectionChanged) {
+    if (setSelection({rows.begin(), rows.end()}) && handlers_.onSelectionChanged) {
         handlers_.onSelectionChanged();
     }
     return true;

@@ -1,12 +1,10 @@
 #include "CM/platform/dialog/CTreeCtrl.h"
 
 #include <algorithm>
-#include <ranges>
-#include <unordered_set>
 
 namespace {
 
-// Owners before what they own, siblings in their order. `visit` says whether to go on.
+// Visits owners before their children, and siblings in their order. `visit` returns whether to continue.
 template <class VISIT> void walk(const std::vector<std::unique_ptr<CTreeCtrl::Item>> &roots, VISIT visit) {
     std::vector<CTreeCtrl::Item *> open;
     const auto push = [&open](const auto &items) {
@@ -27,27 +25,76 @@ template <class VISIT> void walk(const std::vector<std::unique_ptr<CTreeCtrl::It
 
 } // namespace
 
+/// Announces a change to the observer, before and after it, and counts it.
+class CTreeCtrl::Announcement {
+  public:
+    Announcement(CTreeCtrl &tree, ItemChange change) : tree_(tree), change_(change) {
+        if (tree_.observer_ != nullptr) {
+            tree_.observer_->beforeChange(change_);
+        }
+    }
+    ~Announcement() {
+        tree_.changed();
+        if (tree_.observer_ != nullptr) {
+            tree_.observer_->afterChange(change_);
+        }
+    }
+    Announcement(const Announcement &) = delete;
+    Announcement &operator=(const Announcement &) = delete;
+
+  private:
+    CTreeCtrl &tree_;
+    ItemChange change_;
+};
+
+void CTreeCtrl::Item::setExpanded(bool expanded) {
+    if (expanded_ != expanded) {
+        const Announcement announcement(tree_, {ItemChange::Kind::expanded, this});
+        expanded_ = expanded;
+    }
+}
+
+void CTreeCtrl::itemChanged(Item &item) {
+    changed();
+    if (observer_ != nullptr) {
+        observer_->afterChange({ItemChange::Kind::changed, &item});
+    }
+}
+
 CTreeCtrl::Item &CTreeCtrl::InsertItem(CString text, Item *parent) {
-    auto item = std::make_unique<Item>();
-    item->text = std::move(text);
-    item->parent_ = parent;
-    auto &siblings = parent == nullptr ? top_.children_ : parent->children_;
-    siblings.push_back(std::move(item));
+    auto &siblings = siblingsBelow(parent);
+    const int index = static_cast<int>(siblings.size());
+    const Announcement announcement(*this, {ItemChange::Kind::inserted, parent, index});
+    siblings.push_back(std::make_unique<Item>(*this, parent, index, std::move(text)));
     return *siblings.back();
 }
 
 void CTreeCtrl::DeleteItem(Item &item) {
-    auto &siblings = item.parent_ == nullptr ? top_.children_ : item.parent_->children_;
-    std::erase_if(siblings, [&item](const auto &sibling) { return sibling.get() == &item; });
+    const int index = item.index_;
+    const Announcement announcement(*this, {ItemChange::Kind::removed, item.parent_, index});
+    selected_.erase(&item);
+    walk(item.children_, [this](Item &below) {
+        selected_.erase(&below);
+        return true;
+    });
+    auto &siblings = siblingsBelow(item.parent_);
+    siblings.erase(siblings.begin() + index);
+    std::for_each(siblings.begin() + index, siblings.end(), [](const auto &sibling) { --sibling->index_; });
+}
+
+void CTreeCtrl::DeleteAllItems() {
+    const Announcement announcement(*this, {});
+    selected_.clear();
+    roots_.clear();
 }
 
 std::vector<CTreeCtrl::Item *> CTreeCtrl::selectedItems() const {
     std::vector<Item *> selected;
-    walk(roots(), [&selected](Item &item) {
-        if (item.selected) {
+    walk(roots(), [&](Item &item) {
+        if (item.isSelected()) {
             selected.push_back(&item);
         }
-        return true;
+        return selected.size() < selected_.size();
     });
     return selected;
 }
@@ -55,25 +102,37 @@ std::vector<CTreeCtrl::Item *> CTreeCtrl::selectedItems() const {
 CTreeCtrl::Item *CTreeCtrl::find(const CString &text) const {
     Item *found = nullptr;
     walk(roots(), [&](Item &item) {
-        found = item.text == text ? &item : nullptr;
+        found = item.text() == text ? &item : nullptr;
         return found == nullptr;
     });
     return found;
 }
 
+bool CTreeCtrl::setSelection(std::unordered_set<Item *> selected) {
+    if (selected == selected_) {
+        return false;
+    }
+    const Announcement announcement(*this, {ItemChange::Kind::selection});
+    selected_ = std::move(selected);
+    return true;
+}
+
 void CTreeCtrl::selectItem(Item &item, bool select) {
     if (select && selection_ == Selection::one) {
-        walk(roots(), [](Item &other) {
-            other.selected = false;
-            return true;
-        });
+        setSelection({&item});
+    } else if (item.isSelected() != select) {
+        const Announcement announcement(*this, {ItemChange::Kind::selection, &item});
+        if (select) {
+            selected_.insert(&item);
+        } else {
+            selected_.erase(&item);
+        }
     }
-    item.selected = select;
 }
 
 bool CTreeCtrl::canBeSeen(const Item &item) const {
     for (const Item *owner = item.parent_; owner != nullptr; owner = owner->parent_) {
-        if (!owner->expanded) {
+        if (!owner->expanded_) {
             return false;
         }
     }
@@ -85,42 +144,31 @@ bool CTreeCtrl::select(const std::vector<Item *> &items) {
         !std::ranges::all_of(items, [this](const Item *item) { return canBeSeen(*item); })) {
         return false;
     }
-    const std::unordered_set<const Item *> wanted(items.begin(), items.end());
-    bool changed = false;
-    walk(roots(), [&](Item &item) {
-        const bool select = wanted.contains(&item);
-        changed |= item.selected != select;
-        item.selected = select;
-        return true;
-    });
-    if (changed && handlers_.onSelectionChanged) {
+    if (setSelection({items.begin(), items.end()}) && handlers_.onSelectionChanged) {
         handlers_.onSelectionChanged();
     }
     return true;
 }
 
 bool CTreeCtrl::expand(Item &item, bool open) {
-    if (!takesEvents() || !canBeSeen(item) || (item.children_.empty() && !item.mayHaveChildren)) {
+    if (!takesEvents() || !canBeSeen(item) || (item.children_.empty() && !item.mayHaveChildren_)) {
         return false;
     }
-    if (open && !item.expanded) {
-        item.expanded = true; // before the handler, which may delete the item
-        if (handlers_.onExpand) {
-            handlers_.onExpand(item);
-        }
-    } else {
-        item.expanded = open;
+    const bool opens = open && !item.expanded_;
+    item.setExpanded(open); // before the handler, which may delete the item
+    if (opens && handlers_.onExpand) {
+        handlers_.onExpand(item);
     }
     return true;
 }
 
 bool CTreeCtrl::enterCheck(Item &item, bool check) {
-    if (!takesEvents() || !canBeSeen(item) || item.check == Check::noBox) {
+    if (!takesEvents() || !canBeSeen(item) || item.check_ == Check::noBox) {
         return false;
     }
     const Check wanted = check ? Check::checked : Check::unchecked;
-    if (item.check != wanted) {
-        item.check = wanted;
+    if (item.check_ != wanted) {
+        item.setCheck(wanted);
         if (handlers_.onCheck) {
             handlers_.onCheck(item);
         }

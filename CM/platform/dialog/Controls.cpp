@@ -21,33 +21,39 @@ bool CCheckBox::enter(bool check) {
         return false;
     }
     if (checked_ != check) {
-        checked_ = check;
+        SetCheck(check);
         call(onClicked_);
     }
     return true;
+}
+
+void CChoice::AddString(CString text) {
+    options_.push_back({std::move(text), true});
+    changed();
 }
 
 bool CChoice::holds(int index) const { return index >= 0 && index < static_cast<int>(options_.size()); }
 
 void CChoice::enableOption(int index, bool enable) {
     if (holds(index)) {
-        options_[static_cast<std::size_t>(index)].enabled = enable;
+        assign(options_[static_cast<std::size_t>(index)].enabled, enable);
     }
 }
 
 void CChoice::ResetContent() {
     options_.clear();
     selected_ = -1;
+    changed();
 }
 
-void CChoice::SetCurSel(int index) { selected_ = holds(index) ? index : -1; }
+void CChoice::SetCurSel(int index) { assign(selected_, holds(index) ? index : -1); }
 
 bool CChoice::choose(int index) {
     if (!takesEvents() || !holds(index) || !options_[static_cast<std::size_t>(index)].enabled) {
         return false;
     }
     if (selected_ != index) {
-        selected_ = index;
+        SetCurSel(index);
         call(onSelected_);
     }
     return true;
@@ -60,7 +66,7 @@ bool CEdit::enter(const CString &text) {
     const int lineEnd = lines_ == Lines::one ? text.FindOneOf("\r\n") : -1;
     const CString taken = lineEnd < 0 ? text : text.Left(lineEnd);
     if (taken != text_) {
-        text_ = taken;
+        SetWindowText(taken);
         call(onChanged_);
     }
     return true;

@@ -1,4 +1,4 @@
-// The simple controls of a dialog model. What the user does comes in through the functions under "Events".
+// Defines the simple controls of a dialog model. The functions under "Events" deliver what the user does.
 #pragma once
 
 #include "CM/platform/dialog/CControl.h"
@@ -7,38 +7,43 @@
 #include <initializer_list>
 #include <vector>
 
-/// A text that is only shown: its caption.
+/// Shows a text, its caption.
 class CStatic : public CControl {
   public:
     CStatic(CDialog &dialog, CString id, CString text = {}) : CControl(dialog, std::move(id), std::move(text)) {}
     void accept(ControlVisitor &visitor) override { visitor.visit(*this); }
+
+  private:
+    [[nodiscard]] bool isField() const override { return false; }
 };
 
-/// One of the system's own icons.
+/// Shows one of the system's own icons.
 class CIcon : public CControl {
   public:
     enum class Kind { none, information, question, warning, error };
     CIcon(CDialog &dialog, CString id) : CControl(dialog, std::move(id), {}) {}
     [[nodiscard]] Kind icon() const { return kind_; }
-    void SetIcon(Kind kind) { kind_ = kind; }
+    void SetIcon(Kind kind) { assign(kind_, kind); }
     void accept(ControlVisitor &visitor) override { visitor.visit(*this); }
 
   private:
+    [[nodiscard]] bool isField() const override { return false; }
+
     Kind kind_ = Kind::none;
 };
 
 class CButton : public CControl {
   public:
-    /// `onPressed` may be empty: pressing then does nothing.
+    /// `onPressed` may be empty: pressing the button then does nothing.
     CButton(CDialog &dialog, CString id, CString caption, std::function<void()> onPressed)
         : CControl(dialog, std::move(id), std::move(caption)), onPressed_(std::move(onPressed)) {}
 
-    /// The default button is the one that the Enter key stands for.
+    /// Returns whether this is the default button, which the Enter key presses.
     [[nodiscard]] bool isDefault() const { return default_; }
-    void setDefault(bool isDefault) { default_ = isDefault; }
-    /// The name of the image on the button, empty for a button with its caption only.
+    void setDefault(bool isDefault) { assign(default_, isDefault); }
+    /// Returns the name of the image on the button; empty for a button that has only its caption.
     [[nodiscard]] const CString &bitmap() const { return bitmap_; }
-    void setBitmap(CString name) { bitmap_ = std::move(name); }
+    void setBitmap(CString name) { assign(bitmap_, std::move(name)); }
 
     // Events.
     bool press();
@@ -57,9 +62,9 @@ class CCheckBox : public CControl {
         : CControl(dialog, std::move(id), std::move(caption)), onClicked_(std::move(onClicked)) {}
 
     [[nodiscard]] bool GetCheck() const { return checked_; }
-    void SetCheck(bool check) { checked_ = check; }
+    void SetCheck(bool check) { assign(checked_, check); }
 
-    // Events. Setting what is set already reaches no handler.
+    // Events. No handler is called if the value does not change.
     bool enter(bool check);
 
     void accept(ControlVisitor &visitor) override { visitor.visit(*this); }
@@ -69,7 +74,7 @@ class CCheckBox : public CControl {
     bool checked_ = false;
 };
 
-/// One of several: radio buttons or a drop-down list.
+/// Offers several options of which one is chosen: radio buttons or a drop-down list.
 class CChoice : public CControl {
   public:
     enum class Style { radio, dropDown };
@@ -82,17 +87,18 @@ class CChoice : public CControl {
 
     [[nodiscard]] Style style() const { return style_; }
     [[nodiscard]] const std::vector<Option> &options() const { return options_; }
-    void AddString(CString text) { options_.push_back({std::move(text), true}); }
-    /// An index outside the options is ignored.
+    void AddString(CString text);
+    /// Ignores an index out of range.
     void enableOption(int index, bool enable);
-    /// Takes all options off, and the selection with them.
+    /// Removes all options, and with them the selection.
     void ResetContent();
-    /// The index of the chosen option, or -1.
+    /// Returns the index of the chosen option, or -1.
     [[nodiscard]] int GetCurSel() const { return selected_; }
-    /// An index outside the options chooses none.
+    /// Chooses an option; an index out of range chooses none.
     void SetCurSel(int index);
 
-    // Events. An option that isn't there or isn't enabled is refused; choosing the chosen one reaches no handler.
+    // Events. Refused for an option that doesn't exist or isn't enabled. No handler is called if the choice does
+    // not change.
     bool choose(int index);
 
     void accept(ControlVisitor &visitor) override { visitor.visit(*this); }
@@ -127,12 +133,12 @@ class CEdit : public CControl {
 
     [[nodiscard]] Lines lines() const { return lines_; }
     [[nodiscard]] const CString &text() const { return text_; }
-    void SetWindowText(CString text) { text_ = std::move(text); }
-    /// A read-only box shows a text that can be marked and copied, but takes none.
+    void SetWindowText(CString text) { assign(text_, std::move(text)); }
+    /// Returns whether the box is read-only: the user can select and copy its text, but not change it.
     [[nodiscard]] bool isReadOnly() const { return readOnly_; }
-    void SetReadOnly(bool readOnly) { readOnly_ = readOnly; }
+    void SetReadOnly(bool readOnly) { assign(readOnly_, readOnly); }
 
-    // Events. A box of one line takes the text up to its first line end.
+    // Events. A single-line box takes the text up to its first line end.
     bool enter(const CString &text);
 
     void accept(ControlVisitor &visitor) override { visitor.visit(*this); }

@@ -1,23 +1,29 @@
-// The interface between a dialog model and what shows it: a terminal, windows, a script.
+// Defines the interface between a dialog model and what shows it: a terminal, windows or a script.
 #pragma once
 
 class CDialog;
 
 namespace platform {
 
-/// Shows dialogs and brings them the user's events. A driver needs to know the kinds of control (ControlVisitor),
-/// never a dialog: it walks CDialog::controls(), shows the visible ones, and calls the event functions of the
-/// controls (CButton::press, CEdit::enter, ...), after each of which anything in the dialog may have changed.
+/// Shows dialogs and delivers the user's events to them. A driver needs to know the kinds of control
+/// (ControlVisitor), never a dialog: it walks CDialog::controls(), shows the visible ones, and calls the event
+/// functions of the controls (CButton::press, CEdit::enter, ...). After each event anything in the dialog may have
+/// changed: CControl::revision shows which controls have changed, RowObserver and ItemObserver show which rows and
+/// items.
 class DialogDriver {
   public:
     virtual ~DialogDriver() = default;
 
-    /// Shows the dialog and delivers events until it is no longer open (CDialog::isOpen). A handler may run
-    /// another dialog with the same driver meanwhile. A user who closes the window, or says the like, is
-    /// CDialog::close. Returns true when the dialog has ended; false if there is nobody to answer it, because the
-    /// input has ended or was never there: the dialog then ends unanswered, which is not the same as a user who
-    /// closes it.
+    /// Shows the dialog and delivers events until it is no longer open (CDialog::isOpen). Meanwhile a handler may
+    /// run another dialog with the same driver. When the user closes the window or does something equivalent, the
+    /// driver calls CDialog::close; it does not offer this where CDialog::closingButton is null. Returns true when
+    /// the dialog has ended. Returns false if nobody can answer it, because the input has ended or never existed:
+    /// the dialog then ends unanswered, which is not the same as being closed by the user.
     [[nodiscard]] virtual bool run(CDialog &dialog) = 0;
+
+    /// Returns whether an answer to this dialog was given in advance, such as Yes to everything that the program
+    /// asks. Such an answer takes precedence over one that the user's settings remember.
+    [[nodiscard]] virtual bool answersInAdvance(const CDialog & /*dialog*/) const { return false; }
 };
 
 } // namespace platform

@@ -15,10 +15,10 @@ constexpr std::size_t chunkSize = std::size_t{64} * 1024;
 constexpr std::size_t longChunkSize = std::size_t{1} << 20; // as much as a pipe may hold without privileges
 constexpr int drainedChunks = 64;                           // more than a pipe holds
 constexpr std::size_t longText = std::size_t{1} << 20;
-constexpr std::size_t roomForLongText = std::size_t{1} << 30; // untouched room costs nothing
+constexpr std::size_t roomForLongText = std::size_t{1} << 30; // unused room costs nothing
 
-/// Lets the child run further ahead of the reader, so that they wake each other less often. Refused or unknown:
-/// the pipe stays as it is.
+/// Enlarges the pipe, so that child and reader wake each other less often. If the system refuses, the pipe is
+/// unchanged.
 void widen([[maybe_unused]] int pipe) {
 #ifdef F_SETPIPE_SZ
     static_cast<void>(::fcntl(pipe, F_SETPIPE_SZ, static_cast<int>(longChunkSize)));

@@ -1,4 +1,4 @@
-// One of a child's channels: the reading end of a pipe, and the text that has come through it.
+// Reads one output channel of a child: the reading end of a pipe, and the text so far.
 #pragma once
 
 #include "CM/platform/posix/Descriptor.h"
@@ -14,9 +14,9 @@ class Channel {
     Descriptor end; ///< closed when the last writer has closed its end, or on an error
     std::string text;
 
-    /// Takes what the pipe holds, up to a chunk; waits while it is empty.
+    /// Reads the pipe, up to a chunk; waits while it is empty.
     void read();
-    /// Takes what the pipe holds without waiting, up to more than a pipe holds.
+    /// Reads all that the pipe holds, without waiting.
     void drain();
 
   private:

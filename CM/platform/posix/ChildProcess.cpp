@@ -1,5 +1,6 @@
 #include "CM/platform/ChildProcess.h"
 
+#include "CM/platform/PlainWords.h"
 #include "CM/platform/posix/RunningChild.h"
 
 #include <cerrno>

@@ -1,4 +1,4 @@
-// An open file descriptor that closes itself.
+// Owns an open file descriptor.
 #pragma once
 
 #include <unistd.h>
@@ -24,7 +24,9 @@ class Descriptor {
 
     [[nodiscard]] int get() const { return number_; }
     [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-    /// Closes it; errno stays as it was, so that the reason of an earlier failure survives.
+    /// Closes it; false if what was written before could not be stored, as a network may find out only now.
+    [[nodiscard]] bool close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
+    /// Closes it; errno is unchanged, so that the reason of an earlier failure survives.
     void reset() {
         if (number_ >= 0) {
             const int kept = errno;

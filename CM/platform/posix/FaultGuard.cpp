@@ -13,7 +13,7 @@ namespace {
 constexpr std::array faults{SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 constexpr std::size_t faultStackSize = std::size_t{64} * 1024;
 
-/// One guarded call under way; the innermost one of the thread receives its faults.
+/// An active guarded call; the innermost one of the thread receives its faults.
 struct Frame {
     sigjmp_buf back;
     Frame *outer;
@@ -21,9 +21,9 @@ struct Frame {
 constinit thread_local Frame *innermost = nullptr;
 
 using Actions = std::array<struct sigaction, faults.size()>;
-/// What the outermost guarded call of the process found, for faults of threads that are not guarded.
+/// The handlers before the outermost guarded call of the process, for faults of threads that are not guarded.
 constinit const Actions *found = nullptr;
-/// Whether this thread has put the handlers in place.
+/// Whether this thread has installed the handlers.
 constinit thread_local bool areInPlace = false;
 
 void onFault(int signal, siginfo_t *info, void * /*context*/) {
@@ -31,8 +31,8 @@ void onFault(int signal, siginfo_t *info, void * /*context*/) {
         innermost = frame->outer;
         siglongjmp(frame->back, 1);
     }
-    // Not ours: what was set before has its say when the fault repeats itself on return; one that was sent by a
-    // process doesn't, and is sent again.
+    // Not ours: the earlier handler runs when the fault repeats on return; a signal that a process sent does not
+    // repeat, and is sent again.
     for (std::size_t index = 0; index < faults.size(); ++index) {
         if (faults[index] == signal && found != nullptr) {
             ::sigaction(signal, &(*found)[index], nullptr);
@@ -45,14 +45,14 @@ void onFault(int signal, siginfo_t *info, void * /*context*/) {
 
 } // namespace
 
-/// The handlers, and a stack to run them on where the thread has none, so that a call that has used up its stack
-/// can be left too.
+/// The handlers, and a stack for them if the thread has none, so that a call that has used up its stack can be
+/// left too.
 class FaultHandlers::Installed {
   public:
     Installed() {
         struct sigaction action {};
         action.sa_sigaction = onFault;
-        // Not blocked while it is handled, so that the jump out of the handler leaves nothing to unblock.
+        // Not blocked while it is handled, so that the jump out of the handler has nothing to unblock.
         action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
         sigemptyset(&action.sa_mask);
         stack_t present{};
@@ -99,7 +99,7 @@ FaultHandlers::~FaultHandlers() = default;
 
 namespace {
 
-/// Kept apart from the handlers: a function that is jumped back into must hold nothing that changes.
+/// Separate from the handlers: a function that is the target of a jump must not hold changing variables.
 [[gnu::noinline]] bool callInFrame(const std::function<void()> &call, Frame &frame) {
     if (sigsetjmp(frame.back, 0) != 0) {
         return false;

@@ -59,7 +59,11 @@ bool hasWritePermission(const CString &path) {
 std::optional<std::string> readFile(const CString &path, std::size_t limit) {
     const Descriptor file(::open(nativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat state {};
-    if (!file.isOpen() || ::fstat(file.get(), &state) != 0 || !S_ISREG(state.st_mode)) {
+    if (!file.isOpen() || ::fstat(file.get(), &state) != 0) {
+        return std::nullopt;
+    }
+    if (!S_ISREG(state.st_mode)) {
+        errno = S_ISDIR(state.st_mode) ? EISDIR : EINVAL;
         return std::nullopt;
     }
     std::string text;
@@ -69,8 +73,11 @@ std::optional<std::string> readFile(const CString &path, std::size_t limit) {
         text.resize(before + std::min(step, limit - before));
         const ssize_t got = ::read(file.get(), text.data() + before, text.size() - before);
         text.resize(before + (got > 0 ? static_cast<std::size_t>(got) : 0));
-        if (got == 0 || (got < 0 && errno != EINTR)) {
+        if (got == 0) {
             break;
+        }
+        if (got < 0 && errno != EINTR) {
+            return std::nullopt;
         }
     }
     return text;

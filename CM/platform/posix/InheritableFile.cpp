@@ -9,11 +9,11 @@ namespace platform {
 
 namespace {
 
-constexpr mode_t readAndWriteForAll = 0666; // the process's mask takes away from it
+constexpr mode_t readAndWriteForAll = 0666; // reduced by the mask of the process
 
-/// Without waiting: opening a named pipe that nobody reads would block for ever. It fails instead. Written to, the
-/// file behaves as any other. Closed on exec, since the child that it is meant for gets a copy of it as its
-/// standard output, and no other child is to hold it open.
+/// Opens without waiting: opening a named pipe without a reader would block for ever, and fails instead. Writing
+/// is as usual. Closed on exec, since its child gets a copy as standard output, and no other child may hold it
+/// open.
 int openForWriting(const char *path) {
     const int handle =
         ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, readAndWriteForAll);

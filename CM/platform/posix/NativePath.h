@@ -1,4 +1,4 @@
-// From the library's paths to the system's.
+// Converts the library's paths to the system's.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -8,8 +8,8 @@
 
 namespace platform::posix {
 
-/// The path with '/' between its parts. A path that holds a NUL gives the empty path, which names nothing,
-/// since the system would take the part before the NUL for the whole.
+/// Returns the path with '/' as its separator. A path that holds a NUL gives the empty path, which names nothing,
+/// since the system would use only the part before the NUL.
 inline std::string nativePath(const CString &path) {
     std::string native = path.str();
     if (native.find('\0') != std::string::npos) {

@@ -1,7 +1,5 @@
 #include "CM/platform/RegistryPlaces.h"
 
-#include "CM/platform/posix/NativePath.h"
-
 #include <cstdlib>
 
 namespace platform {
@@ -19,14 +17,12 @@ RegistryPlaces registryPlaces() {
     RegistryPlaces places;
     const CString home = environmentText("HOME");
     if (const CString configuration = environmentText("XDG_CONFIG_HOME"); configuration.GetAt(0) == '/') {
-        places.files.push_back(configuration + "/orchard/registry.reg"); // a relative one is to be ignored
+        places.files.push_back(configuration + "/orchard/registry.reg"); // a relative one is ignored
     } else if (!home.IsEmpty()) {
         places.files.push_back(home + "/.config/orchard/registry.reg");
     }
     places.files.emplace_back("/etc/orchard/registry.reg");
     return places;
 }
-
-std::string nativeFileName(const CString &path) { return posix::nativePath(path); }
 
 } // namespace platform

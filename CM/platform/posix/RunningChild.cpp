@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 constexpr auto lingerGrace = 500ms;
 constexpr auto endingGrace = 1s;
 constexpr auto askInterval = 100ms;
-constexpr auto checkInterval = 5ms; // only where the end of a child can't be polled for
+constexpr auto checkInterval = 5ms; // only if the end of a child can't be polled for
 
 Descriptor openAlarm(pid_t process) {
 #ifdef SYS_pidfd_open
@@ -67,11 +67,11 @@ ChildResult RunningChild::collect() {
         waitForNews();
         watch(Clock::now());
     }
-    // Behind a kill a process that left the group may hold a channel still: take what is there, wait no more.
+    // After a kill, a process that left the group may still hold a channel: read what is there, don't wait.
     output_.drain();
     errors_.drain();
     if (stage_ == Stage::ending) {
-        ::kill(-process_, SIGKILL); // what ignored the request and holds no channel
+        ::kill(-process_, SIGKILL); // processes that ignored the request and hold no channel
     }
     ChildResult result;
     reap(result);
@@ -85,7 +85,7 @@ ChildResult RunningChild::collect() {
 }
 
 void RunningChild::waitForNews() {
-    // A negative descriptor is passed over by poll.
+    // poll skips a negative descriptor.
     std::array<pollfd, 3> waited{pollfd{output_.end.get(), POLLIN, 0}, pollfd{errors_.end.get(), POLLIN, 0},
                                  pollfd{exited_ ? -1 : alarm_.get(), POLLIN, 0}};
     waitWasInterrupted_ = ::poll(waited.data(), waited.size(), waitMilliseconds()) < 0;
@@ -126,7 +126,7 @@ bool RunningChild::hasExited() const {
     siginfo_t info{};
     while (::waitid(P_PID, static_cast<id_t>(process_), &info, WEXITED | WNOHANG | WNOWAIT) != 0) {
         if (errno != EINTR) {
-            return true; // reaped by somebody else in this process
+            return true; // reaped by other code in this process
         }
     }
     return info.si_pid == process_;
@@ -163,7 +163,7 @@ void RunningChild::watch(Clock::time_point now) {
 
 void RunningChild::endGroup(Clock::time_point now) {
     ::kill(-process_, SIGTERM);
-    ::kill(-process_, SIGCONT); // a stopped process hears nothing else
+    ::kill(-process_, SIGCONT); // a stopped process handles no other signal
     stage_ = Stage::ending;
     deadline_ = now + endingGrace;
 }

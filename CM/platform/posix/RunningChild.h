@@ -1,4 +1,4 @@
-// A started child: collects its channels, watches the clock, ends its group, reaps it.
+// Manages a started child: collects its channels, checks the time limit, ends its group, reaps it.
 #pragma once
 
 #include "CM/platform/ChildProcess.h"
@@ -9,19 +9,19 @@
 
 namespace platform::posix {
 
-/// The first process of the child's group stays unreaped until the group has been dealt with, so that the number
-/// of the group can't come to mean a stranger in between.
+/// The first process of the child's group is not reaped before the group has ended, so that the system can't give
+/// the number of the group to another process in between.
 class RunningChild {
   public:
     explicit RunningChild(const ChildOptions &options) : options_(options) {}
-    /// Kills the group and reaps the child, should it still be running because something threw.
+    /// Kills the group and reaps the child if an exception has left it running.
     ~RunningChild();
     RunningChild(const RunningChild &) = delete;
     RunningChild &operator=(const RunningChild &) = delete;
 
-    /// Starts the program; 0 or an errno.
+    /// Starts the program; returns 0 or an errno.
     int start(const std::vector<std::string> &words);
-    /// Waits for the end of the child that was started.
+    /// Waits for the end of the started child.
     ChildResult collect();
 
   private:
@@ -29,7 +29,7 @@ class RunningChild {
 
     enum class Stage {
         running,   ///< the child runs
-        lingering, ///< the child has ended, something of its group holds a channel
+        lingering, ///< the child has ended, a process of its group holds a channel
         ending,    ///< the group has been asked to end
         killed     ///< the group has been killed
     };
@@ -44,14 +44,14 @@ class RunningChild {
 
     const ChildOptions &options_;
     pid_t process_ = -1; ///< -1 before the start and after the reaping
-    Descriptor alarm_;   ///< becomes readable when the child ends; not open where the system has no such thing
+    Descriptor alarm_;   ///< becomes readable when the child ends; not open if the system has none
     Channel output_;
     Channel errors_;
     Stage stage_ = Stage::running;
     bool exited_ = false;
     bool waitWasInterrupted_ = false;
     std::optional<ChildResult::End> forcedEnd_;
-    std::optional<Clock::time_point> deadline_; ///< of the present stage
+    std::optional<Clock::time_point> deadline_; ///< of the current stage
     Clock::time_point lastAsked_;
 };
 

@@ -23,7 +23,7 @@ bool SharedLibrary::load(const CString &path, CString &error) {
     unload();
     const std::string native = posix::nativePath(path);
     if (native.empty()) {
-        error = "a library needs a name"; // the loader would take the empty one for this program itself
+        error = "a library needs a name"; // the loader takes the empty name for this program itself
         return false;
     }
     handle_ = ::dlopen(native.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -11,7 +11,7 @@ namespace platform::posix {
 
 namespace {
 
-/// A descriptor above the standard ones: a caller may run with those closed, and then they must not be mixed up.
+/// Returns a descriptor above the standard ones, which may be closed in the caller and must not be reused.
 bool liftAboveStandard(Descriptor &descriptor) {
     if (descriptor.get() <= STDERR_FILENO) {
         descriptor = Descriptor(::fcntl(descriptor.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
@@ -19,7 +19,7 @@ bool liftAboveStandard(Descriptor &descriptor) {
     return descriptor.isOpen();
 }
 
-/// Whether this process has a terminal, on which a child could ask.
+/// Returns whether this process has a terminal, on which a child could ask.
 bool hasTerminal() {
     const Descriptor terminal(::open("/dev/tty", O_RDONLY | O_NOCTTY | O_CLOEXEC));
     return terminal.isOpen() || (errno != ENXIO && errno != ENOENT);
@@ -34,8 +34,8 @@ class SpawnAttributes {
         posix_spawnattr_setsigdefault(&attributes_, &signals);
         sigemptyset(&signals);
         posix_spawnattr_setsigmask(&attributes_, &signals);
-        // A session leads away from the terminal. Without one a group does: where the scheduler shares the
-        // processor out by session, a new session for each command falls behind on a busy machine.
+        // A new session detaches from the terminal. Without a terminal a group suffices: a scheduler that divides
+        // the processor by session would slow a new session for each command down on a busy machine.
         const int apart = hasTerminal() ? POSIX_SPAWN_SETSID : POSIX_SPAWN_SETPGROUP; // group 0: a new one
         posix_spawnattr_setflags(&attributes_,
                                  static_cast<short>(apart | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK));
@@ -51,7 +51,7 @@ class SpawnAttributes {
 
 class SpawnActions {
   public:
-    /// Standard input comes last, since one of the channels may be the caller's own.
+    /// Standard input is last, since one of the channels may be the caller's own.
     SpawnActions(int output, int errors) {
         posix_spawn_file_actions_init(&actions_);
         note(posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO));
@@ -65,7 +65,7 @@ class SpawnActions {
     SpawnActions(const SpawnActions &) = delete;
     SpawnActions &operator=(const SpawnActions &) = delete;
     [[nodiscard]] const posix_spawn_file_actions_t *get() const { return &actions_; }
-    /// The errno of an action that could not be set down, or 0.
+    /// The errno of an action that could not be added, or 0.
     [[nodiscard]] int failure() const { return failure_; }
 
   private:
@@ -91,7 +91,7 @@ int spawn(const std::vector<std::string> &words, int output, int errors, pid_t &
     std::vector<char *> arguments;
     arguments.reserve(words.size() + 1);
     for (const std::string &word : words) {
-        arguments.push_back(const_cast<char *>(word.c_str())); // posix_spawn takes, and does not write, char *
+        arguments.push_back(const_cast<char *>(word.c_str())); // posix_spawn takes char * but does not write to it
     }
     arguments.push_back(nullptr);
     const SpawnAttributes attributes;

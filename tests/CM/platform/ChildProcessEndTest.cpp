@@ -1,4 +1,5 @@
-// How children end: by themselves, by the clock, by an interruption, with others of their group left behind.
+// Tests how children end: by themselves, at a time limit, by an interruption, and with other processes of their
+// group still running.
 #include "CM/platform/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -23,11 +24,11 @@ using platform::runChild;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::string_view child = CHILD;
-constexpr auto farAway = 60s; // a child that is waited for so long was not ended
+constexpr auto farAway = 60s; // a child that takes this long was not ended
 
 std::string command(std::string_view rest) { return std::string(child) + " " + std::string(rest); }
 
-/// Whether a process is there and is more than the remains of one.
+/// Returns whether a process exists and is not a zombie.
 bool isAlive(const std::string &process) {
     std::ifstream stream("/proc/" + process + "/stat");
     std::string number;
@@ -36,7 +37,7 @@ bool isAlive(const std::string &process) {
     return stream >> number >> name >> state && state != "Z";
 }
 
-/// A process that is another's orphan is collected by somebody else, a moment later.
+/// An orphan is reaped by another process, a moment later.
 bool isGoneSoon(const std::string &process) {
     for (int count = 0; count < 200 && isAlive(process); ++count) {
         std::this_thread::sleep_for(10ms);
@@ -149,7 +150,7 @@ TEST(RunChildEnd, DoesNotWaitForAProcessThatLeftTheGroupWithTheChannels) {
 TEST(RunChildEnd, LeavesABackgroundProcessAloneThatHoldsNoChannel) {
     const support::TemporaryDirectory directory;
     const auto file = directory / "pid";
-    // The command waits until the background process has told its number.
+    // The command waits until the background process has written its id.
     const auto result =
         runChild(command("hang > " + file + " 2>&1 & while [ ! -s " + file + " ]; do sleep 0.01; done"));
     EXPECT_EQ(result.end, ChildResult::End::exited);

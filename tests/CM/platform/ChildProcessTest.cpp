@@ -1,4 +1,4 @@
-// What a child finds when it starts, and what comes back of what it writes.
+// Tests the environment of a child at its start, and how its output is returned.
 #include "CM/platform/ChildProcess.h"
 #include "tests/support/TemporaryDirectory.h"
 

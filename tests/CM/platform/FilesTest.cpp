@@ -124,7 +124,7 @@ TEST_F(Files, CopiesOverAnExistingFileUnlessForbidden) {
 TEST_F(Files, ReplacesTheTargetInOneStep) {
     const auto from = directory_.write("from", "new");
     const auto to = directory_.write("to", "old");
-    std::ifstream reader(to); // somebody who reads the old file goes on reading the old file
+    std::ifstream reader(to); // a reader of the old file continues to read the old file
     EXPECT_TRUE(copyFile({from}, {to}, false));
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(reader), {}), "old");
 }
@@ -164,20 +164,16 @@ TEST_F(Files, MovesOverAnExistingFile) {
 }
 
 TEST_F(Files, MovesAcrossFileSystems) {
-    char other[] = "/dev/shm/orc-test-XXXXXX";
+    const support::TemporaryDirectory other("/dev/shm");
     struct stat here {};
     struct stat there {};
-    if (::mkdtemp(other) == nullptr) {
-        GTEST_SKIP() << "no second file system on this machine";
-    }
-    const std::string to = std::string(other) + "/to";
+    const std::string to = other / "to";
     const auto from = directory_.write("from", "text");
     ::stat(from.c_str(), &here);
-    ::stat(other, &there);
+    ::stat(other.path().c_str(), &there);
     EXPECT_TRUE(moveFile({from}, {to})) << platform::lastErrorText();
     EXPECT_EQ(contentsOf(to), "text");
     EXPECT_FALSE(fs::exists(from));
-    fs::remove_all(other);
     EXPECT_NE(here.st_dev, there.st_dev) << "this machine can't show the difference";
 }
 

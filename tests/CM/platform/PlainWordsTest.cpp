@@ -1,5 +1,7 @@
 #include "CM/platform/ChildProcess.h"
 
+#include "CM/platform/PlainWords.h"
+
 #include <gmock/gmock.h>
 
 #include <random>
@@ -119,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Command{"Alias", "alias a=b"}, Command{"Time", "time co"}, Command{"Job", "%1"}),
     nameOf);
 
-// The proof by comparison: what is taken for plain words reaches a program as the shell itself would hand it on.
+// Compares with the shell: what counts as plain words reaches a program exactly as the shell would pass it.
 TEST(PlainWords, AgreesWithTheShellOnCommandsMadeAtRandom) {
     constexpr std::string_view pieces = "ab  '''\"\"\"\\\\=~#!:$*-.,^%@+/\t";
     std::mt19937 random(20240229); // NOLINT(cert-msc51-cpp): the same commands in every run

@@ -26,6 +26,86 @@ TEST_F(Dialog, ReturnsTheResultThatEndedIt) { EXPECT_EQ(run({"select units 0", "
 
 TEST_F(Dialog, ClosingTheWindowIsCancel) { EXPECT_EQ(run({"close"}), IDCANCEL); }
 
+TEST_F(Dialog, ClosingIsRefusedWhereCancelCannotBePressed) {
+    driver.onShown = [this](CDialog & /*shown*/) { dialog.cancel.EnableWindow(false); };
+    EXPECT_EQ(run({"close"}), dialogNotAnswered);
+    driver.onShown = [this](CDialog & /*shown*/) {
+        dialog.cancel.EnableWindow(true);
+        dialog.cancel.ShowWindow(false);
+    };
+    EXPECT_EQ(run({"close", "select units 0", "press ok"}), IDOK);
+    EXPECT_THAT(driver.problems(), ElementsAre("SampleDialog: close: refused", "SampleDialog: close: refused"));
+}
+
+TEST_F(Dialog, TheSafeAnswerIsNoElseCancel) {
+    EXPECT_EQ(dialog.safeButton(), &dialog.cancel);
+    CButton no(dialog, "no", "No", {});
+    EXPECT_EQ(dialog.safeButton(), &no);
+    no.EnableWindow(false);
+    dialog.cancel.EnableWindow(false);
+    EXPECT_EQ(dialog.safeButton(), nullptr) << "the dialog has other buttons still";
+}
+
+TEST(Notice, HasOneButtonWhichClosingPresses) {
+    class Box : public CDialog {
+      public:
+        Box() : CDialog("Box") {}
+        CStatic text{*this, "text", "Done."};
+        CCheckBox again{*this, "again", "Don't show this again"};
+        CButton ok{*this, "ok", "OK", [this] { OnOK(); }};
+        CEdit name{*this, "name", "Name"};
+    } box;
+    EXPECT_EQ(box.onlyButton(), nullptr) << "there is a name to be filled in";
+    box.name.ShowWindow(false);
+    EXPECT_EQ(box.onlyButton(), &box.ok);
+    orchard::ScriptedDialogDriver driver;
+    driver.play("Box", {"close"});
+    EXPECT_EQ(box.DoModal(&driver), IDOK);
+}
+
+TEST_F(Dialog, SaysItsTextsAndItsIcon) {
+    CStatic more(dialog, "more", "Then press OK.");
+    CStatic hidden(dialog, "hidden", "Nobody reads this.");
+    hidden.ShowWindow(false);
+    EXPECT_EQ(dialog.prompt(), "Choose the units to check out Then press OK.");
+    EXPECT_EQ(dialog.icon(), CIcon::Kind::none);
+    dialog.warning.SetIcon(CIcon::Kind::warning);
+    EXPECT_EQ(dialog.icon(), CIcon::Kind::warning);
+}
+
+TEST_F(Dialog, AControlCountsItsChangesAndNothingElse) {
+    const auto counts = [](CControl &control, const std::function<void()> &change) {
+        const auto before = control.revision();
+        change();
+        return control.revision() - before;
+    };
+    EXPECT_EQ(counts(dialog.heading, [this] { dialog.heading.setCaption("New"); }), 1U);
+    EXPECT_EQ(counts(dialog.heading, [this] { dialog.heading.setCaption("New"); }), 0U);
+    EXPECT_EQ(counts(dialog.ok, [this] { dialog.ok.setToolTip("Begins"); }), 1U);
+    EXPECT_EQ(counts(dialog.ok, [this] { dialog.ok.EnableWindow(false); }), 1U);
+    EXPECT_EQ(counts(dialog.ok, [this] { dialog.ok.ShowWindow(false); }), 1U);
+    EXPECT_EQ(counts(dialog.ok, [this] { dialog.ok.setDefault(true); }), 1U);
+    EXPECT_EQ(counts(dialog.ok, [this] { dialog.ok.setBitmap("check"); }), 1U);
+    EXPECT_EQ(counts(dialog.warning, [this] { dialog.warning.SetIcon(CIcon::Kind::error); }), 1U);
+    EXPECT_EQ(counts(dialog.lock, [this] { dialog.lock.SetCheck(true); }), 1U);
+    EXPECT_EQ(counts(dialog.method, [this] { dialog.method.AddString("date"); }), 1U);
+    EXPECT_EQ(counts(dialog.method, [this] { dialog.method.SetCurSel(0); }), 1U);
+    EXPECT_EQ(counts(dialog.method, [this] { dialog.method.enableOption(0, false); }), 1U);
+    EXPECT_EQ(counts(dialog.method, [this] { dialog.method.ResetContent(); }), 1U);
+    EXPECT_EQ(counts(dialog.comment, [this] { dialog.comment.SetWindowText("urgent"); }), 1U);
+    EXPECT_EQ(counts(dialog.comment, [this] { dialog.comment.SetReadOnly(true); }), 1U);
+    EXPECT_EQ(counts(dialog.units, [this] { dialog.units.setSortMark(0, true); }), 2U);
+    EXPECT_EQ(counts(dialog.units, [this] { dialog.units.InsertItem({{"Pump"}}); }), 1U);
+    EXPECT_EQ(counts(dialog.places, [this] { dialog.places.InsertItem("Plant"); }), 1U);
+    EXPECT_EQ(counts(dialog.label, [] {}), 0U);
+}
+
+TEST_F(Dialog, AnEventIsAChangeOfTheControl) {
+    const auto before = dialog.lock.revision();
+    run({"check lock", "check lock", "edit comment now", "close"});
+    EXPECT_EQ(dialog.lock.revision(), before + 1);
+}
+
 TEST_F(Dialog, IsUnansweredWhenTheDriverHasNobodyToAskAnyMore) {
     EXPECT_EQ(run({"select units 0"}), dialogNotAnswered);
     EXPECT_FALSE(dialog.isOpen());

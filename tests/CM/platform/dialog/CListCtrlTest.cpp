@@ -17,8 +17,8 @@ class ListCtrl : public testing::Test {
     }
     std::vector<CString> names() {
         std::vector<CString> names;
-        for (const auto &row : dialog.units.rows()) {
-            names.push_back(row.cells.at(0));
+        for (int row = 0; row < dialog.units.GetItemCount(); ++row) {
+            names.push_back(dialog.units.GetItemText(row, 0));
         }
         return names;
     }
@@ -80,7 +80,7 @@ TEST_F(ListCtrl, ShortRowsHaveEmptyCellsBehindTheirEnd) {
     dialog.units.SetItemText(index, 1, "2.0");
     EXPECT_EQ(dialog.units.GetItemText(index, 1), "2.0");
     dialog.units.SetItemText(index, 2, "outside");
-    EXPECT_EQ(dialog.units.row(index).cells.size(), 2U);
+    EXPECT_EQ(dialog.units.GetItemText(index, 2), "");
     EXPECT_EQ(dialog.units.GetItemText(99, 0), "");
 }
 
@@ -92,6 +92,7 @@ TEST_F(ListCtrl, ASelectionOfOneGivesWayToTheNext) {
             rows.InsertItem({});
         }
         CListCtrl rows{*this, "rows", "Rows", CListCtrl::Selection::one};
+        CButton cancel{*this, "cancel", "Cancel", [this] { OnCancel(); }};
     } one;
     one.rows.selectRow(0, true);
     one.rows.selectRow(1, true);

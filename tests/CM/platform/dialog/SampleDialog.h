@@ -1,4 +1,4 @@
-// A small dialog of the kind that the library has many of: a list, a tree and boxes that switch each other.
+// Defines a small dialog like many of the library's: a list, a tree and boxes that switch each other.
 #pragma once
 
 #include "CM/platform/dialog/CDialog.h"
@@ -61,8 +61,8 @@ class SampleDialog : public CDialog {
         }
         places.DeleteAllItems();
         auto &plant = places.InsertItem("Plant");
-        plant.mayHaveChildren = true;
-        plant.check = CTreeCtrl::Check::unchecked;
+        plant.setMayHaveChildren(true);
+        plant.setCheck(CTreeCtrl::Check::unchecked);
         method.ResetContent();
         method.AddString("header");
         method.AddString("label");
@@ -93,18 +93,18 @@ class SampleDialog : public CDialog {
     void OnExpandPlace(CTreeCtrl::Item &item) {
         if (item.children().empty()) {
             ++placesAdded;
-            places.InsertItem("Cooling", &item).check = CTreeCtrl::Check::unchecked;
+            places.InsertItem("Cooling", &item).setCheck(CTreeCtrl::Check::unchecked);
             places.InsertItem("Notes", &item);
-            item.mayHaveChildren = false;
+            item.setMayHaveChildren(false);
         }
     }
     void OnCheckPlace(CTreeCtrl::Item &item) {
         if (item.parent() != nullptr) {
-            item.parent()->check = CTreeCtrl::Check::partly;
+            item.parent()->setCheck(CTreeCtrl::Check::partly);
         }
         for (const auto &child : item.children()) {
-            if (child->check != CTreeCtrl::Check::noBox) {
-                child->check = item.check;
+            if (child->check() != CTreeCtrl::Check::noBox) {
+                child->setCheck(item.check());
             }
         }
     }

@@ -1,4 +1,4 @@
-// A library that needs what nobody has.
+// A library that needs a symbol that no library defines.
 extern "C" {
 int nobodyHasThis();
 [[gnu::visibility("default")]] int answer();

@@ -1,4 +1,4 @@
-// The program that the child-process tests run: does what its first argument says.
+// Does what its first argument says; the child-process tests run it.
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -22,14 +22,14 @@ void writeAll(int descriptor, const std::string &text) {
     }
 }
 
-/// Each argument on a line of its own, in angle brackets.
+/// Writes each argument on a separate line, in angle brackets.
 void showArguments(int count, char **arguments) {
     for (int index = 2; index < count; ++index) {
         std::printf("<%s>\n", arguments[index]);
     }
 }
 
-/// Both channels in turn, more than any pipe holds, `megabytes` on each.
+/// Writes `megabytes` to each channel in turn, more than any pipe holds.
 void flood(int megabytes) {
     const std::string out(1U << 20U, 'o');
     const std::string err(1U << 20U, 'e');
@@ -39,7 +39,7 @@ void flood(int megabytes) {
     }
 }
 
-/// What a child finds: its input, its group and session, its terminal, its signals, its descriptors.
+/// Writes what a child finds: its input, its group and session, its terminal, its signals, its descriptors.
 void showSurroundings() {
     char byte = 0;
     std::printf("input=%zd\n", ::read(STDIN_FILENO, &byte, 1));
@@ -96,7 +96,7 @@ int main(int count, char **arguments) {
         while (true) {
             ::pause();
         }
-    } else if (what == "silent") { // closes its channels and goes on for `number` milliseconds
+    } else if (what == "silent") { // closes its channels and runs for another `number` milliseconds
         ::close(STDOUT_FILENO);
         ::close(STDERR_FILENO);
         ::usleep(static_cast<unsigned>(number) * 1000U);
