@@ -1,4 +1,4 @@
-// What is open: the workspace, the active project.
+// Finds the open workspace and the active project.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -18,6 +18,6 @@ class ORC_HOST_API CurrentWorkspace {
 
 class ORC_HOST_API CurrentProject {
   public:
-    /// The project singleton, or null: used only to test that one is open.
+    /// The project singleton, or null: only for testing that one is open.
     [[nodiscard]] static CurrentProject *Project();
 };

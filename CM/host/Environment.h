@@ -1,4 +1,4 @@
-// The environment's interfaces, and the host's main window.
+// Gives access to the environment's interfaces and the host's main window.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -16,7 +16,7 @@ class ORC_HOST_API IAbsEnvironmentInterface {
     /// The interface to the user, or null in a program without one.
     [[nodiscard]] static IAbsEnvironmentInterface *CurrentEnvironmentGUIInterface();
 
-    /// What runs the library's dialogs, or null if nobody can be asked.
+    /// The driver that runs the library's dialogs, or null if nobody can be asked.
     [[nodiscard]] virtual platform::DialogDriver *dialogDriver() = 0;
 };
 

@@ -1,4 +1,4 @@
-// The host's CM window.
+// Gives access to the host's CM output window.
 #pragma once
 
 #include "CM/host/HostApi.h"

@@ -1,4 +1,4 @@
-// The services of the library that the host reaches through one object.
+// Declares the services of the library that the host reaches through one object.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -11,7 +11,7 @@ class ORC_HOST_API IBaseCMFacade {
     IBaseCMFacade(const IBaseCMFacade &) = delete;
     IBaseCMFacade &operator=(const IBaseCMFacade &) = delete;
 
-    /// The text of the tool's default header.
+    /// Returns the text of the tool's default header.
     [[nodiscard]] virtual CString getTheDefaultHeader() = 0;
     /// Asks the provider for the state of all units.
     virtual void RefreshCMStatus() = 0;

@@ -1,5 +1,5 @@
-// The model's objects: IObject, INObject and IDObject, in this order of derivation. All pointers to them belong
-// to the host.
+// Declares the model's objects: IObject, INObject and IDObject, each derived from the one before. The host owns
+// all of them.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -19,13 +19,13 @@ class ORC_HOST_API IObject {
     IObject(const IObject &) = delete;
     IObject &operator=(const IObject &) = delete;
 
-    /// Tells the observers of this object that it has changed.
+    /// Notifies the observers of this object of a change.
     virtual void doNotify() = 0;
 };
 
 class ORC_HOST_API INObject : public IObject {
   public:
-    /// While one lives, changes of the model don't count for code generation. They nest.
+    /// While one exists, changes of the model don't count for code generation. Can be nested.
     class ORC_HOST_API IgnoreCGModification {
       public:
         IgnoreCGModification();
@@ -45,25 +45,25 @@ class ORC_HOST_API IDObject : public INObject {
 
     /// Whether the element has a file of its own.
     [[nodiscard]] virtual bool isSaveUnit() const = 0;
-    /// The unit whose file holds the element: the element itself if it is one; null if it is nowhere.
+    /// The unit whose file holds the element: the element itself if it is a unit; null if no file does.
     [[nodiscard]] virtual IUnit *getSaveUnit() const = 0;
     [[nodiscard]] virtual IDObject *getOwner() const = 0;
-    /// Whether `other` lies somewhere below this element.
+    /// Whether `other` is anywhere below this element.
     [[nodiscard]] virtual bool isOwnedByMe(const IDObject *other) const = 0;
-    /// A new handle to this object, to be given back with IHandle::release(). May fault on a dead pointer.
+    /// Returns a new handle to this object; release it with IHandle::release(). May fault on a dead pointer.
     [[nodiscard]] virtual IHandle *getHandle() = 0;
 
     [[nodiscard]] virtual bool isModified() const = 0;
-    /// Sets or clears the modified flag; `notify` says whether observers hear of it.
+    /// Sets or clears the modified flag; `notify` controls whether observers are notified.
     virtual void setModified(int modified, bool notify) = 0;
     /// Whether the project was opened for a model merge.
     [[nodiscard]] virtual bool isLoadFromMMMode() const = 0;
 
-    /// The property, or null. `where` is an IProperty::IPropertyWhere; the arguments behind it are fixed.
+    /// The property, or null. `where` is an IProperty::IPropertyWhere; the arguments after it are fixed.
     [[nodiscard]] virtual IProperty *findProperty(const CString &subject, const CString &metaclass,
                                                   const CString &key, int where, int = 1, int = 0, int = 0,
                                                   int = 1, int = 0, int = 0) const = 0;
-    /// The property if it is set on the object itself, or null. The arguments behind the key are fixed.
+    /// The property if it is set on the object itself, or null. The arguments after the key are fixed.
     [[nodiscard]] virtual IProperty *findOwnProperty(const CString &subject, const CString &metaclass,
                                                      const CString &key, int = 0, int = 0, int = 1, int = 0,
                                                      int = 0) const = 0;

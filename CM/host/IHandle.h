@@ -1,4 +1,4 @@
-// IHandle: a reference to a model object that survives reloads.
+// Refers to a model object across reloads.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -11,12 +11,12 @@ class ORC_HOST_API IHandle {
     IHandle(const IHandle &) = delete;
     IHandle &operator=(const IHandle &) = delete;
 
-    /// The object with the identifier that the handle was made for; after a reload this may be another object
-    /// than before. Null if it is gone.
+    /// The object with the identifier that the handle was made for, which a reload may replace by another object.
+    /// Null if there is none.
     [[nodiscard]] virtual IDObject *doGetObject() const = 0;
-    /// The same, and null also for an object that is being taken down.
+    /// The same, but also null for an object that is being destroyed.
     [[nodiscard]] virtual IDObject *doGetSafeObject() const = 0;
-    /// Gives the handle back; it must not be used afterwards.
+    /// Releases the handle, which must not be used afterwards.
     virtual void release() = 0;
 
   protected:

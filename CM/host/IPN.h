@@ -1,4 +1,4 @@
-// IPN: the host's table of property names. Subjects and metaclasses first, then keys.
+// Declares the host's table of property names: subject and metaclasses, then keys.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -7,7 +7,7 @@
 struct ORC_HOST_API IPN {
     static const CString CM;        ///< subject of all CM properties, "ConfigurationManagement"
     static const CString General;   ///< metaclass "General"
-    static const CString CMGeneral; ///< metaclass of what holds for all tools
+    static const CString CMGeneral; ///< metaclass of values for all tools
 
     static const CString CMTool; ///< name of the tool
 

@@ -1,4 +1,4 @@
-// The kinds of unit that the library tells apart.
+// Declares the kinds of unit that the library distinguishes.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -12,14 +12,14 @@ class IFileList;
 
 class ORC_HOST_API IProject : public IUnit {
   public:
-    /// The active component, or null. The second form doesn't load it.
+    /// The active component, or null. The second function doesn't load it.
     [[nodiscard]] virtual IComponent *getComponent() const = 0;
     [[nodiscard]] virtual IComponent *doGetComponent() const = 0;
     /// The active configuration, or null: the object on which properties are looked up by default.
     [[nodiscard]] virtual ICodeGenConfigInfo *getConfiguration() const = 0;
     /// The directory of the project file, "$orpdirectory".
     [[nodiscard]] virtual CString getProjectFileDirectory() const = 0;
-    /// Whether unit status is on display.
+    /// Whether the status of units is shown.
     [[nodiscard]] virtual bool showCMStatus(bool usingTSV) const = 0;
 
     /// Whether projects work with the external team server.
@@ -34,13 +34,13 @@ class ORC_HOST_API IProject : public IUnit {
 
 class ORC_HOST_API IWorkspace : public IUnit {
   public:
-    /// Remembers a reloaded unit, to be applied to other open projects.
+    /// Records a reloaded unit, which is later applied to other open projects.
     virtual void AddToSavedUnitsList(IUnit *unit) = 0;
 };
 
 class ORC_HOST_API ISubsystem : public IUnit {
   public:
-    /// Whether CM dialogs and the status refresh pass over this subsystem.
+    /// Whether CM dialogs and the status refresh skip this subsystem.
     [[nodiscard]] virtual bool isHiddenFromCM() const = 0;
 };
 
@@ -53,14 +53,14 @@ class ORC_HOST_API IFolder {
 
 class ORC_HOST_API IClass : public IUnit, public IClassifier {
   public:
-    /// Whether the class stands directly in a subsystem.
+    /// Whether the class is directly in a subsystem.
     [[nodiscard]] virtual bool isTopLevel() const = 0;
 };
 
 /// A configuration of a component.
 class ORC_HOST_API ICodeGenConfigInfo : public IDObject {
   public:
-    /// Whether it keeps code respect information; only true counts as yes.
+    /// Whether it keeps code respect information; only exactly true counts.
     [[nodiscard]] virtual bool isRespectMode() const = 0;
 };
 
@@ -78,7 +78,7 @@ class ORC_HOST_API IFile : public IUnit {
   public:
     /// Appends the code files that observe `object`.
     static void GetFilesObserveObject(const IDObject *object, IFileList &files);
-    /// Sets `iterator` on the fragments of this file; with a non-zero flag those of fragments too.
+    /// Sets `iterator` to the fragments of this file; with a non-zero flag also to nested fragments.
     virtual void iteratorFragments(IFileFragmentIterator &iterator, int recursive) const = 0;
     /// The name of the file class.
     [[nodiscard]] static CString usrClassName();
@@ -87,7 +87,7 @@ class ORC_HOST_API IFile : public IUnit {
     [[nodiscard]] static CString staticGetOldFileExtension();
 };
 
-/// A piece of a code file, with the model element that it stands for.
+/// A part of a code file, with the model element that it is generated from.
 class ORC_HOST_API IFileFragment : public IDObject {
   public:
     [[nodiscard]] virtual IDObject *getElement() const = 0;

@@ -1,4 +1,4 @@
-// IProperty: a value with a name, a type and a change notice. It ends with its holder, as at a reload of a unit.
+// Holds a value with a name, a type and change notification. It ends with its holder, for example at a reload.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -16,7 +16,7 @@ class ORC_HOST_API IProperty {
         local = 1,     ///< on the object itself only
     };
 
-    /// A copy that belongs to nobody yet; IDObject::storeProperty attaches it.
+    /// Makes a copy without a holder; IDObject::storeProperty attaches it.
     explicit IProperty(const IProperty *other);
     virtual ~IProperty();
     IProperty(const IProperty &) = delete;
@@ -27,14 +27,14 @@ class ORC_HOST_API IProperty {
     [[nodiscard]] CString getValue() const;
     /// True for a value that the host reads as true ("True", "Yes", "1", without regard to case).
     [[nodiscard]] bool getBool() const;
-    /// Sets the value and notifies the observers of the object that holds the property.
+    /// Sets the value and notifies the observers of the holder. The present value notifies nobody.
     void setValue(const CString &value);
     void setName(const CString &name); ///< for a copy; a property that belongs to an object keeps its name
     void setType(const CString &type);
     /// The file that the value names, or null.
     [[nodiscard]] IFile *getFile() const;
 
-    /// What the host keeps with a property; the host defines it.
+    /// The host's data of a property; the host defines it.
     struct Data;
     explicit IProperty(std::unique_ptr<Data> data);
     [[nodiscard]] Data &data() const { return *data_; }

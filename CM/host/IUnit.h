@@ -1,4 +1,4 @@
-// IUnit: a model element with a file of its own.
+// Represents a model element that has its own file.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -21,16 +21,16 @@ class ORC_HOST_API IUnit : public IDObject {
     [[nodiscard]] virtual CString getFullFileName() const = 0;  ///< with its full directory
     [[nodiscard]] virtual CString getOldFileName() const = 0;   ///< before the last rename; empty without one
     [[nodiscard]] virtual CString getFileNameNoExt() const = 0; ///< without directory and extension
-    /// The directory in which the unit's file stands. On a project: its own directory for units.
+    /// The directory of the unit's file. For a project: its directory for units.
     [[nodiscard]] virtual CString getOwnDirectory() const = 0;
-    /// The extension with its dot. The text lives as long as the unit.
+    /// The extension with its dot. The text is valid as long as the unit.
     [[nodiscard]] virtual const char *getFileExtension() const = 0;
-    /// The name in the repository files: the key by which getByFile finds the unit.
+    /// The name in the list of repository files: the key with which getByFile finds the unit.
     [[nodiscard]] virtual CString getNameForReposFiles() const = 0;
 
     /// The unit with this file name, or null.
     [[nodiscard]] static IUnit *getByFile(const CString &path);
-    /// All files of the model. The list belongs to the host and is valid until the model changes.
+    /// All files of the model. The host owns the list, which is valid until the model changes.
     [[nodiscard]] static IObjectList *getRepositoryFiles();
     /// Whether repository files hold full paths.
     [[nodiscard]] static bool isFullPathRepFiles();
@@ -45,17 +45,17 @@ class ORC_HOST_API IUnit : public IDObject {
     /// The read-only state in the model.
     [[nodiscard]] virtual bool isReadOnly() const = 0;
 
-    // State under configuration management, kept by the host, given by the library.
+    // State under configuration management: the library sets it, the host stores it.
     [[nodiscard]] virtual long getCMState() const = 0;
     virtual void setCMState(long state) = 0;
     [[nodiscard]] virtual CString getCMHeader() const = 0; ///< the stored header text, or the empty text
     /// Re-reads the header from the file; true if the file could be read.
     virtual bool updateCMHeader() = 0;
-    /// Updates the unit's read-only state from the file. `mode` is the mode text of the command that ran.
+    /// Updates the unit's read-only state from the file. `mode` is the mode text of the command.
     virtual void updateMode(const CString &mode) = 0;
 
-    // The unit's own archive setting. The get forms look upward through the owners, and return non-zero and
-    // assign what they found if they found one.
+    // The unit's own archive setting. The getters search the unit and its owners. They return non-zero and assign
+    // the setting if they find one.
     virtual int getSccArchiveRecursive(CString &projName, CString &auxPath) const = 0;
     virtual void setSccArchive(const CString &projName, const CString &auxPath) = 0;
     virtual int getBatchArchiveRecursive(CString &archive) const = 0;
@@ -64,18 +64,18 @@ class ORC_HOST_API IUnit : public IDObject {
     // Renaming on the host's side.
     virtual void setFileName(const CString &name) = 0;
     virtual void setMYpersAs(const CString &path) = 0;
-    /// Whether the unit may bear the file name, given with or without extension, as after a rename in the archive.
+    /// Whether the unit may have the file name, given with or without extension, after a rename in the archive.
     [[nodiscard]] virtual bool approveCMRename(const CString &name) = 0;
 
     // As the owner of other units.
-    /// Non-zero if the file of a unit directly in this one has to keep its name, such as where this unit's own
-    /// file, which names it, can't be written. `name` is the new name of the file, or empty to ask for any.
+    /// Non-zero if the file of a unit directly in this one has to keep its name, for example because this unit's
+    /// own file, which names it, can't be written. `name` is the new file name; empty means any name.
     [[nodiscard]] virtual int keepsPartFileName(const CString &name) const = 0;
-    /// The directory that this unit gives to the files of the units in it: what a move tells to a CM tool. A part
-    /// with a directory setting has its file below, in the directory so named.
+    /// The directory that this unit gives to the files of the units in it, which a move passes to a CM tool. The
+    /// file of a part with a directory setting is in the directory of that name below it.
     [[nodiscard]] virtual CString getPartsDirectory() const = 0;
 
-    /// Save to a given file, or to the unit's own. 1 on success; on failure 0, and the old file stays.
+    /// Save to a given file, or to the unit's own. Return 1 on success; on failure 0, and the old file remains.
     virtual int saveUnitToFile(const CString &path, ORYSaveLoadOption option) = 0;
     virtual int orySave2File(ORYSaveLoadOption option) = 0;
     /// Deletes through the external team server.

@@ -1,5 +1,5 @@
-// Lists and iterators over model objects. first() and next() return null at the end. An iterator walks what the
-// list or the object held when it was made.
+// Iterates over model objects. first() and next() return null at the end. An iterator visits the objects that the
+// list or the owner held when the iterator was made.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -15,7 +15,7 @@ class IUnitList : public CList<IUnit *, IUnit *> {};
 class IFileList : public CList<IFile *, IFile *> {};
 class IHandleList : public CList<IHandle *, IHandle *> {};
 
-/// The common part of the iterators: a walk over pointers taken at the start.
+/// The common part of the iterators: visits pointers that were copied at the start.
 template <class OBJECT> class IObIterator {
   public:
     IObIterator() = default;
@@ -28,7 +28,7 @@ template <class OBJECT> class IObIterator {
         ++at_;
         return current();
     }
-    /// Sets the iterator on other objects.
+    /// Sets the iterator to other objects.
     void assign(std::vector<OBJECT *> objects) {
         objects_ = std::move(objects);
         at_ = 0;
@@ -41,7 +41,7 @@ template <class OBJECT> class IObIterator {
     std::size_t at_ = 0;
 };
 
-/// The units of a list of objects; others are passed over. Callers leave `flag` at 0.
+/// The units of a list of objects; others are skipped. Callers leave `flag` at 0.
 class ORC_HOST_API IUnitIterator : public IObIterator<IUnit> {
   public:
     explicit IUnitIterator(const IObjectList &objects, int flag = 0);
@@ -70,8 +70,8 @@ class ORC_HOST_API IAggregatesIterator : public IObIterator<IDObject> {
     IAggregatesIterator(const IDObject *object, int flag);
 };
 
-/// Walks the whole subtree below an object, owners before what they own, with an iterator of one level. With flag
-/// 1 the object itself comes first, with 0 only what is below it. A null root has nothing.
+/// Visits the complete subtree below an object, owners before their parts, with an iterator for one level. With
+/// flag 1 the object itself is first, with 0 it is left out. A null root has no objects.
 template <class OBJECT, class LEVEL> class IRecursiveIterator : public IObIterator<OBJECT> {
   public:
     explicit IRecursiveIterator(const OBJECT *root, int flag = 0) {

@@ -1,4 +1,4 @@
-// Completing a partly loaded model.
+// Completes a partly loaded model.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -9,8 +9,8 @@ class IDObject;
 class ORC_HOST_API LoadOnDemandManager {
   public:
     virtual ~LoadOnDemandManager() = default;
-    /// The manager, or null in a host that always loads whole models.
+    /// The manager, or null in a host that always loads complete models.
     [[nodiscard]] static LoadOnDemandManager *instance();
-    /// Loads what is missing below `object`, telling the user `text`. Non-zero if all of it is loaded now.
+    /// Loads what is missing below `object` and shows `text`. Returns non-zero if all of it is loaded now.
     virtual int completeLoadScopeWithDialog(IDObject *object, const CString &text, int flag) = 0;
 };

@@ -1,4 +1,4 @@
-// The host's log.
+// Writes the host's log.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -6,7 +6,7 @@
 
 class LogTrace {
   public:
-    /// One opened channel of the log; closed at the end of its life.
+    /// An open channel of the log, which the destructor closes.
     class ORC_HOST_API Log {
       public:
         enum LogNames { cm = 4 };
@@ -14,7 +14,7 @@ class LogTrace {
         ~Log(); // NOLINT(performance-trivially-destructible): the host writes it
         Log(const Log &) = delete;
         Log &operator=(const Log &) = delete;
-        /// Writes a line, with the source file and line that it comes from.
+        /// Writes a line with its source file and line number.
         void Min(const char *sourcePath, int line, const CString &text);
 
       private:

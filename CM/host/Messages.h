@@ -1,4 +1,4 @@
-// Messages and questions to the user.
+// Shows messages and questions to the user.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -8,7 +8,7 @@
 /// The library always passes 2.
 enum MessageLevel { messageLevelDefault = 2 };
 
-// Flags of a box, with the numbers of the windows API; the ids of its buttons stand in DialogIds.h.
+// Flags of a box, with the numbers of the windows API; DialogIds.h has the ids of its buttons.
 constexpr unsigned int MB_OK = 0x0;
 constexpr unsigned int MB_YESNOCANCEL = 0x3;
 constexpr unsigned int MB_YESNO = 0x4;
@@ -22,11 +22,11 @@ constexpr unsigned int MB_DEFBUTTON2 = 0x100;
 ORC_HOST_API void notifyUser(const CString &text, MessageLevel level);
 /// Shows a box and returns the id of the button that ended it.
 ORC_HOST_API int notifyUserAndAsk(const CString &text, unsigned int flags, int, MessageLevel level);
-/// Shows a box that the user can turn off for good under `key`; returns the id of the button.
+/// Shows a box that the user can turn off permanently under `key`; returns the id of the button.
 ORC_HOST_API int OneTimeMessageBox(const CString &title, const CString &text, const CString &checkBoxText, int,
                                    const CString &key, unsigned int flags, int);
 
-/// While one lives, the host's messages are silenced.
+/// Silences the host's messages while it exists.
 class ORC_HOST_API SilenceMessageObject {
   public:
     explicit SilenceMessageObject(int flag);

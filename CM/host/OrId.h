@@ -1,4 +1,4 @@
-// OrId: the identifier of a model element, stable over renames, moves and reloads.
+// Identifies a model element across renames, moves and reloads.
 #pragma once
 
 #include "CM/host/HostApi.h"

@@ -1,4 +1,4 @@
-// The worker that runs a CM tool's command as a child process.
+// Runs a CM tool's command as a child process.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -9,8 +9,24 @@
 
 constexpr int WAIT_TIMEOUT = 258;
 
-/// Runs a command and collects what it writes. Made by new, deleted by the caller. The
-/// child is ended where the limit of getStatus runs out, not by the deletion of this object.
+/// Describes how the run of a command ended.
+struct RunEnd {
+    enum class Kind {
+        unknown,        ///< the host does not report it
+        exited,         ///< `code` is the exit status
+        killedBySignal, ///< `code` is the number of the signal
+        timedOut,       ///< the host ended it after the time limit
+        interrupted,    ///< the host ended it because the user interrupted the work
+        withheld,       ///< the host did not start it because the user had interrupted the work
+        notStarted,     ///< `code` is the errno of the failed start
+    };
+    Kind kind = Kind::unknown;
+    int code = 0;
+    CString text; ///< the system's name of the signal or error; else empty
+};
+
+/// Runs a command and collects its output. The caller makes it by new and deletes it. The
+/// time limit of getStatus ends the child, the destructor does not.
 class ORC_HOST_API RunThread {
   public:
     explicit RunThread(const CString &command);
@@ -18,16 +34,18 @@ class ORC_HOST_API RunThread {
     RunThread(const RunThread &) = delete;
     RunThread &operator=(const RunThread &) = delete;
 
-    /// Waits for the end of the child, -1 without limit. 0 at its end; WAIT_TIMEOUT if the limit ran out.
+    /// Waits for the child; -1 means no limit. Returns 0 at its end, WAIT_TIMEOUT if the limit was exceeded.
     int getStatus(int milliseconds);
 
-    // What came on the two channels; each line keeps its line end. An entry may hold several lines: only all
-    // entries put together are the text.
+    // The output of the two channels, with line ends. An entry may hold several lines: only all entries together
+    // are the text.
     CStringList errorLines;
     CStringList outputLines;
+    /// The end of the run, valid after getStatus. A host that does not know it leaves it unchanged.
+    RunEnd end;
 
   protected:
-    /// `outputHandle` is an open file descriptor that the child's output goes to, or -1.
+    /// `outputHandle` is an open file descriptor for the child's output, or -1.
     RunThread(const CString &command, int outputHandle);
 
   private:
@@ -35,7 +53,7 @@ class ORC_HOST_API RunThread {
     std::unique_ptr<Worker> worker_;
 };
 
-/// The same, with the child's output going to an open file. The handle stays the caller's.
+/// Does the same with the child's output in an open file. The caller owns the handle.
 class ORC_HOST_API RunThreadRedirect : public RunThread {
   public:
     RunThreadRedirect(const CString &command, int handle);

@@ -1,5 +1,5 @@
-// Text with regular expressions. The dialect of the patterns is the host's; docs/configuration.md describes
-// that of the reference host.
+// Provides text with regular expressions. The host defines the dialect of the patterns; docs/configuration.md
+// describes that of the reference host.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -23,13 +23,13 @@ class ORC_HOST_API SPString {
     SPString(std::string text) : text_(std::move(text)) {}             // NOLINT(google-explicit-constructor)
     SPString(const CString &text) : text_(text.str()) {}               // NOLINT(google-explicit-constructor)
 
-    /// Non-zero if the pattern matches. Flags: "i" without regard to case. A bad pattern counts as no match.
+    /// Returns non-zero if the pattern matches. Flags: "i" ignores case. An invalid pattern matches nothing.
     [[nodiscard]] int m(const SPString &pattern, const char *flags = "") const;
-    /// The same; on a match the list holds the whole match, then group 1, group 2 and so on (a group that took no
-    /// part is empty); without a match it is emptied.
+    /// The same; on a match the list holds the complete match, then group 1, group 2 and so on (a group that took
+    /// no part is empty); without a match it is empty.
     int m(const SPString &pattern, SPStringList &matches, const char *flags = "") const;
-    /// Replaces the first match, all with the flag "g"; returns how many. In the replacement a backslash takes
-    /// away the special meaning of a dollar or a backslash behind it.
+    /// Replaces the first match, or all with the flag "g"; returns their number. In the replacement a backslash
+    /// escapes a dollar or a backslash after it.
     int s(const SPString &pattern, const SPString &replacement, const char *flags = "");
 
     [[nodiscard]] int length() const { return static_cast<int>(text_.size()); }
@@ -45,12 +45,12 @@ class ORC_HOST_API SPString {
 template <class TEXT> class SPList {
   public:
     [[nodiscard]] int count() const { return static_cast<int>(entries_.size() - first_); }
-    /// The entry with this index counted from 0; an index outside gives the empty text.
+    /// The entry with this index, counted from 0; the empty text for any other index.
     [[nodiscard]] const TEXT &operator[](int index) const {
         static const TEXT none;
         return index >= 0 && index < count() ? entries_[first_ + static_cast<std::size_t>(index)] : none;
     }
-    /// Takes the first entry off; the empty text if there is none.
+    /// Removes and returns the first entry; the empty text if there is none.
     TEXT shift() { return count() == 0 ? TEXT() : std::move(entries_[first_++]); }
     void push(TEXT entry) { entries_.push_back(std::move(entry)); }
     void reset() {
@@ -65,25 +65,25 @@ template <class TEXT> class SPList {
 
 class ORC_HOST_API SPStringList : public SPList<SPString> {
   public:
-    /// The block size is a hint of the caller's about growth; it has no effect on behaviour.
+    /// The block size is a hint about growth; it has no effect.
     explicit SPStringList(int blockSize = 10) { static_cast<void>(blockSize); }
     /// Fills the list with the parts of `text` between the matches of `pattern`, at most `limit` parts if it is
-    /// greater than 0; returns how many.
+    /// greater than 0; returns their number.
     int split(const SPString &text, const SPString &pattern, int limit = 0);
 };
 
-/// A pattern that is made ready once, for texts of many records: what it gives are parts of the text that it is
+/// A pattern that is compiled once, for texts with many records. Its results are parts of the text that it is
 /// matched against, not copies.
 class ORC_HOST_API SPPattern {
   public:
-    /// Flags as those of SPString::m. A bad pattern matches nothing.
+    /// Takes the flags of SPString::m. An invalid pattern matches nothing.
     explicit SPPattern(const SPString &pattern, const char *flags = "");
 
-    /// As SPString::m: non-zero if the pattern matches `text`. `group` becomes what group 1 matched, empty if
-    /// there is no such group or it took no part; without a match it stays as it was.
+    /// Like SPString::m: returns non-zero if the pattern matches `text`. `group` becomes the match of group 1,
+    /// empty if there is no such group or it took no part; without a match it is unchanged.
     int m(std::string_view text, std::string_view &group) const;
-    /// As SPStringList::split with the limit -1: hands over the parts of `text` between the matches, one after the
-    /// other, empty ones included. The empty text has none.
+    /// Like SPStringList::split with the limit -1: passes each part of `text` between the matches to `take`, empty
+    /// ones included. The empty text has no parts.
     void split(std::string_view text, const std::function<void(std::string_view)> &take) const;
 
   private:

@@ -1,4 +1,4 @@
-// Undo: brackets of one undoable step each. They nest.
+// Groups changes into undoable steps. The brackets nest.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -13,12 +13,12 @@ class ORC_HOST_API Undoer {
     [[nodiscard]] static Undoer *instance();
     virtual void startTransaction(AbstractPackedViewParams *viewParams, int flag, int = 0, int = 0) = 0;
     static void endTransaction();
-    /// Steps that make no undo entry.
+    /// Bracket steps without an undo entry.
     static void startDoNothingTransaction();
     static void endDoNothingTransaction();
 };
 
-/// A guard around steps that make no undo entry.
+/// A guard around steps without an undo entry.
 class ORC_HOST_API UnUndoableTransaction {
   public:
     explicit UnUndoableTransaction(int flag);

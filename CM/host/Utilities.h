@@ -1,4 +1,4 @@
-// Free functions of the host: settings, places, files.
+// Declares free functions of the host: settings, directories, files.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -6,7 +6,7 @@
 
 /// Reads a setting from the host's environment settings file. 1 if it exists; `second` may be null.
 ORC_HOST_API int oqGetEnvVar(const CString &section, const CString &key, CString &value, CString *second);
-/// The installation root, "$OQROOT". 1 on success; else `error` tells why.
+/// The installation root, "$OQROOT". 1 on success; else `error` has the reason.
 ORC_HOST_API int oqGetRoot(CString &root, CString &error);
 ORC_HOST_API char oqPathSeparator();
 ORC_HOST_API CString oqGetTempDir();
@@ -28,14 +28,14 @@ ORC_HOST_API long oqGetFileLastModifiedTime(const CString &path);
 ORC_HOST_API int oqDeleteFile(const CString &path, int flag);
 /// Moves a file. Flags: 1 replace an existing target, 2 allow a copy across file systems. 1 on success.
 ORC_HOST_API int oqMoveFileEx(const CString &from, const CString &to, int flags);
-/// Splits a path at its last separator (of either kind) and the file at its last dot; the extension holds its dot.
+/// Splits a path at its last separator (of either kind) and the file at its last dot; the extension has the dot.
 ORC_HOST_API void ParseToDirFileNameAndExtension(const CString &path, CString &directory, CString &file,
                                                  CString &extension);
 
-/// Turn the host's translation of hardware faults into exceptions off and on.
+/// Turn off and on the host's translation of hardware faults into exceptions.
 ORC_HOST_API void OQ_disableSE();
 ORC_HOST_API void OQ_enableSE();
 
-/// Flags of the host that the library sets for the length of some operations.
+/// Flags of the host that the library sets during some operations.
 extern ORC_HOST_API bool isOk2All;
 extern ORC_HOST_API bool reloadForDupId;

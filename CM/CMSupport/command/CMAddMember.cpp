@@ -1,14 +1,16 @@
 #include "CM/CMSupport/command/CMAddMember.h"
 
-#include "CM/CMSupport/command/BatchSteps.h"
+#include "CM/CMSupport/command/ArchiveSelection.h"
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/FollowUp.h"
 #include "CM/CMSupport/command/LoggedRun.h"
 #include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/HostCallbacks.h"
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/resources/Format.h"
-#include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IAbstractCMManager.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
@@ -46,17 +48,16 @@ class Run : public command::CommandRun<IUnit> {
         if (unit.getOwnDirectory() == working) {
             return true;
         }
-        tellOutside(unit, working);
+        report().fail(CMOutcome::Kind::refused, tellOutside(unit, working));
         return false;
     }
 
     CString templateFor(IUnit &unit) override {
-        static const CString ofControlledFile("AddMember_ControlledFile");
         CString text;
         const bool hasOwn = dynamic_cast<const IEmbededFile *>(&unit) != nullptr &&
-                            CMProperty::getToolPropertyValue(ofControlledFile, text, false) != 0 &&
+                            CMProperty::getToolPropertyValue(keys::addControlledFile, text, false) != 0 &&
                             !text.IsEmpty();
-        return hasOwn ? ofControlledFile : CommandRun::templateFor(unit);
+        return hasOwn ? CString(keys::addControlledFile) : CommandRun::templateFor(unit);
     }
 
     void followUp(IUnit &unit, CMORYHandler *guard) override {
@@ -66,7 +67,8 @@ class Run : public command::CommandRun<IUnit> {
     }
 
   private:
-    static void tellOutside(const IUnit &unit, const CString &working) {
+    /// The message.
+    static CString tellOutside(const IUnit &unit, const CString &working) {
         const CString text =
             resources::format(resources::Text::unitOutsideWorkingDirectory,
                               {unit.getFileName(), working, unit.getMetaClassDisplayName(), unit.getName()});
@@ -75,25 +77,20 @@ class Run : public command::CommandRun<IUnit> {
         if (std::ostream *const stream = manager == nullptr ? nullptr : manager->getOutputStream()) {
             *stream << text << std::endl;
         }
+        return text;
     }
 };
 
 // --- Each directory once.
 
 bool isOncePerDirectory() {
-    static const CString toolKey("CMTool");
-    static const CString onceKey("CheckOutCheckInDirectoryOnceDuringAddToArchive");
-    const IProject *const project = CurrentWorkspace::GetActiveProject();
-    if (project == nullptr) {
-        return false;
-    }
-    const IProperty *const tool = project->findProperty(IPN::CM, "General", toolKey, IProperty::inherited);
+    const IProperty *const tool = findGeneralProperty(IPN::CMTool);
     const CString name = tool == nullptr ? CString() : tool->getValue();
     if (name.CompareNoCase("None") == 0) {
         return false;
     }
     // A missing tool counts as one without a name, deliberately.
-    const IProperty *const once = project->findProperty(IPN::CM, name, onceKey, IProperty::inherited);
+    const IProperty *const once = findProjectProperty(name, keys::addOncePerDirectory);
     return once != nullptr && once->getBool();
 }
 
@@ -108,26 +105,60 @@ struct DirectoryStep {
 };
 
 int runStep(CMOperation &operation, const DirectoryStep &step, std::initializer_list<Placeholder> placeholders,
-            CMDiagnosticList &diags) {
+            CMDiagnosticList &diags, OutcomeReport &report) {
     CString error;
     if (!command::isToolConfigured(operation, false, error, diags)) {
         return 0;
     }
     CString text;
     CMProperty::getToolPropertyValue(step.property, text, false);
-    CString root;
-    if (text.IsEmpty() || oqGetRoot(root, error) != 1) { // the root itself isn't used, deliberately
+    if (text.IsEmpty()) {
+        report.lacksCommand(step.property);
         return 0;
     }
+    CString root;
+    if (oqGetRoot(root, error) != 1) { // the root itself isn't used, deliberately
+        report.lacksValue(step.property, "$OQROOT");
+        return 0;
+    }
+    report.uses(step.property);
     for (const Placeholder &placeholder : placeholders) {
-        if (!command::mayReachCommand({placeholder.text})) {
+        if (!command::mayReachCommand({placeholder.text}, report)) {
             return 0;
         }
         text.Replace(placeholder.name, placeholder.text);
     }
     CString output;
     LogTrace::Log log(LogTrace::Log::cm);
-    return command::runLogged(log, step.log, text, output, error);
+    const int result = command::runLogged(log, step.log, text, output, error, report);
+    report.printed(std::move(output));
+    return result;
+}
+
+int checkOut(CMAddMember &operation, const CString &directory, CMDiagnosticList &diags, OutcomeReport &report) {
+    static const DirectoryStep step{"CheckOut",
+                                    {.source = source,
+                                     .before = "Executing the following command to check out the directory: ",
+                                     .after = "Check out directory command returned the following: "}};
+    // The directory stands in the place of the label, deliberately.
+    return runStep(operation, step, {{"$mode", CString()}, {"$LabelPart", directory}}, diags, report);
+}
+
+int addFile(CMAddMember &operation, const CString &filePath, CMDiagnosticList &diags, OutcomeReport &report) {
+    static const DirectoryStep step{keys::addInDirectory,
+                                    {.source = source,
+                                     .before = "Executing the following command to add the file ",
+                                     .after = "Add member command returned the following: "}};
+    return runStep(operation, step, {{"$UnitPath", filePath}}, diags, report);
+}
+
+int checkIn(CMAddMember &operation, const CString &directory, CMDiagnosticList &diags, OutcomeReport &report) {
+    static const DirectoryStep step{"CheckIn",
+                                    {.source = source,
+                                     .before = "Executing the following command to check in the directory: ",
+                                     .after = "Check in directory command returned the following: "}};
+    // Without a comment, whatever the caller's arguments hold, deliberately.
+    return runStep(operation, step, {{"$LogPart", CString("-nc")}, {"$UnitPath", directory}}, diags, report);
 }
 
 /// Owns the lists of the map.
@@ -172,30 +203,25 @@ void CMAddMember::groupUnitsByPersistAs(CMUnitList &units, UnitsByDirectory &map
 }
 
 int CMAddMember::checkOutDirectory(const CString &directory, CMArgumentList & /*args*/, CMDiagnosticList &diags) {
-    static const DirectoryStep step{"CheckOut",
-                                    {.source = source,
-                                     .before = "Executing the following command to check out the directory: ",
-                                     .after = "Check out directory command returned the following: "}};
-    // The directory stands in the place of the label, deliberately.
-    return runStep(*this, step, {{"$mode", CString()}, {"$LabelPart", directory}}, diags);
+    OutcomeReport report(directory);
+    const int result = checkOut(*this, directory, diags, report);
+    report.send();
+    return result;
 }
 
 int CMAddMember::addMemberWithoutCheckInCheckOutDirectory(const CString &filePath, CMArgumentList & /*args*/,
                                                           CMDiagnosticList &diags) {
-    static const DirectoryStep step{"AddMember_WithoutCheckOutCheckInDirectory",
-                                    {.source = source,
-                                     .before = "Executing the following command to add the file ",
-                                     .after = "Add member command returned the following: "}};
-    return runStep(*this, step, {{"$UnitPath", filePath}}, diags);
+    OutcomeReport report(filePath);
+    const int result = addFile(*this, filePath, diags, report);
+    report.send();
+    return result;
 }
 
 int CMAddMember::checkInDirectory(const CString &directory, CMArgumentList & /*args*/, CMDiagnosticList &diags) {
-    static const DirectoryStep step{"CheckIn",
-                                    {.source = source,
-                                     .before = "Executing the following command to check in the directory: ",
-                                     .after = "Check in directory command returned the following: "}};
-    // Without a comment, whatever the caller's arguments hold, deliberately.
-    return runStep(*this, step, {{"$LogPart", CString("-nc")}, {"$UnitPath", directory}}, diags);
+    OutcomeReport report(directory);
+    const int result = checkIn(*this, directory, diags, report);
+    report.send();
+    return result;
 }
 
 int CMAddMember::addByDirectories(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
@@ -203,14 +229,22 @@ int CMAddMember::addByDirectories(CMUnitList &units, CMArgumentList &args, CMDia
     groupUnitsByPersistAs(units, directories.map);
     int result = 0;
     for (const auto &[directory, list] : directories.map) {
-        result = checkOutDirectory(directory, args, diags);
-        if (result == 0) {
-            continue;
+        OutcomeReport ofDirectory(directory);
+        result = checkOut(*this, directory, diags, ofDirectory);
+        ofDirectory.send();
+        for (IUnit *const unit : *list) {
+            OutcomeReport report(*unit);
+            if (result == 0) {
+                report.fail(CMOutcome::Kind::failed, resources::format(resources::Text::outcomeNoDirectory,
+                                                                       {directory, ofDirectory.reason()}));
+            } else {
+                addFile(*this, unit->getFullFileName(), diags, report);
+            }
+            report.send();
         }
-        for (const IUnit *const unit : *list) {
-            addMemberWithoutCheckInCheckOutDirectory(unit->getFullFileName(), args, diags);
+        if (result != 0) {
+            result = checkInDirectory(directory, args, diags); // whatever became of the files, deliberately
         }
-        result = checkInDirectory(directory, args, diags); // whatever became of the files, deliberately
     }
     return result;
 }
@@ -226,7 +260,7 @@ int CMAddMember::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosti
                 unit->setModified(1, true); // so that each file is written and the tool has something to add
             }
         }
-        command::saveModel();
+        core::saveModel();
     }
     if (isOncePerDirectory()) {
         return addByDirectories(units, args, diags);

@@ -1,8 +1,10 @@
 #include "CM/CMSupport/command/CMCheckOut.h"
 
-#include "CM/CMSupport/command/CheckOutSteps.h"
-#include "CM/CMSupport/core/CMFacade.h"
-#include "CM/CMSupport/core/CMUnitValidator.h"
+#include "CM/CMSupport/command/ArchiveSelection.h"
+#include "CM/CMSupport/command/CheckOutRun.h"
+#include "CM/CMSupport/core/HostCallbacks.h"
+#include "CM/CMSupport/core/ModelUpdate.h"
+#include "CM/CMSupport/core/ReloadingBatch.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
 #include "CM/host/Reload.h"
@@ -13,34 +15,24 @@ namespace {
 
 class Run : public command::CheckOutRun<IUnit> {
   public:
-    Run(CMArgumentList &args, CString &error)
+    Run(CMUnitList &units, CMArgumentList &args, CString &error)
         : CheckOutRun({.property = IPN::CMCheckOut,
                        .source = "../CM/CMSupport/CheckOut",
                        .beforeRun = "Executing the following command to check out the file: ",
                        .afterRun = "Check in command returned the following: ", // of check in, deliberately
                        .guard = CMORYHandler::ORYCheckOut},
-                      args, error) {}
+                      args, error),
+          batch_(units) {}
 
     /// Works on the units front to back. Reloaded units take the place of the old ones in the list.
-    void workThrough(CMUnitList &units, CMUnitValidator &validator) {
-        for (auto next = units.GetHeadPosition(); next;) {
-            const auto position = next;
-            IUnit *const unit = units.GetNext(next);
-            if (validator.isUnitMarkedForValidation(unit) && !validator.isValidUnit(unit)) {
-                continue; // it died when an earlier unit of the batch was reloaded
-            }
-            reloaded_.reset();
+    void workThrough() {
+        batch_.open();
+        readQuestion();
+        batch_.start();
+        while (IUnit *const unit = batch_.next()) {
             work(unit);
-            if (!reloaded_) {
-                continue;
-            }
-            if (*reloaded_ != nullptr) {
-                units.SetAt(position, *reloaded_);
-                validator.replaceUnit(unit, *reloaded_);
-            } else {
-                units.RemoveAt(position);
-            }
         }
+        batch_.close();
     }
 
   protected:
@@ -63,10 +55,14 @@ class Run : public command::CheckOutRun<IUnit> {
         if (isEmbedded(unit)) {
             return; // not part of the model: nothing to reload
         }
-        reloaded_ = reload(unit, isSame);
-        if (*reloaded_ == nullptr) {
-            command::reportLoadingFailure(file, errorText());
+        if (IUnit *const reloaded = reload(unit, isSame)) {
+            report().reloaded(isSame ? CMOutcome::Reload::header : CMOutcome::Reload::content, reloaded);
+            batch_.replace(&unit, reloaded);
+        } else {
+            core::reportLoadingFailure(file, errorText());
+            report().notLoaded(errorText());
             setResult(0);
+            batch_.remove();
         }
     }
 
@@ -80,14 +76,11 @@ class Run : public command::CheckOutRun<IUnit> {
             comparison_->atm(&unit);
             return &unit;
         }
-        if (QuickATMFacade::CanReloadUnit(&unit, 0)) {
-            return QuickATMFacade(nullptr, nullptr, nullptr, nullptr).reloadUnit(&unit, 0, 0);
-        }
-        return command::loadIntoModel(unit.getOwnDirectory(), unit.getFileName());
+        return core::reloadUnit(unit);
     }
 
+    core::ReloadingBatch batch_;
     std::optional<CCMFileCompare> comparison_;
-    std::optional<IUnit *> reloaded_; ///< of the unit at hand: set once it was reloaded, null if that failed
 };
 
 } // namespace
@@ -97,21 +90,8 @@ int CMCheckOut::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnostic
     if (!command::isToolConfigured(*this, false, error, diags)) {
         return 0;
     }
-    if (!units.IsEmpty() && command::isSaveWanted()) {
-        command::saveModel();
-    }
-    Run run(args, error);
-    if (!units.IsEmpty()) {
-        command::openReloads();
-    }
-    run.readQuestion();
-    CMFacade::removeDuplicatesFromItemList(units);
-    CMUnitValidator validator;
-    validator.init(units);
-    run.workThrough(units, validator);
-    if (!units.IsEmpty()) {
-        command::closeReloads(); // not for a list that the loop has emptied, deliberately
-    }
-    validator.getValidUnitList(units); // in the validator's order
+    core::saveBeforeCheckOut(units);
+    Run run(units, args, error);
+    run.workThrough();
     return run.result();
 }

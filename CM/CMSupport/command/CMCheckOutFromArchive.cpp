@@ -1,17 +1,15 @@
 #include "CM/CMSupport/command/CMCheckOutFromArchive.h"
 
-#include "CM/CMSupport/command/CheckOutSteps.h"
+#include "CM/CMSupport/command/CheckOutRun.h"
+#include "CM/CMSupport/core/HostCallbacks.h"
+#include "CM/CMSupport/core/ModelUpdate.h"
+#include "CM/CMSupport/core/UnitFiles.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
 #include "CM/host/Reload.h"
 #include "CM/host/Utilities.h"
 
 namespace {
-
-bool isProjectFile(const CString &type) {
-    return type.CompareNoCase(IProject::staticGetNewFileExtension()) == 0 ||
-           type.CompareNoCase(IProject::staticGetOldFileExtension()) == 0;
-}
 
 class Run : public command::CheckOutRun<CMArchiveItem> {
   public:
@@ -31,7 +29,7 @@ class Run : public command::CheckOutRun<CMArchiveItem> {
         }
         guard->commit();
         CString path;
-        if (isProjectFile(type)) {
+        if (isProjectFileExtension(type)) {
             CString toolPath;
             guard->getUnitPath(path, toolPath);
         }
@@ -40,9 +38,11 @@ class Run : public command::CheckOutRun<CMArchiveItem> {
         }
         IUnit *const known = IUnit::getByFile(path);
         log("Performing ATM for the file " + path);
-        if (reload(known, item, path) == nullptr) {
-            command::reportLoadingFailure(item.getLocalPath() + oqPathSeparator() + item.getFileName(),
-                                          errorText());
+        if (IUnit *const unit = reload(known, item, path)) {
+            report().reloaded(CMOutcome::Reload::content, unit);
+        } else {
+            core::reportLoadingFailure(item.getLocalPath() + oqPathSeparator() + item.getFileName(), errorText());
+            report().notLoaded(errorText());
             setResult(0); // the item stays in the list
         }
     }
@@ -53,7 +53,7 @@ class Run : public command::CheckOutRun<CMArchiveItem> {
             item.getLocalPath() == known->getOwnDirectory()) {
             return QuickATMFacade(nullptr, nullptr, nullptr, nullptr).reloadUnit(known, 0, 0);
         }
-        return command::loadIntoModel(item.getLocalPath(), path);
+        return core::loadIntoModel(item.getLocalPath(), path);
     }
 };
 
@@ -64,17 +64,14 @@ int CMCheckOutFromArchive::operator()(CMArchiveItemList &items, CMArgumentList &
     if (!command::isToolConfigured(*this, false, error, diags)) {
         return 0;
     }
-    if (!items.IsEmpty() && command::isSaveWanted()) {
-        command::saveModel();
-    }
+    core::saveBeforeCheckOut(items);
     Run run(args, error);
     if (!items.IsEmpty()) {
-        command::openReloads();
+        core::openReloads();
     }
-    run.readQuestion();
     run.workAll(items);
     if (!items.IsEmpty()) {
-        command::closeReloads();
+        core::closeReloads();
     }
     return run.result();
 }

@@ -1,17 +1,21 @@
 #include "CM/CMSupport/command/CMConnectToCMRepository.h"
 
-#include "CM/CMSupport/command/BatchSteps.h"
+#include "CM/CMSupport/command/ArchiveSelection.h"
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/command/ReportedExpansion.h"
 #include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/DebugTrace.h"
+#include "CM/CMSupport/core/HostCallbacks.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/core/Unquotable.h"
 #include "CM/CMSupport/resources/Format.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IPN.h"
 
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -41,23 +45,52 @@ void fillInArchivePath(const CString &key, CString &value, const CString &path) 
 }
 
 /// Takes the archive's path from what the connect command has printed.
-void takeOverRepository(const CString &output, CString &error) {
+void takeOverRepository(const CString &output, CString &error, OutcomeReport &report) {
     CString path;
     int wasSet = 0;
     // Whether the pattern matches has no effect, deliberately: without a match the placeholder becomes nothing.
-    CMProperty::ExtractByProperty("HeaderInfoItsRepositoryPath", output, path, wasSet, error);
+    CMProperty::ExtractByProperty(keys::repositoryPathPattern, output, path, wasSet, error);
     debugTrace({"Archive Repository is: '", path, "'\n"});
     if (wasSet == 1) {
         tidyPath(path);
         if (const std::string fault = paths::unquotableIn(path); !fault.empty()) {
-            CMOutputer::writeToCMOutputWnd(
-                resources::format(resources::Text::archiveNotQuotable, {paths::shownPath(path), fault}));
+            const CString text =
+                resources::format(resources::Text::archiveNotQuotable, {paths::shownPath(path), fault});
+            CMOutputer::writeToCMOutputWnd(text);
+            report.fail(CMOutcome::Kind::refused, text);
             return; // every later command would hold it
         }
         CString value;
-        fillInArchivePath("Repository", value, path);
-        fillInArchivePath("ArchiveRoot", value, path);
+        fillInArchivePath(keys::repository, value, path);
+        fillInArchivePath(keys::archiveRoot, value, path);
     }
+}
+
+/// The caller's arguments are all that the templates see: the archive among them is the one that was chosen.
+int connect(CMArgumentList &args, CString &error, OutcomeReport &report) {
+    CString command;
+    int result = command::expandProperty(IPN::CMConnectToCMRepository, args, command, false, report);
+    if (result != 1) {
+        return result;
+    }
+    LogTrace::Log log(LogTrace::Log::cm);
+    CString output;
+    result = command::runLogged(log, connecting, command, output, error, report);
+    if (result != 1) {
+        return result;
+    }
+    takeOverRepository(output, error, report);
+    report.printed(std::move(output));
+
+    command.Empty();
+    error.Empty();
+    result = command::expandProperty(keys::postConnect, args, command, false, report);
+    if (result == 1 && !command.IsEmpty()) {
+        output.Empty();
+        result = command::runLogged(log, afterConnecting, command, output, error, report);
+        report.printed(std::move(output));
+    }
+    return result; // 0 without the second property, although the project is connected: deliberate
 }
 
 } // namespace
@@ -67,32 +100,14 @@ int CMConnectToCMRepository::operator()(CMUnitList &units, CMArgumentList &args,
     if (!command::isToolConfigured(*this, false, error, diags)) {
         return 0;
     }
-    command::saveModel(); // whatever IPN::CMSaveOnCheckOut says
+    core::saveModel(); // whatever IPN::CMSaveOnCheckOut says
     const IUnit *const chooser = units.IsEmpty() ? CurrentWorkspace::GetActiveProject() : units.GetHead();
-    if (chooser != nullptr) {
+    if (chooser != nullptr) { // else ConnectToRepository.WithoutUnitsAndWithoutAProjectPassesTheSelectionOver
         command::selectArchive(*chooser);
     }
 
-    // The caller's arguments are all that the templates see: the archive among them is the one that was chosen.
-    CString command;
-    int result = CMProperty::ExpandProperty(IPN::CMConnectToCMRepository, args, command, error, false);
-    if (result != 1) {
-        return result;
-    }
-    LogTrace::Log log(LogTrace::Log::cm);
-    CString output;
-    result = command::runLogged(log, connecting, command, output, error);
-    if (result != 1) {
-        return result;
-    }
-    takeOverRepository(output, error);
-
-    command.Empty();
-    error.Empty();
-    result = CMProperty::ExpandProperty("PostConnectToCMRepository", args, command, error, false);
-    if (result == 1 && !command.IsEmpty()) {
-        output.Empty();
-        result = command::runLogged(log, afterConnecting, command, output, error);
-    }
-    return result; // 0 without the second property, although the project is connected: deliberate
+    OutcomeReport report;
+    const int result = connect(args, error, report);
+    report.send();
+    return result;
 }

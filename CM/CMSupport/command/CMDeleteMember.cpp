@@ -3,25 +3,23 @@
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/LoggedRun.h"
 #include "CM/CMSupport/command/NameGuard.h"
+#include "CM/CMSupport/command/ReportedExpansion.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
+#include "CM/CMSupport/core/UnitFiles.h"
 #include "CM/host/IPN.h"
-#include "CM/host/IProject.h"
 #include "CM/host/Utilities.h"
+
+#include <utility>
 
 namespace {
 
 constexpr auto source = "../CM/CMSupport/DeleteMember";
-constexpr auto directoryKey = "DeleteDirectory";
 
 CString readDirectoryTemplate(bool hybrid) {
     CString value;
-    CMProperty::getToolPropertyValue(directoryKey, value, hybrid);
+    CMProperty::getToolPropertyValue(keys::deleteDirectory, value, hybrid);
     return value;
-}
-
-bool hasOwnDirectory(const IUnit &unit) {
-    const auto *const subsystem = dynamic_cast<const ISubsystem *>(&unit);
-    return subsystem != nullptr && !subsystem->getPersistAs().IsEmpty();
 }
 
 class Run : public command::CommandRun<IUnit> {
@@ -36,8 +34,8 @@ class Run : public command::CommandRun<IUnit> {
 
   protected:
     int expand(IUnit &unit, CString &command) override {
-        if (!readDirectoryTemplate(hybrid_).IsEmpty() && hasOwnDirectory(unit)) {
-            return CMProperty::ExpandProperty(directoryKey, arguments(), command, errorText(), hybrid_);
+        if (!readDirectoryTemplate(hybrid_).IsEmpty() && hasOwnDirectory(&unit)) {
+            return command::expandProperty(keys::deleteDirectory, arguments(), command, hybrid_, report());
         }
         return CommandRun::expand(unit, command); // without the hybrid flag, deliberately
     }
@@ -45,6 +43,34 @@ class Run : public command::CommandRun<IUnit> {
   private:
     bool hybrid_;
 };
+
+int runForDirectory(const CString &directory, bool hybrid, CString &error, OutcomeReport &report) {
+    CString command = readDirectoryTemplate(hybrid);
+    if (command.IsEmpty()) {
+        report.lacksCommand(keys::deleteDirectory);
+        return 0;
+    }
+    CString root;
+    if (oqGetRoot(root, error) != 1) {
+        report.lacksValue(keys::deleteDirectory, "$OQROOT");
+        return 0;
+    }
+    report.uses(keys::deleteDirectory);
+    if (!command::mayReachCommand({directory}, report)) {
+        return 0;
+    }
+    command.Replace("$OQROOT", root);
+    command.Replace("$UnitDirPath", directory); // these two are all that is expanded: deliberate
+    CString output;
+    LogTrace::Log log(LogTrace::Log::cm);
+    const int result = command::runLogged(log,
+                                          {.source = source,
+                                           .before = "Executing the following command to delete the directory: ",
+                                           .after = "Delete directory command returned the following: "},
+                                          command, output, error, report);
+    report.printed(std::move(output));
+    return result;
+}
 
 } // namespace
 
@@ -64,18 +90,8 @@ int CMDeleteMember::deleteDirectory(const CString &directory, CMArgumentList & /
     if (!command::isToolConfigured(*this, hybrid, error, diags)) {
         return 0;
     }
-    CString command = readDirectoryTemplate(hybrid);
-    CString root;
-    if (command.IsEmpty() || oqGetRoot(root, error) != 1 || !command::mayReachCommand({directory})) {
-        return 0;
-    }
-    command.Replace("$OQROOT", root);
-    command.Replace("$UnitDirPath", directory); // these two are all that is expanded: deliberate
-    CString output;
-    LogTrace::Log log(LogTrace::Log::cm);
-    return command::runLogged(log,
-                              {.source = source,
-                               .before = "Executing the following command to delete the directory: ",
-                               .after = "Delete directory command returned the following: "},
-                              command, output, error);
+    OutcomeReport report(directory);
+    const int result = runForDirectory(directory, hybrid, error, report);
+    report.send();
+    return result;
 }

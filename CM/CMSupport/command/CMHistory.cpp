@@ -1,6 +1,7 @@
 #include "CM/CMSupport/command/CMHistory.h"
 
 #include "CM/CMSupport/command/CommandRun.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 
 int CMHistory::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool /*hybrid*/) {
     CString error;
@@ -8,7 +9,7 @@ int CMHistory::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticL
         return 0;
     }
     command::CommandRun<IUnit> run(
-        {.property = "History",
+        {.property = keys::history,
          .source = "../CM/CMSupport/History",
          .beforeRun = "Executing the following command to show the history of the file: ",
          .afterRun = "History command returned the following: "},

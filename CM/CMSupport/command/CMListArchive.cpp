@@ -3,10 +3,15 @@
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/ListingParser.h"
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/command/ReportedExpansion.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
+
+#include <utility>
 
 namespace {
 
@@ -15,14 +20,23 @@ constexpr command::RunTexts texts{.source = "../CM/CMSupport/ListArchive",
                                   .after = "List archive command returned the following: "};
 
 command::ListingRules rulesOf(const IProject &project) {
-    static const CString showAllKey("ShowAllFilesInArchive");
-    static const CString dotKey("IgnoreArchiveItemsWithoutDot");
-    const IProperty *const showAll = CMProperty::getToolProperty(showAllKey, nullptr, IProperty::inherited, false);
-    const IProperty *const dot = project.findProperty(IPN::CM, IPN::General, dotKey, IProperty::inherited);
+    const IProperty *const showAll =
+        CMProperty::getToolProperty(keys::showAllFiles, nullptr, IProperty::inherited, false);
     return {.projectFile = project.getFileName(),
             .projectSuffix = project.getFileExtension(),
             .showsAll = showAll != nullptr && showAll->getBool(),
-            .wantsADot = dot == nullptr || dot->getBool()};
+            .wantsADot = isGeneralPropertyTrue(keys::ignoreWithoutDot, true)};
+}
+
+/// Runs the tool's command; what it prints becomes the output.
+int list(CMArgumentList &args, CString &output, CString &error, OutcomeReport &report) {
+    CString command;
+    const int result = command::expandProperty(IPN::CMListArchive, args, command, false, report);
+    if (result != 1) {
+        return result;
+    }
+    LogTrace::Log log(LogTrace::Log::cm);
+    return command::runLogged(log, texts, command, output, error, report);
 }
 
 } // namespace
@@ -39,15 +53,13 @@ int CMListArchive::operator()(CMArchiveItemList &items, CMArgumentList &args, CM
     const command::ListingRules rules = rulesOf(*project);
     CMArchive archive("");
     const command::PushedArgument pushedArchive(args, archive);
-    CString command;
-    int result = CMProperty::ExpandProperty(IPN::CMListArchive, args, command, error, false);
-    if (result != 1) {
-        return result;
-    }
+    OutcomeReport report;
     CString output;
-    {
-        LogTrace::Log log(LogTrace::Log::cm);
-        result = command::runLogged(log, texts, command, output, error);
+    int result = list(args, output, error, report);
+    if (result == 1) {
+        result = command::parseListing(output, rules, items);
     }
-    return result == 1 ? command::parseListing(output, rules, items) : result;
+    report.printed(std::move(output));
+    report.send();
+    return result;
 }

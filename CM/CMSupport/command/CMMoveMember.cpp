@@ -2,16 +2,13 @@
 
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/NameGuard.h"
+#include "CM/CMSupport/command/PathPlaceholders.h"
+#include "CM/CMSupport/command/ReportedExpansion.h"
 #include "CM/CMSupport/core/CMProperty.h"
-#include "CM/CMSupport/core/Paths.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/IProject.h"
 
 namespace {
-
-struct Directories {
-    CString from;
-    CString to;
-};
 
 /// Moves one unit after the other, each by a template of which some placeholders are filled in by hand.
 class Run : public command::CommandRun<IUnit> {
@@ -25,44 +22,41 @@ class Run : public command::CommandRun<IUnit> {
           hybrid_(hybrid) {}
 
     /// False if there is no template for the unit. `isPackage`: the unit is the one whose directory moves.
-    [[nodiscard]] bool move(IUnit &unit, const Directories &directories, bool isPackage) {
+    [[nodiscard]] bool move(IUnit &unit, const command::Directories &directories, bool isPackage) {
+        OutcomeReport without(unit); // of a unit for which no command is made
         if (!hasFile(unit) || directories.from == directories.to) {
+            without.sendAs(CMOutcome::Kind::nothingToDo);
             return true;
         }
         const CString persistAs = unit.getPersistAs();
+        key_ = keys::moveDirectory;
         if (isPackage || persistAs.IsEmpty()) {
             template_.Empty();
         } else {
-            template_ = read("MoveDirectory");
+            template_ = read(key_);
         }
         const bool movesDirectory = !template_.IsEmpty();
         if (!movesDirectory) {
-            template_ = read("Move");
+            key_ = keys::move;
+            template_ = read(key_);
         }
         if (template_.IsEmpty()) {
+            without.lacksCommand(key_);
+            without.send();
             return false;
         }
-        const auto nameIn = [&](const CString &directory) {
-            CString name = directory;
-            if (!isPackage) {
-                name = paths::join(name, persistAs); // also if it is empty: the doubled separator is deliberate
-            }
-            return movesDirectory ? name : paths::join(name, unit.getFileName());
-        };
-        if (!command::mayReachCommand({directories.from, directories.to, persistAs})) {
+        if (!command::mayReachCommand({directories.from, directories.to, persistAs}, without)) {
+            without.send();
             return true; // the next unit is taken as usual
         }
-        template_.Replace("$olddir", directories.from);
-        template_.Replace("$newdir", directories.to);
-        template_.Replace("$oldName", nameIn(directories.from));
-        template_.Replace("$newName", nameIn(directories.to));
+        command::fillInMove(template_, directories, unit, {.isPackage = isPackage, .asDirectory = movesDirectory});
         work(&unit);
         return true;
     }
 
   protected:
     int expand(IUnit & /*unit*/, CString &command) override {
-        return CMProperty::Expand(template_, arguments(), command, errorText(), false);
+        return command::expandTemplate(template_, key_, arguments(), command, report());
     }
 
   private:
@@ -76,6 +70,7 @@ class Run : public command::CommandRun<IUnit> {
     }
 
     bool hybrid_;
+    CString key_;      ///< of the template for the unit at hand
     CString template_; ///< of the unit at hand, with its placeholders filled in
 };
 

@@ -1,6 +1,8 @@
 #include "CM/CMSupport/command/CMRecCheckOut.h"
 
-#include "CM/CMSupport/command/CheckOutSteps.h"
+#include "CM/CMSupport/command/ArchiveSelection.h"
+#include "CM/CMSupport/command/CheckOutRun.h"
+#include "CM/CMSupport/core/HostCallbacks.h"
 #include "CM/host/IPN.h"
 
 namespace {
@@ -27,11 +29,8 @@ int CMRecCheckOut::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnos
     if (!command::isToolConfigured(*this, false, error, diags)) {
         return 0;
     }
-    if (!units.IsEmpty() && command::isSaveWanted()) {
-        command::saveModel();
-    }
+    core::saveBeforeCheckOut(units);
     Run run(args, error);
-    run.readQuestion();
     run.workAll(units);
     return run.result();
 }

@@ -1,7 +1,8 @@
 #include "CM/CMSupport/command/CMRecCheckOutFromArchive.h"
 
-#include "CM/CMSupport/command/CheckOutSteps.h"
+#include "CM/CMSupport/command/CheckOutRun.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/HostCallbacks.h"
 #include "CM/host/IPN.h"
 
 namespace {
@@ -28,12 +29,11 @@ int CMRecCheckOutFromArchive::operator()(CMArchiveItemList &items, CMArgumentLis
         return 0;
     }
     // The caller asks for the save with saveOnCheckout(1): a command that comes here level by level saves once.
-    if (!items.IsEmpty() && command::isSaveWanted() && CMProperty::saveOnCheckout(-1) != 0 &&
-        command::saveModel()) {
+    if (!items.IsEmpty() && core::isSaveOnCheckOutWanted() && CMProperty::saveOnCheckout(-1) != 0 &&
+        core::saveModel()) {
         CMProperty::saveOnCheckout(0);
     }
     Run run(args, error);
-    run.readQuestion();
     run.workAll(items);
     return run.result();
 }

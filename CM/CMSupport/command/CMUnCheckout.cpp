@@ -1,15 +1,11 @@
 #include "CM/CMSupport/command/CMUnCheckout.h"
 
-#include "CM/CMSupport/command/BatchSteps.h"
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/FollowUp.h"
-#include "CM/CMSupport/core/CMFacade.h"
-#include "CM/CMSupport/core/CMUnitValidator.h"
+#include "CM/CMSupport/core/ModelUpdate.h"
+#include "CM/CMSupport/core/ReloadingBatch.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
-#include "CM/host/Reload.h"
-
-#include <optional>
 
 namespace {
 
@@ -17,30 +13,23 @@ constexpr auto source = "../CM/CMSupport/UnCheckout";
 
 class UnitRun : public command::CommandRun<IUnit> {
   public:
-    UnitRun(CMUnCheckout &operation, CMArgumentList &args, CString &error)
+    UnitRun(CMUnitList &units, CMArgumentList &args, CString &error)
         : CommandRun({.property = IPN::CMUnLockItem, // there is no template of its own
                       .source = source,
                       .beforeRun = "Executing the following command to uncheck out the file: ",
                       .afterRun = "Uncheck out command returned the following: "},
                      args, error),
-          operation_(operation) {}
+          batch_(units) {}
 
     /// Works on the units front to back. Reloaded units take the place of the old ones in the list; one that could
-    /// not be loaded stays, and may be dead.
-    void workThrough(CMUnitList &units, CMUnitValidator &validator) {
-        for (auto next = units.GetHeadPosition(); next;) {
-            const auto position = next;
-            IUnit *const unit = units.GetNext(next);
-            if (validator.isUnitMarkedForValidation(unit) && !validator.isValidUnit(unit)) {
-                continue; // it died when an earlier unit of the batch was reloaded
-            }
-            reloaded_ = nullptr;
+    /// not be loaded stays until the end, and may be dead.
+    void workThrough() {
+        batch_.open();
+        batch_.start();
+        while (IUnit *const unit = batch_.next()) {
             work(unit);
-            if (reloaded_ != nullptr) {
-                units.SetAt(position, reloaded_);
-                validator.replaceUnit(unit, reloaded_);
-            }
         }
+        batch_.close();
     }
 
   protected:
@@ -50,31 +39,21 @@ class UnitRun : public command::CommandRun<IUnit> {
         }
         const CString file = unit.getFullFileName();
         log("Performing ATM for the file " + file);
-        reloaded_ = reload(unit);
-        if (reloaded_ == nullptr) {
-            command::reportLoadingFailure(file, errorText());
+        IUnit *const reloaded = core::reloadUnitAndRenameFile(unit);
+        if (reloaded == nullptr) {
+            core::reportLoadingFailure(file, errorText());
+            report().notLoaded(errorText());
             setResult(0);
             return;
         }
-        command::updateHeader(*reloaded_);
-        command::updateMode(*reloaded_);
+        report().reloaded(CMOutcome::Reload::content, reloaded);
+        command::updateHeader(*reloaded);
+        command::updateMode(*reloaded);
+        batch_.replace(&unit, reloaded);
     }
 
   private:
-    IUnit *reload(IUnit &unit) {
-        if (!QuickATMFacade::CanReloadUnit(&unit, 0)) {
-            return command::loadIntoModel(unit.getOwnDirectory(), unit.getFileName());
-        }
-        QuickATMFacade scope(nullptr, nullptr, nullptr, nullptr);
-        CString oldFileName = unit.getFileNameNoExt();
-        const CString oldName = unit.getName();
-        IUnit *const newUnit = scope.reloadUnit(&unit, 0, 0);
-        operation_.renameFileIfNeeded(newUnit, oldName, oldFileName);
-        return newUnit;
-    }
-
-    CMUnCheckout &operation_;
-    IUnit *reloaded_ = nullptr; ///< what the reload of the unit at hand gave
+    core::ReloadingBatch batch_;
 };
 
 class ItemRun : public command::CommandRun<CMArchiveItem> {
@@ -94,18 +73,8 @@ int CMUnCheckout::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnost
     if (!command::isToolConfigured(*this, false, error, diags)) {
         return 0;
     }
-    UnitRun run(*this, args, error);
-    if (!units.IsEmpty()) {
-        command::openReloads();
-    }
-    CMFacade::removeDuplicatesFromItemList(units);
-    CMUnitValidator validator;
-    validator.init(units);
-    run.workThrough(units, validator);
-    if (!units.IsEmpty()) {
-        command::closeReloads(); // not for a list of nothing but null entries, deliberately
-    }
-    validator.getValidUnitList(units); // in the validator's order
+    UnitRun run(units, args, error);
+    run.workThrough();
     return run.result();
 }
 
@@ -120,18 +89,5 @@ int CMUnCheckout::operator()(CMArchiveItemList &items, CMArgumentList &args, CMD
 }
 
 void CMUnCheckout::renameFileIfNeeded(IUnit *unit, const CString &oldName, CString &oldFileName) {
-    if (unit == nullptr || oldFileName != oldName) {
-        return; // only a file that was named after its unit follows it
-    }
-    const CString name = unit->getName();
-    if (name == oldName) {
-        return;
-    }
-    const auto *const owner = dynamic_cast<const IUnit *>(unit->getOwner());
-    if (owner == nullptr || owner->keepsPartFileName("") != 0) {
-        return;
-    }
-    if (unit->approveCMRename(name)) {
-        unit->setFileName(name);
-    }
+    core::renameFileIfNeeded(unit, oldName, oldFileName);
 }

@@ -1,5 +1,5 @@
-// CMUnCheckout: undoes check outs with the command tool, whose template is that of unlocking. The tool brings the
-// archive's file back, and each unit is reloaded from it.
+// Undoes check outs with the command tool, by the template of unlocking. The tool restores the archived file, and
+// each unit is reloaded from it.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -8,11 +8,11 @@
 
 class CMUnCheckout final : public CMWorkspaceOperation {
   public:
-    /// The hybrid flag is ignored. Returns the outcome of the last unit that was worked on. The list comes back
-    /// with the units that are alive, the reloaded ones in the place of the old ones.
+    /// Undoes the check out of each unit once and returns the outcome of the last one that was worked on; the
+    /// hybrid flag is ignored. Afterwards the list contains the same units in the same order as after CMCheckOut.
+    /// Without a tool the list is unchanged.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
-    /// Runs the command for each item; the caller brings the model into line. Returns the outcome of the last
-    /// item.
+    /// Runs the command for each item and returns the outcome of the last one. The caller updates the model.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
 
     /// Lets the unit's file follow its name after a reload that has changed the name, if the file was named after

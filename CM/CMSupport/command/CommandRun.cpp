@@ -2,7 +2,7 @@
 
 #include "CM/CMSupport/command/LoggedRun.h"
 #include "CM/CMSupport/command/NameGuard.h"
-#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/command/ReportedExpansion.h"
 #include "CM/CMSupport/core/CMUnit.h"
 
 namespace command {
@@ -13,6 +13,9 @@ bool isToolConfigured(CMOperation &operation, bool hybrid, CString &errorText, C
     }
     CMDiagnostic diagnostic(0, errorText, static_cast<const IUnit *>(nullptr));
     diags.AddTail(diagnostic);
+    OutcomeReport report;
+    report.fail(CMOutcome::Kind::noTool, errorText);
+    report.send();
     return false;
 }
 
@@ -24,38 +27,44 @@ template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
     if (item == nullptr) {
         return;
     }
-    if (!mayReachCommand(*item)) {
+    report_.emplace(*item);
+    workOn(*item);
+    report_->send(); // the guard of the project file has done its part by now
+}
+
+template <class ITEM> void CommandRun<ITEM>::workOn(ITEM &item) {
+    if (!mayReachCommand(item, report())) {
         result_ = 0;
         return;
     }
-    if (!isWanted(*item)) {
+    if (!isWanted(item)) {
         return;
     }
-    prepare(*item);
+    prepare(item);
     std::optional<CMORYHandler> guard; // rolls back at the end what was not committed
     const auto startGuard = [&] {
         if (texts_.guard) {
             // Its result is ignored, deliberately: a file that needs no guard answers 0 as well.
-            guard.emplace(item).startTranscation(*texts_.guard);
+            guard.emplace(&item).startTranscation(*texts_.guard);
         }
     };
     {
-        CMUnit unit(item);
+        CMUnit unit(&item);
         const PushedArgument pushedUnit(args_, unit);
         CString command;
         if (texts_.order == CommandTexts::Order::guardThenExpansion) {
             startGuard();
-            result_ = expand(*item, command);
+            result_ = expand(item, command);
         } else {
-            result_ = expand(*item, command);
+            result_ = expand(item, command);
             startGuard(); // also after an expansion that failed
         }
         if (result_ == 1) {
-            beforeRun(*item);
+            beforeRun(item);
             execute(command);
         }
         if (result_ == 1) {
-            followUp(*item, guard ? &*guard : nullptr);
+            followUp(item, guard ? &*guard : nullptr);
         }
     }
     afterItem();
@@ -72,12 +81,14 @@ template <class ITEM> void CommandRun<ITEM>::log(const CString &text, int line) 
 }
 
 template <class ITEM> int CommandRun<ITEM>::expand(ITEM &item, CString &command) {
-    return CMProperty::ExpandProperty(templateFor(item), args_, command, errorText_, texts_.hybrid);
+    return expandProperty(templateFor(item), args_, command, texts_.hybrid, report());
 }
 
 template <class ITEM> void CommandRun<ITEM>::execute(const CString &command) {
     CString output;
-    result_ = runLogged(log_, {texts_.source, texts_.beforeRun, texts_.afterRun}, command, output, errorText_);
+    result_ =
+        runLogged(log_, {texts_.source, texts_.beforeRun, texts_.afterRun}, command, output, errorText_, report());
+    report().printed(std::move(output));
 }
 
 template class CommandRun<IUnit>;

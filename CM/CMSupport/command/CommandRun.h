@@ -9,6 +9,7 @@
 #include "CM/CMSupport/core/CMDiagnostic.h"
 #include "CM/CMSupport/core/CMORYHandler.h"
 #include "CM/CMSupport/core/CMOperation.h"
+#include "CM/CMSupport/core/OutcomeReport.h"
 #include "CM/host/IUnit.h"
 #include "CM/host/LogTrace.h"
 #include "CM/platform/CString.h"
@@ -51,17 +52,17 @@ class PushedArgument {
 /// ITEM is IUnit or CMArchiveItem. The archive's argument stands on the list while the run lives.
 template <class ITEM> class CommandRun {
   public:
-    /// `errorText` is one text for the whole run, deliberately: what one item's command wrote to its error channel
-    /// stands in front of what the next one's writes. The shell shows and tests it as a whole each time, so
-    /// failures of many items cost in all the square of what they print.
+    /// `errorText` is required to be one text for the complete run: the errors of one item precede those of the
+    /// next. The shell shows and tests all of it each time, so many failures cost the square of what they print.
+    /// Test: CheckOut.ErrorsOfOneUnitStandInFrontOfThoseOfTheNext.
     CommandRun(CommandTexts texts, CMArgumentList &args, CString &errorText);
     virtual ~CommandRun() = default;
     CommandRun(const CommandRun &) = delete;
     CommandRun &operator=(const CommandRun &) = delete;
 
     /// Works on one item; null is skipped. An item with a name that can't be quoted is refused before anything
-    /// else is done for it: see NameGuard.h. A failure is seen in the result alone: the next item is taken as
-    /// usual.
+    /// else is done for it: see NameGuard.h. A failure is seen in the result, and in the outcome that is reported
+    /// at the end of the item; the next one is taken as usual.
     void work(ITEM *item);
     /// Works on all items of a list that the run doesn't change.
     template <class LIST> void workAll(const LIST &items) {
@@ -74,7 +75,8 @@ template <class ITEM> class CommandRun {
     [[nodiscard]] int result() const { return result_; }
 
   protected:
-    /// Before anything is done for the item; false passes it over and leaves the result as it was.
+    /// Before anything is done for the item; false passes it over and leaves the result as it was. Whoever answers
+    /// so says why in the report.
     virtual bool isWanted(ITEM & /*item*/) { return true; }
     /// Before the item's argument is pushed.
     virtual void prepare(ITEM & /*item*/) {}
@@ -92,10 +94,13 @@ template <class ITEM> class CommandRun {
     void setResult(int result) { result_ = result; }
     [[nodiscard]] CString &errorText() { return errorText_; }
     [[nodiscard]] CMArgumentList &arguments() { return args_; }
+    /// That of the item at hand.
+    [[nodiscard]] OutcomeReport &report() { return *report_; }
     /// The line that is logged is that of the caller.
     void log(const CString &text, int line = __builtin_LINE());
 
   private:
+    void workOn(ITEM &item);
     void execute(const CString &command);
 
     CommandTexts texts_;
@@ -105,6 +110,7 @@ template <class ITEM> class CommandRun {
     PushedArgument pushedArchive_{args_, archive_};
     LogTrace::Log log_{LogTrace::Log::cm};
     int result_ = 0;
+    std::optional<OutcomeReport> report_;
 };
 
 extern template class CommandRun<IUnit>;

@@ -1,8 +1,7 @@
-// What brings a unit into line after its command: header and mode, or a load of its file.
+// Brings header and mode of a unit into line after its command.
 #pragma once
 
 #include "CM/host/IUnit.h"
-#include "CM/platform/CString.h"
 
 namespace command {
 
@@ -10,11 +9,5 @@ namespace command {
 void updateHeader(IUnit &unit);
 /// Brings the unit's mode into line with what its file permits.
 void updateMode(IUnit &unit);
-
-/// Loads a file of `directory` into the model and remembers the unit for other open projects. Null on failure.
-IUnit *loadIntoModel(const CString &directory, const CString &fileName);
-
-/// Tells, as the tool's property says, that the file could not be loaded; `errorText` becomes the message.
-void reportLoadingFailure(const CString &fullFileName, CString &errorText);
 
 } // namespace command

@@ -1,18 +1,21 @@
 #include "CM/CMSupport/command/LoggedRun.h"
 
 #include "CM/CMSupport/core/CMToolShellInterface.h"
+#include "CM/CMSupport/resources/Format.h"
 
 #include <cstddef>
 #include <string_view>
+#include <utility>
 
 namespace command {
 
 namespace {
 
-/// Logs `before` and `text` as one line. A long text is not copied: the line is made in its place for as long as
-/// it is needed.
+/// Logs `before` and `text` as one line. Builds the line in `text` itself and restores it afterwards, so that no
+/// second text of a listing's size exists while the line is written; the insertion moves the text. From 1 GiB on,
+/// the line is a copy.
 void logBehind(LogTrace::Log &log, const RunTexts &texts, const char *before, CString &text, int line) {
-    constexpr std::size_t tooLongForPositions = std::size_t{1} << 30; // those of a CString are numbers of type int
+    constexpr std::size_t tooLongForPositions = std::size_t{1} << 30; // positions in a CString are of type int
     if (text.view().size() >= tooLongForPositions) {
         log.Min(texts.source, line, before + text);
         return;
@@ -25,13 +28,22 @@ void logBehind(LogTrace::Log &log, const RunTexts &texts, const char *before, CS
 } // namespace
 
 int runLogged(LogTrace::Log &log, const RunTexts &texts, const CString &command, CString &output,
-              CString &errorText) {
+              CString &errorText, OutcomeReport &report) {
     if (texts.before != nullptr) {
         log.Min(texts.source, __LINE__, texts.before + command);
     }
-    const int result = theCMToolShellInterface()->Execute(command, output, errorText, "");
+    CMToolRun run;
+    const int result = theCMToolShellInterface()->Execute(command, output, errorText, run);
     if (texts.after != nullptr) {
         logBehind(log, texts, texts.after, output, __LINE__);
+    }
+    if (command.IsEmpty()) {
+        report.fail(CMOutcome::Kind::noCommand,
+                    resources::format(resources::Text::outcomeEmptyCommand, {report.property()}));
+    } else if (result == 0) {
+        report.fail(CMOutcome::Kind::failed, errorText);
+    } else {
+        report.ran(std::move(run));
     }
     return result;
 }

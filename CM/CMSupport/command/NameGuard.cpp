@@ -1,36 +1,40 @@
 #include "CM/CMSupport/command/NameGuard.h"
 
 #include "CM/CMSupport/core/CMOutputer.h"
-#include "CM/CMSupport/core/Paths.h"
+#include "CM/CMSupport/core/HostPaths.h"
 #include "CM/CMSupport/core/Unquotable.h"
 #include "CM/CMSupport/resources/Format.h"
+#include "CM/platform/PathText.h"
 
 #include <string>
 
 namespace command {
 
-bool mayReachCommand(std::initializer_list<CString> paths) {
+bool mayReachCommand(std::initializer_list<CString> paths, OutcomeReport &report) {
     for (const CString &path : paths) {
         if (const std::string fault = paths::unquotableIn(path); !fault.empty()) {
-            CMOutputer::writeToCMOutputWnd(
-                resources::format(resources::Text::nameNotQuotable, {paths::shownPath(path), fault}));
+            const std::string shown = paths::shownPath(path);
+            CMOutputer::writeToCMOutputWnd(resources::format(resources::Text::nameNotQuotable, {shown, fault}));
+            report.fail(CMOutcome::Kind::refused,
+                        resources::format(resources::Text::outcomeRefused, {shown, fault}));
             return false;
         }
     }
     return true;
 }
 
-bool mayReachCommand(const CMArchiveItem &item) {
+bool mayReachCommand(const CMArchiveItem &item, OutcomeReport &report) {
     const CString name = item.getFileNameWithPath();
     // Doubled, a separator "\" can be left at the end of the directory; without one nothing is asked of the host.
-    return mayReachCommand({name}) && (name.Find('\\') < 0 || mayReachCommand({item.getLocalPath()}));
+    return mayReachCommand({name}, report) &&
+           (name.Find('\\') < 0 || mayReachCommand({item.getLocalPath()}, report));
 }
 
-bool mayReachCommand(const IUnit &unit) {
+bool mayReachCommand(const IUnit &unit, OutcomeReport &report) {
     const CString name = unit.getFullFileName();
     CString own = unit.getOwnDirectory();
-    own.TrimRight(paths::separators); // may be a root; a template sees it without
-    return mayReachCommand({name, paths::directoryOf(name), unit.getFileName(), own});
+    own.TrimRight(platform::separators); // may be a root; a template sees it without
+    return mayReachCommand({name, platform::directoryOfPath(name), unit.getFileName(), own}, report);
 }
 
 } // namespace command

@@ -1,7 +1,8 @@
 #include "CM/CMSupport/command/UpdatingRun.h"
 
-#include "CM/CMSupport/command/BatchSteps.h"
+#include "CM/CMSupport/command/ArchiveSelection.h"
 #include "CM/CMSupport/command/FollowUp.h"
+#include "CM/CMSupport/core/HostCallbacks.h"
 
 #include <utility>
 
@@ -34,7 +35,7 @@ int updateUnits(CMOperation &operation, CommandTexts texts, SaveFirst save, cons
         return 0;
     }
     if (save == SaveFirst::yes && !units.IsEmpty()) {
-        saveModel();
+        core::saveModel();
     }
     UpdatingRun run(std::move(texts), args, error);
     run.workAll(units);

@@ -1,4 +1,4 @@
-// ORC_CM_API marks what the shared library offers to the program that it is part of.
+// Defines ORC_CM_API, which marks the symbols that the shared library exports.
 #pragma once
 
 #define ORC_CM_API __attribute__((visibility("default")))

@@ -2,14 +2,14 @@
 
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/DebugTrace.h"
-#include "CM/CMSupport/core/Paths.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IPN.h"
 #include "CM/platform/Files.h"
+#include "CM/platform/PathText.h"
 
 namespace {
 
-/// The tool property of the active project, or null.
+/// Returns the tool property of the active project, or null.
 const IProperty *projectProperty(const CString &key) {
     IProject *const project = CurrentWorkspace::GetActiveProject();
     return project == nullptr ? nullptr : CMProperty::getToolProperty(key, project, IProperty::inherited, false);
@@ -33,7 +33,7 @@ CString CMArchive::substitute(const CString &name) {
         debugTrace({"Problem getting _tstat information about ", value, "\n"});
         return value;
     }
-    return platform::isRegularFile(value) ? paths::directoryOf(value) : value;
+    return platform::isRegularFile(value) ? CString(platform::directoryOfPath(value)) : value;
 }
 
 int CMArchive::getArchiveSelection() {
@@ -49,7 +49,8 @@ CString CMArchive::getMainArchive() {
     CString archive;
     if (const IProperty *const property = projectProperty(IPN::CMArchive)) {
         CString error;
-        CMProperty::ExpandPredefined(property->getValue(), archive, error); // used also if it fails, deliberately
+        CMProperty::ExpandPredefined(property->getValue(), archive,
+                                     error); // required: the result counts even on failure
     }
     return archive;
 }

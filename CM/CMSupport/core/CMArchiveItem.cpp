@@ -1,18 +1,20 @@
 #include "CM/CMSupport/core/CMArchiveItem.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/HostPaths.h"
 #include "CM/CMSupport/core/ItemTexts.h"
-#include "CM/CMSupport/core/Paths.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IUnit.h"
 #include "CM/host/Utilities.h"
+#include "CM/platform/PathText.h"
 
 #include <string>
 #include <string_view>
 
 namespace {
 
-/// A dot in a directory name counts, deliberately.
+/// Required: a dot in a directory name counts. Test: ArchiveItem.IsCutAtADotInADirectoryNameToo.
 CString withoutSuffix(const CString &name) {
     const int dot = name.ReverseFind('.');
     return dot < 0 ? name : name.Left(dot);
@@ -20,13 +22,15 @@ CString withoutSuffix(const CString &name) {
 
 CString withoutWorkingDirectory(const CString &name) {
     const CString working = paths::workingDirectory();
-    // One character is taken for the separator without a look at it, deliberately.
+    // Required: the next character is removed too, whatever it is. Test:
+    // ArchiveItem.LosesACharacterWithoutAWorkingDirectory.
     return paths::beginsNoCase(name, working) ? name.Mid(working.GetLength() + 1) : name;
 }
 
-/// Takes away what the template "Repository" puts around a file's place below the workspace: what stands before
-/// its
-/// "$SubDirs", and what it puts between the directories and the file.
+/// Removes what the template "Repository" adds to a path below the workspace: at the start of the name the text
+/// before "$SubDirs", and at the end of its directory the text between "$SubDirs" and "$FileName" except the first
+/// character, the separator. A template that contains "$ArchivePath", or lacks one of the other two, leaves the
+/// name unchanged.
 CString withoutLayout(CString name, CString layout) {
     constexpr std::string_view subDirs = "$SubDirs";
     const int directories = layout.Find(subDirs);
@@ -39,12 +43,12 @@ CString withoutLayout(CString name, CString layout) {
     if (paths::beginsNoCase(name, root)) {
         name.Delete(0, root.GetLength());
     }
-    // From the template it goes also if the name doesn't begin with it, deliberately.
+    // Required: the template loses it even if the name doesn't begin with it.
     layout.Delete(0, root.GetLength() + static_cast<int>(subDirs.size()));
     if (layout.IsEmpty() || layout == "/" || layout == "\\") {
         return name;
     }
-    const int last = name.ReverseFindOneOf(paths::separators);
+    const int last = name.ReverseFindOneOf(platform::separators);
     const CString directory = name.Left(last + 1);
     if (!paths::endsNoCase(directory, layout)) {
         return name;
@@ -74,7 +78,7 @@ void CMArchiveItem::setStatus(const CString &status) {
     status_ = static_cast<std::uint32_t>(status.view().size());
 }
 
-/// In a block of its own.
+/// Stores the parts in a separate block of memory.
 void CMArchiveItem::keep(std::initializer_list<std::string_view> parts) {
     const auto own = std::make_shared<std::string>();
     for (const std::string_view part : parts) {
@@ -88,9 +92,9 @@ CString CMArchiveItem::getSuffix() const {
     return dot == std::string_view::npos ? CString() : CString(path().substr(dot));
 }
 
-CString CMArchiveItem::getFileName() const { return paths::fileOf(path()); }
+CString CMArchiveItem::getFileName() const { return platform::fileOfPath(path()); }
 
-CString CMArchiveItem::getName() const { return paths::fileOf(withoutSuffix(path())); }
+CString CMArchiveItem::getName() const { return platform::fileOfPath(withoutSuffix(path())); }
 
 CString CMArchiveItem::getType() const { return IProject::fileExtension2UnitType(getSuffix()); }
 
@@ -101,7 +105,7 @@ CString CMArchiveItem::getNameNShortPath(bool withExtension) const {
     const CString name = withExtension ? CString(path()) : withoutSuffix(path());
     CString layout;
     if (CMProperty::getUseSCCtool() == 0) {
-        CMProperty::getToolPropertyValue("Repository", layout, false);
+        CMProperty::getToolPropertyValue(keys::repository, layout, false);
     }
     return layout.IsEmpty() ? withoutWorkingDirectory(name) : withoutLayout(name, layout);
 }
@@ -114,14 +118,14 @@ CString CMArchiveItem::getLocalPath() const {
     if (getFileName().CompareNoCase(project->getFileName()) == 0) {
         return project->getOwnDirectory();
     }
-    return paths::directoryOf(paths::join(paths::workingDirectory(), getNameNShortPath(false)));
+    return platform::directoryOfPath(paths::join(paths::workingDirectory(), getNameNShortPath(false)));
 }
 
 CString CMArchiveItem::getFullUnitFileName() const {
     CString fullName = path();
     const IUnit *const unit = IUnit::getByFile(fullName);
     if (unit != nullptr && unit->isExternalUnitRecursive()) {
-        return fullName; // an external unit is kept where the tool reports it
+        return fullName; // an external unit is stored where the tool reports it
     }
     return paths::join(getLocalPath(), getFileName());
 }
@@ -136,6 +140,6 @@ CString CMArchiveItem::getFileNameForRepFiles() const {
     if (base.IsEmpty() || oqIsAbsolutePath(fullName)) {
         return fullName;
     }
-    // The dot of "./File" goes; that of ".hidden" too, deliberately.
+    // Removes the dot of "./File". Required: also that of ".hidden".
     return fullName.GetAt(0) == '.' ? base + fullName.Mid(1) : paths::join(base, fullName);
 }

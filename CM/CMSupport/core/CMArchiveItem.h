@@ -1,5 +1,4 @@
-// CMArchiveItem: one file of the archive, as a list operation has reported it, with the names derived from its
-// path.
+// Describes one file of the archive as a list operation reported it, and derives names from its path.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -16,10 +15,10 @@ class ItemTexts;
 
 class ORC_CM_API CMArchiveItem {
   public:
-    /// The mode that a list operation read. Its numbers are not those of CMMode::Mode.
+    /// The mode that a list operation read. The numbers differ from those of CMMode::Mode.
     enum Mode { unknown = 0, readOnly = 1, readWrite = 2 };
 
-    /// What a listing says of a file, in parts of the listing's text.
+    /// What a listing says about a file. The texts are parts of the listing.
     struct Listed {
         std::string_view fileNameWithPath;
         std::string_view version;
@@ -29,7 +28,7 @@ class ORC_CM_API CMArchiveItem {
 
     CMArchiveItem(const CString &fileNameWithPath, const CString &version, const Mode &mode, const CString &locker,
                   const CString &status);
-    /// With an empty status; the item's text is kept in `texts`.
+    /// Makes an item with an empty status. The item's text is stored in `texts`.
     CMArchiveItem(const Listed &listed, ItemTexts &texts);
 
     [[nodiscard]] CString getFileNameWithPath() const { return path(); }
@@ -39,21 +38,21 @@ class ORC_CM_API CMArchiveItem {
     [[nodiscard]] CString getStatus() const { return text().substr(path_ + version_ + locker_, status_); }
     void setStatus(const CString &status);
 
-    /// From the last dot of the full name to its end; a dot in a directory name counts.
+    /// Returns the text from the last dot of the full name to its end; a dot in a directory name counts.
     [[nodiscard]] CString getSuffix() const;
-    /// What follows the last separator of either kind.
+    /// Returns the text after the last separator of either kind.
     [[nodiscard]] CString getFileName() const;
-    /// The full name cut at its last dot, then what follows the last separator of the rest.
+    /// Cuts the full name at its last dot and returns the text after the last separator of the rest.
     [[nodiscard]] CString getName() const;
-    /// The display name of the unit type.
+    /// Returns the display name of the unit type.
     [[nodiscard]] CString getType() const;
-    /// The path relative to the root of the archive or the workspace.
+    /// Returns the path relative to the root of the archive or the workspace.
     [[nodiscard]] CString getNameNShortPath(bool withExtension) const;
-    /// The directory in the workspace to which the item belongs; empty without an active project.
+    /// Returns the directory in the workspace to which the item belongs; empty without an active project.
     [[nodiscard]] CString getLocalPath() const;
-    /// The full name of the unit's file in the workspace.
+    /// Returns the full name of the unit's file in the workspace.
     [[nodiscard]] CString getFullUnitFileName() const;
-    /// The name under which the host knows the unit's file.
+    /// Returns the name by which the host knows the unit's file.
     [[nodiscard]] CString getFileNameForRepFiles() const;
 
   private:
@@ -89,7 +88,7 @@ class ORC_CM_API CMArchiveItemListWrapper {
     [[nodiscard]] CMArchiveItemList &list() { return items_; }
     /// Takes ownership.
     void addTail(CMArchiveItem *item);
-    /// Takes the item off the list if it is there, and deletes it in any case; null is ignored.
+    /// Removes the item from the list if it is there, and deletes it in either case. Null is ignored.
     void removeAndMemoryDelete(CMArchiveItem *item);
 
   private:

@@ -1,5 +1,5 @@
-// CMArgument: answers a variable name of a command template with a text. An argument list is asked front to back,
-// and the first argument that owns the name wins.
+// Answers a variable name of a command template with a text. An argument list is searched front to back; the first
+// argument that answers to the name wins.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -13,9 +13,9 @@ class ORC_CM_API CMArgument {
     CMArgument(const CMArgument &) = delete;
     CMArgument &operator=(const CMArgument &) = delete;
 
-    /// Non-zero if this argument answers to the name, in any mix of capitals and small letters.
+    /// Returns non-zero if this argument answers to the name, ignoring case.
     [[nodiscard]] virtual int isNamed(const CString &name) const = 0;
-    /// The text for the name; a name that is not this argument's comes back unchanged.
+    /// Returns the text for the name; returns any other name unchanged.
     [[nodiscard]] virtual CString substitute(const CString &name) = 0;
 
     virtual ~CMArgument() = default;
@@ -30,7 +30,7 @@ class ORC_CM_API CMUserBasedArgument : public CMArgument {};
 /// An argument whose value comes from a property.
 class ORC_CM_API CMPropertyArgument : public CMArgument {
   public:
-    /// The tool property with this key, or null.
+    /// Returns the tool property with this key, or null.
     [[nodiscard]] virtual IProperty *getArgumentProperty(const CString &key) const;
 };
 

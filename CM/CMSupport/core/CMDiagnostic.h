@@ -1,4 +1,4 @@
-// CMDiagnostic: one result line about one unit or archive item.
+// Holds one result line about one unit or archive item.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -11,8 +11,8 @@ class IUnit;
 class ORC_CM_API CMDiagnostic {
   public:
     CMDiagnostic() = default;
-    /// With a unit or item the text is preceded by its kind and name: "Class 'Pump': text".
-    /// `result` is 1 for success, 0 for failure.
+    /// With a unit or item, its kind and name precede the text: "Class 'Pump': text". `result` is 1 for success, 0
+    /// for failure.
     CMDiagnostic(const int &result, const CString &text, const IUnit *unit);
     CMDiagnostic(const int &result, const CString &text, const CMArchiveItem *item);
 

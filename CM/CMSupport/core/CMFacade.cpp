@@ -1,4 +1,4 @@
-// CMFacade: the members that run no operation.
+// Implements the members of CMFacade that run no operation.
 #include "CM/CMSupport/core/CMFacade.h"
 
 #include "CM/CMSupport/core/CMOutputer.h"
@@ -11,6 +11,7 @@ CMFacade::ATMCallback CMFacade::_ATMCallbackFunc = nullptr;
 CMainFrame *CMFacade::_ATMCallbackFuncParameter = nullptr;
 CMFacade::ATMCallback CMFacade::_afterATMCallbackFunc = nullptr;
 CMainFrame *CMFacade::_afterATMCallbackFuncParameter = nullptr;
+CMOutcomeObserver *CMFacade::outcomeObserver_ = nullptr;
 
 std::ostream *CMFacade::_outStream = nullptr;
 
@@ -19,6 +20,7 @@ CMFacade::ATMCallback &CMFacade::ATMCallbackFunc() { return _ATMCallbackFunc; }
 CMainFrame *&CMFacade::ATMCallbackFuncParameter() { return _ATMCallbackFuncParameter; }
 CMFacade::ATMCallback &CMFacade::afterATMCallbackFunc() { return _afterATMCallbackFunc; }
 CMainFrame *&CMFacade::afterATMCallbackFuncParameter() { return _afterATMCallbackFuncParameter; }
+CMOutcomeObserver *&CMFacade::outcomeObserver() { return outcomeObserver_; }
 std::ostream *&CMFacade::outStream() { return getMainCMOutputer()(); }
 
 void CMFacade::DoCmDialog() {}

@@ -1,8 +1,9 @@
-// CMFacade: where a call enters the library. Operations take the caller's lists and return the outcome of the last
-// unit or item that was worked on, not a summary: non-zero if it succeeded. They return 0 too if nothing was left
-// to do, without a message, and if the transaction was not valid: without a tool the user has been told so,
-// without an active project nothing is shown. What went wrong for which unit is told in the diagnostic list and in
-// the CM output window.
+// Offers the operations of the library to hosts and dialogs. An operation takes the caller's lists and returns the
+// outcome of the last unit or item, not a summary: non-zero if it succeeded. Most operations also return 0,
+// without a message, if nothing was left to do; by command, MoveMember, movePackageContent, RenameMember and
+// RecUncheckout return 1 then. An invalid transaction gives 0 as well: the tool "None" is shown to the user, a
+// missing active project is not. Only ListWorkspace and doConnectToArcDlg ignore this. A diagnostic reports that
+// no tool is configured; the outcome observer receives the outcome of each unit.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -10,6 +11,7 @@
 #include "CM/CMSupport/core/CMArgument.h"
 #include "CM/CMSupport/core/CMDiagnostic.h"
 #include "CM/CMSupport/core/CMOperation.h"
+#include "CM/CMSupport/core/CMOutcome.h"
 
 #include <ostream>
 
@@ -24,8 +26,8 @@ class ORC_CM_API CMFacade {
     using SaveCallback = void (*)();
     using ATMCallback = void (*)(CMainFrame *);
 
-    // Set by the host at its start, read by the operations. The save callback may stay null; the two others must
-    // be set before the first check out.
+    // Set by the host at its start, read by the operations. The save callback may stay null. The two callbacks
+    // around reloads must be set before the first check out or undo of a check out.
     static SaveCallback &saveCallbackFunc();
     static ATMCallback &ATMCallbackFunc();
     static CMainFrame *&ATMCallbackFuncParameter();
@@ -33,9 +35,12 @@ class ORC_CM_API CMFacade {
     static CMainFrame *&afterATMCallbackFuncParameter();
     /// The stream of the host's CM output window.
     static std::ostream *&outStream();
+    /// The observer that receives the outcome of each unit and item; null, the initial value, for none. The host
+    /// owns it.
+    static CMOutcomeObserver *&outcomeObserver();
 
-    // Operations. Units that may not be worked on are taken off the unit list first, except by those on an
-    // archive, the list of the workspace, and the moves and renames.
+    // Operations. Units that may not be worked on are removed from the unit list first, except by ListWorkspace,
+    // ConnectToArchive, MoveMember and movePackageContent.
     static int CheckOut(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int RecCheckOut(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int CheckOutFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
@@ -48,45 +53,66 @@ class ORC_CM_API CMFacade {
 
     static int Uncheckout(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int Uncheckout(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
-    /// On the provider route 0, without a diagnostic.
+    /// Returns 0 on the provider route, without a diagnostic.
     static int RecUncheckout(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
 
     static int Fetch(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int FetchFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
     static int RecFetchFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
-    /// Has a command form only beside a provider that leaves fetching to it.
+    /// Runs the command in hybrid mode; otherwise always takes the provider route, even with a command tool.
     static int FetchForDiff(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int History(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
+    // These three have only a provider form, which also runs in a project that works by commands.
+    static int FetchForDiffFromArc(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
+    static int HistoryArcView(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
+    static int Properties(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
 
     static int AddMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
-    /// On the command route 0, without a diagnostic.
+    /// Returns 0 on the command route, without a diagnostic.
     static int AddDirectory(CString directory, CMArgumentList &args, CMDiagnosticList &diags);
 
-    /// Items are appended to the list. The return value says nothing about the listing.
+    /// Appends items to the list. The return value says nothing about the listing.
     static int ListArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
     /// Fills the list with the units that can be under configuration management; runs no command. Returns 1.
     static int ListWorkspace(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
-    /// The units serve only to choose the archive.
+    /// Uses the units only to choose the archive.
     static int ConnectToArchive(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
-    /// Always 0: there is no such operation.
+    /// Always returns 0: there is no such operation.
     static int ConnectToArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
 
-    /// The list holds triples: the unit, its old owner, its new owner. It must not be read after a return of 0.
+    /// Takes triples: unit, old owner, new owner. By command, stops with 0 at the first unit without a template
+    /// and leaves the list of units unchanged.
     static int MoveMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
-    /// Moves what lies in a package when the package's directory moves.
+    /// Moves the units of a package when the package's directory moves. Returns as MoveMember does.
     static int movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath,
                                   const CString &newPath, CMArgumentList &args, CMDiagnosticList &diags,
                                   bool hybrid);
-    /// Both paths are those of the unit's file. 1 also where a command failed: the output window tells it.
+    /// Takes the paths of the unit's file. By command, returns 1 even if a command failed, which the return value
+    /// and the diagnostics do not show.
     static int RenameMember(IUnit *unit, const CString &oldPath, const CString &newPath, CMDiagnosticList &diags);
     static int DeleteMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
-    /// `object` is what the directory belongs to in the model; may be null.
+    /// `object` is the model element that the directory belongs to; may be null.
     static int DeleteDirectory(const CString &directory, CMArgumentList &args, CMDiagnosticList &diags,
                                bool hybrid, IDObject *object);
 
+    /// Shows the dialog in which the user connects the project to an archive, even without a project or a tool,
+    /// and returns 1. Until a dialog is assigned, only the separators appear in the output window.
+    static int doConnectToArcDlg();
+
+    // The host calls doSetUpSCC when a project opens and doCloseProjectSCC when it closes; it may call
+    // doCleanUpSCC at any time.
+
+    /// Prepares the provider of the project. Returns 1 for a project that works by commands, else the result of
+    /// the provider route.
+    static int doSetUpSCC();
+    /// Both end the work of the provider if its library is loaded, and return 1.
+    static int doCloseProjectSCC();
+    static int doCleanUpSCC();
+    /// Returns 1; an entry point for the host.
+    static int RunToolExe();
     /// Does nothing; an entry point for the host.
     static void DoCmDialog();
-    /// Makes the list unique, keeping the first occurrence of each unit and the order, and drops null entries.
+    /// Removes null entries and all but the first occurrence of each unit. Keeps the order.
     static void removeDuplicatesFromItemList(CMUnitList &units);
 
   private:
@@ -95,12 +121,14 @@ class ORC_CM_API CMFacade {
     static CMainFrame *_ATMCallbackFuncParameter;
     static ATMCallback _afterATMCallbackFunc;
     static CMainFrame *_afterATMCallbackFuncParameter;
-    static std::ostream *_outStream; // reserved: outStream() gives the stream of the main CMOutputer
+    static CMOutcomeObserver *outcomeObserver_;
+    static std::ostream *_outStream; // reserved: outStream() returns the stream of the main CMOutputer
 };
 
-/// The index of the overlay that the host's browser draws over a unit's icon.
+/// Returns the index of the overlay that the host's browser draws over a unit's icon.
 ORC_CM_API int getOverlayImage(const IUnit *unit);
-/// Whether a dialog should offer to include the information files that go with the unit, or with any of them.
+/// Return whether a dialog should offer to include the information files that belong to the unit, or to any entry
+/// of the list.
 ORC_CM_API bool shouldSetInformationFilesCheckBox(IUnit *unit);
 ORC_CM_API bool shouldSetInformationFilesCheckBoxForUnitsList(CMArchiveItemList &items);
 ORC_CM_API bool shouldSetInformationFilesCheckBoxForUnitsList2(CMUnitList &units);

@@ -1,4 +1,4 @@
-// CMLabel: the label or version that the user entered, the variable "label".
+// Answers the template variable "label": the label or version that the user entered.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -8,7 +8,7 @@ class ORC_CM_API CMLabel : public CMUserBasedArgument {
     explicit CMLabel(CString label) : label_(std::move(label)) {}
 
     [[nodiscard]] int isNamed(const CString &name) const override;
-    /// The label, in double quotes if it holds a blank; another name comes back unchanged.
+    /// Returns the label, in double quotes if it contains a blank; returns any other name unchanged.
     [[nodiscard]] CString substitute(const CString &name) override;
 
   private:

@@ -1,13 +1,13 @@
 #include "CM/CMSupport/core/CMLog.h"
 
-#include "CM/host/CurrentWorkspace.h"
-#include "CM/host/IPN.h"
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 
 int CMLog::isNamed(const CString &name) const { return name.CompareNoCase("log") == 0 ? 1 : 0; }
 
 CString CMLog::substitute(const CString &name) {
     if (EncloseCommentsInQuotes()) {
-        return text_; // for a foreign name too: deliberate
+        return text_; // required: for any name
     }
     if (isNamed(name) == 0) {
         return name;
@@ -16,11 +16,6 @@ CString CMLog::substitute(const CString &name) {
 }
 
 bool CMLog::EncloseCommentsInQuotes() {
-    static const CString key("EncloseCommentsInQuotes");
-    const IProject *project = CurrentWorkspace::GetActiveProject();
-    if (project == nullptr) {
-        return false;
-    }
-    const IProperty *property = project->findProperty(IPN::CM, IPN::General, key, IProperty::inherited);
+    const IProperty *const property = findGeneralProperty(keys::encloseComments);
     return property != nullptr && property->getValue().CompareNoCase("No") == 0;
 }

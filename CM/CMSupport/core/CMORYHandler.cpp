@@ -1,12 +1,15 @@
 #include "CM/CMSupport/core/CMORYHandler.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
-#include "CM/CMSupport/core/Paths.h"
+#include "CM/CMSupport/core/HostPaths.h"
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/core/Quietly.h"
+#include "CM/CMSupport/core/UnitFiles.h"
 #include "CM/host/CurrentWorkspace.h"
-#include "CM/host/IPN.h"
 #include "CM/host/Utilities.h"
 #include "CM/platform/Files.h"
+#include "CM/platform/PathText.h"
 
 #include <utility>
 
@@ -18,17 +21,17 @@ IProject *openProject() {
     return CurrentProject::Project() == nullptr ? nullptr : CurrentWorkspace::GetActiveProject();
 }
 
-/// By the property alone: whether a provider could be found doesn't matter here.
-bool isCommandRoute(const IProject &project) {
-    const IProperty *const property =
-        project.findProperty(IPN::CM, IPN::General, "UseSCCtool", IProperty::inherited);
+/// Reads only the property: whether a provider was found doesn't matter here.
+bool isCommandRoute() {
+    const IProperty *const property = findGeneralProperty(keys::useProvider);
     return property == nullptr || property->getValue().CompareNoCase("Yes") != 0;
 }
 
-/// Whether a file of the tool stands apart from the unit's. One place under two spellings, by way of a link, holds
-/// the only copy, which must be neither moved nor removed.
+/// Returns whether the tool's file is not the unit's file. If a link makes both paths the same file, it is the
+/// only copy and must be neither moved nor deleted.
 bool areApart(const CString &unitPath, const CString &toolPath) {
-    return unitPath != toolPath && !platform::sameFile(paths::directoryOf(unitPath), paths::directoryOf(toolPath));
+    return unitPath != toolPath &&
+           !platform::sameFile(platform::directoryOfPath(unitPath), platform::directoryOfPath(toolPath));
 }
 
 } // namespace
@@ -52,8 +55,7 @@ bool CMORYHandler::isProjectFile() const {
     } else {
         return false;
     }
-    return extension.CompareNoCase(IProject::staticGetNewFileExtension()) == 0 ||
-           extension.CompareNoCase(IProject::staticGetOldFileExtension()) == 0;
+    return isProjectFileExtension(extension);
 }
 
 void CMORYHandler::getUnitPath(CString &unitPath, CString &toolPath) {
@@ -67,7 +69,7 @@ void CMORYHandler::getUnitPath(CString &unitPath, CString &toolPath) {
     const CString file = unit_ != nullptr ? unit_->getFileName() : item_->getFileName();
     unitPath = paths::join(directory, file);
     toolPath = unitPath;
-    if (isProjectFile() && isCommandRoute(*project) && CMProperty::isPre40Compatible()) {
+    if (isProjectFile() && isCommandRoute() && CMProperty::isPre40Compatible()) {
         toolPath = paths::join(project->getProjectFileDirectory(), file);
     }
 }
@@ -103,7 +105,7 @@ int CMORYHandler::startTranscation(ORYOPER operation) {
         state_ = ORYNone;
         return 0;
     }
-    return platform::copyFile(unitPath, toolPath, false) ? 1 : 0; // stays open if it failed, deliberately
+    return platform::copyFile(unitPath, toolPath, false) ? 1 : 0; // required: a failure leaves it open
 }
 
 int CMORYHandler::commit() {
@@ -122,7 +124,7 @@ int CMORYHandler::commit() {
                 result = oqDeleteFile(toolPath, 1);
             }
         } else if (platform::sameFile(toolPath, unitPath)) {
-            // A link that the tool works through: moved over the file it leads to, it would lead nowhere.
+            // The tool works through a link, which would dangle if it were moved over its target.
         } else if (toolHasFile) {
             platform::makeWritable(unitPath);
             result = oqMoveFileEx(toolPath, unitPath, replaceAndAllowCopy);
@@ -140,7 +142,7 @@ int CMORYHandler::rollBack() {
     }
     CString unitPath;
     CString toolPath;
-    // The handler's own where it is being destroyed. NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall)
+    // Calls this class's version during destruction. NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall)
     getUnitPath(unitPath, toolPath);
     int result = 1;
     if (areApart(unitPath, toolPath) && oqFileExist(toolPath)) {

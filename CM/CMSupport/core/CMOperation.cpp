@@ -9,7 +9,7 @@ int CMOperation::isCMTool(CString &message, IDObject *object, bool hybrid) {
     }
     const IProperty *tool = CMProperty::getCMTool(object, IProperty::inherited);
     if (tool == nullptr) {
-        return 0; // the message stays as the caller gave it: deliberate
+        return 0; // required: the message stays unchanged
     }
     if (tool->getValue().CompareNoCase("None") == 0) {
         message = resources::text(resources::Text::noToolSelected);

@@ -1,4 +1,5 @@
-// CMOperation and its abstract children: one verb each, made on the stack for one call, without data.
+// Declares the base classes of the operations. An operation object has no data and lives on the stack for one
+// call.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -8,7 +9,7 @@
 #include "CM/platform/CList.h"
 #include "CM/platform/CString.h"
 
-/// The units of one call. They belong to the host; the list may be pruned and refilled by an operation.
+/// The units of one call. The host owns them; an operation may remove entries and refill the list.
 using CMUnitList = CList<IUnit *, IUnit *>;
 
 class CMOperation {
@@ -17,8 +18,9 @@ class CMOperation {
     CMOperation(const CMOperation &) = delete;
     CMOperation &operator=(const CMOperation &) = delete;
 
-    /// Whether a command tool is configured for `object` (null for the default). 1 if so, or if the provider route
-    /// is configured and `hybrid` is true. `message` is emptied on a tool, set on "None", else left alone.
+    /// Returns 1 if a command tool is configured for `object` (null for the default), or if the provider route was
+    /// chosen and `hybrid` is true; else 0. `message` is emptied if there is a tool, set if the tool is "None",
+    /// else left unchanged.
     virtual int isCMTool(CString &message, IDObject *object, bool hybrid);
 
   protected:
@@ -27,8 +29,8 @@ class CMOperation {
 
 class CMWorkspaceOperation : public CMOperation {
   public:
-    /// Runs the operation; non-zero if the last unit worked on succeeded. `hybrid` is true when a provider-route
-    /// configuration is sent down the command route.
+    /// Runs the operation. Returns non-zero if the last unit worked on succeeded. `hybrid` is true if a project on
+    /// the provider route uses a command for this operation.
     virtual int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) = 0;
 
   protected:
@@ -43,7 +45,7 @@ class CMArchiveOperation : public CMOperation {
     ~CMArchiveOperation() = default;
 };
 
-/// An extension point: nothing derives from it yet.
+/// An extension point; no class derives from it yet.
 class CMFreeTextOperation : public CMOperation {
   public:
     virtual int operator()(CMUnitList &units, CMDiagnosticList &diags);

@@ -1,6 +1,7 @@
 #include "CM/CMSupport/core/CMOutputer.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/Environment.h"
 #include "CM/host/IAbstractCMManager.h"
 #include "CM/host/Messages.h"
@@ -28,7 +29,7 @@ void CMOutputer::reportLoadingErrror(const CString &text) {
         return;
     }
     CString where;
-    CMProperty::getToolPropertyValue("ReportLoadingError", where, false);
+    CMProperty::getToolPropertyValue(keys::reportLoadingError, where, false);
     const bool both = where.CompareNoCase("Both") == 0;
     if (both || where.CompareNoCase("Output Window") == 0) {
         writeToCMOutputWnd("ERROR : " + text);

@@ -2,17 +2,19 @@
 
 #include "CM/CMSupport/core/CMArchive.h"
 #include "CM/CMSupport/core/CMProperty.h"
-#include "CM/CMSupport/core/Paths.h"
+#include "CM/CMSupport/core/HostPaths.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/Utilities.h"
+#include "CM/platform/PathText.h"
 
 namespace {
 
-/// As many characters from the end of `path` as it is longer than `root`, without separators at the ends. Where
-/// the root stands in the path makes no difference, deliberately.
+/// Removes as many characters from the start of `path` as `root` has, and separators at the ends of the rest.
+/// Required: the position of the root in the path makes no difference.
 CString behindLengthOf(const CString &root, const CString &path) {
     CString rest = path.Right(path.GetLength() - root.GetLength());
     rest.Trim();
-    return rest.Trim(paths::separators);
+    return rest.Trim(platform::separators);
 }
 
 CString trimmed(CString path) { return path.Trim(); }
@@ -25,8 +27,8 @@ CString CMPathMapper::expandedRepository() {
     arguments.AddTail(&mainArchive);
     CString repository;
     CString error;
-    // The return is of no use: variables of the layout stay unresolved here, and count as a failure.
-    CMProperty::ExpandProperty("Repository", arguments, repository, error, false);
+    // Its result is ignored: variables of the layout have no value yet, which counts as a failure.
+    CMProperty::ExpandProperty(keys::repository, arguments, repository, error, false);
     return repository;
 }
 

@@ -1,5 +1,5 @@
-// CMPathMapper: turns a place in the workspace into one in the archive and back, for tools whose archive layout is
-// described by the property "Repository".
+// Maps workspace paths to archive paths and back, for tools whose archive layout is described by the property
+// "Repository".
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -8,19 +8,19 @@ class CMPathMapper {
   public:
     CMPathMapper() = delete;
 
-    /// The part of a local path below the working directory, without separators at its ends; a path that doesn't
-    /// hold the working directory comes back trimmed.
+    /// Returns the part of a local path below the working directory, without separators at its ends. A path that
+    /// doesn't contain the working directory is returned trimmed.
     [[nodiscard]] static CString getArchiveSubDirFromLocalPath(const CString &path);
-    /// The archive path that the template "Repository" gives for a local path. Without a template, or with one
-    /// that holds "$ArchivePath", the path itself.
+    /// Returns the archive path that the template "Repository" yields for a local path. Without a template, or
+    /// with one that contains "$ArchivePath", returns the path itself.
     [[nodiscard]] static CString getArchivePathFromLocalPath(const CString &path);
-    /// The local path for an archive path; one that lies outside of the archive gives the working directory and a
-    /// separator. Without a template, or with one that holds "$ArchivePath", the path itself, trimmed.
+    /// Returns the local path for an archive path; for a path outside the archive, the working directory and a
+    /// separator. Without a template, or with one that contains "$ArchivePath", returns the path itself, trimmed.
     [[nodiscard]] static CString getLocalPathFromArchivePath(const CString &path);
 
-    /// The property "Repository" expanded with the main archive as its one argument; empty without one. Variables
-    /// that are filled in later stay in the text.
+    /// Expands the property "Repository" with the main archive as its only argument; empty without the property.
+    /// Variables that are filled in later stay in the text.
     [[nodiscard]] static CString expandedRepository();
-    /// Whether an expanded "Repository" is a layout to map with.
+    /// Returns whether an expanded "Repository" is a layout to map with: not empty and without "$ArchivePath".
     [[nodiscard]] static bool isLayout(const CString &repository);
 };

@@ -1,4 +1,4 @@
-// CMProperty: the expansion language.
+// Implements the expansion language of CMProperty.
 #include "CM/CMSupport/core/CMProperty.h"
 
 #include "CM/CMSupport/core/Conditional.h"
@@ -15,7 +15,7 @@ int CMProperty::ExpandProperty(const CString &key, CMArgumentList &args, CString
 
 int CMProperty::ExtractCondition(const CString &source, int &start, int &end, CString &ifPart, CString &thenPart,
                                  CString &elsePart, CString &) {
-    // A part may be assigned over the source.
+    // An out-argument may be the source itself.
     const CString searched = source; // NOLINT(performance-unnecessary-copy-initialization)
     const auto found = findConditional(searched);
     start = found ? static_cast<int>(found->start) : -1;

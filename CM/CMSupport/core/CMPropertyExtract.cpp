@@ -1,4 +1,4 @@
-// CMProperty: single values out of a tool's output.
+// Extracts single values from a tool's output for CMProperty.
 #include "CM/CMSupport/core/CMProperty.h"
 
 #include "CM/CMSupport/core/DebugTrace.h"
@@ -22,6 +22,6 @@ int CMProperty::ExtractByProperty(const CString &key, const CString &text, CStri
     if (ToolPattern(key).extract(text, found, wasSet) == 0) {
         return 0;
     }
-    result = CString(found); // which may be part of the very text that it replaces
+    result = CString(found); // `found` may be part of the text that it replaces
     return 1;
 }

@@ -1,4 +1,4 @@
-// CMProperty: the log lines that frame the calls of a provider.
+// Builds CMProperty's log lines around calls of a provider.
 #include "CM/CMSupport/core/CMProperty.h"
 
 void CMProperty::getPreSCCCallLogMsg(const CString &name, CString &out) {

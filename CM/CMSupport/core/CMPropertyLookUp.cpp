@@ -1,4 +1,4 @@
-// CMProperty: which property a key means, and writing it.
+// Finds the property that a key means, and writes it, for CMProperty.
 #include "CM/CMSupport/core/CMProperty.h"
 
 #include "CM/CMSupport/core/DebugTrace.h"
@@ -11,7 +11,7 @@ IProperty *find(const IDObject &referee, const CString &metaclass, const CString
     return referee.findProperty(IPN::CM, metaclass, key, where);
 }
 
-// Gives the referee a property of its own, made from one that it inherits.
+// Adds a copy of an inherited property, with another value, to the referee.
 void storeCopy(IDObject &referee, const CString &metaclass, const IProperty &inherited, const CString &value) {
     IProperty own(&inherited);
     own.setValue(value);
@@ -55,7 +55,8 @@ int CMProperty::setCMTool(const CString &name, IDObject *object) {
         return 1;
     }
     const IProperty *inherited = getCMTool(referee, IProperty::inherited);
-    if (referee != nullptr && inherited != nullptr) { // looked up without a referee too, for the trace: deliberate
+    if (referee != nullptr &&
+        inherited != nullptr) { // required: the trace shows the look-up even without a referee
         storeCopy(*referee, IPN::CMGeneral, *inherited, name);
     }
     return 1;
@@ -77,7 +78,7 @@ IProperty *CMProperty::getToolProperty(const CString &key, IDObject *object, int
         found = find(*referee, metaclass, key, where);
     }
     if (found == nullptr) {
-        // A local look-up finds an inherited general value too: deliberate.
+        // Required: a local look-up finds an inherited general value too.
         found = find(*referee, IPN::CMGeneral, key, IProperty::inherited);
     }
     if (found == nullptr) {
@@ -88,7 +89,7 @@ IProperty *CMProperty::getToolProperty(const CString &key, IDObject *object, int
 
 int CMProperty::setToolProperty(const CString &key, const CString &value, IDObject *object) {
     if (IProperty *own = getToolProperty(key, object, IProperty::local, false)) {
-        own->setValue(value); // which may be an inherited general one: deliberate
+        own->setValue(value); // required: this may be an inherited general one
         return 1;
     }
     const IProperty *inherited = getToolProperty(key, object, IProperty::inherited, false);

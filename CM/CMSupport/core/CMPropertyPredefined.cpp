@@ -1,4 +1,4 @@
-// CMProperty: the variables that are there without an argument or a property.
+// Expands the predefined variables, which need neither an argument nor a property.
 #include "CM/CMSupport/core/CMProperty.h"
 
 #include "CM/CMSupport/core/DebugTrace.h"
@@ -14,16 +14,17 @@ namespace {
 
 class Predefined {
   public:
-    /// `variable` holds its dollar.
+    /// `variable` includes its dollar.
     explicit Predefined(const std::string &variable)
         : variable_(variable), escaped_("[\\]\\" + variable), plain_("\\" + variable) {}
 
-    /// Whether either pattern can match: cheaper than a match, and rarely true.
+    /// Returns whether either pattern can match. Cheaper than a match, and rarely true.
     [[nodiscard]] bool occursIn(const std::string &text) const {
         return std::search(text.begin(), text.end(), variable_.begin(), variable_.end(), NoCaseCharacter()) !=
                text.end();
     }
-    /// Replaces the first escaped form, then the first plain one.
+    /// Replaces the first escaped form, then the first plain one. Required: also within a longer name such as
+    /// "$tempest". Test: Expand.TakesAPredefinedVariableThatANameBeginsWith.
     void replaceIn(SPString &text, const CString &value) const {
         text.s(escaped_, value, "i");
         text.s(plain_, value, "i");
@@ -42,7 +43,7 @@ class Predefined {
     SPString plain_;
 };
 
-// The name of the project's directory for units.
+// Returns the name of the project's directory for units.
 CString unitDirectoryName(const IProject &project) {
     CString extension = IProject::staticGetFolderExtension();
     extension.SetAt(0, '_');
@@ -63,7 +64,7 @@ int CMProperty::ExpandPredefined(const CString &source, CString &result, CString
     SPString text(source);
     CString root;
     const int hasRoot = oqGetRoot(root, error);
-    // In this order: what one puts in may hold the next.
+    // The order counts: the value of one variable may contain the next.
     if (hasRoot == 1 && rootVariable.occursIn(text.str())) {
         rootVariable.replaceIn(text, root);
     }

@@ -1,10 +1,11 @@
-// CMProperty: which route is active.
+// Decides for CMProperty which route is active, and finds the provider.
 #include "CM/CMSupport/core/CMProperty.h"
 
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/core/ProviderLookUp.h"
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/CurrentWorkspace.h"
-#include "CM/host/IPN.h"
 #include "CM/host/Messages.h"
 
 #include <set>
@@ -14,11 +15,12 @@ int CMProperty::useSCCtool = 0;
 int CMProperty::hasCheckedSccTool = 0;
 int CMProperty::DLLokay = 0;
 const char *CMProperty::SCCProviderDLL = nullptr;
+CString CMProperty::SCCToolName;
 IProject *CMProperty::theProject = nullptr;
 
 namespace {
 
-// A path that was handed out stays for good. The set is never destroyed, for a caller may outlive it.
+// Keeps a path until the process ends. The set is never destroyed, since a caller may outlive it.
 const char *keep(const CString &path) {
     static auto &kept = *new std::set<std::string>;
     return kept.insert(path.str()).first->c_str();
@@ -27,25 +29,25 @@ const char *keep(const CString &path) {
 } // namespace
 
 int CMProperty::useSccCompliantTool() {
-    static const CString key("UseSCCtool");
     IProject *project = CurrentWorkspace::GetActiveProject();
-    const IProperty *property =
-        project != nullptr ? project->findProperty(IPN::CM, IPN::General, key, IProperty::inherited) : nullptr;
+    const IProperty *property = findGeneralProperty(keys::useProvider);
     if (property == nullptr) {
         return 0;
     }
     if (property->getValue().CompareNoCase("YES") != 0) {
-        useSCCtool = 0; // hasCheckedSccTool stays as it was: deliberate
+        useSCCtool = 0; // required: hasCheckedSccTool stays unchanged
         return 0;
     }
     useSCCtool = 1;
     if (project->isLoadFromMMMode()) {
-        return 0; // while useSCCtool stays 1: deliberate
+        return 0; // required: useSCCtool stays 1
     }
     if (hasCheckedSccTool == 1) {
-        return getUseSCCtool(); // which looks again if the project has changed
+        return getUseSCCtool(); // looks up again if the project has changed
     }
-    theProject = project; // the project for which the look-up holds, so that its message comes once
+    // Stored here too, so that the message below appears once:
+    // Route.TellsAboutAMissingProviderOnceForTheProjectAndStaysTheProviderRoute.
+    theProject = project;
     hasCheckedSccTool = 1;
     DLLokay = 1;
     if (const auto path = provider::findLibrary()) {
@@ -54,7 +56,7 @@ int CMProperty::useSccCompliantTool() {
         notifyUserAndAsk(resources::text(resources::Text::providerNotFound), MB_ICONHAND, 0, messageLevelDefault);
         DLLokay = 0;
     }
-    return 1; // without a provider too: it is missed when it is to be loaded
+    return 1; // even without a provider: loading it reports the failure
 }
 
 int CMProperty::getUseSCCtool() {
@@ -73,14 +75,11 @@ void CMProperty::ResetIfActiveProjectChanged() {
     }
 }
 
-bool CMProperty::isHybridModePossible() {
-    static const CString key("UseHybridModeWhenPossible");
-    const IProject *project = CurrentWorkspace::GetActiveProject();
-    const IProperty *property =
-        project != nullptr ? project->findProperty(IPN::CM, IPN::General, key, IProperty::inherited) : nullptr;
-    return property != nullptr && property->getBool();
-}
+bool CMProperty::isHybridModePossible() { return isGeneralPropertyTrue(keys::hybridMode, false); }
 
 int CMProperty::getDLLokay() { return DLLokay; }
 
 const char *CMProperty::getSCCProviderDLL() { return SCCProviderDLL; }
+
+void CMProperty::getSCCToolName(CString &name) { name = SCCToolName; }
+void CMProperty::setSCCToolName(const CString &name) { SCCToolName = name; }

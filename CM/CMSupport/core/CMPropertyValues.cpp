@@ -1,10 +1,11 @@
-// CMProperty: single values that are read with a meaning of their own.
+// Reads those single values of CMProperty that need interpretation.
 #include "CM/CMSupport/core/CMProperty.h"
 
 #include "CM/CMSupport/core/CMArchive.h"
 #include "CM/CMSupport/core/CMArchiveItem.h"
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/CurrentWorkspace.h"
-#include "CM/host/IPN.h"
 
 int CMProperty::showCMStatus = 0;
 CString CMProperty::customButtonCmdVal;
@@ -12,18 +13,13 @@ CString CMProperty::customButtonImgVal;
 
 namespace {
 
-const IProperty *findInProject(const CString &metaclass, const CString &key) {
-    const IProject *project = CurrentWorkspace::GetActiveProject();
-    return project != nullptr ? project->findProperty(IPN::CM, metaclass, key, IProperty::inherited) : nullptr;
-}
-
 bool hasText(const IProperty *property) { return property != nullptr && !property->getValue().IsEmpty(); }
 
 } // namespace
 
 bool CMProperty::isPre40Compatible() {
     CString value;
-    return getToolPropertyValue("SupportTreeRepository", value, false) != 0 && !value.IsEmpty();
+    return getToolPropertyValue(keys::treeRepository, value, false) != 0 && !value.IsEmpty();
 }
 
 CString CMProperty::getWorkingDir() {
@@ -42,22 +38,22 @@ int CMProperty::getShowCMStatus() {
 }
 
 bool CMProperty::CheckCustomButton() {
-    return hasText(findInProject("CustomButton", "CustomButtonCmd")) &&
-           hasText(findInProject("CustomButton", "CustomButtonImg"));
+    return hasText(findProjectProperty("CustomButton", "CustomButtonCmd")) &&
+           hasText(findProjectProperty("CustomButton", "CustomButtonImg"));
 }
 
-int CMProperty::closeProjectNeeded() { return hasText(findInProject("SCC", "ProjName")) ? 0 : 1; }
+int CMProperty::closeProjectNeeded() { return hasText(findProjectProperty("SCC", "ProjName")) ? 0 : 1; }
 
 int CMProperty::getSccArchiveRecursive(const IUnit *unit, CString &projName, CString &auxPath) {
     if (unit != nullptr && unit->getSccArchiveRecursive(projName, auxPath) != 0) {
         return 1;
     }
-    const IProperty *name = findInProject("SCC", "ProjName");
+    const IProperty *name = findProjectProperty("SCC", "ProjName");
     if (name == nullptr) {
         return 0;
     }
     projName = name->getValue();
-    if (const IProperty *path = findInProject("SCC", "AuxProjPath")) {
+    if (const IProperty *path = findProjectProperty("SCC", "AuxProjPath")) {
         auxPath = path->getValue();
     }
     return projName.IsEmpty() ? 0 : 1;

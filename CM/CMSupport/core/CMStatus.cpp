@@ -62,7 +62,7 @@ CString CMStatus::getControlled(const IUnit *unit) {
 }
 
 int CMStatus::getCMStatusImgIndex(const IUnit *unit) {
-    // Deliberately in this sense: the bits decide only for an invalid state, or while the state isn't on display.
+    // Required: the bits decide only for an invalid state, or while states are not displayed.
     if (!getIsInvalid(unit) && CMProperty::getShowCMStatus() != 0) {
         return elsewhereOrUnknown;
     }

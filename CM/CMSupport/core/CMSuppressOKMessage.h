@@ -1,4 +1,4 @@
-// CMSuppressOKMessage: tells an operation to be silent about success, the variable "shouldSuppressSCCOKMessage".
+// Answers the template variable "shouldSuppressSCCOKMessage", which asks an operation not to report success.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -8,7 +8,7 @@ class ORC_CM_API CMSuppressOKMessage : public CMArgument {
     explicit CMSuppressOKMessage(CString flag) : flag_(std::move(flag)) {}
 
     [[nodiscard]] int isNamed(const CString &name) const override;
-    /// The flag text as given; another name comes back unchanged.
+    /// Returns the flag text as given; returns any other name unchanged.
     [[nodiscard]] CString substitute(const CString &name) override;
 
   private:

@@ -1,4 +1,4 @@
-// CMTargetFile: the directory into which a command puts its files, the variable "targetDir".
+// Answers the template variable "targetDir": the directory into which a command puts its files.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -8,7 +8,7 @@ class ORC_CM_API CMTargetFile : public CMArgument {
     explicit CMTargetFile(CString directory) : directory_(std::move(directory)) {}
 
     [[nodiscard]] int isNamed(const CString &name) const override;
-    /// The directory as given; another name comes back unchanged.
+    /// Returns the directory as given; returns any other name unchanged.
     [[nodiscard]] CString substitute(const CString &name) override;
 
   private:

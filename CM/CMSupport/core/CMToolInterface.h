@@ -1,4 +1,4 @@
-// CMToolInterface: what runs a command line of a CM tool.
+// Runs a command line of a CM tool.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -10,7 +10,8 @@ class ORC_CM_API CMToolInterface {
     CMToolInterface(const CMToolInterface &) = delete;
     CMToolInterface &operator=(const CMToolInterface &) = delete;
 
-    /// Runs one command and brings its text back. What the return tells is the implementation's.
+    /// Runs one command and returns what it printed in `output` and `error`. The implementation defines the return
+    /// value.
     virtual int Execute(const CString &command, CString &output, CString &error, CString directory) = 0;
 
   protected:

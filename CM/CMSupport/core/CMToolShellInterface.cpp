@@ -3,7 +3,8 @@
 #include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/DebugTrace.h"
-#include "CM/CMSupport/core/Paths.h"
+#include "CM/CMSupport/core/HostPaths.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/resources/Format.h"
 #include "CM/host/IPN.h"
 #include "CM/host/Messages.h"
@@ -23,14 +24,14 @@ namespace {
 
 constexpr int noLimit = -1;
 
-/// The output window's stream, which may be missing.
+/// Writes to the output window's stream, if there is one.
 void show(const CString &text) {
     if (std::ostream *const stream = getMainCMOutputer()()) {
         *stream << text << std::flush;
     }
 }
 
-/// The number that a text begins with, as atoi reads it; 0 without one, or with one that is too large for an int.
+/// Reads the number at the start of a text as atoi does. Returns 0 without one, or if it is too large for an int.
 int leadingNumber(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\n\r\v\f"), text.size()));
     if (text.starts_with('+') && !text.starts_with("+-")) {
@@ -41,7 +42,7 @@ int leadingNumber(std::string_view text) {
     return number;
 }
 
-/// Milliseconds, as they go to the wait.
+/// Returns the time limit of the wait in milliseconds.
 int waitLimit() {
     const IProperty *const property =
         CMProperty::getToolProperty(IPN::CMChildThreadTimeOut, nullptr, IProperty::inherited, false);
@@ -49,10 +50,10 @@ int waitLimit() {
     return limit == 0 ? noLimit : limit;
 }
 
-/// The process's current directory is the working directory while one lives that has entered it.
+/// Makes the working directory the current directory of the process from enter() until leave() or destruction.
 class DirectoryVisit {
   public:
-    /// On failure `error` tells why and has been shown.
+    /// On failure puts the reason into `error` and shows it.
     static bool tell(bool entered, const CString &directory, CString &error) {
         if (!entered) {
             const CString reason = oqGetErrorCodeString();
@@ -77,7 +78,7 @@ class DirectoryVisit {
     }
     bool leave(CString &error) {
         away_ = false;
-        // On failure the message takes the place of the tool's errors, deliberately.
+        // Required: on failure the message replaces the tool's errors.
         return tell(platform::setCurrentDirectory(home_), home_, error);
     }
 
@@ -86,7 +87,7 @@ class DirectoryVisit {
     bool away_ = false;
 };
 
-/// Moves the lines to the end of the text: a listing may take most of the memory.
+/// Moves the lines to the end of the text and frees each one at once: a listing may take most of the memory.
 void append(CString &text, CStringList &lines) {
     while (!lines.IsEmpty()) {
         if (text.IsEmpty()) {
@@ -103,19 +104,48 @@ void reportTimeOut() {
     debugTrace({message});
     CString value;
     CString second;
-    // TRUE in any case, deliberately, though the switch of the trace is read to the letter.
+    // Required: "TRUE" in any case, unlike the setting of the trace.
     if (oqGetEnvVar("General", "ShowMessageOnCMCommandTimeout", value, &second) == 1 &&
         value.CompareNoCase("TRUE") == 0) {
         notifyUser(message, messageLevelDefault);
     }
 }
 
-/// Runs the command, which is not empty, in the current directory.
-void run(CMToolShellInterface &shell, CString command, CString &output, CString &error) {
+using Match = CMToolRun::Match;
+
+/// Tests what the tool printed, and shows the user a message box for the first pattern that matches. The text
+/// before `own` is that of earlier runs: it counts for the box, but not for the result.
+Match check(std::string_view text, std::size_t own) {
+    const auto test = [&](const char *key, Match match, resources::Text message, unsigned int icon) {
+        CString value;
+        CMProperty::getToolPropertyValue(key, value, false);
+        const auto matches = [&value](std::string_view tested) {
+            std::string_view unused;
+            return SPPattern(value, "i").m(tested, unused) != 0;
+        };
+        if (value.IsEmpty() || !matches(text)) {
+            return std::optional<Match>();
+        }
+        notifyUserAndAsk(resources::text(message), icon, 0, messageLevelDefault);
+        return std::optional(own == 0 || matches(text.substr(own)) ? match : Match::none);
+    };
+    if (text.empty()) {
+        return Match::none;
+    }
+    using enum resources::Text;
+    if (const auto error = test(keys::errorPattern, Match::error, commandReportedError, MB_ICONHAND)) {
+        return *error;
+    }
+    return test(keys::warningPattern, Match::warning, commandReportedWarning, MB_ICONEXCLAMATION)
+        .value_or(Match::none);
+}
+
+/// Runs a command that is not empty in the current directory.
+void runHere(CString command, CString &output, CString &error, CMToolRun &report) {
     show(command + "\n");
     const int limit = waitLimit();
 
-    // Quotes don't protect a ">", deliberately: templates rely on the first one being the redirection.
+    // Required: quotes don't protect a ">". Templates rely on the first one being the redirection.
     std::optional<platform::InheritableFile> target; // outlives the worker
     std::unique_ptr<RunThread> worker;
     if (const int redirection = command.Find('>'); redirection < 0) {
@@ -127,26 +157,37 @@ void run(CMToolShellInterface &shell, CString command, CString &output, CString 
     }
 
     const int status = worker->getStatus(limit);
+    report.end = worker->end;
+    if (status == WAIT_TIMEOUT) {
+        report.end.kind = RunEnd::Kind::timedOut;
+    }
+    const std::size_t ownErrors = error.view().size();
+    const std::size_t ownOutput = output.view().size();
     bool succeeded = worker->errorLines.IsEmpty();
     if (!succeeded) {
         append(error, worker->errorLines);
+        report.errors = error.view().substr(ownErrors);
+        append(report.output, worker->outputLines); // the caller's text doesn't receive them
         show(error);
     } else if (!worker->outputLines.IsEmpty()) {
         succeeded = status != WAIT_TIMEOUT;
         append(succeeded ? output : error, worker->outputLines);
+        if (!succeeded) {
+            report.output = error.view().substr(ownErrors);
+        }
     }
     worker.reset();
     target.reset();
 
     if (!succeeded) {
-        show(error); // error lines stand in the window twice, deliberately
-        shell.checkCommandResults(error);
-    } else if (getMainCMOutputer()() != nullptr) { // without a stream good output is not tested, deliberately
+        show(error); // required: error lines appear in the window twice
+        report.match = check(error, ownErrors);
+    } else if (getMainCMOutputer()() != nullptr) { // required: without a stream, good output is not tested
         show(output);
         debugTrace({"command output: ", output, "\n"});
-        shell.checkCommandResults(output);
+        report.match = check(output, ownOutput);
     }
-    // What the caller's texts held before suppresses the report too, deliberately.
+    // Required: text that the caller's arguments held before suppresses the report too.
     if (status == WAIT_TIMEOUT && output.IsEmpty() && error.IsEmpty() && command.Find("lsrevs -graph") < 0) {
         reportTimeOut();
     }
@@ -159,44 +200,31 @@ CMToolShellInterface *theCMToolShellInterface() {
     return &shell;
 }
 
-int CMToolShellInterface::Execute(const CString &command, CString &output, CString &error, CString directory) {
+int CMToolShellInterface::Execute(const CString &command, CString &output, CString &error,
+                                  CString /*directory*/) { // required: has no effect
+    CMToolRun run;
+    return Execute(command, output, error, run);
+}
+
+int CMToolShellInterface::Execute(const CString &command, CString &output, CString &error, CMToolRun &run) {
+    run.command = command;
     const CString home = oqGetFullPathOfDirectory(CString(), error);
     if (home.IsEmpty()) {
         show(error);
         return 0;
     }
-    directory = paths::workingDirectory(); // what the caller passes has no effect, deliberately
     DirectoryVisit visit(home);
-    if (!visit.enter(directory, error)) {
+    if (!visit.enter(paths::workingDirectory(), error)) {
         return 0;
     }
     if (command.IsEmpty()) {
         debugTrace({"no command to execute\n"});
     } else {
-        run(*this, command, output, error);
+        runHere(command, output, error, run);
     }
     return visit.leave(error) ? 1 : 0;
 }
 
 int CMToolShellInterface::checkCommandResults(const CString &text) {
-    if (text.IsEmpty()) {
-        return 1;
-    }
-    const auto matches = [&text](const char *key) {
-        CString pattern;
-        CMProperty::getToolPropertyValue(key, pattern, false);
-        std::string_view unused;
-        return !pattern.IsEmpty() && SPPattern(pattern, "i").m(text, unused) != 0;
-    };
-    if (matches("OperationErrorPattern")) {
-        notifyUserAndAsk(resources::text(resources::Text::commandReportedError), MB_ICONHAND, 0,
-                         messageLevelDefault);
-        return 0;
-    }
-    if (matches("OperationWarningPattern")) {
-        notifyUserAndAsk(resources::text(resources::Text::commandReportedWarning), MB_ICONEXCLAMATION, 0,
-                         messageLevelDefault);
-        return 0;
-    }
-    return 1;
+    return check(text, 0) == CMToolRun::Match::none ? 1 : 0;
 }

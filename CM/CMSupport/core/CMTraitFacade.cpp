@@ -1,4 +1,5 @@
-// CMTraitFacade: what is read from properties and headers. The rest stands where the provider can be reached.
+// Implements the members of CMTraitFacade that read properties and headers. The others need the provider and are
+// in the dispatch folder.
 #include "CM/CMSupport/core/CMTraitFacade.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
@@ -13,7 +14,7 @@
 
 namespace {
 
-/// What the pattern of a property finds in the unit's header.
+/// Returns what the pattern of a property finds in the unit's header.
 CString fromHeader(const IUnit &unit, const CString &property, std::string_view label) {
     const CString header = unit.getCMHeader();
     if (header.IsEmpty()) {
@@ -42,18 +43,19 @@ CString CMTraitFacade::getDefaultHeader() {
     }
     CString name;
     CString error;
-    CMProperty::ExpandPredefined(property->getValue(), name, error); // without a root, the rest is replaced
-    constexpr std::size_t largest = std::size_t{64} * 1024 * 1024;   // bytes; no unit file takes more
+    CMProperty::ExpandPredefined(property->getValue(), name,
+                                 error); // without a root, the other variables are still replaced
+    constexpr std::size_t largest = std::size_t{64} * 1024 * 1024; // bytes; no unit file is larger
     const auto text = name.IsEmpty() ? std::nullopt : platform::readFile(name, largest);
     if (!text) {
         return {};
     }
-    // A byte 255 counts as the end of the file, deliberately.
+    // Required: a byte 255 counts as the end of the file.
     return CString(text->substr(0, text->find('\xff')));
 }
 
 CString CMTraitFacade::getLocker(const IUnit *unit) { return fromHeader(*unit, IPN::CMHeaderItsLocker, "Locker"); }
 
 CString CMTraitFacade::getVersion(const IUnit *unit) {
-    return fromHeader(*unit, IPN::CMHeaderItsVersion, "version"); // in small letters, deliberately
+    return fromHeader(*unit, IPN::CMHeaderItsVersion, "version"); // required: in lower case
 }

@@ -1,5 +1,5 @@
-// CMTraitFacade: the services behind theCMFacade, through which the host gets what is no operation: the default
-// header, the refresh of states when a project was opened, and what a unit's header says.
+// Provides services that are not operations to the host, through theCMFacade: the default header, the refresh of
+// unit states after a project was opened, and the values in a unit's header.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -13,20 +13,20 @@ class ORC_CM_API CMTraitFacade : public IBaseCMFacade {
     CMTraitFacade() = default;
     ~CMTraitFacade() override;
 
-    /// What getDefaultHeader gives.
+    /// Returns getDefaultHeader().
     [[nodiscard]] CString getTheDefaultHeader() override;
-    /// To be called when a project was opened: asks the provider for the state of all units, if the project works
-    /// through one, shows states, and the tool's property "RefreshCMStatusAtProjectOpenup" or the user agrees.
+    /// Asks the provider for the state of all units if the project works through one, shows states, and the tool's
+    /// property "RefreshCMStatusAtProjectOpenup" or the user agrees. The host calls it after opening a project.
     void RefreshCMStatus() override;
 
-    /// The text of the tool's default header file, up to its first byte 255; empty without one, or if it can't be
-    /// read.
+    /// Returns the text of the tool's default header file, up to its first byte 255; empty without such a file, or
+    /// if it can't be read.
     [[nodiscard]] static CString getDefaultHeader();
-    /// What the unit's header says according to the tool's patterns: who has the unit locked, and its version.
+    /// Return what the tool's patterns find in the unit's header: the user who holds its lock, and its version.
     /// Empty without a header, or if it doesn't match; the debug trace says so. The unit must not be null.
     [[nodiscard]] static CString getLocker(const IUnit *unit);
     [[nodiscard]] static CString getVersion(const IUnit *unit);
 };
 
-/// The one object of this class, there from the start of the library to its end.
+/// The only object of this class, which exists as long as the library is loaded.
 extern ORC_CM_API CMTraitFacade theCMFacade;

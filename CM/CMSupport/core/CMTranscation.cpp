@@ -1,11 +1,13 @@
 #include "CM/CMSupport/core/CMTranscation.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/OutcomeReport.h"
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/core/Quietly.h"
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IAbstractCMManager.h"
-#include "CM/host/IPN.h"
 #include "CM/host/Messages.h"
 #include "CM/host/Undoer.h"
 #include "CM/host/Utilities.h"
@@ -93,6 +95,9 @@ bool CMTranscation::isValidTranscation() const {
     const IProperty *const tool = CMProperty::getCMTool(project, IProperty::inherited);
     if (tool != nullptr && tool->getValue().CompareNoCase("NONE") == 0) {
         notifyUserAndAsk(resources::text(resources::Text::noToolSelected), MB_ICONHAND, 0, messageLevelDefault);
+        OutcomeReport report;
+        report.fail(CMOutcome::Kind::noTool, resources::Text::noToolSelected);
+        report.send();
         return false;
     }
     return true;
@@ -105,36 +110,31 @@ void CMTranscation::showOutPutWindow() const {
 }
 
 void CMTranscation::markStartTranscation() const {
-    const IProject *const project = CurrentWorkspace::GetActiveProject();
-    if (outputStream() == nullptr || project == nullptr) {
+    if (outputStream() == nullptr) {
         return;
     }
-    const IProperty *const clear = project->findProperty("ConfigurationManagement", IPN::General,
-                                                         "CMClearWindowBeforeOperation", IProperty::inherited);
-    if (clear != nullptr && clear->getBool()) {
+    if (isGeneralPropertyTrue(keys::clearWindow, false)) {
         if (ICMOutputWindow *const window = IAbstractCMManager::GetCMManager()->getOutputWindow()) {
             window->clear();
         }
     }
-    writeSeparator("CMOperationStartSeparator");
+    writeSeparator(keys::startSeparator);
 }
 
-void CMTranscation::markEndTranscation() const { writeSeparator("CMOperationEndSeparator"); }
+void CMTranscation::markEndTranscation() const { writeSeparator(keys::endSeparator); }
 
 void CMTranscation::writeSeparator(const CString &key) const {
     std::ostream *const stream = outputStream();
-    const IProject *const project = CurrentWorkspace::GetActiveProject();
-    if (stream == nullptr || project == nullptr) {
+    if (stream == nullptr) {
         return;
     }
-    const IProperty *const separator =
-        project->findProperty("ConfigurationManagement", IPN::General, key, IProperty::inherited);
+    const IProperty *const separator = findGeneralProperty(key);
     CString text = separator == nullptr ? CString() : separator->getValue();
     if (text.IsEmpty()) {
         return;
     }
     expandKeyWords(text);
-    *stream << text << std::flush; // no end of line: the property holds what it wants
+    *stream << text << std::flush; // no line end: the property contains one if wanted
 }
 
 void CMTranscation::expandKeyWords(CString &text) const {

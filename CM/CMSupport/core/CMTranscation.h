@@ -1,6 +1,6 @@
-// CMTranscation: the guard around one CM operation, on the caller's stack. It makes the operation one undoable
-// step, brings up the CM output window, frames the operation's output with separator lines, tells whether the
-// operation may run, and prunes the unit list of units that are barred. Transactions nest.
+// Guards one CM operation, from the caller's stack. The guard makes the operation one undoable step, shows the CM
+// output window, writes separator lines around the operation's output, reports whether the operation may run, and
+// removes units from the list on which it is not allowed. Transactions nest.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -10,42 +10,43 @@
 
 class AbstractPackedViewParams;
 
-/// What is to be shown once only during an outermost operation, however many transactions nest in it.
+/// Records which messages were shown: each appears once in an outermost operation, however many transactions nest
+/// in it.
 struct CMTxnGlobalState {
-    int barredUnitsShown = 0;    ///< the summary box of checkUnitsForOperation has appeared
-    int controlledFileShown = 0; ///< the message about checking out a controlled file has appeared
+    int barredUnitsShown = 0;    ///< the summary message of checkUnitsForOperation
+    int controlledFileShown = 0; ///< the message about checking out a controlled file
     void reset() { *this = CMTxnGlobalState(); }
 };
 
 class CMTranscation {
   public:
     /// Opens the transaction: an undo step (with `viewParams` and `flag`; not for type CMTxnTool), the output
-    /// window, the start separator. Callers pass null and 1. With an empty `name` the display name of the type is
-    /// used. If the host throws, the transaction was never open, and no undo step is left behind.
+    /// window, the start separator. Callers pass null and 1. An empty `name` means the display name of the type.
+    /// If the host throws, the transaction is not open and its undo step is ended.
     CMTranscation(AbstractPackedViewParams *viewParams, int flag, CMTranscationType type, const CString &name);
-    /// Ends the undo step and writes the end separator; a step in which the host throws is given up, the others
-    /// are done. Does not roll anything back.
+    /// Ends the undo step and writes the end separator; if the host throws in one of these, the other is still
+    /// done. Does not roll anything back.
     ~CMTranscation();
     CMTranscation(const CMTranscation &) = delete;
     CMTranscation &operator=(const CMTranscation &) = delete;
 
-    /// Whether an operation may run: there is an active project, and its tool is not "None", of which the user is
-    /// told. With a provider the tool is not asked for.
+    /// Returns whether an operation may run: there is an active project, and its tool is not "None", for which a
+    /// message appears. On the provider route the tool is not checked.
     [[nodiscard]] bool isValidTranscation() const;
 
-    /// Takes the units off the list on which the current transaction's operation is barred: stubs and references,
-    /// unless the project's properties or the type of the operation allow them. A line for each goes to the CM
-    /// output window, and one box tells that some were left out. Null entries and elements without a file of their
-    /// own stay. Without an open transaction or an active project the list is left alone.
+    /// Removes the units from the list on which the current transaction's operation is not allowed: stubs and
+    /// references, unless the project's properties or the type of the operation allow them. Writes a line for each
+    /// to the CM output window, and shows one message box that some were left out. Null entries and elements
+    /// without a file of their own stay. Without an open transaction or an active project the list is unchanged.
     static void checkUnitsForOperation(CMUnitList &units);
 
-    /// The newest open transaction, or null.
+    /// Returns the newest open transaction, or null.
     [[nodiscard]] static CMTranscation *getCurTranscation();
 
     [[nodiscard]] CMTranscationType getTranscationType() const { return type_; }
-    /// The name given at construction, or the display name of the type.
+    /// Returns the name given at construction, or the display name of the type.
     [[nodiscard]] CString getOperationName() const;
-    /// The display name of a type; one that is none of the enumeration takes that of CMTxnTool.
+    /// Returns the display name of a type; for a number outside the enumeration, that of CMTxnTool.
     [[nodiscard]] static CString getOperationNameFromType(CMTranscationType type);
 
   private:
@@ -82,5 +83,5 @@ class CMTranscation {
 
     CString name_;
     CMTranscationType type_ = CMTxnTool;
-    Entry entry_; ///< the last member, so that the list is left when all else has been done
+    Entry entry_; ///< leaves the list after the body of the destructor
 };

@@ -1,7 +1,7 @@
-// CMTranscationType: what an operation is about.
+// Lists the kinds of operations.
 #pragma once
 
-// The type below it is fixed so that a number from outside has a value as well.
+// The underlying type is fixed so that any number from outside is a valid value.
 enum CMTranscationType : int {
     CMTxnLock = 0,
     CMTxnFetch = 1,
@@ -19,5 +19,5 @@ enum CMTranscationType : int {
     CMTxnDeleteDirectory = 13,
     CMTxnRename = 14,
     CMTxnConnect = 15,
-    CMTxnTool = 16, ///< a free invocation of the tool: makes no undo step, and no unit is barred from it
+    CMTxnTool = 16, ///< a free invocation of the tool: makes no undo step and bars no unit
 };

@@ -1,23 +1,21 @@
-// Which units an operation may work on.
+// Decides which units an operation may work on.
 #include "CM/CMSupport/core/CMTranscation.h"
 
+#include "CM/CMSupport/core/OutcomeReport.h"
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/resources/Format.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IAbstractCMManager.h"
-#include "CM/host/IPN.h"
 #include "CM/host/Messages.h"
 
+#include <algorithm>
 #include <ostream>
 #include <vector>
 
 using resources::Text;
 
 namespace {
-
-bool isAllowed(const IProject &project, const CString &key) {
-    const IProperty *const property = project.findProperty(IPN::CM, IPN::General, key, IProperty::inherited);
-    return property != nullptr && property->getBool();
-}
 
 bool isReference(const IUnit &unit, const IEmbededFile *embedded) {
     if (unit.isReference()) {
@@ -36,15 +34,14 @@ void CMTranscation::checkUnitsForOperation(CMUnitList &units) {
     IAbstractCMManager *const manager = IAbstractCMManager::GetCMManager();
     std::ostream *const stream = manager == nullptr ? nullptr : manager->getOutputStream();
     const CMTranscation *const current = getCurTranscation();
-    const IProject *const project = CurrentWorkspace::GetActiveProject();
-    if (current == nullptr || project == nullptr) {
+    if (current == nullptr || CurrentWorkspace::GetActiveProject() == nullptr) {
         return;
     }
-    const Permissions allowed{isAllowed(*project, "AllowCMOperationsOnStubUnits"),
-                              isAllowed(*project, "AllowCMOperationsOnReferenceUnits")};
-    // All is judged, and the list pruned, before the first box appears: while one is shown, the model and even the
-    // list may change. All occurrences of a unit get the same verdict, so taking off the one at hand leaves what
-    // searching for the first would leave, at a cost that doesn't depend on the list's length.
+    const Permissions allowed{isGeneralPropertyTrue(keys::allowOnStubs, false),
+                              isGeneralPropertyTrue(keys::allowOnReferences, false)};
+    // All units are judged and removed before the first message box appears: while one is shown, the model and
+    // even the list may change. All occurrences of a unit get the same verdict, so each is removed in place,
+    // without a search through the list.
     struct Notice {
         Verdict verdict;
         CString kind; ///< empty for a controlled file
@@ -52,13 +49,17 @@ void CMTranscation::checkUnitsForOperation(CMUnitList &units) {
     };
     std::vector<Notice> notices;
     std::vector<CMUnitList::POSITION> barred;
+    std::vector<OutcomeReport> reports;
     for (auto position = units.GetHeadPosition(); position;) {
         const auto here = position;
-        const IUnit *const unit = units.GetNext(position);
+        IUnit *const unit = units.GetNext(position);
         const Verdict verdict = unit == nullptr ? Verdict::stays : current->judge(*unit, allowed);
         if (verdict == Verdict::barredAsStub || verdict == Verdict::barredAsReference) {
             barred.push_back(here);
             notices.push_back({verdict, unit->getMetaClassDisplayName(), unit->getName()});
+            reports.emplace_back(*unit).fail(CMOutcome::Kind::leftOut, verdict == Verdict::barredAsStub
+                                                                           ? Text::outcomeStub
+                                                                           : Text::outcomeReference);
         } else if (verdict == Verdict::staysAsControlledFile) {
             notices.push_back({verdict, {}, dynamic_cast<const IEmbededFile &>(*unit).getEmbeddedFileName()});
         }
@@ -66,6 +67,7 @@ void CMTranscation::checkUnitsForOperation(CMUnitList &units) {
     for (const auto &position : barred) {
         units.RemoveAt(position);
     }
+    std::ranges::for_each(reports, &OutcomeReport::send);
 
     for (const auto &[verdict, kind, name] : notices) {
         if (verdict == Verdict::staysAsControlledFile) {
@@ -89,7 +91,7 @@ CMTranscation::Verdict CMTranscation::judge(const IUnit &unit, const Permissions
         return Verdict::stays;
     }
     if (!allowed.stubs && unit.isStub()) {
-        // These are what loads a stub, or don't care.
+        // These operations load a stub, or work on one as it is.
         const bool worksOnStubs =
             type_ == CMTxnCheckOut || type_ == CMTxnConnect || type_ == CMTxnFetch || type_ == CMTxnTool;
         return worksOnStubs ? Verdict::stays : Verdict::barredAsStub;

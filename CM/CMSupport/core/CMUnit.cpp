@@ -2,16 +2,17 @@
 
 #include "CM/CMSupport/core/CMPathMapper.h"
 #include "CM/CMSupport/core/DebugTrace.h"
-#include "CM/CMSupport/core/Paths.h"
+#include "CM/CMSupport/core/HostPaths.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/Utilities.h"
+#include "CM/platform/PathText.h"
 
 #include <array>
 
 CMUnit::CMUnit(const IUnit *unit) : unit_(unit) {
     if (unit_ != nullptr) {
         fileName_ = unit_->getFileName();
-        directory_ = paths::directoryOf(unit_->getFullFileName());
+        directory_ = platform::directoryOfPath(unit_->getFullFileName());
     }
 }
 
@@ -60,7 +61,7 @@ CString CMUnit::directoryBelowWorkingDir() const {
     if (directory_.Find(working) != 0) {
         return {};
     }
-    // One character is taken for the separator without a look at it, deliberately.
+    // Required: the next character counts as the separator, whatever it is.
     const CString below = directory_.Mid(working.GetLength() + 1);
     return below.IsEmpty() ? below : oqPathSeparator() + below;
 }
@@ -70,7 +71,7 @@ CString CMUnit::archivePath() const {
         return {};
     }
     if (isDebugTraceOn()) {
-        static_cast<void>(CMPathMapper::expandedRepository()); // only its trace lines matter here, deliberately
+        static_cast<void>(CMPathMapper::expandedRepository()); // called for its trace lines
     }
     return unit_ != nullptr ? CMPathMapper::getArchivePathFromLocalPath(unit_->getFullFileName())
                             : item_->getFileNameWithPath();
@@ -82,7 +83,7 @@ CString CMUnit::archiveDir() const {
     }
     CString repository = CMPathMapper::expandedRepository();
     if (!CMPathMapper::isLayout(repository)) {
-        return repository; // a "$ArchivePath" in it is resolved when this value is expanded
+        return repository; // a "$ArchivePath" in it is replaced when this value is expanded
     }
     return unit_ != nullptr ? CMPathMapper::getArchivePathFromLocalPath(unit_->getOwnDirectory()) : CString();
 }

@@ -1,4 +1,4 @@
-// CMUnit: the argument that answers the variables about the unit, or the archive item, at hand.
+// Answers the template variables about the current unit or archive item.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -10,15 +10,15 @@
 
 class ORC_CM_API CMUnit : public CMUserBasedArgument {
   public:
-    /// The unit or item stays the caller's and must outlive this object. Null gives empty texts.
+    /// The caller owns the unit or item, which must outlive this object. Null yields empty texts.
     explicit CMUnit(const IUnit *unit);
     explicit CMUnit(const CMArchiveItem *item);
 
-    /// The names are Unit, UnitDirectory, UnitPath, UnitDirPath, UnitArchivePath and UnitArchiveDir.
+    /// Answers to the names Unit, UnitDirectory, UnitPath, UnitDirPath, UnitArchivePath and UnitArchiveDir.
     [[nodiscard]] int isNamed(const CString &name) const override;
     [[nodiscard]] CString substitute(const CString &name) override;
 
-    /// The directory without a separator at its end.
+    /// Returns the directory without a separator at its end.
     [[nodiscard]] CString getDirName() const { return directory_; }
 
   private:

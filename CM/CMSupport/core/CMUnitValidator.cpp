@@ -3,12 +3,23 @@
 #include "CM/CMSupport/core/Quietly.h"
 #include "CM/platform/FaultGuard.h"
 
+namespace {
+
+/// Returns null if the unit returned no handle or the call faulted.
+IHandle *handleOf(IUnit &unit) {
+    IHandle *handle = nullptr;
+    platform::runGuarded([&handle, &unit] { handle = unit.getHandle(); });
+    return handle;
+}
+
+} // namespace
+
 CMUnitValidator::~CMUnitValidator() { reset(); }
 
 int CMUnitValidator::init(const CMUnitList &units) {
     reset();
     handles_.InitHashTable(units.GetCount());
-    const platform::FaultHandlers handlers; // once, and not for each unit
+    const platform::FaultHandlers handlers; // installed once instead of for each unit
     for (IUnit *const unit : units) {
         addUnit(unit);
     }
@@ -27,8 +38,7 @@ int CMUnitValidator::addUnit(IUnit *unit) {
     if (isUnitMarkedForValidation(unit)) {
         return 1;
     }
-    IHandle *handle = nullptr;
-    platform::runGuarded([&handle, unit] { handle = unit->getHandle(); });
+    IHandle *const handle = handleOf(*unit);
     if (handle == nullptr) {
         return 0;
     }
@@ -41,14 +51,29 @@ int CMUnitValidator::removeUnit(IUnit *unit) {
     if (unit == nullptr || !handles_.Lookup(unit, handle)) {
         return 0;
     }
+    handles_.RemoveKey(unit); // before the release, so that a handle that throws is not released again
     handle->release();
-    handles_.RemoveKey(unit);
     return 1;
 }
 
 int CMUnitValidator::replaceUnit(IUnit *oldUnit, IUnit *newUnit) {
-    if (oldUnit == nullptr || newUnit == nullptr || !isUnitMarkedForValidation(oldUnit) ||
-        isUnitMarkedForValidation(newUnit) || addUnit(newUnit) == 0) {
+    IHandle *oldHandle = nullptr;
+    if (oldUnit == nullptr || newUnit == nullptr || !handles_.Lookup(oldUnit, oldHandle) || isValidUnit(newUnit)) {
+        return 0;
+    }
+    if (isUnitMarkedForValidation(newUnit)) {
+        // The new unit has the address of a dead unit. The dead unit's mark remains, since a list may still
+        // contain the pointer and the handle may return another object. The new unit's handle is stored under the
+        // old pointer.
+        IHandle *const newHandle = handleOf(*newUnit);
+        if (newHandle == nullptr) {
+            return 0;
+        }
+        handles_.SetAt(oldUnit, newHandle);
+        oldHandle->release();
+        return 1;
+    }
+    if (addUnit(newUnit) == 0) {
         return 0;
     }
     removeUnit(oldUnit);
@@ -65,7 +90,7 @@ bool CMUnitValidator::isValidUnit(IUnit *unit) const {
     if (!handles_.Lookup(unit, handle)) {
         return false;
     }
-    // The live object is brought to the type of the pointer, not the other way round: that one may be dead.
+    // Casts the live object and not the pointer, whose object may be dead.
     const auto *const living = dynamic_cast<const IUnit *>(handle->doGetObject());
     return living != nullptr && living == unit;
 }
@@ -81,7 +106,7 @@ void CMUnitValidator::getValidUnitList(CMUnitList &units) const {
 
 void CMUnitValidator::reset() {
     for (const auto &[unit, handle] : handles_) {
-        core::quietly([&owned = *handle] { owned.release(); }); // the others are to be given back all the same
+        core::quietly([&owned = *handle] { owned.release(); }); // one that throws must not keep the others
     }
     handles_.RemoveAll();
 }

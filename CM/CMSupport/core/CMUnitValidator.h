@@ -1,6 +1,5 @@
-// CMUnitValidator: a set of units that stays trustworthy while units are reloaded and replaced under it. A unit
-// that a reload replaced can be told from one that is gone; the pointers put in are only compared, never followed,
-// once their unit may be dead.
+// Keeps track of a set of units while reloads replace or delete them. The set distinguishes a unit that a reload
+// replaced from one that is gone. A pointer whose unit may be dead is only compared, never dereferenced.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -15,26 +14,29 @@ class CMUnitValidator {
     CMUnitValidator &operator=(const CMUnitValidator &) = delete;
     ~CMUnitValidator();
 
-    /// Starts anew with the units of the list, which must be alive. Returns 1, also for an empty list.
+    /// Replaces the set by the units of the list, which must be alive. Always returns 1.
     int init(const CMUnitList &units);
-    /// Starts anew with one unit. 0 for null or a unit that gives no handle, else 1.
+    /// Replaces the set by one unit. Returns 0 for null or a unit that returns no handle, else 1.
     int init(IUnit *unit);
-    /// 1 if the unit is marked now; 0 for null, or if asking for its handle failed or faulted.
+    /// Marks the unit. Returns 1 if it is marked now; 0 for null, or if the unit returned no handle or the call
+    /// faulted.
     int addUnit(IUnit *unit);
-    /// 1 if the unit was marked, else 0.
+    /// Removes the mark. Returns 1 if the unit was marked, else 0.
     int removeUnit(IUnit *unit);
-    /// Marks `newUnit` in the place of `oldUnit`, which may be dead. 0, with nothing changed, if either is null,
-    /// `oldUnit` is not marked, `newUnit` is marked already, or can't be marked.
+    /// Marks `newUnit`, which is alive, instead of `oldUnit`, which may be dead. Returns 0, with nothing changed,
+    /// if either is null, `oldUnit` is not marked, `newUnit` is marked already, or `newUnit` can't be marked. The
+    /// mark of a dead unit at the address of `newUnit` does not count as a mark of `newUnit`: it remains, and
+    /// getValidUnitList() still returns the new unit.
     int replaceUnit(IUnit *oldUnit, IUnit *newUnit);
 
     [[nodiscard]] bool isUnitMarkedForValidation(IUnit *unit) const;
-    /// Whether the unit is marked and its handle still gives this very object.
+    /// Returns whether the unit is marked and its handle still returns this object.
     [[nodiscard]] bool isValidUnit(IUnit *unit) const;
-    /// Refills `units` with what the handles give now, as far as these are units.
+    /// Refills `units` with the units that the handles return now, in the order in which the units were marked.
     void getValidUnitList(CMUnitList &units) const;
-    /// Gives all handles back.
+    /// Releases all handles and empties the set.
     void reset();
 
   private:
-    CMap<IUnit *, IUnit *, IHandle *, IHandle *> handles_; ///< the handles are owned
+    CMap<IUnit *, IUnit *, IHandle *, IHandle *> handles_; ///< owns the handles
 };

@@ -1,4 +1,4 @@
-// CMWorkspace: the workspace of a command, the variable "workspace".
+// Answers the template variable "workspace": the workspace of a command.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -8,7 +8,7 @@ class ORC_CM_API CMWorkspace : public CMUserBasedArgument {
     explicit CMWorkspace(CString workspace) : workspace_(std::move(workspace)) {}
 
     [[nodiscard]] int isNamed(const CString &name) const override;
-    /// The workspace as given; another name comes back unchanged.
+    /// Returns the workspace as given; returns any other name unchanged.
     [[nodiscard]] CString substitute(const CString &name) override;
 
   private:

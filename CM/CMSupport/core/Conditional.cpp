@@ -6,12 +6,14 @@
 
 namespace {
 
+// Trims only blanks, since tabs and newlines may be intended. Test:
+// ExpandConditional.TrimsBlanksButNoOtherWhiteSpaceOfTheParts.
 std::string_view trimmed(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-// What stands between two delimiters.
+// Returns the trimmed text between two delimiters.
 std::string_view between(std::string_view text, std::size_t left, std::size_t right) {
     return trimmed(text.substr(left + 1, right - left - 1));
 }
@@ -29,8 +31,8 @@ std::optional<Conditional> findConditional(std::string_view text) {
         debugTrace({"could not find the then part\n"});
         return std::nullopt;
     }
-    // The closing parenthesis is the last one of the text, not the one that matches: deliberate, and what lets
-    // a conditional stand in an else-text.
+    // Required: the closing parenthesis is the last one of the text, not the matching one, so that an else-text
+    // can contain a conditional. Test: ExpandConditional.SwallowsASecondConditionalIntoTheLastPartOfTheFirst.
     const auto close = text.rfind(')');
     const auto colon = text.find(':', question);
     Conditional found;

@@ -1,4 +1,4 @@
-// The debug trace: written only while the environment setting DEBUG_CM of section "General" is "TRUE".
+// Writes the debug trace while the environment setting DEBUG_CM of section "General" is "TRUE".
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <string_view>
 
-/// Whether the trace is on. Asked anew each time, so that a host may switch it while it runs.
+/// Returns whether the trace is on. Reads the setting each time, so that a host can change it while it runs.
 bool isDebugTraceOn();
 /// Writes "+++ " and the parts to the stream of the main CMOutputer, or to standard output without one, and
 /// flushes. Does nothing while the trace is off.

@@ -5,22 +5,23 @@
 #include "CM/CMSupport/core/DebugTrace.h"
 #include "CM/CMSupport/core/VariableScan.h"
 #include "CM/host/LogTrace.h"
+#include "CM/host/SPString.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-// The language itself knows no limits: a value that refers to itself would exhaust the stack, and values that
-// double each other the memory. What goes beyond these, far from any real template, ends the outermost expansion
-// as one that failed, with the text as far as it had come.
+// The language itself has no limits: a value that refers to itself would exhaust the stack, and values that double
+// each other would exhaust the memory. An expansion beyond these limits, which no real template comes near, fails
+// together with the outermost one, with the text expanded so far.
 constexpr int deepest = 200;
-constexpr std::size_t mostWork = std::size_t{128} << 20; // bytes of all texts expanded
-constexpr std::size_t workOfOne = 1024;                  // what an expansion counts beside its text
+constexpr std::size_t mostWork = std::size_t{128} << 20; // bytes, the sum of all texts expanded
+constexpr std::size_t workOfOne = 1024;                  // added for each expansion
 
-// What a substitution puts in the place of `variable`: a backslash or a dollar may have a meaning there, which is
-// for the host's text class to say.
-CString replacementFor(const SPString &variable, const CString &escaped, const CString &value) {
+// Returns the text that replaces `variable` in a substitution. A backslash or a dollar may have a special meaning
+// there, which the host's text class decides.
+CString replacementFor(const CString &variable, const CString &escaped, const CString &value) {
     if (value.FindOneOf("\\$") < 0) {
         return value;
     }
@@ -75,6 +76,7 @@ void Expansion::giveUp(const CString &name, const char *why) {
         debugTrace({line, "\n"});
         LogTrace::Log log(LogTrace::Log::cm);
         log.Min("../CM/CMSupport/Property", __LINE__, line);
+        budget_.fault = {name, true};
     }
 }
 
@@ -95,12 +97,12 @@ int Expansion::expand(const CString &source, const CString &name, CString &resul
     const int ok = expandConditionals(work, name);
     if (work.IsEmpty()) {
         debugTrace({"nothing the more expand\n"});
-        return 1; // whatever became of the conditionals: deliberate
+        return 1; // required: even if a conditional failed
     }
     return expandVariables(work, ok, result, useToolName);
 }
 
-// Returns the status of the last conditional alone: deliberate.
+// Required: returns the status of the last conditional only.
 int Expansion::expandConditionals(CString &work, const CString &name) {
     int ok = 1;
     while (const auto found = findConditional(work)) {
@@ -125,36 +127,45 @@ int Expansion::expandConditionals(CString &work, const CString &name) {
 
 int Expansion::expandVariables(std::string_view work, int ok, CString &result, bool useToolName) {
     VariableScan text(work);
-    SPStringList matches(20);
     CString unresolved;
     bool changed = true;
-    while (changed && text.find(matches)) {
-        const SPString variable = matches.shift();
-        const CString name = matches.shift();
-        const CString escaped = '\\' + CString(variable);
+    while (changed) {
+        const auto found = text.find();
+        if (!found) {
+            break;
+        }
+        const CString &variable = found->text;
+        const CString &name = found->name;
+        const CString escaped = '\\' + variable;
         CString value;
         bool replaces = true;
+        const Fault before = budget_.fault;
+        bool isMadeGood = false;
         if (CMArgument *argument = argumentNamed(name)) {
             const CString given = argument->substitute(name);
             if (ok != 0) {
                 ok = expand(given, name, value, false) != 0 ? 1 : 0;
-            } // else the argument leaves nothing: deliberate
+            } // required: else the variable becomes empty
         } else {
-            const int found = expandProperty(name, value, useToolName);
-            ok = ok != 0 && found != 0 ? 1 : 0;
-            if (found == 0) {
-                // A name that nothing knows comes back from here as it was, which ends the loop below. This is the
-                // one place where a failure is made good.
+            const int known = expandProperty(name, value, useToolName);
+            ok = ok != 0 && known != 0 ? 1 : 0;
+            if (known == 0) {
+                // An unknown name is returned unchanged, which ends the loop below. This is the only place where a
+                // failure is corrected.
                 CString scratch;
                 replaces = CMProperty::ExpandPredefined(escaped, value, scratch) == 1 && mayGoOn(value, name);
                 ok = replaces ? 1 : ok;
+                isMadeGood = replaces;
             }
         }
         replaces = replaces && !budget_.stopped;
-        const CString replacement = replaces ? replacementFor(variable, escaped, value) : CString(variable);
-        changed = replacement.view() != variable.str();
+        const CString replacement = replaces ? replacementFor(variable, escaped, value) : variable;
+        changed = replacement != variable;
         if (changed) {
             text.replace(replacement);
+            if (isMadeGood) {
+                budget_.fault = before;
+            }
         } else {
             unresolved = variable;
         }
@@ -162,6 +173,9 @@ int Expansion::expandVariables(std::string_view work, int ok, CString &result, b
     if (!changed) {
         debugTrace({"Could not resolve '", unresolved, "'\n"});
         ok = 0;
+        if (budget_.fault.name.IsEmpty()) {
+            budget_.fault.name = unresolved;
+        }
     }
     result = text.take();
     return ok;

@@ -1,4 +1,4 @@
-// Expansion: one expansion of a template, with all that it takes in turn.
+// Expands a template, including the templates that it refers to.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -14,30 +14,38 @@ class Expansion {
     Expansion(const Expansion &) = delete;
     Expansion &operator=(const Expansion &) = delete;
 
-    /// As CMProperty::Expand. `name` is what the source is the value of, for the log.
+    /// Works as CMProperty::Expand. `name` is the variable or property whose value `source` is, for the log.
     int expand(const CString &source, const CString &name, CString &result, bool useToolName);
-    /// As CMProperty::ExpandProperty.
+    /// Works as CMProperty::ExpandProperty.
     int expandProperty(const CString &key, CString &result, bool useToolName);
+
+    /// The first reason why an expansion failed.
+    struct Fault {
+        CString name;           ///< the variable that has no value; empty if there was no fault
+        bool isEndless = false; ///< instead: a property whose value refers to itself, or grows without end
+    };
+    [[nodiscard]] const Fault &fault() const { return budget_.fault; }
 
   private:
     class Level;
     struct Budget {
         int depth = 0;
-        std::size_t work = 0; // what the limit on the work is compared with
-        bool stopped = false; // whether a limit was reached, after which nothing more is expanded
+        std::size_t work = 0; // compared with the limit on the work
+        bool stopped = false; // a limit was reached; nothing more is expanded
+        Fault fault;
     };
 
     int expandConditionals(CString &work, const CString &name);
     int expandVariables(std::string_view work, int ok, CString &result, bool useToolName);
     [[nodiscard]] CMArgument *argumentNamed(const CString &name) const;
-    /// Whether one more expansion may begin.
+    /// Returns whether one more expansion may begin.
     [[nodiscard]] bool mayGoOn(const CString &source, const CString &name);
-    /// Counts the work on a text; whether the limit leaves room for it.
+    /// Counts the work on a text. Returns whether it stays within the limit.
     [[nodiscard]] bool pays(const CString &text, const CString &name);
     void giveUp(const CString &name, const char *why);
 
     CMArgumentList &args_;
     Budget own_;
-    Budget &budget_; // that of the outermost expansion, which an argument's value may have come to this one from
+    Budget &budget_;           // that of the outermost expansion: an argument may expand its value by an inner one
     static Budget *outermost_; // null while none is under way; user-interface thread only
 };

@@ -1,22 +1,16 @@
 #include "CM/CMSupport/core/InformationFiles.h"
 
 #include "CM/CMSupport/core/CMFacade.h"
+#include "CM/CMSupport/core/ProjectProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/CurrentWorkspace.h"
-#include "CM/host/IPN.h"
 #include "CM/host/Iterators.h"
 
 #include <algorithm>
 
 namespace {
 
-// On unless the project says no.
-bool isRuleOn(const IProject &project) {
-    const IProperty *const property =
-        project.findProperty(IPN::CM, IPN::General, "EnableRespectSynchronizedCM", IProperty::inherited);
-    return property == nullptr || property->getBool();
-}
-
-// The subsystem in which an element stands, also through a class that stands directly in it; null without one.
+// Returns the subsystem that contains an element, directly or through a top-level class; null without one.
 const ISubsystem *subsystemOf(const IDObject &element) {
     const IDObject *owner = element.getOwner();
     if (const auto *const holder = dynamic_cast<const IClass *>(owner);
@@ -36,7 +30,7 @@ InformationFiles::InformationFiles() {
     const IProject *const project = CurrentWorkspace::GetActiveProject();
     const IComponent *const component = project == nullptr ? nullptr : project->doGetComponent();
     const ICodeGenConfigInfo *const config = component == nullptr ? nullptr : component->DoGetActiveConfig();
-    if (config != nullptr && config->isRespectMode() && isRuleOn(*project)) {
+    if (config != nullptr && config->isRespectMode() && isGeneralPropertyTrue(keys::respectSynchronized, true)) {
         component_ = component;
     }
 }
@@ -98,7 +92,7 @@ bool InformationFiles::isShownInFileOfItsName(const ISubsystem &subsystem) {
 
 void InformationFiles::addShownBy(const IFile &file) {
     if (file.getSaveUnit() == nullptr) {
-        return; // any save unit will do, the subsystem's own included, deliberately
+        return; // required: any save unit counts, even the subsystem's own
     }
     const CString name = file.getName();
     IFileFragmentIterator fragments;

@@ -1,5 +1,5 @@
-// InformationFiles: whether units have code files that are kept with another unit, so that a command on the unit
-// should offer to take these along.
+// Detects units that have code files saved with another unit. A command on such a unit offers to include these
+// files.
 #pragma once
 
 #include "CM/host/IProject.h"
@@ -7,19 +7,20 @@
 #include <optional>
 #include <unordered_set>
 
-/// Whether a file that observes the unit is kept with another unit than the unit's own; for a subsystem also
-/// whether a file of the component that bears its name shows elements of it, whichever unit that file is kept
-/// with.
+/// Returns whether a file that observes the unit is saved with a different unit than the unit itself. For a
+/// subsystem, also returns true if a file of the component that has its name shows elements of it, whichever unit
+/// that file is saved with.
 bool isFileNotSAMappedToUnit(const IUnit *unit, const IComponent *component);
 
-/// Answers for many units. The component is walked once, when it is first needed; the model must not change
+/// Applies the rule to many units. The component is searched once, when first needed; the model must not change
 /// meanwhile.
 class InformationFiles {
   public:
-    /// Reads the active project's component, its active configuration, and the property that turns the rule off.
+    /// Reads the active project's component, its active configuration, and the property that can turn the rule
+    /// off.
     InformationFiles();
 
-    /// The rule of shouldSetInformationFilesCheckBox.
+    /// Applies the rule of shouldSetInformationFilesCheckBox.
     [[nodiscard]] bool holdFor(const IUnit *unit);
 
   private:
@@ -31,6 +32,7 @@ class InformationFiles {
     [[nodiscard]] bool isShownInFileOfItsName(const ISubsystem &subsystem);
     void addShownBy(const IFile &file);
 
-    const IComponent *component_ = nullptr;                       ///< null: the rule is off
-    std::optional<std::unordered_set<const ISubsystem *>> shown_; ///< those that a file of their name shows
+    const IComponent *component_ = nullptr; ///< null: the rule is off
+    std::optional<std::unordered_set<const ISubsystem *>>
+        shown_; ///< the subsystems shown by a file with their name
 };

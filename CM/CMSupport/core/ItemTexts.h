@@ -1,5 +1,5 @@
-// ItemTexts: the texts of many small items, kept together in blocks: there may be millions of items, and most of
-// the time of making them would go to memory.
+// Stores the texts of many small items together in blocks: with millions of items, separate allocations would take
+// most of the time.
 #pragma once
 
 #include <algorithm>
@@ -10,8 +10,8 @@
 
 class ItemTexts {
   public:
-    /// Copies the parts, one behind the other without anything in between. What comes back keeps its block, which
-    /// holds some hundred texts, as long as it is held itself.
+    /// Copies the parts one after the other, with nothing in between. The returned pointer keeps the complete
+    /// block alive, which holds some hundred texts.
     std::shared_ptr<const char> keep(std::initializer_list<std::string_view> parts) {
         std::size_t size = 0;
         for (const std::string_view part : parts) {

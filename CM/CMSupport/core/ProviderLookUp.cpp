@@ -15,12 +15,10 @@ void report(const CString &reason) {
     log.Min("../CM/CMSupport/Property", __LINE__, reason);
 }
 
+/// Returns a text of the type REG_SZ; an expandable text does not count.
 std::optional<CString> textValue(const platform::Registry &registry, const CString &key, const CString &name) {
-    const auto value = registry.value(key, name);
-    if (!value || value->type != platform::RegistryValue::Type::text) {
-        return std::nullopt;
-    }
-    return value->text;
+    const auto value = registry.text(key, name);
+    return value && !value->isExpandable ? std::optional(value->text) : std::nullopt;
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Where the registry says that the provider library is.
+// Finds the provider library that the registry names.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -7,13 +7,13 @@
 
 namespace provider {
 
-/// The full path of the provider library that is registered for this machine, or none if a key or a value is
-/// missing, of another type than text, or names a file that doesn't exist. What is wrong with the registry itself
-/// goes to the log.
+/// Returns the full path of the provider library that is registered for this machine, or none if a key or value is
+/// missing, a value is not a text, or the file doesn't exist. Faults of the registry itself are logged.
 std::optional<CString> findLibrary();
 
-/// Puts `argument` in place of the first "%s" of a format and "%" in place of each "%%". All else stands as it is:
-/// the format comes from the registry, and no text there may reach for arguments that were not given.
+/// Replaces the first "%s" of a format by `argument` and each "%%" by "%". Other conversions are plain text, since
+/// the format comes from the registry and must not read arguments that do not exist:
+/// ProviderLookUp.IsNotHurtByAHostileFormat.
 CString formatOneArgument(std::string_view format, std::string_view argument);
 
 } // namespace provider

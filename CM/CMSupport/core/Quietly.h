@@ -1,13 +1,13 @@
-// For destructors that call the host: it may throw, and a destructor that lets that out ends the process.
+// Swallows exceptions of calls to the host in destructors, where an escaping exception would end the process.
 #pragma once
 
 namespace core {
 
-/// Runs `call`; what it throws is dropped.
+/// Runs `call` and ignores any exception.
 template <class CALL> void quietly(const CALL &call) noexcept {
     try {
         call();
-    } catch (...) { // NOLINT(bugprone-empty-catch): there is nobody left to tell
+    } catch (...) { // NOLINT(bugprone-empty-catch): a destructor can report nothing
     }
 }
 

@@ -8,6 +8,7 @@ bool isRepositoryFileForCM(const IUnit &unit) {
     }
     if (dynamic_cast<const IEmbededFile *>(&unit) != nullptr) {
         const IUnit *const holder = unit.getSaveUnit();
+        // Without a save unit it is not in a reference. Test: StatusRefresh.AnEmbeddedFileThatNoUnitHoldsCounts.
         return holder == nullptr || !holder->isReference();
     }
     const auto *const subsystem = dynamic_cast<const ISubsystem *>(&unit);

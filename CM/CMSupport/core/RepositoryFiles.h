@@ -1,12 +1,12 @@
-// The files of the model that are under the CM tool's care.
+// Finds the files of the model that are for the CM tool.
 #pragma once
 
 #include "CM/host/IUnit.h"
 #include "CM/host/Iterators.h"
 
-/// Whether the unit's file is one for the CM tool: not that of a reference, of an embedded file in a reference, of
-/// the workspace, or of a subsystem that is hidden.
+/// Returns whether the unit's file is for the CM tool: not that of a reference, of an embedded file in a
+/// reference, of the workspace, or of a hidden subsystem.
 [[nodiscard]] bool isRepositoryFileForCM(const IUnit &unit);
 
-/// A walk over all files of the model, as they are now; over none if the host has no list of them.
+/// Returns an iterator over all files of the model as they are now; over none if the host has no list of them.
 [[nodiscard]] IUnitIterator walkRepositoryFiles();

@@ -21,7 +21,7 @@ int ToolPattern::extract(std::string_view text, std::string_view &result, int &w
     wasSet = pattern_ ? 1 : 0;
     if (!pattern_) {
         if (traces_) {
-            debugTrace({"The property '", key_, "is empty'\n"}); // the quote stands behind the words: deliberate
+            debugTrace({"The property '", key_, "is empty'\n"}); // required: the quote after the words
         }
         result = {};
         return 1;

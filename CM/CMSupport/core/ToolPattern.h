@@ -1,4 +1,4 @@
-// ToolPattern: a pattern that a property of the tool in use holds, looked up once and matched against many texts.
+// Looks up a pattern in a property of the tool in use, once, and matches it against many texts.
 #pragma once
 
 #include "CM/host/SPString.h"
@@ -9,16 +9,16 @@
 
 class ToolPattern {
   public:
-    /// Looks the property up for the tool in use, on the default referee, and whether the trace is on.
+    /// Looks up the property for the tool in use, on the default referee, and whether the trace is on.
     explicit ToolPattern(const CString &key);
 
-    /// Matches without regard to case. 1 with group 1 in `result`, or with an empty `result` if the property's
-    /// value is empty; 0 without a match or without the property, with `result` as it was. `wasSet` becomes 1 if
-    /// the property holds a pattern, 0 if its value is empty, and stays as it was without the property. `result`
-    /// is part of `text`.
+    /// Matches ignoring case. Returns 1 with group 1 in `result`, which is then part of `text`, or with an empty
+    /// `result` if the property's value is empty; 0, with `result` unchanged, without a match or without the
+    /// property. `wasSet` becomes 1 if the property holds a pattern, 0 if its value is empty, and is unchanged
+    /// without the property.
     int extract(std::string_view text, std::string_view &result, int &wasSet) const;
 
-    /// Whether the other one gives the same for every text.
+    /// Returns whether the other pattern matches every text in the same way.
     [[nodiscard]] bool isSameAs(const ToolPattern &other) const {
         return exists_ == other.exists_ && text_ == other.text_;
     }

@@ -2,6 +2,7 @@
 
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMTraitFacade.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/core/RepositoryFiles.h"
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/Messages.h"
@@ -13,7 +14,7 @@ bool isStatusRefreshWanted() {
         return false;
     }
     CString when;
-    CMProperty::getToolPropertyValue("RefreshCMStatusAtProjectOpenup", when, false);
+    CMProperty::getToolPropertyValue(keys::refreshStatus, when, false);
     if (when.CompareNoCase("Ask User") == 0) {
         return notifyUserAndAsk(resources::text(resources::Text::statusRefreshQuestion),
                                 MB_YESNO | MB_ICONQUESTION, 0, messageLevelDefault) == IDYES;
@@ -31,7 +32,7 @@ void refreshStatus(StatusProvider &provider) {
         }
         pvContextStruct *const context = provider.contextOf(*unit);
         if (context == nullptr) {
-            break;
+            break; // required: StatusRefresh.TheFirstUnitWithoutAContextEndsTheWalk
         }
         last = context;
         units.AddTail(unit);
@@ -49,22 +50,8 @@ void refreshStatusIfWanted(StatusProvider &provider) {
 
 } // namespace dispatch
 
-namespace {
-
-/// The provider route is not part of this version, so that no unit has a context.
-class NoProvider : public dispatch::StatusProvider {
-  public:
-    pvContextStruct *contextOf(IUnit & /*unit*/) override { return nullptr; }
-    void queryAndSetStatus(CMUnitList & /*units*/, void * /*context*/) override {}
-};
-
-} // namespace
-
 CMTraitFacade theCMFacade;
 
 CMTraitFacade::~CMTraitFacade() = default;
 
-void CMTraitFacade::RefreshCMStatus() {
-    NoProvider provider;
-    dispatch::refreshStatusIfWanted(provider);
-}
+void CMTraitFacade::RefreshCMStatus() { dispatch::refreshStatusIfWanted(statusProvider()); }

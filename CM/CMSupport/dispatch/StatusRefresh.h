@@ -2,21 +2,9 @@
 // how the provider is asked.
 #pragma once
 
-#include "CM/CMSupport/core/CMOperation.h"
-#include "CM/CMSupport/core/pvContextStruct.h"
-#include "CM/host/IUnit.h"
+#include "CM/CMSupport/provider/StatusProvider.h"
 
 namespace dispatch {
-
-/// Whom the refresh asks.
-class StatusProvider {
-  public:
-    virtual ~StatusProvider() = default;
-    /// The provider context of the unit, opened if need be; null if there is none, of which the user was told.
-    virtual pvContextStruct *contextOf(IUnit &unit) = 0;
-    /// Asks the provider for the state of the units and stores it with them. `context` is that of the provider.
-    virtual void queryAndSetStatus(CMUnitList &units, void *context) = 0;
-};
 
 /// Whether states are on display, the project works through a provider, and the tool's property
 /// "RefreshCMStatusAtProjectOpenup" says "Yes", or "Ask User" and the user agrees.

@@ -2,7 +2,6 @@
 
 #include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/resources/Format.h"
-#include "CM/host/Environment.h"
 
 using resources::Text;
 using resources::text;
@@ -10,7 +9,8 @@ using resources::text;
 CString CCMSyncQuestionDlg::m_response;
 
 CCMSyncQuestionDlg::CCMSyncQuestionDlg(CWnd * /*parent*/)
-    : CDialog("CCMSyncQuestionDlg"), yes_(*this, "yes", text(Text::buttonYes), [this] { answer("yes", IDYES); }),
+    : CCMModalDialog("CCMSyncQuestionDlg"),
+      yes_(*this, "yes", text(Text::buttonYes), [this] { answer("yes", IDYES); }),
       yesToAll_(*this, "yesToAll", text(Text::buttonYesToAll), [this] { answer("yestoall", IDYES); }),
       no_(*this, "no", text(Text::buttonNo), [this] { answer("no", IDNO); }),
       noToAll_(*this, "noToAll", text(Text::buttonNoToAll), [this] { answer("notoall", IDNO); }),
@@ -36,19 +36,18 @@ int CCMSyncQuestionDlg::DoModal() {
     if (m_response == "notoall") {
         return IDNO;
     }
-    IAbsEnvironmentInterface *const user = IAbsEnvironmentInterface::CurrentEnvironmentGUIInterface();
-    if (CDialog::DoModal(user == nullptr ? nullptr : user->dialogDriver()) == dialogNotAnswered) {
-        // Nobody can be asked, so the file stays as it is: No is the answer that loses nothing.
-        CMOutputer::writeToCMOutputWnd(resources::format(Text::questionNotAnswered, {text_.caption()}));
-        return IDNO;
-    }
-    if (m_response == "no" || m_response == "notoall") {
+    if (CCMModalDialog::DoModal() == IDNO || m_response == "no" || m_response == "notoall") {
         return IDNO;
     }
     if (m_response == "cancel") {
         return IDCANCEL;
     }
-    // Whatever else the response is counts as yes, deliberately: also the empty text of a dialog that was closed,
-    // unless the answer of an earlier question stands and has decided above.
+    // Any other response counts as yes, as required, also the empty one. A user who closes the window does not
+    // come here: that presses Cancel, or is refused. Test: SyncQuestion.AnyOtherResponseCountsAsYes.
     return IDYES;
+}
+
+int CCMSyncQuestionDlg::OnNotAnswered() {
+    CMOutputer::writeToCMOutputWnd(resources::format(Text::questionNotAnswered, {text_.caption()}));
+    return IDNO; // the file stays as it is
 }

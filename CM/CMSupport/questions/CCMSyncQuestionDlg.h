@@ -2,11 +2,11 @@
 // hold for the rest of a command.
 #pragma once
 
+#include "CM/CMSupport/questions/CCMModalDialog.h"
 #include "CM/platform/CString.h"
 #include "CM/platform/CWnd.h"
-#include "CM/platform/dialog/CDialog.h"
 
-class CCMSyncQuestionDlg : public CDialog {
+class CCMSyncQuestionDlg : public CCMModalDialog {
   public:
     /// The last answer: "yes", "yestoall", "no", "notoall" or "cancel". Shared by all instances; emptied when the
     /// last CMAskOnCheckoutGuard ends. Without a guard it stands until something empties it.
@@ -19,14 +19,14 @@ class CCMSyncQuestionDlg : public CDialog {
     /// With 0 the Cancel button is disabled; 1 at the start.
     void SetCancelableOperation(int flag) { cancelable_ = flag; }
 
-    /// IDYES, IDNO or IDCANCEL. A "yestoall" or "notoall" that stands answers without showing anything. A dialog
-    /// that was closed without one of the five answers counts as IDYES, unless the answer of an earlier question
-    /// stands, which then counts again; if there is nobody who can be asked, it is IDNO, and the CM output window
-    /// tells so.
+    /// IDYES, IDNO or IDCANCEL. An earlier "yestoall" or "notoall" answers without showing anything. A dialog that
+    /// ends without one of the five answers counts as IDYES, unless the answer of an earlier question is still
+    /// there, which then counts again. Where nobody can be asked it is IDNO, which the CM output window reports.
     int DoModal();
 
   protected:
     void OnInitDialog() override;
+    int OnNotAnswered() override;
 
   private:
     void answer(const char *response, int result);

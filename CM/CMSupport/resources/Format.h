@@ -1,5 +1,5 @@
-// Filling the arguments into a text: only the texts of this folder are ever a format, what comes from a model, a
-// tool or a file is always an argument.
+// Inserts arguments into a text. Only the texts of this folder are formats; text from a model, a tool or a file is
+// always an argument.
 #pragma once
 
 #include "CM/CMSupport/resources/Texts.h"
@@ -10,8 +10,8 @@
 
 namespace resources {
 
-/// The text with this number, each "%s" replaced by the next argument. An argument is taken as it is, "%s" in it
-/// included. A "%s" without an argument becomes empty; an argument without a "%s" is left out.
+/// Returns the text with this number, with each "%s" replaced by the next argument. Arguments are literal, even
+/// "%s" in them. A "%s" without an argument becomes empty; an argument without a "%s" is ignored.
 std::string format(Text number, std::initializer_list<std::string_view> arguments);
 
 } // namespace resources

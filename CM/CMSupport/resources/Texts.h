@@ -1,5 +1,5 @@
-// Every text that the library shows to a user, by number. "%s" takes the arguments in the order that the comment
-// of the number names.
+// Lists every text that the library shows to a user, by number. The comment of a number names the arguments of
+// the text in the order of its "%s".
 #pragma once
 
 namespace resources {
@@ -7,9 +7,9 @@ namespace resources {
 enum class Text : unsigned {
     noToolSelected = 1,          ///< no CM tool is selected
     providerNotFound,            ///< no provider is registered
-    providerRouteMissing,        ///< the provider route is not part of this version
+    providerRouteMissing,        ///< this version has no provider route
     cannotEnterDirectory,        ///< directory, reason
-    commandTimedOut,             ///< a command ran into its limit and printed nothing
+    commandTimedOut,             ///< a command exceeded its limit and printed nothing
     commandReportedError,        ///< the tool's error pattern matched
     commandReportedWarning,      ///< the tool's warning pattern matched
     stubLeftOut,                 ///< kind, name
@@ -21,13 +21,13 @@ enum class Text : unsigned {
     writableFileQuestion,        ///< file name, full file name
     loadingFailed,               ///< full file name
     unitOutsideWorkingDirectory, ///< file name, working directory, kind, name
-    nameNotQuotable,             ///< path, what it holds
-    archiveNotQuotable,          ///< path, what it holds
+    nameNotQuotable,             ///< path, reason
+    archiveNotQuotable,          ///< path, reason
     namedCharacter,              ///< the character
     controlCharacter,
     backslashAtEnd,
     conditionalOfTemplates,
-    operationLock = 100, ///< display names of the transaction types, in their order
+    operationLock = 100, ///< display names of the transaction types, in order
     operationFetch,
     operationUnlock,
     operationHistory,
@@ -59,9 +59,28 @@ enum class Text : unsigned {
     statusNotControlled,
     statusDeleted,
     statusRefreshQuestion, ///< asked when a project was opened
+    outcomeDeclined = 400, ///< why an item was not done; these texts may follow "failed: "
+    outcomeGone,
+    outcomeStub,
+    outcomeReference,
+    outcomeRefused,      ///< path, what it holds
+    outcomeNoCommand,    ///< key of the template
+    outcomeEmptyCommand, ///< key of the template
+    outcomeUnresolved,   ///< key of the template, variable
+    outcomeEndless,      ///< key of the template, key of the property that refers to itself
+    outcomeNoDirectory,  ///< directory, why it was not checked out
+    runFailed,           ///< exit status
+    runCommandNotFound,
+    runKilled, ///< signal's number, its name
+    runTimedOut,
+    runInterrupted,
+    runWithheld,
+    runNotInstalled,
+    runNotStarted, ///< the system's error
+    callFailed,    ///< the provider's entry, its result
 };
 
-/// The text with this number; "?" for a number that the table doesn't hold.
+/// Returns the text with this number; "?" for an unknown number.
 const char *text(Text number);
 
 } // namespace resources

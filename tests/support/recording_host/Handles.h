@@ -1,4 +1,4 @@
-// Handles of the recording host: they know an identifier and ask the host's table of objects.
+// Implements handles, which look an identifier up in the host's table of objects.
 #pragma once
 
 #include "CM/host/IHandle.h"

@@ -1,4 +1,4 @@
-// The user of the recording host: what was shown, and the answers that a test has put down for the questions.
+// Records what the user was shown, and answers questions as a test has set.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -18,10 +18,10 @@ struct Messages {
         CString key;           ///< of a OneTimeMessageBox
     };
 
-    std::deque<int> answers;  ///< button ids, first question first
-    int defaultAnswer = 7;    ///< IDNO: the answer once the others are used up
-    std::vector<Shown> shown; ///< all that the user has seen, in order
-    int silenced = 0;         ///< how many SilenceMessageObject live; what is shown is written down all the same
+    std::deque<int> answers;      ///< button ids, first question first
+    int defaultAnswer = 7;        ///< IDNO: the answer after the others are used up
+    std::vector<Shown> shown;     ///< everything that the user was shown, in order
+    int silenced = 0;             ///< number of SilenceMessageObject; messages are recorded nevertheless
     std::function<void()> onShow; ///< called before an answer is given, for a side effect
 };
 

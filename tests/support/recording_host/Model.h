@@ -1,4 +1,4 @@
-// The model of the recording host as a whole: what is open, and the names of the kinds of unit.
+// Holds the state of the model: what is open, and the names of the kinds of unit.
 #pragma once
 
 #include "tests/support/recording_host/Objects.h"
@@ -18,12 +18,12 @@ struct Model {
     Project *activeProject = nullptr;
     bool hasWorkspace = true;
     Workspace *workspace = nullptr;
-    std::optional<bool> projectIsOpen; ///< without a value: whether there is an active project
+    std::optional<bool> projectIsOpen; ///< by default, whether there is an active project
     bool usingTSV = false;
     bool fullPathRepFiles = false;
     IObjectList repositoryFiles;        ///< the units that have a file of their own
-    bool hasRepositoryFiles = true;     ///< whether the host gives them
-    std::vector<CString> filesAskedFor; ///< what getByFile was asked for
+    bool hasRepositoryFiles = true;     ///< whether the host provides them
+    std::vector<CString> filesAskedFor; ///< the arguments of getByFile
 
     ExtensionPair projectExtension{".ory", ".orp1"};
     ExtensionPair subsystemExtension{".osb", ".osb1"};

@@ -1,4 +1,4 @@
-// The literal texts of the property names, and the names of the kinds of unit.
+// Defines the texts of the property names and the names of the kinds of unit.
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
 #include "tests/support/recording_host/RecordingHost.h"
@@ -31,7 +31,8 @@ const CString IPN::CMListArchiveItsWorkingFile = "ListArchiveItsWorkingFile";
 const CString IPN::CMMultiRecordDelimiter = "MultiRecordDelimiter";
 const CString IPN::CMReadOnly = "ReadOnly";
 const CString IPN::CMReadWrite = "ReadWrite";
-const CString IPN::CMSaveOnCheckOut = "SaveOnCheckOut";
+// Not the name of the property: "SaveOnCheckOut" is a key of the provider route.
+const CString IPN::CMSaveOnCheckOut = "SaveBeforeCheckOut";
 
 namespace {
 

@@ -39,7 +39,7 @@ IHandle *ObjectState::newHandle() const {
     if (onGetHandle) {
         onGetHandle();
     }
-    return new Handle(id); // the caller gives it back with release()
+    return new Handle(id); // the caller releases it with release()
 }
 
 void ObjectState::noteNotified() const { RecordingHost::current().note("notify observers of " + name); }

@@ -1,4 +1,4 @@
-// ObjectState: what a test can set on any object of the recording host, as plain fields.
+// Holds what a test can set on any object of the recording host, as plain fields.
 #pragma once
 
 #include "CM/host/IDObject.h"
@@ -19,19 +19,19 @@ struct ObjectState {
 
     CString name;
     CString metaClassName; ///< the display name of its kind
-    CString id;            ///< the key in the host's table of objects, which handles go through
+    CString id;            ///< the key in the host's table of objects, which handles use
     bool saveUnit = false; ///< whether the object has a file of its own
     bool modified = false;
     bool loadedForMerge = false;
-    bool beingTakenDown = false; ///< a safe handle look-up then answers null
+    bool beingTakenDown = false; ///< a safe handle look-up then returns null
     IDObject *owner = nullptr;
-    std::vector<IDObject *> inside; ///< what it owns directly
-    PropertyMap properties;         ///< those set on the object itself
-    /// Called at the start of getHandle, which may fault on a dead object; a test puts a throw or a fault here.
+    std::vector<IDObject *> inside; ///< the objects that it owns directly
+    PropertyMap properties;         ///< the properties on the object itself
+    /// Called at the start of getHandle, which may fault on a dead object; a test may throw or fault here.
     std::function<void()> onGetHandle;
     IDObject *self = nullptr; ///< the object itself
 
-    /// The state of an object, which must be one of this host's.
+    /// Returns the state of an object, which must belong to this host.
     static ObjectState &of(IDObject *object);
     static const ObjectState &of(const IDObject *object);
 
@@ -46,7 +46,7 @@ struct ObjectState {
     void store(const CString &subject, const CString &metaclass, const IProperty *property);
 };
 
-/// Gives an abstract class of the model the fields of a state.
+/// Adds the fields of a state to an abstract class of the model.
 template <class BASE, class STATE = ObjectState> class ObjectOf : public BASE, public STATE {
   public:
     ObjectOf() { this->self = this; }

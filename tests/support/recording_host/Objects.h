@@ -1,4 +1,4 @@
-// The kinds of object of the recording host. Each is a class of the host's interface with plain fields.
+// Defines the kinds of object of the recording host. Each implements a class of the host's interface with fields.
 #pragma once
 
 #include "CM/host/IProject.h"
@@ -7,7 +7,7 @@
 
 namespace recording {
 
-/// An element without a file of its own.
+/// An element without its own file.
 class Element : public ObjectOf<IDObject> {};
 
 class Project : public UnitOf<IProject> {
@@ -21,7 +21,7 @@ class Project : public UnitOf<IProject> {
     [[nodiscard]] IComponent *doGetComponent() const override { return component; }
     [[nodiscard]] ICodeGenConfigInfo *getConfiguration() const override { return configuration; }
     [[nodiscard]] CString getProjectFileDirectory() const override { return projectFileDirectory; }
-    /// The last argument is kept in `askedUsingTSV`.
+    /// Records the last argument in `askedUsingTSV`.
     [[nodiscard]] bool showCMStatus(bool usingTSV) const override {
         askedUsingTSV = usingTSV;
         return showStatus;

@@ -1,6 +1,7 @@
 #include "tests/support/recording_host/Places.h"
 
 #include "CM/host/Utilities.h"
+#include "CM/platform/PathText.h"
 #include "tests/support/recording_host/RecordingHost.h"
 
 #include <cstdio>
@@ -70,9 +71,7 @@ CString oqGetFullPathOfDirectory(const CString &directory, CString &error) {
     return full.string();
 }
 
-bool oqIsAbsolutePath(const CString &path) {
-    return path.GetAt(0) == '/' || path.GetAt(0) == '\\' || path.GetAt(1) == ':';
-}
+bool oqIsAbsolutePath(const CString &path) { return platform::isAbsolutePath(path); }
 
 bool oqFileExist(const CString &path) {
     return scripted(places().exists, path).value_or(onDisk(path).has_value());
@@ -114,7 +113,7 @@ int oqMoveFileEx(const CString &from, const CString &to, int flags) {
 }
 
 void ParseToDirFileNameAndExtension(const CString &path, CString &directory, CString &file, CString &extension) {
-    // Worked out before anything is assigned: the caller may pass the same text in and out.
+    // Computed before anything is assigned: the caller may pass the same text as input and output.
     const int separator = path.ReverseFindOneOf("/\\");
     CString before = separator < 0 ? CString() : path.Left(separator);
     const CString name = path.Mid(separator + 1);

@@ -1,4 +1,4 @@
-// The properties of the recording host, and the record of every look-up.
+// Holds the properties of the recording host and records every look-up.
 #pragma once
 
 #include "CM/host/IProperty.h"
@@ -13,18 +13,18 @@ class IDObject;
 class IFile;
 class IObject;
 
-/// What this host keeps with a property.
+/// The data of a property.
 struct IProperty::Data {
     CString name;
     CString type;
     CString value;
     IFile *file = nullptr;
-    IObject *holder = nullptr; ///< whose observers hear of a change; null while it belongs to nobody
+    IObject *holder = nullptr; ///< its observers are notified of a change; null without a holder
 };
 
 namespace recording {
 
-/// The three names of a property. They compare byte by byte.
+/// The three names of a property, compared byte by byte.
 struct PropertyName {
     CString subject;
     CString metaclass;
@@ -34,17 +34,17 @@ struct PropertyName {
 
 using PropertyMap = std::map<PropertyName, std::unique_ptr<IProperty>>;
 
-/// One look-up, with the arguments behind the key as they came.
+/// A look-up, with the arguments after the key as passed.
 struct Lookup {
     const IDObject *object = nullptr;
     PropertyName property;
     int where = 0;
     std::vector<int> rest;
-    bool own = false;   ///< asked by findOwnProperty
-    bool found = false; ///< whether it gave a property
+    bool own = false;   ///< by findOwnProperty
+    bool found = false; ///< whether it returned a property
 };
 
-/// Puts a property into a map, replacing the value of one that is there.
+/// Puts a property into a map, or replaces its value.
 IProperty &putProperty(PropertyMap &map, const PropertyName &name, const CString &value, IObject *holder);
 
 } // namespace recording

@@ -4,6 +4,7 @@
 #include "CM/host/Utilities.h"
 
 #include <algorithm>
+#include <new>
 #include <stdexcept>
 
 using namespace recording;
@@ -57,8 +58,8 @@ void RecordingHost::clearRecords() {
 }
 
 template <class KIND> KIND &RecordingHost::make(const CString &name, const CString &metaClass, IDObject *owner) {
-    auto made = std::make_unique<KIND>();
-    KIND &object = *made;
+    KIND &object = *new (storage.take(sizeof(KIND))) KIND;
+    objects_.emplace(&object, std::unique_ptr<IDObject, EndsObject>(&object, {&storage}));
     object.name = name;
     object.metaClassName = metaClass;
     object.id = "GUID " + std::to_string(++lastId_);
@@ -67,7 +68,6 @@ template <class KIND> KIND &RecordingHost::make(const CString &name, const CStri
         ObjectState::of(object.owner).inside.push_back(&object);
     }
     objectsById[object.id] = &object;
-    objects_.emplace(&object, std::move(made));
     return object;
 }
 
@@ -86,7 +86,7 @@ KIND &RecordingHost::makeUnit(const CString &name, const CString &metaClass, con
 }
 
 Project &RecordingHost::addProject(const CString &name, const CString &directory) {
-    // A second project is nobody's part, so it is made as if there were no first one.
+    // A second project has no owner, so it is made as if there were no first one.
     Project *const first = std::exchange(model.activeProject, nullptr);
     Project &project = makeUnit<Project>(name, "Project", model.projectExtension.newer, nullptr);
     project.projectFileDirectory = directory;

@@ -1,13 +1,14 @@
-// RecordingHost: a host in memory for tests of the library. Made at the start of a test (a member of its fixture),
-// it is the host that all functions of CM/host answer for until its end, and it starts out the same each time: no
-// project, nothing recorded. What a test can arrange are the plain fields of its parts and of the objects; what
-// happened is in `calls`, one text per call that has an effect, in order.
+// Provides a host in memory for tests of the library. A member of the test's fixture, it is the host of all
+// functions of CM/host until its end, and always starts in the same state: no project, nothing recorded. A test
+// sets the plain fields of its parts and of the objects; `calls` records what happened, one text for each call
+// with an effect, in order.
 #pragma once
 
 #include "tests/support/recording_host/Messages.h"
 #include "tests/support/recording_host/Model.h"
 #include "tests/support/recording_host/Places.h"
 #include "tests/support/recording_host/Reload.h"
+#include "tests/support/recording_host/Storage.h"
 #include "tests/support/recording_host/Window.h"
 #include "tests/support/recording_host/Worker.h"
 
@@ -25,14 +26,14 @@ class RecordingHost {
     RecordingHost(const RecordingHost &) = delete;
     RecordingHost &operator=(const RecordingHost &) = delete;
 
-    /// The host that lives now; without one std::logic_error is thrown.
+    /// Returns the current host; throws std::logic_error without one.
     static RecordingHost &current();
 
-    // --- What happened.
+    // --- Records.
 
-    /// Every call that has an effect: undo, log, messages, window, reload, worker, model setters, file changes.
+    /// Every call with an effect: undo, log, messages, window, reload, worker, model setters, file changes.
     std::vector<std::string> calls;
-    /// Every property look-up, and the lines of the log with their numbers.
+    /// Every property look-up, and the lines of the log with their line numbers.
     std::vector<recording::Lookup> lookups;
     struct LogLine {
         int name = 0;
@@ -42,14 +43,14 @@ class RecordingHost {
     };
     std::vector<LogLine> logLines;
     int logsOpen = 0;
-    int handlesAlive = 0; ///< handles that were made and not released
+    int handlesAlive = 0; ///< handles that are not released yet
     int ignoringCodeGeneration = 0;
 
-    /// The calls that begin with `prefix`, in order.
+    /// Returns the calls that begin with `prefix`, in order.
     [[nodiscard]] std::vector<std::string> callsOf(std::string_view prefix) const;
     void clearRecords();
 
-    // --- What a test arranges.
+    // --- Settings of a test.
 
     recording::Model model;
     recording::Messages messages;
@@ -61,8 +62,8 @@ class RecordingHost {
     recording::Worker worker;
     struct {
         bool exists = true;
-        int depth = 0;                 ///< brackets that are open
-        int nothingDepth = 0;          ///< and of those that make no entry
+        int depth = 0;                 ///< open brackets
+        int nothingDepth = 0;          ///< open brackets without an entry
         std::function<void()> onStart; ///< called before a bracket opens; it may throw
         std::function<void()> onEnd;   ///< called before one closes; it may throw
     } undo;
@@ -70,17 +71,20 @@ class RecordingHost {
         bool exists = false;
         int result = 1;
     } loadOnDemand;
-    /// What handles answer, by identifier. A test takes entries out or puts another object in.
+    /// The objects of handles, by identifier. A test removes or replaces entries.
     std::unordered_map<CString, IDObject *> objectsById;
 
-    // --- Builders. Objects live until they are removed or the host ends. Without an owner the active project is
+    /// The addresses of objects; a test can have one of them reused.
+    recording::Storage storage;
+
+    // --- Builders. Objects exist until they are removed or the host ends. By default the active project is
     // the owner.
 
-    /// The first project becomes the active one, with a workspace. Its units stand in `directory`/_NAME.
+    /// The first project becomes the active one, with a workspace. Its units are in `directory`/_NAME.
     recording::Project &addProject(const CString &name = "Plant", const CString &directory = "/models");
     recording::Subsystem &addSubsystem(const CString &name, IDObject *owner = nullptr);
     recording::Class &addClass(const CString &name, IDObject *owner = nullptr);
-    /// A class: the plain case of a unit.
+    /// Adds a class, the ordinary kind of unit.
     recording::Class &addUnit(const CString &name, IDObject *owner = nullptr) { return addClass(name, owner); }
     /// The first component becomes the active one.
     recording::Component &addComponent(const CString &name, IDObject *owner = nullptr);
@@ -91,28 +95,28 @@ class RecordingHost {
     recording::Fragment &addFragment(const CString &name, IDObject *owner, IDObject *element = nullptr);
     recording::Element &addElement(const CString &name, IDObject *owner = nullptr);
 
-    /// Another object with the identifier, owner and names of `unit`, as a reload makes it. Handles answer it from
-    /// now on, and it takes the old one's place among the repository files. The old one is gone with all it owns.
+    /// Makes another object with the identifier, owner and names of `unit`, like a reload. Handles return it from
+    /// then on, and it replaces the old one in the repository files. Deletes the old one with all that it owns.
     recording::Class &replaceClass(recording::Class &unit);
-    /// Takes the object and all that it owns out of the model: handles answer null, and the objects are gone, so
-    /// that a sanitizer sees every use of them.
+    /// Removes the object and all that it owns from the model: handles return null, and the objects are deleted,
+    /// so that a sanitizer finds every use of them.
     void removeObject(IDObject &object);
 
-    /// Sets a property on an object; without one as a default of the installation, which all objects inherit.
+    /// Sets a property on an object, or for null as an installed default, which all objects inherit.
     IProperty &setProperty(IDObject *object, const CString &subject, const CString &metaclass, const CString &key,
                            const CString &value);
     IProperty &setProperty(IDObject &object, const CString &subject, const CString &metaclass, const CString &key,
                            const CString &value) {
         return setProperty(&object, subject, metaclass, key, value);
     }
-    /// The default of the installation for a tool's key, under the subject of CM.
+    /// Sets the installed default of a tool's key, with the CM subject.
     IProperty &setToolDefault(const CString &tool, const CString &key, const CString &value);
-    /// The name of the tool, as a default of the installation.
+    /// Sets the name of the tool as an installed default.
     void setTool(const CString &name);
-    /// A setting of section "General".
+    /// Sets a setting of section "General".
     void setSetting(const CString &key, const CString &value) { places.settings[{"General", key}] = value; }
 
-    // --- For the parts of the host.
+    // --- Internal to the host.
 
     void note(const CString &call) { calls.push_back(call.str()); }
     [[nodiscard]] IProperty *find(const IDObject *object, const recording::PropertyName &name,
@@ -123,7 +127,7 @@ class RecordingHost {
     template <class KIND>
     KIND &makeUnit(const CString &name, const CString &metaClass, const CString &extension, IDObject *owner);
 
-    std::unordered_map<const IDObject *, std::unique_ptr<IDObject>> objects_;
+    std::unordered_map<const IDObject *, std::unique_ptr<IDObject, recording::EndsObject>> objects_;
     recording::PropertyMap defaults_;
     int lastId_ = 0;
 };

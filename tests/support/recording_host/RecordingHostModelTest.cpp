@@ -1,4 +1,4 @@
-// The model of the recording host: objects, handles, properties, iterators.
+// Tests the model of the recording host: objects, handles, properties, iterators.
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IHandle.h"
 #include "CM/host/IPN.h"
@@ -6,6 +6,7 @@
 #include "tests/support/recording_host/RecordingHost.h"
 
 #include <gmock/gmock.h>
+#include <stdexcept>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -113,6 +114,26 @@ TEST_F(RecordingHostModel, RemovesAnObjectWithAllThatItOwns) {
     EXPECT_EQ(IUnit::getByFile("Drives.osb"), nullptr);
     EXPECT_THAT(project.inside, IsEmpty());
     handle->release();
+}
+
+TEST_F(RecordingHostModel, UsesTheAddressOfARemovedObjectAgainOnlyWhenATestAsksForIt) {
+    host.addProject();
+    const recording::Class *const pump = &host.addUnit("Pump");
+    host.removeObject(*host.model.activeProject->inside.back());
+    EXPECT_NE(&host.addUnit("Valve"), pump);
+    host.storage.nextAddress = pump;
+    EXPECT_EQ(&host.addUnit("Tank"), pump);
+    EXPECT_NE(&host.addUnit("Pipe"), pump);
+}
+
+TEST_F(RecordingHostModel, RefusesAnAddressThatIsNotFreeOrHasAnotherSize) {
+    host.addProject();
+    auto &pump = host.addUnit("Pump");
+    host.storage.nextAddress = &pump;
+    EXPECT_THROW(host.addUnit("Valve"), std::logic_error);
+    host.removeObject(pump);
+    host.storage.nextAddress = &pump;
+    EXPECT_THROW(host.addElement("speed"), std::logic_error);
 }
 
 TEST_F(RecordingHostModel, InheritsPropertiesFromOwnerProjectAndInstallation) {

@@ -1,4 +1,4 @@
-// The services of the recording host: what each writes down, and how a test answers for it.
+// Tests the services of the recording host: what each records, and how a test sets its answers.
 #include "CM/host/Environment.h"
 #include "CM/host/IAbstractCMManager.h"
 #include "CM/host/IBaseCMFacade.h"

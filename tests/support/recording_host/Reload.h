@@ -1,4 +1,4 @@
-// Reloading as a test scripts it. Each function is called after the call was written down.
+// Scripts reloading for a test. Each function is called after the call was recorded.
 #pragma once
 
 #include "CM/host/Iterators.h"
@@ -9,17 +9,17 @@
 namespace recording {
 
 struct Reload {
-    /// Without a function every unit can be reloaded in place.
+    /// By default every unit can be reloaded in place.
     std::function<bool(const IUnit *unit, int flag)> canReload;
-    /// Without a function the unit itself comes back. Null is a file that could not be read.
+    /// By default returns the unit itself. Null means a file that could not be read.
     std::function<IUnit *(IUnit *unit, int flag)> reloadUnit;
-    /// Without a function null comes back.
+    /// By default returns null.
     std::function<IUnit *(const CString &directory, const CString &fileName, int flag)> addToModel;
-    /// Non-zero says that both pictures of the file hold the same. Without a function 0.
+    /// Non-zero means that both records of the file are the same. By default 0.
     std::function<int(const CString &path)> compare;
     std::function<void(IUnit *unit)> atm;
 
-    /// What the recursive helper appends. Without a function nothing.
+    /// The files that the recursive helper appends. By default none.
     std::function<void(const CString &path, CStringList &files, int flag)> filesIn;
     std::function<void(const IUnit *unit, CStringList &files, int recursive, int information)> filesInUnit;
     std::function<void(const IUnit *unit, CList<IUnit *, IUnit *> &units)> informationUnits;

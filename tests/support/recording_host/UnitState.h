@@ -1,4 +1,4 @@
-// UnitState: what a test can set on a unit of the recording host, as plain fields.
+// Holds what a test can set on a unit of the recording host, as plain fields.
 #pragma once
 
 #include "tests/support/recording_host/ObjectState.h"
@@ -10,9 +10,9 @@ namespace recording {
 
 struct UnitState : ObjectState {
     CString fileName;     ///< without directory, with extension
-    CString directory;    ///< where the file stands
+    CString directory;    ///< the directory of the file
     CString oldFileName;  ///< before the last rename
-    CString fullFileName; ///< if not empty, given in the place of directory and file name put together
+    CString fullFileName; ///< if not empty, returned instead of directory and file name
     CString extension;    ///< with its dot
     CString reposName;    ///< if not empty, the name in the repository files
     bool stub = false;
@@ -22,16 +22,16 @@ struct UnitState : ObjectState {
     bool readOnly = false;
     long cmState = 0;
     CString header;
-    bool headerReadable = true; ///< what updateCMHeader answers
-    CString headerInFile;       ///< what updateCMHeader reads, if not empty
-    int saveResult = 1;         ///< what the two forms of saving answer
-    bool renameApproved = true; ///< what approveCMRename answers
-    int partFileNamesKept = 0;  ///< what keepsPartFileName answers
-    CString partsDirectory;     ///< what getPartsDirectory answers; if empty, the unit's directory
+    bool headerReadable = true; ///< the result of updateCMHeader
+    CString headerInFile;       ///< the header that updateCMHeader reads, if not empty
+    int saveResult = 1;         ///< the result of both ways of saving
+    bool renameApproved = true; ///< the result of approveCMRename
+    int partFileNamesKept = 0;  ///< the result of keepsPartFileName
+    CString partsDirectory;     ///< the result of getPartsDirectory; if empty, the unit's directory
     std::optional<std::pair<CString, CString>> sccArchive; ///< the unit's own provider archive
     std::optional<CString> batchArchive;                   ///< the unit's own archive on the command route
-    std::function<void(UnitState &)> onUpdateHeader;       ///< called by updateCMHeader, after it was written down
-    /// Called by updateMode, after it was written down, to change the read-only state for instance.
+    std::function<void(UnitState &)> onUpdateHeader;       ///< called by updateCMHeader after it was recorded
+    /// Called by updateMode after it was recorded, for example to change the read-only state.
     std::function<void(UnitState &, const CString &mode)> onUpdateMode;
 
   protected:
@@ -47,7 +47,7 @@ struct UnitState : ObjectState {
     int noteSave(const CString &path, ORYSaveLoadOption option);
 };
 
-/// Gives a kind of unit the fields of a unit.
+/// Adds the fields of a unit to a kind of unit.
 template <class BASE> class UnitOf : public ObjectOf<BASE, UnitState> {
   public:
     [[nodiscard]] CString getFileName() const override { return this->fileName; }

@@ -53,7 +53,7 @@ class RecordingLoader final : public LoadOnDemandManager {
     }
 };
 
-// None of these holds anything: what they answer is the current host's.
+// None of these has state: their results are those of the current host.
 RecordingEnvironment environment;
 
 } // namespace

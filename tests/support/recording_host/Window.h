@@ -1,4 +1,4 @@
-// The windows of the recording host: the CM output window, the main window, and who runs dialogs.
+// Holds the windows of the recording host: the CM output window, the main window, and the dialog driver.
 #pragma once
 
 #include "CM/platform/CWnd.h"
@@ -16,7 +16,7 @@ class MainWindow final : public CWnd {
   public:
     bool exists = false;
     bool enabled = true;
-    CWnd *popup = nullptr; ///< null: the window itself was active last
+    CWnd *popup = nullptr; ///< null if the window itself was active last
     void *handle = nullptr;
 
     [[nodiscard]] bool IsWindowEnabled() const override { return enabled; }
@@ -28,9 +28,9 @@ struct OutputWindow {
     bool managerExists = true;
     bool hasStream = true;
     bool hasWindow = true;
-    std::function<void()> onShow; ///< called as the window is to be shown; it may throw
+    std::function<void()> onShow; ///< called before the window is shown; it may throw
     std::ostringstream stream;
-    /// What was written so far.
+    /// The output so far.
     [[nodiscard]] std::string text() const { return stream.str(); }
 };
 
@@ -38,7 +38,7 @@ struct Environment {
     bool hasOutputInterface = true;
     bool hasInterfaceToUser = true;
     bool hasInstance = true;
-    platform::DialogDriver *dialogDriver = nullptr; ///< the test's own
+    platform::DialogDriver *dialogDriver = nullptr; ///< set by the test
 };
 
 } // namespace recording

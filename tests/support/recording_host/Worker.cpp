@@ -36,6 +36,7 @@ RunThread::RunThread(const CString &command, int outputHandle) : worker_(std::ma
     }
     const recording::ToolRun run = host.worker.run(command);
     worker_->status = run.status;
+    end = run.end;
     for (const CString &line : run.errorLines) {
         errorLines.AddTail(line);
     }

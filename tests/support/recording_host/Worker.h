@@ -1,6 +1,7 @@
-// The worker of the recording host: no child is started, a function of the test says what the command did.
+// Simulates the worker: starts no child; a function of the test determines what a command does.
 #pragma once
 
+#include "CM/host/RunThread.h"
 #include "CM/platform/CString.h"
 
 #include <functional>
@@ -8,19 +9,20 @@
 
 namespace recording {
 
-/// What a command did. Lines keep their line ends.
+/// The result of a command. Lines keep their line ends.
 struct ToolRun {
     std::vector<CString> outputLines;
     std::vector<CString> errorLines;
-    int status = 0; ///< what getStatus answers: 0, or WAIT_TIMEOUT
+    int status = 0;  ///< the result of getStatus: 0 or WAIT_TIMEOUT
+    RunEnd end = {}; ///< unknown, as from a host that does not report it
 };
 
 struct Worker {
-    /// Called as the command starts; changes files or the model as the tool would. Without a function every
-    /// command ends at once and in silence.
+    /// Called when the command starts; changes files or the model as the tool would. By default every command
+    /// ends at once without output.
     std::function<ToolRun(const CString &command)> run;
-    std::vector<CString> commands; ///< those that were run, in order
-    int alive = 0;                 ///< workers that were made and not deleted
+    std::vector<CString> commands; ///< the commands that ran, in order
+    int alive = 0;                 ///< workers that are not deleted yet
 };
 
 } // namespace recording

@@ -1,4 +1,4 @@
-// What is open, and what the model answers as a whole.
+// Implements the queries about what is open and about the model.
 #include "CM/host/CurrentWorkspace.h"
 
 #include "tests/support/recording_host/RecordingHost.h"

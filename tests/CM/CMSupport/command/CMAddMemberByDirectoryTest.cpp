@@ -1,4 +1,4 @@
-// Add to archive, each directory checked out and in once.
+// Tests adding to the archive with each directory checked out and in once.
 #include "CM/CMSupport/command/CMAddMember.h"
 
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
@@ -131,7 +131,7 @@ TEST_F(AddMemberByDirectory, WithoutAnInstallationRootNothingRuns) {
     EXPECT_THAT(host.worker.commands, IsEmpty());
 }
 
-/// A stream that calls a function at the first text that is written to it.
+/// A stream that calls a function when the first text is written to it.
 class CallingBuffer : public std::streambuf {
   public:
     explicit CallingBuffer(std::function<void()> call) : call_(std::move(call)) {}
@@ -150,7 +150,7 @@ class CallingBuffer : public std::streambuf {
 };
 
 TEST_F(AddMemberByDirectory, ADirectoryThatCannotBeCheckedOutIsPassedOverAndALaterOneDecides) {
-    breakExecute(); // until its failure has been told
+    breakExecute(); // until its failure is reported
     CallingBuffer buffer([this] { std::filesystem::create_directory(unitsDirectory()); });
     std::ostream stream(&buffer);
     getMainCMOutputer()() = &stream;
@@ -280,6 +280,14 @@ TEST_F(GroupUnits, FilesUnitsUnderTheDirectoryOfTheirFile) {
     EXPECT_EQ(map.GetCount(), 2);
     EXPECT_THAT(in("/w/a"), ElementsAre(&pump, &tank));
     EXPECT_THAT(in("/w/b"), ElementsAre(&valve));
+}
+
+TEST_F(GroupUnits, GoesByTheFullFileNameAndNotByTheUnitsOwnDirectory) {
+    auto &pump = unitIn("/w/own", "Pump");
+    pump.fullFileName = "/w/elsewhere/Pump.ocl";
+    group(list(&pump));
+    EXPECT_EQ(map.GetCount(), 1);
+    EXPECT_THAT(in("/w/elsewhere"), ElementsAre(&pump));
 }
 
 TEST_F(GroupUnits, AddsToTheListsThatTheMapHoldsAndKeepsThemUnique) {

@@ -1,4 +1,4 @@
-// Add to archive, one command a unit.
+// Tests adding to the archive with one command per unit.
 #include "CM/CMSupport/command/CMAddMember.h"
 
 #include "CM/CMSupport/resources/Format.h"
@@ -150,6 +150,24 @@ TEST_F(AddMember, TheProjectFileIsCopiedForTheToolAndCommitted) {
     EXPECT_EQ(read(unitsDirectory() / "Plant.ory"), "new");
 }
 
+TEST_F(AddMember, ExpandsBeforeTheProjectFileIsCopied) {
+    class CopyArgument : public CMArgument {
+      public:
+        explicit CopyArgument(std::filesystem::path copy) : copy_(std::move(copy)) {}
+        int isNamed(const CString &name) const override { return name == "copy" ? 1 : 0; }
+        CString substitute(const CString & /*name*/) override { return exists(copy_) ? "there" : "not there"; }
+
+      private:
+        std::filesystem::path copy_;
+    } copy(scratch / "Plant.ory");
+    useOldLayout();
+    setToolProperty(IPN::CMAddMember, "add $copy");
+    args.AddTail(&copy);
+    add(list(&project()));
+    EXPECT_THAT(host.worker.commands, ElementsAre("add not there"));
+    args.RemoveAll();
+}
+
 TEST_F(AddMember, HeaderAndModeAreReadFromTheProjectFileThatTheToolLeft) {
     useOldLayout();
     host.worker.run = [&](const CString &) {
@@ -195,7 +213,7 @@ class AddMemberInTheOldLayout : public AddMember {
         unit.directory = directory;
         return unit;
     }
-    [[nodiscard]] CString working() const { return scratch.path().string(); }
+    [[nodiscard]] CString working() const { return scratch.string(); }
     [[nodiscard]] CString message(const IUnit &unit) const {
         return resources::format(resources::Text::unitOutsideWorkingDirectory,
                                  {unit.getFileName(), working(), "Class", unit.getName()});

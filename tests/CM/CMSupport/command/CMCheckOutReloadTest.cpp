@@ -1,5 +1,6 @@
 #include "CM/CMSupport/command/CMCheckOut.h"
 
+#include "CM/CMSupport/resources/Format.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
 
 using testing::Contains;
@@ -17,7 +18,18 @@ class CheckOutReload : public CheckOutFixture {
         return CMCheckOut()(units, args, diags, false);
     }
 
+    /// Keeps what is in the list when reloads are closed.
+    void watchTheClosingCall() {
+        watched_ = &units;
+        CMFacade::afterATMCallbackFunc() = [](CMainFrame *) { atTheClose = entries(*watched_); };
+        atTheClose.clear();
+    }
+
     CMUnitList units;
+    static inline std::vector<IUnit *> atTheClose;
+
+  private:
+    static inline const CMUnitList *watched_ = nullptr;
 };
 
 TEST_F(CheckOutReload, AnUnchangedModelIsBroughtIntoLineAndTheUnitStays) {
@@ -28,6 +40,34 @@ TEST_F(CheckOutReload, AnUnchangedModelIsBroughtIntoLineAndTheUnitStays) {
     EXPECT_THAT(host.callsOf("can reload"), IsEmpty());
     EXPECT_THAT(host.callsOf("reload "), IsEmpty());
     EXPECT_THAT(entries(units), ElementsAre(&pump));
+}
+
+TEST_F(CheckOutReload, AReloadedUnitAtTheAddressOfTheOldOneIsInTheListAtTheEnd) {
+    auto &pump = host.addUnit("Pump");
+    IUnit *reloaded = nullptr;
+    host.reload.reloadUnit = [&](IUnit *, int) {
+        host.removeObject(pump);
+        host.storage.nextAddress = &pump;
+        return reloaded = &host.addUnit("Pump");
+    };
+    EXPECT_EQ(checkOut(pump), 1);
+    ASSERT_EQ(reloaded, &pump);
+    EXPECT_THAT(entries(units), ElementsAre(reloaded));
+}
+
+TEST_F(CheckOutReload, AReloadedUnitAtTheAddressOfALaterOneThatDiedIsWorkedOnOnceAndStays) {
+    auto &pump = host.addUnit("Pump");
+    auto &valve = host.addUnit("Valve");
+    IUnit *reloaded = nullptr;
+    host.reload.reloadUnit = [&](IUnit *, int) {
+        host.removeObject(pump);
+        host.removeObject(valve);
+        host.storage.nextAddress = &valve;
+        return reloaded = &host.addUnit("Pump");
+    };
+    EXPECT_EQ(checkOut(pump, valve), 1);
+    EXPECT_EQ(host.worker.commands.size(), 1U);
+    EXPECT_THAT(entries(units), ElementsAre(reloaded));
 }
 
 TEST_F(CheckOutReload, AUnitThatCannotBeReloadedInPlaceIsLoadedAnewAndRemembered) {
@@ -53,6 +93,27 @@ TEST_F(CheckOutReload, ALoadedUnitIsNotRememberedWithoutAWorkspace) {
     host.model.hasWorkspace = false;
     EXPECT_EQ(checkOut(pump), 1);
     EXPECT_THAT(host.callsOf("add to saved units"), IsEmpty());
+}
+
+TEST_F(CheckOutReload, TheClosingCallFindsTheReloadedUnitInThePlaceOfTheOldOne) {
+    watchTheClosingCall();
+    auto &pump = host.addClass("Pump");
+    auto &valve = host.addClass("Valve");
+    IUnit *newPump = nullptr;
+    host.reload.reloadUnit = [&](IUnit *unit, int) -> IUnit * {
+        return unit == &pump ? newPump = &host.replaceClass(pump) : unit;
+    };
+    EXPECT_EQ(checkOut(pump, valve), 1);
+    EXPECT_THAT(atTheClose, ElementsAre(newPump, &valve));
+}
+
+TEST_F(CheckOutReload, AnEmbeddedFileKeepsItsEntryBehindAUnitThatCouldNotBeLoaded) {
+    watchTheClosingCall();
+    auto &pump = host.addUnit("Pump");
+    auto &notes = host.addEmbeddedFile("Notes.doc");
+    host.reload.reloadUnit = [](IUnit *, int) { return nullptr; };
+    EXPECT_EQ(checkOut(pump, notes), 1);
+    EXPECT_THAT(atTheClose, ElementsAre(&notes));
 }
 
 TEST_F(CheckOutReload, AReloadThatGivesNothingIsReportedAndTakesTheEntryOff) {
@@ -93,6 +154,16 @@ TEST_F(CheckOutReload, TheLoopGoesOnAfterALoadingFailureAndTheClosingCallComes) 
     EXPECT_EQ(checkOut(pump, valve), 1);
     EXPECT_THAT(entries(units), ElementsAre(&valve));
     EXPECT_EQ(calls().back(), "reloads close");
+}
+
+TEST_F(CheckOutReload, ALoadingFailureTakesThePlaceOfTheToolsErrorsAndStandsInFrontOfTheNextOnes) {
+    auto &pump = host.addUnit("Pump");
+    const std::string failure =
+        resources::format(resources::Text::loadingFailed, {pump.getFullFileName()}) + "co Valve.ocl?";
+    host.worker.run = [](const CString &command) { return recording::ToolRun{{}, {command + "?"}, 0}; };
+    host.reload.reloadUnit = [&](IUnit *unit, int) { return unit == &pump ? nullptr : unit; };
+    checkOut(pump, host.addUnit("Valve"));
+    EXPECT_EQ(shown.str(), "co Pump.ocl\nco Pump.ocl?co Pump.ocl?co Valve.ocl\n" + failure + failure);
 }
 
 TEST_F(CheckOutReload, ALoaderThatGivesNothingIsReportedToo) {

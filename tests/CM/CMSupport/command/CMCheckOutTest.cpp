@@ -10,6 +10,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 namespace {
 
@@ -52,6 +53,12 @@ TEST_F(CheckOut, LogsTheToolsOutput) {
     EXPECT_THAT(logTexts(), Contains("Check in command returned the following: 1.2 locked\n"));
 }
 
+TEST_F(CheckOut, LogsForEachUnitItsOwnOutputAlone) {
+    host.worker.run = [](const CString &command) { return recording::ToolRun{{command + "!"}, {}, 0}; };
+    checkOutUnits(host.addUnit("Pump"), host.addUnit("Valve"));
+    EXPECT_THAT(logTexts(), Contains("Check in command returned the following: co Valve.ocl!"));
+}
+
 TEST_F(CheckOut, EachLineOfTheLogTellsWhereItComesFrom) {
     checkOutUnits(host.addUnit("Pump"));
     ASSERT_EQ(host.logLines.size(), 3U);
@@ -90,6 +97,15 @@ TEST_F(CheckOut, WithoutAToolGivesOneDiagnosticAndTouchesNothing) {
     expectNothingIsLeft();
 }
 
+TEST_F(CheckOut, WithoutAToolPutsItsDiagnosticBehindThoseThatAreThere) {
+    CMDiagnostic earlier(1, "earlier", static_cast<const IUnit *>(nullptr));
+    diags.AddTail(earlier);
+    host.setTool("None");
+    checkOutUnits(host.addUnit("Pump"));
+    ASSERT_EQ(diags.GetCount(), 2);
+    EXPECT_EQ(diags.GetHead().getDiagnostic(), "earlier");
+}
+
 // --- Saving and the callbacks.
 
 TEST_F(CheckOut, SavesTheModelOnceBeforeTheBatchIfThePropertyAsks) {
@@ -118,6 +134,13 @@ TEST_F(CheckOut, DoesNotSaveWithAFalseOrAMissingProperty) {
     checkOutUnits(host.addUnit("Pump"));
     setToolProperty(IPN::CMSaveOnCheckOut, "False");
     checkOutUnits(host.addUnit("Valve"));
+    EXPECT_THAT(host.callsOf("save model"), IsEmpty());
+}
+
+TEST_F(CheckOut, OnTheProviderRouteDoesNotReadWhetherToSaveUnderTheProvidersName) {
+    useProvider();
+    host.setToolDefault("Basalt", IPN::CMSaveOnCheckOut, "True");
+    checkOutUnits(host.addUnit("Pump"));
     EXPECT_THAT(host.callsOf("save model"), IsEmpty());
 }
 
@@ -188,6 +211,14 @@ TEST_F(CheckOut, SkipsAUnitThatAnEarlierReloadHasRemovedAndLeavesItOut) {
     EXPECT_THAT(entries(units), ElementsAre(&pump));
 }
 
+TEST_F(CheckOut, AUnitThatGivesNoHandleIsCheckedOutAndLeftOutOfTheList) {
+    auto &pump = host.addClass("Pump");
+    pump.onGetHandle = [] { throw std::runtime_error("no handle"); };
+    EXPECT_EQ(checkOutUnits(pump), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co Pump.ocl"));
+    EXPECT_TRUE(units.IsEmpty());
+}
+
 // --- Arguments and templates.
 
 TEST_F(CheckOut, TheCallersArgumentsComeFirstAndStay) {
@@ -244,6 +275,15 @@ TEST_F(CheckOut, ExpandsBeforeTheGuardStarts) {
     setToolProperty(IPN::CMCheckOut, "co all");
     checkOutUnits(project());
     EXPECT_LT(lookUpOf(IPN::CMCheckOut), lookUpOf("SupportTreeRepository"));
+}
+
+TEST_F(CheckOut, AUnitWithAnEmptyCommandDoesNotRunThatOfTheUnitBefore) {
+    setToolProperty(IPN::CMCheckOut, "($UnitDirectory ? co $Unit)");
+    auto &pump = host.addUnit("Pump");
+    pump.directory = (unitsDirectory() / "sub").string();
+    EXPECT_EQ(checkOutUnits(pump, host.addUnit("Valve")), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("co Pump.ocl"));
+    EXPECT_EQ(logTexts()[3], "Executing the following command to check out the file: ");
 }
 
 // --- Failures.
@@ -333,6 +373,30 @@ TEST_F(CheckOutOldLayout, AGoodRunBringsTheToolsFileOverTheUnits) {
     EXPECT_EQ(checkOutUnits(project()), 1);
     EXPECT_EQ(read(unitFile), "new");
     EXPECT_FALSE(exists(toolFile));
+}
+
+TEST_F(CheckOutOldLayout, TheToolFindsNoCopyOfTheProjectFile) {
+    bool isCopied = true;
+    host.worker.run = [&](const CString &) {
+        isCopied = exists(toolFile);
+        return recording::ToolRun{};
+    };
+    EXPECT_EQ(checkOutUnits(project()), 1);
+    EXPECT_FALSE(isCopied);
+}
+
+TEST_F(CheckOutOldLayout, TheToolsFileIsInPlaceBeforeTheSecondPictureIsTaken) {
+    host.worker.run = [this](const CString &) {
+        write(toolFile, "new");
+        return recording::ToolRun{};
+    };
+    checkOutUnits(project());
+    std::vector<std::string> steps = calls();
+    std::erase_if(steps, [](const std::string &call) {
+        return !call.starts_with("move file") && !call.starts_with("compare");
+    });
+    EXPECT_THAT(steps, ElementsAre(StartsWith("compare start"), "compare load before", StartsWith("move file"),
+                                   "compare load after", "compare -> 0", "compare end"));
 }
 
 TEST_F(CheckOutOldLayout, AToolThatPrintsAnErrorHasItsFileTakenAllTheSame) {

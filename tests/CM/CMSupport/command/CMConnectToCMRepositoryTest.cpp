@@ -133,7 +133,7 @@ TEST_F(ConnectToRepository, WithAnEmptyPatternThePropertiesStay) {
     EXPECT_EQ(own("ArchiveRoot"), std::nullopt);
 }
 
-/// With a tool of which nothing is known but what a test sets.
+/// Uses a tool without properties other than those that a test sets.
 class ConnectWithBareTool : public CheckOutFixture {
   protected:
     ConnectWithBareTool() {
@@ -206,6 +206,14 @@ TEST_F(ConnectToRepository, WithoutATemplateNothingRuns) {
     EXPECT_EQ(connect(), 0);
     EXPECT_THAT(host.worker.commands, IsEmpty());
     EXPECT_TRUE(diags.IsEmpty());
+}
+
+TEST_F(ConnectToRepository, WithAnEmptyTemplateLogsTwoLinesRunsNothingAndGivesOne) {
+    setToolProperty(IPN::CMConnectToCMRepository, "");
+    EXPECT_EQ(connect(), 1);
+    EXPECT_THAT(logTexts(), ElementsAre("Executing the following command to connect to archive: ",
+                                        "Connect to archive command returned the following: "));
+    EXPECT_THAT(host.worker.commands, IsEmpty());
 }
 
 TEST_F(ConnectToRepository, WithATemplateThatCannotBeResolvedNothingRuns) {
@@ -309,8 +317,8 @@ TEST_F(ConnectToRepository, WithOneArchiveForTheProjectSelectsNone) {
 }
 
 TEST_F(ConnectToRepository, WithoutAProjectThereIsNoTool) {
-    // The component is no longer reached without a project, so the tool check ends it, or it goes on to no
-    // template.
+    // The component is no longer reached without a project, so the tool check ends it, or it continues and finds
+    // no template.
     host.model.activeProject = nullptr;
     EXPECT_EQ(connect(), 0);
     EXPECT_THAT(host.worker.commands, IsEmpty());
@@ -319,7 +327,7 @@ TEST_F(ConnectToRepository, WithoutAProjectThereIsNoTool) {
 
 TEST_F(ConnectToRepository, WithoutUnitsAndWithoutAProjectPassesTheSelectionOver) {
     setToolProperty(IPN::CMArchiveSelection, "File");
-    // The project closes behind the tool check.
+    // The project closes after the tool check.
     CMFacade::saveCallbackFunc() = [] { RecordingHost::current().model.activeProject = nullptr; };
     EXPECT_EQ(connect(), 0);
     EXPECT_THAT(host.worker.commands, IsEmpty());

@@ -132,6 +132,15 @@ TEST_F(ListArchive, WithoutATemplateRunsNothing) {
     EXPECT_TRUE(diags.IsEmpty());
 }
 
+TEST_F(ListArchive, WithAnEmptyTemplateLogsTwoLinesRunsNothingAndGivesOne) {
+    setToolProperty(IPN::CMListArchive, "");
+    EXPECT_EQ(run(), 1);
+    EXPECT_THAT(logTexts(), ElementsAre("Executing the following command to list the files in the archive: ",
+                                        "List archive command returned the following: "));
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+    EXPECT_TRUE(items.IsEmpty());
+}
+
 TEST_F(ListArchive, WithATemplateThatCannotBeResolvedRunsNothing) {
     setToolProperty(IPN::CMListArchive, "list $nothing");
     EXPECT_EQ(run(), 0);
@@ -256,7 +265,7 @@ TEST_F(ListArchive, AToolThatPrintsAnErrorGivesNoItems) {
     EXPECT_THAT(texts(), IsEmpty());
 }
 
-// --- Listings that mean no good.
+// --- Malicious listings.
 
 class HostileListing : public ListArchive {};
 

@@ -92,6 +92,18 @@ TEST_F(RecCheckOut, StartsTheGuardBeforeTheExpansionAndCommitsIt) {
     EXPECT_LT(lookUpOf("SupportTreeRepository"), lookUpOf(IPN::CMCheckOut));
 }
 
+TEST_F(RecCheckOut, TheToolFindsNoCopyOfTheProjectFile) {
+    useOldLayout();
+    bool isCopied = true;
+    host.worker.run = [&](const CString &) {
+        isCopied = exists(scratch / "Plant.ory");
+        return recording::ToolRun{};
+    };
+    CMUnitList units = list(&project());
+    EXPECT_EQ(checkOut(units), 1);
+    EXPECT_FALSE(isCopied);
+}
+
 TEST_F(RecCheckOut, WithoutAToolGivesOneDiagnostic) {
     host.setTool("none");
     auto units = list(&host.addUnit("Pump"));

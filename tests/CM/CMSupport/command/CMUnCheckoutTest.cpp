@@ -1,4 +1,4 @@
-// Undo check out of units: every good run is followed by a reload.
+// Tests undoing the check out of units: every successful run is followed by a reload.
 #include "CM/CMSupport/command/CMUnCheckout.h"
 
 #include "CM/CMSupport/core/CMLabel.h"
@@ -164,6 +164,34 @@ TEST_F(UnCheckout, AReloadedUnitThatHasAnotherIdentifierIsInTheListAtTheEnd) {
         return reloaded = &host.addUnit("Pump");
     };
     EXPECT_EQ(undoOn(pump), 1);
+    EXPECT_THAT(entries(units), ElementsAre(reloaded));
+}
+
+TEST_F(UnCheckout, AReloadedUnitAtTheAddressOfTheOldOneIsInTheListAtTheEnd) {
+    auto &pump = host.addUnit("Pump");
+    IUnit *reloaded = nullptr;
+    host.reload.reloadUnit = [&](IUnit *, int) {
+        host.removeObject(pump);
+        host.storage.nextAddress = &pump;
+        return reloaded = &host.addUnit("Pump");
+    };
+    EXPECT_EQ(undoOn(pump), 1);
+    ASSERT_EQ(reloaded, &pump);
+    EXPECT_THAT(entries(units), ElementsAre(reloaded));
+}
+
+TEST_F(UnCheckout, AReloadedUnitAtTheAddressOfALaterOneThatDiedIsWorkedOnOnceAndStays) {
+    auto &pump = host.addUnit("Pump");
+    auto &valve = host.addUnit("Valve");
+    IUnit *reloaded = nullptr;
+    host.reload.reloadUnit = [&](IUnit *, int) {
+        host.removeObject(pump);
+        host.removeObject(valve);
+        host.storage.nextAddress = &valve;
+        return reloaded = &host.addUnit("Pump");
+    };
+    EXPECT_EQ(undoOn(pump, valve), 1);
+    EXPECT_EQ(host.worker.commands.size(), 1U);
     EXPECT_THAT(entries(units), ElementsAre(reloaded));
 }
 

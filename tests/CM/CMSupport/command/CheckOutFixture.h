@@ -1,4 +1,4 @@
-// What the tests of check out start from: a tool with templates for both forms, a host that has set its callbacks,
+// Sets up the tests of check out: a tool with templates for both forms, a host that has set its callbacks,
 // and a user who answers from a script.
 #pragma once
 
@@ -11,7 +11,7 @@
 #include <concepts>
 #include <vector>
 
-/// An argument that answers to "extra", but for those of its answers that a test takes away.
+/// An argument named "extra", without the answers that a test removes.
 class ExtraArgument : public CMArgument {
   public:
     std::vector<bool> answers; ///< used up one by one; true once they are used up
@@ -72,7 +72,7 @@ class CheckOutFixture : public CoreFixture {
         CMProperty::setSCCToolName("");
     }
 
-    // Two frames that are told apart by where they are; nobody looks into them.
+    // Two frames that differ only by address; their contents are never read.
     static CMainFrame *openFrame() { return reinterpret_cast<CMainFrame *>(&frames_[0]); }
     static CMainFrame *closeFrame() { return reinterpret_cast<CMainFrame *>(&frames_[1]); }
 
@@ -105,7 +105,7 @@ class CheckOutFixture : public CoreFixture {
     }
     static std::vector<IUnit *> entries(const CMUnitList &units) { return {units.begin(), units.end()}; }
 
-    /// The calls of the host in order, without those that frame a run of the tool.
+    /// The calls of the host in order, without the calls before and after each run of the tool.
     [[nodiscard]] std::vector<std::string> calls() const {
         std::vector<std::string> kept = host.calls;
         std::erase_if(kept,
@@ -119,13 +119,13 @@ class CheckOutFixture : public CoreFixture {
         }
         return texts;
     }
-    /// The place of the first look-up of a key, or -1.
+    /// Returns the position of the first look-up of a key, or -1.
     [[nodiscard]] std::ptrdiff_t lookUpOf(const CString &key) const {
         const auto found = std::ranges::find(host.lookups, key,
                                              [](const recording::Lookup &lookup) { return lookup.property.key; });
         return found == host.lookups.end() ? -1 : found - host.lookups.begin();
     }
-    /// What every operation leaves behind: nothing.
+    /// Expects that the operation has left nothing behind.
     void expectNothingIsLeft() {
         EXPECT_TRUE(args.IsEmpty()) << "arguments";
         EXPECT_EQ(host.handlesAlive, 0);

@@ -1,6 +1,7 @@
-// Both forms of check out from the archive.
+// Tests both forms of check out from the archive.
 #include "CM/CMSupport/command/CMCheckOutFromArchive.h"
 #include "CM/CMSupport/command/CMRecCheckOutFromArchive.h"
+#include "CM/CMSupport/resources/Format.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
 
 #include <list>
@@ -59,6 +60,13 @@ TEST_F(CheckOutFromArchive, AFileThatTheModelDoesNotKnowIsLoadedAndRemembered) {
     EXPECT_THAT(host.calls, Contains("add to saved units New"));
 }
 
+TEST_F(CheckOutFromArchive, AFileIsLoadedByThePathThatTheModelKnowsItBy) {
+    host.model.fullPathRepFiles = true;
+    checkOut({item("sub/New.ocl")});
+    EXPECT_THAT(host.calls, Contains("loader start " + directory() + "/sub"));
+    EXPECT_THAT(host.calls, Contains("add to model " + directory() + "/sub/New.ocl flag=0"));
+}
+
 TEST_F(CheckOutFromArchive, AUnitInAnotherDirectoryThanTheItemsIsLoadedAnew) {
     auto &pump = host.addUnit("Pump");
     pump.directory = directory() + "/elsewhere";
@@ -82,6 +90,15 @@ TEST_F(CheckOutFromArchive, ALoadingFailureIsReportedAndTheItemStays) {
     EXPECT_THAT(host.window.text(), HasSubstr("ERROR : The file \"" + directory() + "/New.ocl\""));
     EXPECT_EQ(items.GetCount(), 1);
     EXPECT_EQ(calls().back(), "reloads close") << "the list is not empty";
+}
+
+TEST_F(CheckOutFromArchive, ALoadingFailureTakesThePlaceOfTheToolsErrorsAndStandsInFrontOfTheNextOnes) {
+    const std::string failure =
+        resources::format(resources::Text::loadingFailed, {directory() + "/New.ocl"}) + "coa Pump.ocl?";
+    host.addUnit("Pump");
+    host.worker.run = [](const CString &command) { return recording::ToolRun{{}, {command + "?"}, 0}; };
+    checkOut({item("New.ocl"), item("Pump.ocl")});
+    EXPECT_EQ(shown.str(), "coa New.ocl\ncoa New.ocl?coa New.ocl?coa Pump.ocl\n" + failure + failure);
 }
 
 TEST_F(CheckOutFromArchive, AnItemWithoutATypeIsNeitherCommittedNorReloaded) {
@@ -109,7 +126,7 @@ TEST_F(CheckOutFromArchive, AProjectFileIsLookedUpWhereTheHostHasIt) {
 }
 
 TEST_F(CheckOutFromArchive, AProjectFileOfTheOldFormatIsLookedUpTheSameWay) {
-    host.model.unitTypes[".orp1"] = ".orp1";
+    host.model.unitTypes[".orp1"] = ".ORP1";
     checkOut({item("Plant.orp1")});
     EXPECT_THAT(logTexts(), Contains("Performing ATM for the file " + directory() + "/Plant.orp1"));
 }
@@ -129,6 +146,18 @@ TEST_F(CheckOutFromArchive, AGoodRunCommitsTheGuard) {
     };
     EXPECT_EQ(checkOut({item("Plant.ory")}), 1);
     EXPECT_EQ(read(unitsDirectory() / "Plant.ory"), "new");
+}
+
+TEST_F(CheckOutFromArchive, InBothFormsTheToolFindsNoCopyOfTheProjectFile) {
+    useOldLayout();
+    std::vector<bool> copied;
+    host.worker.run = [&](const CString &) {
+        copied.push_back(exists(scratch / "Plant.ory"));
+        return recording::ToolRun{};
+    };
+    checkOut({item("Plant.ory")});
+    recCheckOut({item("Plant.ory")});
+    EXPECT_THAT(copied, ElementsAre(false, false));
 }
 
 TEST_F(CheckOutFromArchive, SkipsNullTakesDuplicatesAndSelectsNoArchive) {
@@ -165,6 +194,13 @@ TEST_F(CheckOutFromArchive, SavesWheneverThePropertyAsks) {
     checkOut({item("Pump.ocl")});
     checkOut({item("Pump.ocl")});
     EXPECT_EQ(host.callsOf("save model").size(), 2U);
+}
+
+TEST_F(CheckOutFromArchive, SavesBeforeItOpensReloads) {
+    setToolProperty(IPN::CMSaveOnCheckOut, "True");
+    checkOut({item("Pump.ocl")});
+    EXPECT_EQ(calls()[0], "save model");
+    EXPECT_EQ(calls()[1], "reloads open");
 }
 
 TEST_F(CheckOutFromArchive, WithoutAToolGivesOneDiagnosticEach) {

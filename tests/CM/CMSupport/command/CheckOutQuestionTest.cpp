@@ -1,4 +1,4 @@
-// The question about a writable file, in all four operations.
+// Tests the question about a writable file in all four operations.
 #include "CM/CMSupport/command/CMCheckOut.h"
 #include "CM/CMSupport/command/CMCheckOutFromArchive.h"
 #include "CM/CMSupport/command/CMRecCheckOut.h"
@@ -44,6 +44,18 @@ TEST_F(CheckOutQuestion, IsAskedForAWritableFileWithItsNames) {
     EXPECT_THAT(host.worker.commands, ElementsAre("co Pump.ocl"));
 }
 
+TEST_F(CheckOutQuestion, IsAskedForAnEmbeddedFileToo) {
+    auto &notes = host.addEmbeddedFile("Notes.doc");
+    makeWritable(notes);
+    answer("no");
+    EXPECT_EQ(checkOut({&notes}), 0);
+    auto given = list(&notes);
+    answer("no");
+    EXPECT_EQ(CMRecCheckOut()(given, args, diags, false), 0);
+    EXPECT_EQ(driver.shown().size(), 2U);
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+}
+
 TEST_F(CheckOutQuestion, ASkippedUnitHasNothingDoneForItAndTheResultIsThatOfBefore) {
     setToolProperty(IPN::CMArchiveSelection, "File");
     setToolProperty(IPN::CMArchive, "/archives/plant");
@@ -74,6 +86,14 @@ TEST_F(CheckOutQuestion, NeverComesWithThePropertyNo) {
         EXPECT_EQ(checkOut({&pump}), 1) << value;
     }
     EXPECT_THAT(driver.shown(), IsEmpty());
+}
+
+TEST_F(CheckOutQuestion, OnTheProviderRouteIsNotReadUnderTheProvidersName) {
+    useProvider();
+    host.setToolDefault("Basalt", "AskOnCheckoutReadWrite", "No");
+    answer("no");
+    EXPECT_EQ(checkOut({&writableUnit("Pump")}), 0);
+    EXPECT_EQ(driver.shown().size(), 1U);
 }
 
 TEST_F(CheckOutQuestion, NeverComesForAReadOnlyFile) {
@@ -121,6 +141,18 @@ TEST_F(CheckOutQuestion, ArchiveFormsAskAboutTheUnitOfTheItem) {
     EXPECT_EQ(CMRecCheckOutFromArchive()(items, args, diags), 0);
     EXPECT_EQ(driver.shown().size(), 2U);
     EXPECT_THAT(host.worker.commands, IsEmpty());
+}
+
+TEST_F(CheckOutQuestion, ArchiveFormsFindTheUnitByTheNameThatTheModelKnowsItBy) {
+    host.model.fullPathRepFiles = true;
+    writableUnit("Pump");
+    CMArchiveItem item("Pump.ocl", "1.1", CMArchiveItem::readOnly, "", "");
+    CMArchiveItemList items;
+    CMArchiveItem *entry = &item;
+    items.AddTail(entry);
+    answer("no");
+    EXPECT_EQ(CMRecCheckOutFromArchive()(items, args, diags), 0);
+    EXPECT_EQ(driver.shown().size(), 1U);
 }
 
 TEST_F(CheckOutQuestion, AnItemWithoutAUnitRaisesNoQuestion) {

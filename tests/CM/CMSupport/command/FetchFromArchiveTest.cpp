@@ -1,4 +1,4 @@
-// Both forms of fetch from the archive.
+// Tests both forms of fetch from the archive.
 #include "CM/CMSupport/command/CMFetchFromArchive.h"
 #include "CM/CMSupport/command/CMRecFetchFromArchive.h"
 

@@ -1,4 +1,4 @@
-// Fetch and history of units.
+// Tests fetch and history of units.
 #include "CM/CMSupport/command/CMFetch.h"
 #include "CM/CMSupport/command/CMHistory.h"
 
@@ -105,7 +105,7 @@ TEST_F(Fetch, ARunThatFailsRollsTheGuardBack) {
     useOldLayout();
     host.worker.run = [this](const CString &) {
         write(scratch / "Plant.ory", "new");
-        // The directory that the run came from is gone, so that it can't be left.
+        // The directory in which the run started is gone, so the run can't return to it.
         const auto gone = scratch / "gone";
         return remove(gone), recording::ToolRun{};
     };
@@ -128,6 +128,14 @@ TEST_F(Fetch, OnlyTheLastUnitDecidesTheResult) {
     EXPECT_THAT(host.worker.commands, ElementsAre("get x Valve.ocl"));
     EXPECT_EQ(fetch(units), 0);
     args.RemoveAll();
+}
+
+TEST_F(Fetch, WithAnEmptyTemplateLogsTwoLinesRunsNothingAndGivesOne) {
+    setToolProperty(IPN::CMFetch, "");
+    EXPECT_EQ(fetchOne(host.addUnit("Pump")), 1);
+    EXPECT_THAT(logTexts(), ElementsAre("Executing the following command to fetch the file: ",
+                                        "Fetch command returned the following: "));
+    EXPECT_THAT(host.worker.commands, IsEmpty());
 }
 
 TEST_F(Fetch, AnEmptyListGivesNothing) {
@@ -198,6 +206,15 @@ TEST_F(History, OfAUnitThatTheToolDoesNotKnowShowsTheErrorAndCountsAsRun) {
     EXPECT_EQ(history(units), 1);
     EXPECT_THAT(shown.str(), HasSubstr("Pump.ocl: no such file\n"));
     EXPECT_TRUE(diags.IsEmpty());
+}
+
+TEST_F(History, WithAnEmptyTemplateLogsTwoLinesRunsNothingAndGivesOne) {
+    setToolProperty("History", "");
+    auto units = list(&host.addUnit("Pump"));
+    EXPECT_EQ(history(units), 1);
+    EXPECT_THAT(logTexts(), ElementsAre("Executing the following command to show the history of the file: ",
+                                        "History command returned the following: "));
+    EXPECT_THAT(host.worker.commands, IsEmpty());
 }
 
 TEST_F(History, WithoutATemplateGivesNothingAndLogsNothing) {

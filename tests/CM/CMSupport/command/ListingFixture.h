@@ -1,4 +1,4 @@
-// What the tests of listings start from: a tool whose listing has one line a file,
+// Sets up the tests of listings: a tool whose listing has one line per file,
 // "file: PATH rev: VERSION mode: rw locker: NAME".
 #pragma once
 
@@ -20,7 +20,7 @@ class ListingFixture : public CheckOutFixture {
         setToolProperty(IPN::CMListArchiveItsLocker, "locker: (\\w*)");
     }
 
-    /// An item as one text: path, version, mode, locker, status.
+    /// Returns an item as one text: path, version, mode, locker, status.
     static std::string textOf(const CMArchiveItem &item) {
         return item.getFileNameWithPath().str() + "|" + item.getVersion().str() + "|" +
                std::to_string(static_cast<int>(item.getMode())) + "|" + item.getLocker().str() + "|" +

@@ -1,4 +1,4 @@
-// Records of a listing, one by one.
+// Tests the parsing of single records of a listing.
 #include "CM/CMSupport/command/ListingParser.h"
 
 #include "tests/CM/CMSupport/command/ListingFixture.h"
@@ -111,7 +111,7 @@ TEST_F(Record, ThePathIsKeptAsTheToolPrintedIt) {
 
 class MissingPattern : public Record {
   protected:
-    /// A tool that has no patterns but these.
+    /// A tool with only these patterns.
     void keepOnly(std::initializer_list<std::pair<CString, CString>> patterns) {
         host.setTool("Bare");
         for (const auto &[key, pattern] : patterns) {

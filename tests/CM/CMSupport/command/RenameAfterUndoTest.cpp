@@ -1,4 +1,4 @@
-// What becomes of a unit's file name when undoing a check out brings another name of the unit back.
+// Tests the file name of a unit when undoing a check out restores another name of the unit.
 #include "CM/CMSupport/command/CMUnCheckout.h"
 
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"

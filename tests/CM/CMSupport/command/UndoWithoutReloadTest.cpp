@@ -1,4 +1,5 @@
-// The two forms of undo check out whose caller brings the model into line: of archive items, and recursively.
+// Tests the two forms of undo check out that leave updating the model to the caller: of archive items, and
+// recursive.
 #include "CM/CMSupport/command/CMRecUnCheckout.h"
 #include "CM/CMSupport/command/CMUnCheckout.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
@@ -25,7 +26,7 @@ class UndoWithoutReload : public CheckOutFixture {
         return CMUnCheckout()(items, args, diags);
     }
     int undoUnits(CMUnitList &units, bool hybrid = false) { return CMRecUnCheckout()(units, args, diags, hybrid); }
-    /// Nothing but the runs and their log lines has reached the host.
+    /// Expects that only the runs and their log lines have reached the host.
     void expectOnlyRunsAndLogs() {
         for (const std::string &call : calls()) {
             EXPECT_TRUE(call.starts_with("run ") || call.starts_with("log ")) << call;

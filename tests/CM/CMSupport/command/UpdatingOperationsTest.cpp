@@ -1,4 +1,5 @@
-// Check in, recursive check in, lock, unlock: what the archive says changes, and header and mode follow.
+// Tests check in, recursive check in, lock and unlock: the state in the archive changes, then header and mode
+// follow.
 #include "CM/CMSupport/command/CMCheckIn.h"
 #include "CM/CMSupport/command/CMLockItem.h"
 #include "CM/CMSupport/command/CMRecCheckIn.h"
@@ -329,12 +330,12 @@ TEST_P(UpdatingOperation, KeepsTheProjectFileInStepAsItsGuardDoes) {
     units = list(&project());
     EXPECT_EQ(run(units), 1);
     switch (row().guard) {
-    case Guard::checkIn: // the tool gets the file, and what it made of it comes back
+    case Guard::checkIn: // the tool gets the file, and its result is copied back
         EXPECT_EQ(given, "old");
         EXPECT_EQ(read(unitsDirectory() / "Plant.ory"), "new");
         EXPECT_FALSE(exists(scratch / "Plant.ory"));
         break;
-    case Guard::inspect: // the tool gets nothing, and what it made is taken away
+    case Guard::inspect: // the tool gets nothing, and its result is removed
         EXPECT_EQ(given, "nothing");
         EXPECT_EQ(read(unitsDirectory() / "Plant.ory"), "old");
         EXPECT_FALSE(exists(scratch / "Plant.ory"));

@@ -1,4 +1,4 @@
-// The facade's entries that add to the archive and list archive and workspace.
+// Tests the facade's entries that add to the archive and list archive and workspace.
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMTranscation.h"
 #include "CM/CMSupport/resources/Texts.h"

@@ -1,4 +1,4 @@
-// The facade's entries that check in, lock and unlock: transaction, checks, route.
+// Tests the facade's entries that check in, lock and unlock: transaction, checks, route.
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMTranscation.h"
 #include "CM/CMSupport/resources/Texts.h"
@@ -158,7 +158,7 @@ TEST_P(CheckInEntries, AnExceptionClosesTheTransaction) {
     expectNothingIsLeft();
 }
 
-/// Whether an operation was reached is seen by its question for the tool, the second after the transaction's own.
+/// An operation was reached if it looks up the tool, which is the second look-up after the transaction's.
 class EmptyLists : public CheckOutFixture {
   protected:
     EmptyLists() {

@@ -1,4 +1,4 @@
-// The check-out entries of the facade: transaction, checks, route.
+// Tests the check-out entries of the facade: transaction, checks, route.
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMTranscation.h"
 #include "CM/CMSupport/resources/Texts.h"
@@ -39,7 +39,7 @@ class CheckOutEntries : public CheckOutFixture {
         CMArchiveItem *entry = &item_;
         items.AddTail(entry);
     }
-    /// Whether an operation has begun its work: it then asks who is to be asked about writable files.
+    /// Returns whether an operation has started: it then looks up whether to ask about writable files.
     [[nodiscard]] bool operationRan() const { return lookUpOf("AskOnCheckoutReadWrite") >= 0; }
 
     CMUnitList units;

@@ -1,5 +1,5 @@
-// What the tests of the facade's entries beside those of check out start from: who works is told by the command
-// that ran, or by the message that takes the place of the provider's route.
+// Sets up the tests of the facade's entries other than check out: the command that ran, or the message in place of
+// the provider's route, shows which route was used.
 #pragma once
 
 #include "CM/CMSupport/core/CMFacade.h"
@@ -26,20 +26,20 @@ class EntriesFixture : public CheckOutFixture {
         setGeneral("UseHybridModeWhenPossible", hybrid ? "True" : "False");
         CMProperty::setSCCToolName(name);
     }
-    /// Templates that tell under which name they were found.
+    /// Templates whose text contains the name under which they were found.
     void tellTools(const CString &key, const CString &text) {
         for (const char *tool : {"RCS", "SCC", "Basalt", "Tessera"}) {
             host.setToolDefault(tool, key, CString(tool) + " " + text);
         }
     }
-    /// How often the provider's route would have been taken.
+    /// Returns how often the provider's route would have been used.
     [[nodiscard]] std::ptrdiff_t providerCalls() const {
         return std::ranges::count(host.messages.shown, resources::text(resources::Text::providerRouteMissing),
                                   &recording::Messages::Shown::text);
     }
     [[nodiscard]] bool wentToProvider() const { return providerCalls() == 1 && host.worker.commands.empty(); }
 
-    /// A call in a transaction of this type.
+    /// Expects an entry to run in a transaction of this type.
     void expectTransaction(const Entry &entry, CMTranscationType type) {
         setGeneral("CMOperationStartSeparator", "<$Operation>");
         setGeneral("CMOperationEndSeparator", "</$Operation>");
@@ -51,7 +51,7 @@ class EntriesFixture : public CheckOutFixture {
         EXPECT_EQ(host.callsOf("undo"), (std::vector<std::string>{"undo start flag=1", "undo end"})) << entry.name;
         EXPECT_EQ(CMTranscation::getCurTranscation(), nullptr) << entry.name;
     }
-    /// Without a project, and with the tool "None", nothing is done and no list is touched.
+    /// Expects that without a project, and with the tool "None", nothing is done and no list changes.
     void expectNothingInAnInvalidTransaction(const std::vector<Entry> &entries) {
         for (const Entry &entry : entries) {
             host.clearRecords();

@@ -1,4 +1,4 @@
-// The facade's entries for fetch, history and connect.
+// Tests the facade's entries for fetch, history and connect.
 #include "tests/CM/CMSupport/dispatch/EntriesFixture.h"
 
 using testing::ElementsAre;
@@ -96,6 +96,15 @@ TEST_F(FetchEntries, OfAListThatTheChecksHaveEmptiedHistoryEndsAndFetchGoesOn) {
     EXPECT_EQ(providerCalls(), 2);
 }
 
+TEST_F(FetchEntries, FetchTakesAStub) {
+    auto &stub = host.addUnit("Stub");
+    stub.stub = true;
+    units = list(&stub);
+    EXPECT_EQ(fetch.call(), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("RCS fetch Stub.ocl"));
+    EXPECT_THAT(host.messages.shown, IsEmpty());
+}
+
 TEST_F(FetchEntries, ConnectTakesUnitsThatOtherOperationsAreBarredFrom) {
     auto &reference = host.addUnit("Reference");
     reference.reference = true;
@@ -152,7 +161,7 @@ TEST_F(FetchEntries, FetchForDiffGoesByCommandOnlyInHybridModeWithBasalt) {
                 {"Basalt", false, false},
                 {"Tessera", true, false},
                 {"", true, false}};
-    host.setToolDefault("bASALT", IPN::CMFetch, "bASALT fetch $Unit"); // this host tells keys apart by their case
+    host.setToolDefault("bASALT", IPN::CMFetch, "bASALT fetch $Unit"); // the keys of this host are case-sensitive
     for (const auto &row : rows) {
         useProviderNamed(row.provider, row.hybrid);
         host.clearRecords();

@@ -1,15 +1,14 @@
-// The listing of a workspace on disk whose project keeps a subsystem from the CM tool.
+// Tests the listing of a workspace on disk whose project hides a subsystem from the CM tool.
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/host/IProject.h"
 #include "orchard/storage/NewProject.h"
 #include "orchard/storage/Projects.h"
+#include "tests/support/TemporaryDirectory.h"
 
-#include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <stdlib.h>
 #include <string>
 #include <vector>
 
@@ -19,17 +18,10 @@ namespace {
 
 class ListingOnDisk : public testing::Test {
   protected:
-    ListingOnDisk() {
-        std::string name = testing::TempDir() + "orc-hidden-XXXXXX";
-        directory_ = ::mkdtemp(name.data());
-        EXPECT_EQ(orchard::createSampleProject(directory_ + "/Pump").error, "");
-    }
-    ~ListingOnDisk() override {
-        orchard::closeAllProjects();
-        std::filesystem::remove_all(directory_);
-    }
+    ListingOnDisk() { EXPECT_EQ(orchard::createSampleProject(directory_ / "Pump").error, ""); }
+    ~ListingOnDisk() override { orchard::closeAllProjects(); }
     void hide(const std::string &file) {
-        const std::string path = directory_ + "/Pump_ory/" + file;
+        const std::string path = directory_ / ("Pump_ory/" + file);
         std::ifstream stream(path, std::ios::binary);
         std::string text{std::istreambuf_iterator<char>(stream), {}};
         const std::string before = "</name>";
@@ -38,7 +30,7 @@ class ListingOnDisk : public testing::Test {
     }
     std::vector<std::string> listed() {
         orchard::closeAllProjects();
-        EXPECT_NE(orchard::openProject(directory_ + "/Pump.orp").project, nullptr);
+        EXPECT_NE(orchard::openProject(directory_ / "Pump.orp").project, nullptr);
         CMUnitList units;
         CMArgumentList args;
         CMDiagnosticList diags;
@@ -51,7 +43,7 @@ class ListingOnDisk : public testing::Test {
     }
 
   private:
-    std::string directory_;
+    const support::TemporaryDirectory directory_;
 };
 
 TEST_F(ListingOnDisk, LeavesAHiddenSubsystemOutButNotItsUnits) {

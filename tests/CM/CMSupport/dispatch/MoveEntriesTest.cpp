@@ -1,4 +1,4 @@
-// The facade's entries for move, rename and delete, with the cases in which a provider leaves them to the
+// Tests the facade's entries for move, rename and delete, with the cases in which a provider leaves them to the
 // commands.
 #include "tests/CM/CMSupport/dispatch/EntriesFixture.h"
 
@@ -24,7 +24,7 @@ class MoveEntries : public EntriesFixture {
     recording::Subsystem &oldOwner = host.addSubsystem("Old");
     recording::Subsystem &newOwner = host.addSubsystem("New");
     recording::Class &pump = host.addUnit("Pump");
-    recording::Subsystem &tanks = host.addSubsystem("Tanks"); ///< with a directory of its own
+    recording::Subsystem &tanks = host.addSubsystem("Tanks"); ///< with its own directory
     CMUnitList triple = list(&pump, &oldOwner, &newOwner);
     CMUnitList units = list(&pump);
     CString newPath = "/m/New.ocl";

@@ -1,4 +1,4 @@
-// The refresh of states when a project was opened.
+// Tests the refresh of states after a project is opened.
 #include "CM/CMSupport/dispatch/StatusRefresh.h"
 
 #include "CM/CMSupport/core/CMTraitFacade.h"
@@ -14,8 +14,8 @@ using testing::IsEmpty;
 
 namespace {
 
-/// A provider that keeps what it was asked, and sets the state that a test has put down.
-class RecordingProvider : public dispatch::StatusProvider {
+/// A provider that records its calls and sets the state that a test chooses.
+class RecordingProvider : public StatusProvider {
   public:
     std::vector<const IUnit *> contextsAsked;
     std::map<const IUnit *, pvContextStruct *> contexts; ///< others than the usual one; null for none
@@ -45,7 +45,7 @@ class StatusRefresh : public CoreFixture {
         project().showStatus = true;
         CMProperty::useSccCompliantTool(); // the message that there is no provider comes here
         host.clearRecords();
-        host.model.repositoryFiles.RemoveAll(); // those of the fixture's own units
+        host.model.repositoryFiles.RemoveAll(); // the objects of the fixture's own units
     }
     void setWhen(const CString &value) { host.setToolDefault("SCC", "RefreshCMStatusAtProjectOpenup", value); }
     static constexpr auto *wanted = dispatch::isStatusRefreshWanted;
@@ -112,7 +112,7 @@ TEST_F(StatusRefresh, IsNotWantedWhileStatesAreNotOnDisplay) {
 TEST_F(StatusRefresh, WhileStatesAreNotOnDisplayNoProviderIsLookedFor) {
     setWhen("Yes");
     host.model.activeProject = nullptr;
-    CMProperty::ResetIfActiveProjectChanged(); // the route is to be decided anew
+    CMProperty::ResetIfActiveProjectChanged(); // makes the library choose the route again
     host.model.activeProject = &project();
     for (const bool onDisplay : {false, true}) {
         project().showStatus = onDisplay;

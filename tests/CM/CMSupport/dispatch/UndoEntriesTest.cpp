@@ -1,4 +1,5 @@
-// The facade's entries that undo check outs: transaction, checks, route, and the host's flags for reading back.
+// Tests the facade's entries that undo check outs: transaction, checks, route, and the host's flags for reading
+// back.
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMTranscation.h"
 #include "CM/CMSupport/resources/Texts.h"
@@ -274,7 +275,7 @@ TEST_F(UndoEntries, OnTheProviderRouteTheRecursiveFormGivesNothingAndSaysNothing
     setProviderRoute();
     host.setToolDefault("SCC", IPN::CMUnLockItem, "unco all");
     fillLists();
-    CMProperty::useSccCompliantTool(); // without a provider the user is told so once, at the first look
+    CMProperty::useSccCompliantTool(); // without a provider the user gets one message, at the first look-up
     host.clearRecords();
     EXPECT_EQ(call(Entry::recursive), 0);
     EXPECT_TRUE(diags.IsEmpty());

@@ -8,7 +8,8 @@ string(APPEND classes "|Mode|Outputer|Property|PropertyArgument|PropertyDirected
 string(APPEND classes "|Status|SuppressOKMessage|TargetFile|ToolInterface|ToolShellInterface|TraitFacade|Unit")
 string(APPEND classes "|UserBasedArgument|Workspace)")
 set(functions "(getMainCMOutputer|getOverlayImage|theCMToolShellInterface|shouldSetInformationFilesCheckBox")
-string(APPEND functions "(ForUnitsList2?)?)")
+string(APPEND functions "(ForUnitsList2?)?|findVariable|hasOwnDirectory")
+string(APPEND functions "|command::fillIn(Move|Rename|RenameDirectory))")
 set(allowed "^(${classes}::[~A-Za-z_]+[^ ]*|(vtable|typeinfo|typeinfo name) for ${classes}$|${functions}\\(")
 string(APPEND allowed "|theCMFacade$)")
 
@@ -27,8 +28,10 @@ if(foreign)
 endif()
 
 foreach(wanted "CMFacade::CheckOut(" "CMFacade::RecCheckOut(" "CMFacade::CheckOutFromArchive("
-               "CMFacade::RecCheckOutFromArchive(" "CMFacade::DoCmDialog()" "CMFacade::outStream()"
-               "CMFacade::removeDuplicatesFromItemList(" "CMProperty::CheckCustomButton()" "getMainCMOutputer()"
+               "CMFacade::RecCheckOutFromArchive(" "CMFacade::FetchForDiffFromArc(" "CMFacade::HistoryArcView("
+               "CMFacade::Properties(" "CMFacade::doConnectToArcDlg()" "CMFacade::RunToolExe()" "CMFacade::doSetUpSCC()"
+               "CMFacade::doCloseProjectSCC()" "CMFacade::doCleanUpSCC()" "CMFacade::DoCmDialog()" "CMFacade::outStream()"
+               "CMFacade::removeDuplicatesFromItemList(" "CMProperty::CheckCustomButton()" "CMProperty::getIsLoaded()" "getMainCMOutputer()"
                "CMStatus::getControlled(" "CMTraitFacade::getLocker(" "theCMFacade"
                "theCMToolShellInterface()" "getOverlayImage(" "shouldSetInformationFilesCheckBox("
                "shouldSetInformationFilesCheckBoxForUnitsList(" "shouldSetInformationFilesCheckBoxForUnitsList2(")

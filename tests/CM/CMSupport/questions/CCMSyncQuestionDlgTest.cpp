@@ -65,20 +65,30 @@ TEST_F(SyncQuestion, YesAndNoAndCancelHoldForOneQuestionOnly) {
     EXPECT_EQ(timesShown(), 4U);
 }
 
-TEST_F(SyncQuestion, ClosingTheDialogCountsAsYes) {
-    EXPECT_EQ(ask({{"close"}}), 6);
-    EXPECT_EQ(CCMSyncQuestionDlg::m_response, "");
+TEST_F(SyncQuestion, ClosingTheWindowIsCancel) {
+    EXPECT_EQ(ask({{"close"}}), 2);
+    EXPECT_EQ(CCMSyncQuestionDlg::m_response, "cancel");
 }
 
-TEST_F(SyncQuestion, ClosingTheDialogLeavesTheAnswerOfTheQuestionBefore) {
-    press("no");
-    EXPECT_EQ(ask({{"close"}}), 7);
+TEST_F(SyncQuestion, TheWindowCannotBeClosedWithTheCancelFlagOff) {
+    EXPECT_EQ(ask({{"close", "press no"}}, 0), 7);
+    EXPECT_EQ(ask({{"close"}}, 0), 7) << "nobody has answered";
 }
+
+/// Ends as soon as it is shown, without one of the five answers.
+class EndedQuestion : public CCMSyncQuestionDlg {
+    void OnInitDialog() override { EndDialog(IDCANCEL); }
+};
 
 TEST_F(SyncQuestion, AnyOtherResponseCountsAsYes) {
+    EXPECT_EQ(EndedQuestion().DoModal(), 6) << "the empty text";
     CCMSyncQuestionDlg::m_response = "NoToAll";
-    EXPECT_EQ(ask({{"close"}}), 6) << "the five words are told apart by their bytes";
-    EXPECT_EQ(timesShown(), 1U);
+    EXPECT_EQ(EndedQuestion().DoModal(), 6) << "the five words are compared byte by byte";
+}
+
+TEST_F(SyncQuestion, ADialogThatEndsWithoutAnAnswerLeavesThatOfTheQuestionBefore) {
+    press("no");
+    EXPECT_EQ(EndedQuestion().DoModal(), 7);
 }
 
 TEST_F(SyncQuestion, NobodyToAskIsNoAndTheOutputWindowTellsSo) {
@@ -89,6 +99,13 @@ TEST_F(SyncQuestion, NobodyToAskIsNoAndTheOutputWindowTellsSo) {
     host.environment.hasInterfaceToUser = false;
     EXPECT_EQ(ask(), 7) << "no interface to a user";
     EXPECT_EQ(CCMSyncQuestionDlg::m_response, "") << "the next question is asked again";
+}
+
+TEST_F(SyncQuestion, NobodyToAskIsNoWhateverTheAnswerBefore) {
+    for (const char *const before : {"yes", "no", "cancel"}) {
+        press(before);
+        EXPECT_EQ(ask({{}}), 7) << before;
+    }
 }
 
 TEST_F(SyncQuestion, AnAnswerForAllNeedsNobodyToAsk) {

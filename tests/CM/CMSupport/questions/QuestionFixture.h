@@ -1,4 +1,4 @@
-// A user who answers questions from a script, on the recording host.
+// Provides a user who answers questions from a script, on the recording host.
 #pragma once
 
 #include "CM/CMSupport/questions/CCMSyncQuestionDlg.h"

@@ -9,7 +9,7 @@ using resources::text;
 
 namespace {
 
-// The numbers of the table are those of the four runs of the enumeration, to their last names.
+// The numbers of the table are those of the five runs of the enumeration, to their last names.
 template <class CHECK> void forEachText(CHECK check) {
     const auto run = [&check](Text first, Text last) {
         for (auto number = static_cast<unsigned>(first); number <= static_cast<unsigned>(last); ++number) {
@@ -20,6 +20,7 @@ template <class CHECK> void forEachText(CHECK check) {
     run(Text::operationLock, Text::operationTool);
     run(Text::questionTitle, Text::questionNotAnswered);
     run(Text::statusCheckedOut, Text::statusRefreshQuestion);
+    run(Text::outcomeDeclined, Text::callFailed);
 }
 
 int placeholders(const std::string &shown) {
@@ -51,12 +52,27 @@ TEST(Texts, TheOperationsHaveDifferentNames) {
 
 TEST(Texts, TakeTheArgumentsThatTheirNumbersPromise) {
     const std::map<Text, int> withArguments{
-        {Text::cannotEnterDirectory, 2}, {Text::stubLeftOut, 2},
-        {Text::referenceLeftOut, 2},     {Text::controlledFileCheckOut, 2},
-        {Text::writableFileQuestion, 2}, {Text::loadingFailed, 1},
-        {Text::questionNotAnswered, 1},  {Text::unitOutsideWorkingDirectory, 4},
-        {Text::nameNotQuotable, 2},      {Text::archiveNotQuotable, 2},
+        {Text::cannotEnterDirectory, 2},
+        {Text::stubLeftOut, 2},
+        {Text::referenceLeftOut, 2},
+        {Text::controlledFileCheckOut, 2},
+        {Text::writableFileQuestion, 2},
+        {Text::loadingFailed, 1},
+        {Text::questionNotAnswered, 1},
+        {Text::unitOutsideWorkingDirectory, 4},
+        {Text::nameNotQuotable, 2},
+        {Text::archiveNotQuotable, 2},
         {Text::namedCharacter, 1},
+        {Text::outcomeRefused, 2},
+        {Text::outcomeNoCommand, 1},
+        {Text::outcomeEmptyCommand, 1},
+        {Text::outcomeUnresolved, 2},
+        {Text::outcomeEndless, 2},
+        {Text::outcomeNoDirectory, 2},
+        {Text::runFailed, 1},
+        {Text::runKilled, 2},
+        {Text::runNotStarted, 1},
+        {Text::callFailed, 2},
     };
     forEachText([&withArguments](Text number) {
         const auto found = withArguments.find(number);

@@ -1,4 +1,4 @@
-// Names that no template can quote, on every way on which a command operation takes a name into a command.
+// Tests names that no template can quote, wherever a command operation inserts a name into a command.
 #include "CM/CMSupport/command/CMAddMember.h"
 #include "CM/CMSupport/command/CMCheckOut.h"
 #include "CM/CMSupport/command/CMCheckOutFromArchive.h"
@@ -196,7 +196,7 @@ TEST_F(NameGuard, AnArchiveThatCannotBeQuotedIsNotTakenOverFromTheTool) {
     CString layout;
     EXPECT_NE(CMProperty::getToolPropertyValue("Repository", layout, false), 0);
     EXPECT_TRUE(layout == "$ArchivePath/$SubDirs") << layout;
-    EXPECT_THAT(host.window.text(), HasSubstr("The archive \"/a\"; id; \"\" was not taken over"));
+    EXPECT_THAT(host.window.text(), HasSubstr("The archive \"/a\"; id; \"\" was not accepted"));
 }
 
 } // namespace

@@ -8,7 +8,7 @@ namespace {
 
 class ExpandAgreement : public ExpansionFixture {
   protected:
-    /// What the expansion step by step gives, with its status in front; nothing where it grows without end.
+    /// Returns the result of the step-by-step expansion after its status; nothing if the text grows without end.
     std::optional<std::string> plain(const CString &source) {
         CString text = "untouched";
         try {

@@ -91,7 +91,7 @@ TEST_F(ExpandConditional, SwallowsASecondConditionalIntoTheLastPartOfTheFirst) {
     // The first one takes the second one's parenthesis, so that the second has no end in the part that it is in.
     EXPECT_EQ(expand("($no ? a : b) ($yes ? c : d)"), "b) (x ? c : d");
     EXPECT_EQ(status, 1);
-    // Of three, the middle one is whole in that part.
+    // Of three, the middle one is complete in that part.
     EXPECT_EQ(expand("($no ? a : b) ($yes ? c : d) ($yes ? e : f)"), "b) c (x ? e : f");
     EXPECT_EQ(status, 1);
 }
@@ -109,6 +109,11 @@ TEST_F(ExpandConditional, NestsInTheThenPartIfThereIsNoColon) {
 TEST_F(ExpandConditional, EndsTheThenPartAtAColonOfADriveLetter) {
     EXPECT_EQ(expand("($yes ? C:\\models : D:\\models)"), "C");
     EXPECT_EQ(expand("($no ? C:\\models : D:\\models)"), "\\models : D:\\models");
+}
+
+TEST_F(ExpandConditional, LeavesAColonToTheCondition) {
+    EXPECT_EQ(expand("(a:b ? c : d)"), "c");
+    EXPECT_EQ(status, 1);
 }
 
 TEST_F(ExpandConditional, LeavesAParenthesisWithoutAQuestionMark) {
@@ -137,7 +142,8 @@ TEST_F(ExpandConditional, ScansAReplacementForAFurtherConditional) {
 }
 
 TEST_F(ExpandConditional, KeepsOnlyTheStatusOfTheLastConditional) {
-    // The first one's part fails, but what it leaves is a second one that succeeds without the bad piece.
+    // The part of the first one fails, but the remaining text is a second one that succeeds without the failed
+    // part.
     give("open", "(q ? y :");
     EXPECT_EQ(expand("($yes ? $open $nobody ) )z"), "yz");
     EXPECT_EQ(status, 1);
@@ -146,6 +152,12 @@ TEST_F(ExpandConditional, KeepsOnlyTheStatusOfTheLastConditional) {
 TEST_F(ExpandConditional, LeavesParenthesesOfAnArgumentAlone) {
     give("log", "fixed (see 5)");
     EXPECT_EQ(expand("ci -m'$log' f"), "ci -m'fixed (see 5)' f");
+    EXPECT_EQ(status, 1);
+}
+
+TEST_F(ExpandConditional, MakesNoConditionalOfAnArgumentsParenthesisAndTheTemplatesText) {
+    give("log", "a (b");
+    EXPECT_EQ(expand("ci $log ? c )"), "ci a (b ? c )");
     EXPECT_EQ(status, 1);
 }
 

@@ -63,7 +63,7 @@ TEST_F(ExpandLimits, FailOnATextThatEachReplacementMakesLonger) {
     give("B", "B$$");
     std::string source = "$";
     for (int count = 0; count < 40; ++count) {
-        source += "B$"; // the dollars behind a variable double with each that stands in front of it
+        source += "B$"; // the dollars after a variable double with each variable before it
     }
     expand(source);
     EXPECT_EQ(status, 0);
@@ -78,7 +78,7 @@ TEST_F(ExpandLimits, FailOnAPredefinedVariableWhoseValueNamesIt) {
 }
 
 TEST_F(ExpandLimits, CountWhatArgumentsExpandInTurn) {
-    // For each value the unit expands megabytes by itself, and what it gives is short.
+    // For each value the unit expands megabytes by itself, and its result is short.
     setToolProperty("Big", "(? " + std::string(8U << 20, 'x') + " : )");
     setToolProperty("Repository", "/archive$Big");
     CMUnit unit(&host.addUnit("Pump"));

@@ -233,7 +233,7 @@ TEST_F(ExpandByProvider, DoesNotUseTheProvidersNameInAnyPartOfAConditional) {
 }
 
 TEST_F(Expand, RecoversFromAFailureByAPredefinedVariable) {
-    // The conditional fails and vanishes; the predefined variable behind it makes the status good again.
+    // The conditional fails and vanishes; the predefined variable after it sets the status to success again.
     EXPECT_EQ(expand("($nobody ? a : b)x$temp"), "x/tmp");
     EXPECT_EQ(status, 1);
     EXPECT_EQ(expand("($nobody ? a : b)x"), "x");

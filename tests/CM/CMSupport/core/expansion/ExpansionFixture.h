@@ -1,4 +1,4 @@
-// What the tests of the expansion language start from: an argument list that can be filled by name and value.
+// Sets up the tests of the expansion language: an argument list that can be filled by name and value.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// An argument of any name and value that counts how often its value was taken.
+/// An argument of any name and value that counts how often its value was read.
 class AnyArgument : public CMUserBasedArgument {
   public:
     AnyArgument(CString name, CString value) : name_(std::move(name)), value_(std::move(value)) {}

@@ -1,6 +1,5 @@
-// The expansion of a template, step by step and as slowly as the language is explained: each variable is searched
-// from the front of the whole text and replaced by the host's text class. What the library does faster has to give
-// the same.
+// Expands a template step by step, as the language is defined: searches each variable from the start of the
+// complete text and replaces it with the host's text class. The faster code of the library has to return the same.
 #pragma once
 
 #include "CM/CMSupport/core/CMProperty.h"

@@ -11,8 +11,8 @@ class ExpandPredefined : public ExpansionFixture {
 };
 
 TEST_F(ExpandPredefined, ReplacesEachVariable) {
-    std::filesystem::current_path(scratch.path());
-    const std::string here = scratch.path().string();
+    std::filesystem::current_path(scratch);
+    const std::string here = scratch.string();
     host.places.root = "/opt/orchard";
     host.places.tempDir = "/var/tmp";
     EXPECT_EQ(replaced("$OQROOT/share"), "/opt/orchard/share");
@@ -78,7 +78,7 @@ TEST_F(ExpandPredefined, ReplacesTheProjectsVariablesInTheirOrder) {
     project().projectFileDirectory = "/plant/$projectunitdirname";
     host.model.folderExtension = ".$temp";
     host.places.tempDir = "/var/tmp";
-    EXPECT_EQ(replaced("$projectname"), scratch.path().string() + "//plant/Plant_/var/tmp");
+    EXPECT_EQ(replaced("$projectname"), scratch.string() + "//plant/Plant_/var/tmp");
 }
 
 TEST_F(ExpandPredefined, LeavesTheCurrentDirectoryIfThereIsNone) {

@@ -1,5 +1,6 @@
 #include "CM/CMSupport/core/VariableScan.h"
 
+#include "CM/host/SPString.h"
 #include "CM/platform/CString.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,7 @@ namespace {
 
 using Values = std::map<std::string, std::string>;
 
-// What the scan has to agree with: the whole text searched from its front for each variable.
+// Returns what the scan has to agree with: searches the complete text from its start for each variable.
 std::string searchedFromTheFront(const std::string &source, const Values &values, int steps) {
     SPString subject(source);
     SPStringList matches(20);
@@ -28,9 +29,9 @@ std::string searchedFromTheFront(const std::string &source, const Values &values
 
 std::string scanned(const std::string &source, const Values &values, int steps) {
     VariableScan scan(source);
-    SPStringList matches(20);
-    while (steps-- > 0 && scan.find(matches)) {
-        const auto value = values.find(matches[1].str());
+    while (steps-- > 0) {
+        const auto variable = scan.find();
+        const auto value = variable ? values.find(variable->name.str()) : values.end();
         if (value == values.end()) {
             break;
         }
@@ -41,19 +42,15 @@ std::string scanned(const std::string &source, const Values &values, int steps) 
 
 TEST(VariableScan, GivesTheWholeVariableAndItsName) {
     VariableScan scan("a $$ ${unit}x");
-    SPStringList matches(20);
-    ASSERT_TRUE(scan.find(matches));
-    ASSERT_EQ(matches.count(), 2);
-    EXPECT_EQ(matches[0].str(), "${unit}");
-    EXPECT_EQ(matches[1].str(), "unit");
+    const auto variable = scan.find();
+    ASSERT_TRUE(variable);
+    EXPECT_EQ(variable->text, "${unit}");
+    EXPECT_EQ(variable->name, "unit");
 }
 
-TEST(VariableScan, EmptiesTheListWithoutAVariable) {
+TEST(VariableScan, LeavesATextWithoutAVariableAsItIs) {
     VariableScan scan("a $$ $1 ${ $");
-    SPStringList matches(20);
-    matches.push(SPString("before"));
-    EXPECT_FALSE(scan.find(matches));
-    EXPECT_EQ(matches.count(), 0);
+    EXPECT_FALSE(scan.find());
     EXPECT_EQ(scan.take(), "a $$ $1 ${ $");
 }
 
@@ -69,6 +66,19 @@ TEST(VariableScan, AgreesWithASearchFromTheFrontOnAnyText) {
         }
         ASSERT_EQ(scanned(source, values, 40), searchedFromTheFront(source, values, 40)) << source;
     }
+}
+
+TEST(Variable, IsFoundAtOrAfterAPosition) {
+    const std::string text = "$a ${b1} x$_c}";
+    const auto second = findVariable(text, 1);
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->at, 3U);
+    EXPECT_EQ(second->name, "b1");
+    const auto third = findVariable(text, second->at + second->text.str().size());
+    ASSERT_TRUE(third);
+    EXPECT_EQ(third->text, "$_c}");
+    EXPECT_EQ(third->name, "_c");
+    EXPECT_FALSE(findVariable(text, third->at + 1));
 }
 
 } // namespace

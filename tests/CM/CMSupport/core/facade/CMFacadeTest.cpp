@@ -24,7 +24,7 @@ TEST_F(Facade, RemovesDuplicatesAndNullsAndKeepsFirstOccurrencesInOrder) {
 }
 
 TEST_F(Facade, TakesAListOfAHundredThousandUnits) {
-    // The units are never looked into, so that any addresses do.
+    // The units are never read, so any addresses will do.
     std::vector<char> places(100'000);
     CMUnitList units;
     for (int round = 0; round < 2; ++round) {

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A component that keeps code respect information, and a class that is seen from a code file of it.
+/// A component that keeps code respect information, and a class that is visible from one of its code files.
 class InformationFilesRule : public CoreFixture {
   protected:
     InformationFilesRule() {
@@ -13,7 +13,7 @@ class InformationFilesRule : public CoreFixture {
         configuration = dynamic_cast<recording::Configuration *>(component->DoGetActiveConfig());
         configuration->respectMode = true;
     }
-    /// A code file that is a unit of its own.
+    /// A code file that is a separate unit.
     recording::File &addCodeFile(const CString &name, IDObject *observed = nullptr) {
         auto &file = host.addFile(name, component);
         if (observed != nullptr) {
@@ -79,7 +79,7 @@ TEST_F(InformationFilesRule, AFileWithoutASaveUnitDoesNotCount) {
 
 TEST_F(InformationFilesRule, AClassesOwnFileOutsideTheComponentDoesNotCount) {
     auto &pump = host.addUnit("Pump");
-    auto &file = host.addFile("Pump", &pump); // a save unit of its own, but the class's
+    auto &file = host.addFile("Pump", &pump); // a separate save unit, but the class's
     file.observed.push_back(&pump);
     EXPECT_FALSE(isFileNotSAMappedToUnit(&pump, component));
     auto &valve = host.addUnit("Valve");

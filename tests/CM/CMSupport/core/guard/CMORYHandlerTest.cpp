@@ -21,7 +21,7 @@ class Handler : public CoreFixture {
     [[nodiscard]] fs::path unitFile() const { return unitsDirectory() / "Plant.ory"; }
     [[nodiscard]] fs::path toolFile() const { return scratch / "Plant.ory"; }
 
-    /// Whether all calls of a handler do nothing and say so.
+    /// Expects all calls of a handler to do nothing and to return that.
     void expectNothing(CMORYHandler &handler) {
         for (const auto operation : {CMORYHandler::ORYAdd, CMORYHandler::ORYCheckOut, CMORYHandler::ORYCheckIn,
                                      CMORYHandler::ORYFetch, CMORYHandler::ORYInspect, CMORYHandler::ORYNone}) {
@@ -49,6 +49,8 @@ TEST_F(Handler, DoesNothingWithoutAUnit) {
 
 TEST_F(Handler, DoesNothingOnTheProviderRoute) {
     setGeneral("UseSCCtool", "yes");
+    host.setToolDefault("SCC", "SupportTreeRepository", "Yes"); // so that the layout is the old one there too
+    ASSERT_TRUE(CMProperty::isPre40Compatible());
     CMORYHandler handler(&project());
     expectNothing(handler);
 }
@@ -105,6 +107,35 @@ TEST_F(Handler, KnowsTheOldExtensionInAnyCase) {
     EXPECT_TRUE(CMORYHandler(&project()).doPreTransValidation(unitPath, toolPath));
 }
 
+TEST_F(Handler, KnowsTheNewExtensionInAnyCase) {
+    project().extension = ".ORY";
+    CString unitPath;
+    CString toolPath;
+    EXPECT_TRUE(CMORYHandler(&project()).doPreTransValidation(unitPath, toolPath));
+}
+
+TEST_F(Handler, StartsNothingForTheStateAtRest) {
+    CMORYHandler handler(&project());
+    EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYNone), 0);
+    EXPECT_EQ(handler.commit(), 0);
+}
+
+TEST(HandlerWithoutARoute, WorksAsOnTheCommandRoute) {
+    RecordingHost host;
+    CMProperty::ResetIfActiveProjectChanged(); // forgets the project of the last test
+    auto &project = host.addProject("Plant", "/models");
+    host.addConfiguration("Release", host.addComponent("Main"));
+    host.setTool("RCS");
+    host.setToolDefault("RCS", "SupportTreeRepository", "Yes");
+    host.setProperty(project, IPN::CM, IPN::General, "UseSCCtool", "No");
+    ASSERT_EQ(CMProperty::getUseSCCtool(), 0); // which stays once the property is gone
+    project.properties.clear();
+    CString unitPath;
+    CString toolPath;
+    EXPECT_TRUE(CMORYHandler(&project).doPreTransValidation(unitPath, toolPath));
+    EXPECT_EQ(toolPath, "/models/Plant.ory");
+}
+
 TEST_F(Handler, WorksOnAnArchiveItem) {
     CMArchiveItem item("Plant.ory", "1.1", CMArchiveItem::readOnly, "", "");
     CMORYHandler handler(&item);
@@ -155,6 +186,7 @@ TEST_F(Handler, FailsToCommitIfTheToolLeftNoFileAndIsAtRestAllTheSame) {
     CMORYHandler handler(&project());
     handler.startTranscation(CMORYHandler::ORYFetch);
     EXPECT_EQ(handler.commit(), 0);
+    EXPECT_THAT(host.callsOf("move file"), IsEmpty());
     EXPECT_EQ(handler.rollBack(), 0);
     EXPECT_EQ(read(unitFile()), "of the model");
 }
@@ -180,10 +212,19 @@ TEST_F(Handler, TakesTheReadOnlyStateOfTheUnitsFileAwayBeforeTheMoveThatReplaces
                 ElementsAre("move file " + toolFile().string() + " to " + unitFile().string() + " flags=3"));
 }
 
+TEST_F(Handler, LeavesTheFileThatItMovesReadOnlyIfTheToolMadeItSo) {
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYCheckOut);
+    write(toolFile(), "of the tool");
+    fs::permissions(toolFile(), fs::perms::owner_read);
+    EXPECT_EQ(handler.commit(), 1);
+    EXPECT_EQ(fs::status(unitFile()).permissions(), fs::perms::owner_read);
+}
+
 TEST_F(Handler, TakesOnePlaceUnderTwoSpellingsForOne) {
     fs::rename(unitFile(), toolFile());
     fs::remove_all(unitsDirectory());
-    fs::create_directory_symlink(scratch.path(), unitsDirectory());
+    fs::create_directory_symlink(scratch, unitsDirectory());
     CMORYHandler handler(&project());
     CString unitPath;
     CString toolPath;
@@ -203,7 +244,7 @@ TEST_F(Handler, TouchesNothingIfThePlacesHaveBecomeOneByALink) {
         EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYInspect), 1);
         write(toolFile(), "the only copy");
         fs::remove_all(unitsDirectory());
-        fs::create_directory_symlink(scratch.path(), unitsDirectory());
+        fs::create_directory_symlink(scratch, unitsDirectory());
         EXPECT_EQ(commits ? handler.commit() : handler.rollBack(), 1);
         EXPECT_EQ(read(toolFile()), "the only copy");
         fs::remove(unitsDirectory());
@@ -256,8 +297,12 @@ TEST_F(Handler, TakesTheReadOnlyStateOfTheToolsCopyAwayBeforeItIsDeleted) {
     write(toolFile(), "of the tool");
     fs::permissions(toolFile(), fs::perms::owner_read);
     host.places.deleteResult[toolFile().string()] = 0;
-    EXPECT_EQ(handler.commit(), 0);
-    EXPECT_NE(fs::status(toolFile()).permissions() & fs::perms::owner_write, fs::perms::none);
+    bool isWritable = false;
+    host.places.onDelete = [&] {
+        isWritable = (fs::status(toolFile()).permissions() & fs::perms::owner_write) != fs::perms::none;
+    };
+    EXPECT_EQ(handler.commit(), 0) << "what the deletion answers";
+    EXPECT_TRUE(isWritable);
     EXPECT_THAT(host.callsOf("delete file"), ElementsAre("delete file " + toolFile().string() + " flag=1"));
 }
 
@@ -276,7 +321,7 @@ TEST_F(Handler, CommitsWithoutTouchingAFileIfThePlacesHaveBecomeOne) {
 }
 
 TEST_F(Handler, NeedsAWritableProjectDirectoryToCheckIn) {
-    host.places.writable[scratch.path().string()] = false;
+    host.places.writable[scratch.string()] = false;
     CMORYHandler handler(&project());
     EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYCheckIn), 0);
     EXPECT_FALSE(fs::exists(toolFile()));
@@ -291,8 +336,18 @@ TEST_F(Handler, NeedsAWritableParentOfTheProjectDirectoryForTheProjectFileOnly) 
     EXPECT_TRUE(CMORYHandler(&host.addUnit("Pump")).checkPermissions());
 }
 
+TEST_F(Handler, HasNoPermissionsWithoutAnOpenProject) {
+    const CMORYHandler handler(&project());
+    EXPECT_TRUE(handler.checkPermissions());
+    host.model.projectIsOpen = false;
+    EXPECT_FALSE(handler.checkPermissions());
+    host.model.projectIsOpen = true;
+    host.model.activeProject = nullptr;
+    EXPECT_FALSE(handler.checkPermissions());
+}
+
 TEST_F(Handler, AsksForNoPermissionToCheckOut) {
-    host.places.writable[scratch.path().string()] = false;
+    host.places.writable[scratch.string()] = false;
     CMORYHandler handler(&project());
     EXPECT_EQ(handler.startTranscation(CMORYHandler::ORYCheckOut), 1);
 }

@@ -126,6 +126,16 @@ INSTANTIATE_TEST_SUITE_P(
         return name;
     });
 
+TEST_F(ArchiveItem, LosesItsSuffixUnderATemplateToo) {
+    setToolProperty("Repository", "/arch/$SubDirs/RCS/$FileName");
+    EXPECT_EQ(item("/arch/sub/RCS/Pump.ocl").getNameNShortPath(false), "sub/Pump");
+}
+
+TEST_F(ArchiveItem, IsCutAtItsLastDotBeforeTheTemplateApplies) {
+    setToolProperty("Repository", "/arch/$SubDirs/RCS.d/$FileName");
+    EXPECT_EQ(item("/arch/sub/RCS.d/Makefile").getNameNShortPath(false), "sub/RCS");
+}
+
 TEST(ArchiveItemModes, HaveFixedNumbers) {
     EXPECT_EQ(CMArchiveItem::unknown, 0);
     EXPECT_EQ(CMArchiveItem::readOnly, 1);
@@ -148,6 +158,12 @@ TEST_F(ArchiveItem, StandsBelowTheWorkingDirectory) {
     EXPECT_EQ(item("sub/deep/Pump.ocl").getLocalPath(), "/w/sub/deep");
     EXPECT_EQ(item("/w/sub/Pump.ocl").getLocalPath(), "/w/sub");
     EXPECT_EQ(item("Pump.ocl").getLocalPath(), "/w");
+}
+
+TEST_F(ArchiveItem, StandsWhereTheTemplatePutsItBelowTheWorkingDirectory) {
+    setToolProperty("Repository", "/arch/$SubDirs/RCS/$FileName");
+    EXPECT_EQ(item("/arch/sub/RCS/Pump.ocl").getLocalPath(), "/w/sub");
+    EXPECT_EQ(item("/arch/sub/RCS/Pump.ocl").getFullUnitFileName(), "/w/sub/Pump.ocl");
 }
 
 TEST_F(ArchiveItem, WithoutADotStandsWhereItsPathCutAtADotInADirectoryNameStands) {

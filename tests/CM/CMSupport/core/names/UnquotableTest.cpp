@@ -7,40 +7,12 @@ using testing::IsEmpty;
 
 namespace {
 
-TEST(Unquotable, NamesTheCharacterThatEndsAQuotedTextOrIsReplacedInIt) {
-    for (const char *const character : {"\"", "$", "`", ">"}) {
-        const std::string path = std::string("/w/a") + character + "b.ocl";
-        EXPECT_EQ(paths::unquotableIn(path), std::string("the character ") + character);
-    }
-}
-
-TEST(Unquotable, FindsControlCharactersWhereverTheyStand) {
-    using namespace std::string_view_literals;
-    for (const auto path : {"\na"sv, "a\tb"sv, "a\r"sv, "a\0b"sv, "a\x1b[2J"sv, "a\x7f"sv}) {
-        EXPECT_EQ(paths::unquotableIn(path), "a control character");
-    }
-}
-
-TEST(Unquotable, ABackslashSeparatesButMustNotStandAtTheEnd) {
-    EXPECT_THAT(paths::unquotableIn("C:\\w\\a.ocl"), IsEmpty());
-    EXPECT_THAT(paths::unquotableIn("w\\\\a.ocl"), IsEmpty());
+TEST(Unquotable, NamesWhatCannotBeQuoted) {
+    EXPECT_EQ(paths::unquotableIn("/w/a$b.ocl"), "the character $");
+    EXPECT_EQ(paths::unquotableIn("a\x1b[2J"), "a control character");
     EXPECT_THAT(paths::unquotableIn("C:\\w\\"), HasSubstr("backslash"));
-}
-
-TEST(Unquotable, FindsWhatATemplateTakesForAConditional) {
-    for (const char *const path : {"/w/(x ? y).ocl", "/w/(x ? y : z).ocl", "/w (a)/b?c).ocl", "(?)"}) {
-        EXPECT_THAT(paths::unquotableIn(path), HasSubstr("a condition")) << path;
-    }
-    for (const char *const path : {"/w/(x).ocl", "/w/x?).ocl", "/w/x? (y).ocl", "/w/(x) y?.ocl"}) {
-        EXPECT_THAT(paths::unquotableIn(path), IsEmpty()) << path;
-    }
-}
-
-TEST(Unquotable, EverythingElseCanBeQuoted) {
-    for (const char *const path :
-         {"", "-rf", "a b;c&d|e(f)'g'*?!<#~.ocl", "/w//x/../Pümpe.ocl", "\xff\xfe", "/"}) {
-        EXPECT_THAT(paths::unquotableIn(path), IsEmpty()) << path;
-    }
+    EXPECT_THAT(paths::unquotableIn("/w/(x ? y).ocl"), HasSubstr("a condition"));
+    EXPECT_THAT(paths::unquotableIn("/w/a.ocl"), IsEmpty());
 }
 
 TEST(Unquotable, APathIsShownWithoutItsControlCharacters) {

@@ -240,7 +240,7 @@ TEST_F(LookUp, StoresUnderTheToolsNameAlsoOnTheProviderRoute) {
     EXPECT_EQ(value(own(project(), "RCS", "Key")), "own");
 }
 
-/// On the provider route, with a property that no tool is named for.
+/// On the provider route, with a property without a tool name.
 class LookUpWithoutATool : public testing::Test {
   protected:
     LookUpWithoutATool() {

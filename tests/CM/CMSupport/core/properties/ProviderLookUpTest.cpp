@@ -54,6 +54,13 @@ TEST_F(ProviderLookUp, FailsOnAValueThatIsNoText) {
     EXPECT_FALSE(provider::findLibrary().has_value());
 }
 
+TEST_F(ProviderLookUp, FailsOnATextThatWouldHaveToBeExpanded) {
+    writeRegistry("hex(1):41,00", "A", quotedPath());
+    EXPECT_TRUE(provider::findLibrary().has_value());
+    writeRegistry("hex(2):41,00", "A", quotedPath());
+    EXPECT_FALSE(provider::findLibrary().has_value());
+}
+
 TEST_F(ProviderLookUp, FailsOnAKeyThatIsMissing) {
     writeRegistry("\"Software\\\\Other\"", "Software\\Basalt", quotedPath());
     EXPECT_FALSE(provider::findLibrary().has_value());

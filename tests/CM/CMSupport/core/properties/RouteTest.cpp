@@ -72,7 +72,7 @@ TEST_F(Route, TellsAboutAMissingProviderOnceForTheProjectAndStaysTheProviderRout
 TEST_F(Route, LooksAgainForAnotherProjectEvenWithTheSameProvider) {
     setProviderRoute();
     CMProperty::useSccCompliantTool();
-    host.model.activeProject = &host.addProject("Mill", scratch.path().string());
+    host.model.activeProject = &host.addProject("Mill", scratch.string());
     EXPECT_EQ(CMProperty::useSccCompliantTool(), 1);
     EXPECT_EQ(messages(), 2U);
     host.model.activeProject = &project();
@@ -85,7 +85,7 @@ TEST_F(Route, KeepsThePathOfAnEarlierProviderValid) {
     setProviderRoute();
     CMProperty::useSccCompliantTool();
     const char *path = CMProperty::getSCCProviderDLL();
-    host.model.activeProject = &host.addProject("Mill", scratch.path().string());
+    host.model.activeProject = &host.addProject("Mill", scratch.string());
     CMProperty::useSccCompliantTool();
     EXPECT_STREQ(path, providerPath().c_str());
 }

@@ -27,7 +27,7 @@ TEST_F(Values, RunsToolsInTheProjectsDirectoryForUnits) {
 
 TEST_F(Values, RunsToolsBesideTheProjectFileInTheOldLayout) {
     setOldLayout();
-    EXPECT_EQ(CMProperty::getWorkingDir(), scratch.path().string());
+    EXPECT_EQ(CMProperty::getWorkingDir(), scratch.string());
 }
 
 TEST_F(Values, HasNoWorkingDirectoryWithoutAProject) {

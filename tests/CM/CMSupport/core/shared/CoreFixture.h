@@ -1,10 +1,11 @@
-// What the tests of the library's core start from: a project on the recording host whose directories exist on the
-// disk, with a tool chosen on the command route, and the stream of the main outputer caught.
+// Sets up the tests of the library's core: a project on the recording host whose directories exist on disk, a tool
+// chosen on the command route, and the stream of the main outputer captured.
 #pragma once
 
 #include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/host/IPN.h"
+#include "tests/support/TemporaryDirectory.h"
 #include "tests/support/recording_host/RecordingHost.h"
 
 #include <filesystem>
@@ -12,36 +13,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
-#include <stdlib.h>
 #include <string>
 
-/// A directory of its own for one test, removed with all that is in it.
-class ScratchDirectory {
-  public:
-    ScratchDirectory() {
-        std::string name = (std::filesystem::temp_directory_path() / "orc-core-XXXXXX").string();
-        path_ = std::filesystem::canonical(::mkdtemp(name.data()));
-    }
-    ~ScratchDirectory() {
-        std::error_code ignored;
-        std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
-        std::filesystem::remove_all(path_, ignored);
-    }
-    ScratchDirectory(const ScratchDirectory &) = delete;
-    ScratchDirectory &operator=(const ScratchDirectory &) = delete;
-
-    [[nodiscard]] const std::filesystem::path &path() const { return path_; }
-    [[nodiscard]] std::filesystem::path operator/(const std::string &name) const { return path_ / name; }
-
-  private:
-    std::filesystem::path path_;
-};
-
 class CoreFixture : public testing::Test {
+    const support::TemporaryDirectory temporary_;
+
   protected:
     CoreFixture() {
         CMProperty::ResetIfActiveProjectChanged(); // while no project is open: forgets the one of the last test
-        project_ = &host.addProject("Plant", scratch.path().string());
+        project_ = &host.addProject("Plant", scratch.string());
         std::filesystem::create_directories(unitsDirectory());
         host.addConfiguration("Release", host.addComponent("Main"));
         host.setProperty(nullptr, IPN::CM, IPN::General, "UseSCCtool", "No");
@@ -69,9 +49,9 @@ class CoreFixture : public testing::Test {
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    ScratchDirectory scratch;
+    const std::filesystem::path scratch = temporary_.path(); ///< a separate directory for each test
     RecordingHost host;
-    std::ostringstream shown; ///< what went to the main outputer's stream
+    std::ostringstream shown; ///< what was written to the main outputer's stream
 
   private:
     std::filesystem::path home_ = std::filesystem::current_path();

@@ -1,5 +1,6 @@
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
+#include "tests/CM/CMSupport/core/shared/FlushedText.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -19,6 +20,12 @@ TEST_F(Outputer, WritesATextOnALineOfItsOwnAndShowsTheWindow) {
     EXPECT_EQ(host.window.text(), "\nreading Pump\n");
     EXPECT_THAT(host.callsOf("show window"), ElementsAre("show window 1"));
     EXPECT_TRUE(shown.str().empty()) << "the window's own stream is meant";
+}
+
+TEST_F(Outputer, FlushesWhatItWrites) {
+    const FlushedText buffer(host.window.stream);
+    CMOutputer::writeToCMOutputWnd("reading Pump");
+    EXPECT_EQ(buffer.flushed(), "\nreading Pump\n");
 }
 
 TEST_F(Outputer, IgnoresAnEmptyText) {

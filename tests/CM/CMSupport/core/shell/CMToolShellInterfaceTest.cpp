@@ -4,6 +4,7 @@
 #include "CM/host/Messages.h"
 #include "CM/host/RunThread.h"
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
+#include "tests/CM/CMSupport/core/shared/FlushedText.h"
 
 #include <array>
 #include <iterator>
@@ -61,7 +62,7 @@ TEST_F(Execute, RunsInTheDirectoryOfTheProjectFileInTheOldLayout) {
         return recording::ToolRun{};
     };
     EXPECT_EQ(execute("co Pump"), 1);
-    EXPECT_EQ(during, scratch.path());
+    EXPECT_EQ(during, scratch);
 }
 
 TEST_F(Execute, FallsBackToTheUnitsDirectoryIfTheWorkingDirectoryIsEmpty) {
@@ -241,6 +242,59 @@ TEST_F(Execute, GoesBackToTheDirectoryIfTheWorkerThrows) {
     EXPECT_EQ(std::filesystem::current_path(), before);
 }
 
+// What the window shows at once.
+
+class FlushedOutput : public Execute {
+  protected:
+    /// Keeps what is visible when a box is shown.
+    void watchBox() {
+        host.messages.onShow = [this] { atTheBox = buffer_.flushed(); };
+    }
+    [[nodiscard]] const std::string &flushed() const { return buffer_.flushed(); }
+    std::string atTheBox;
+
+  private:
+    FlushedText buffer_{shown};
+};
+
+TEST_F(FlushedOutput, HoldsTheCommandBeforeTheToolStarts) {
+    std::string duringTheRun;
+    host.worker.run = [&](const CString & /*command*/) {
+        duringTheRun = flushed();
+        return recording::ToolRun{};
+    };
+    execute("co Pump");
+    EXPECT_EQ(duringTheRun, "co Pump\n");
+}
+
+TEST_F(FlushedOutput, HoldsTheOutputBeforeItsPatternsAreTested) {
+    setToolProperty("OperationErrorPattern", "locked");
+    toolPrints({"locked"});
+    watchBox();
+    execute("co Pump");
+    EXPECT_EQ(atTheBox, "co Pump\nlocked");
+}
+
+TEST_F(FlushedOutput, HoldsTheErrorsBeforeTheirPatternsAreTested) {
+    setToolProperty("OperationErrorPattern", "locked");
+    toolPrints({}, {"locked"});
+    watchBox();
+    execute("co Pump");
+    EXPECT_EQ(atTheBox, "co Pump\nlockedlocked");
+}
+
+TEST_F(FlushedOutput, HoldsTheReportOfATimeOut) {
+    toolPrints({}, {}, WAIT_TIMEOUT);
+    execute("co Pump");
+    EXPECT_EQ(flushed(), std::string("co Pump\n") + resources::text(Text::commandTimedOut));
+}
+
+TEST_F(FlushedOutput, HoldsThatTheCurrentDirectoryIsUnknown) {
+    host.places.fullPathError = "the current directory is gone";
+    execute("co Pump");
+    EXPECT_EQ(flushed(), "the current directory is gone");
+}
+
 // The redirection.
 
 TEST_F(Execute, CutsACommandAtItsFirstGreaterSignAndKeepsTheBlanksAboutIt) {
@@ -312,6 +366,27 @@ std::string limitName(const testing::TestParamInfo<const char *> &row) {
 }
 INSTANTIATE_TEST_SUITE_P(Limit, UnlimitedWait,
                          testing::Values("abc", "0", "", "-1", "99999999999999999999", "+-5"), limitName);
+
+TEST_F(Execute, OnTheProviderRouteReadsTheLimitAndThePatternsOfTheRouteAndNotOfTheProvidersName) {
+    setProviderRoute();
+    CMProperty::setSCCToolName("Basalt");
+    for (const CString &key :
+         {IPN::CMChildThreadTimeOut, CString("OperationErrorPattern"), CString("OperationWarningPattern")}) {
+        host.setToolDefault("Basalt", key, "1");
+    }
+    host.setToolDefault("SCC", IPN::CMChildThreadTimeOut, "250");
+    toolPrints({"1"});
+    execute("co Pump");
+    EXPECT_THAT(host.callsOf("wait"), ElementsAre("wait 250"));
+    EXPECT_THAT(messages(), ElementsAre(resources::text(Text::providerNotFound)));
+    host.setToolDefault("SCC", "OperationWarningPattern", "1");
+    execute("co Pump");
+    EXPECT_EQ(messages().back(), resources::text(Text::commandReportedWarning));
+    host.setToolDefault("SCC", "OperationErrorPattern", "1");
+    execute("co Pump");
+    EXPECT_EQ(messages().back(), resources::text(Text::commandReportedError));
+    CMProperty::setSCCToolName("");
+}
 
 TEST_F(Execute, WaitsWithoutLimitIfNoLimitIsSet) {
     execute("co Pump");

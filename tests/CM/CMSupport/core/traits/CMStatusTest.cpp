@@ -1,4 +1,4 @@
-// A unit's state in words and as an image.
+// Tests the state of a unit as text and as an image.
 #include "CM/CMSupport/core/CMStatus.h"
 
 #include "CM/CMSupport/resources/Texts.h"

@@ -1,4 +1,4 @@
-// The default header, and what a unit's header says.
+// Tests the default header, and what is read from the header of a unit.
 #include "CM/CMSupport/core/CMTraitFacade.h"
 
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
@@ -25,7 +25,7 @@ TEST_F(DefaultHeader, NamesOfDirectoriesInTheFilesNameAreExpanded) {
     write(scratch / "header.txt", "of the project");
     setToolProperty(IPN::CMHeaderFile, "$orpdirectory/header.txt");
     EXPECT_EQ(CMTraitFacade::getDefaultHeader(), "of the project");
-    host.places.root = scratch.path().string();
+    host.places.root = scratch.string();
     setToolProperty(IPN::CMHeaderFile, "$OQROOT\\header.txt");
     EXPECT_EQ(CMTraitFacade::getDefaultHeader(), "of the project") << "either separator";
 }
@@ -64,7 +64,7 @@ TEST_F(DefaultHeader, WithoutAPropertyOrANameIsEmpty) {
 TEST_F(DefaultHeader, OfAFileThatCannotBeReadIsEmpty) {
     setToolProperty(IPN::CMHeaderFile, (scratch / "none.txt").string());
     EXPECT_EQ(CMTraitFacade::getDefaultHeader(), "");
-    setToolProperty(IPN::CMHeaderFile, scratch.path().string());
+    setToolProperty(IPN::CMHeaderFile, scratch.string());
     EXPECT_EQ(CMTraitFacade::getDefaultHeader(), "") << "a directory";
 }
 

@@ -3,6 +3,7 @@
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
+#include "tests/CM/CMSupport/core/shared/FlushedText.h"
 
 #include <sstream>
 #include <stdexcept>
@@ -16,7 +17,7 @@ namespace {
 
 class Transaction : public CoreFixture {};
 
-/// Writes into host.calls what reaches the output window, among the calls that have an effect.
+/// Records what reaches the output window in host.calls, among the calls that have an effect.
 class WritingNoted : public std::stringbuf {
   public:
     explicit WritingNoted(RecordingHost &host) : host_(host), before_(stream().rdbuf(this)) {}
@@ -69,6 +70,17 @@ TEST_F(Transaction, EndsTheUndoStepBeforeItWritesTheEndSeparator) {
     EXPECT_THAT(host.calls,
                 ElementsAre("undo start flag=1", "show window 1", "write <start>", "undo end", "write <end>"));
     EXPECT_EQ(host.undo.depth, 0);
+}
+
+TEST_F(Transaction, FlushesEachSeparator) {
+    setGeneral("CMOperationStartSeparator", "<start>");
+    setGeneral("CMOperationEndSeparator", "<end>");
+    const FlushedText buffer(host.window.stream);
+    {
+        const CMTranscation transaction(nullptr, 1, CMTxnCheckOut, "");
+        EXPECT_EQ(buffer.flushed(), "<start>");
+    }
+    EXPECT_EQ(buffer.flushed(), "<start><end>");
 }
 
 TEST_F(Transaction, IsNotOpenIfTheUndoManagerThrows) {
@@ -135,13 +147,39 @@ TEST_F(Transaction, ExpandsItsKeywordsEverywhere) {
     EXPECT_EQ(host.window.text(), "Send by ann on 2024-03-01 at 10:20:30 (10:20:30)\n");
 }
 
-TEST_F(Transaction, ReplacesAKeywordThatAnEarlierOneBroughtIn) {
-    host.places.date = "$User";
-    host.places.user = "$Date";
-    setGeneral("CMOperationStartSeparator", "$Date");
-    { const CMTranscation transaction(nullptr, 1, CMTxnCheckIn, ""); }
-    EXPECT_EQ(host.window.text(), "$Date");
+/// Two keywords, the earlier one of which is replaced first.
+struct KeywordPair {
+    const char *earlier;
+    const char *later;
+};
+
+class KeywordOrder : public Transaction, public testing::WithParamInterface<KeywordPair> {
+  protected:
+    /// The start separator "$keyword", where the values of all keywords are plain but for that of this one.
+    std::string expanded(const std::string &keyword, const std::string &value) {
+        const auto valueOf = [&](const char *name) { return keyword == name ? value : std::string("plain"); };
+        host.places.time = valueOf("Time");
+        host.places.date = valueOf("Date");
+        host.places.user = valueOf("User");
+        setGeneral("CMOperationStartSeparator", "$" + keyword);
+        host.window.stream.str({});
+        { const CMTranscation transaction(nullptr, 1, CMTxnCheckIn, valueOf("Operation")); }
+        return host.window.text();
+    }
+};
+
+TEST_P(KeywordOrder, ReplacesWhatAnEarlierKeywordBringsInAndNotWhatALaterOneDoes) {
+    const auto [earlier, later] = GetParam();
+    EXPECT_EQ(expanded(earlier, std::string("$") + later), "plain");
+    EXPECT_EQ(expanded(later, std::string("$") + earlier), std::string("$") + earlier);
 }
+INSTANTIATE_TEST_SUITE_P(Transaction, KeywordOrder,
+                         testing::Values(KeywordPair{"Time", "Date"}, KeywordPair{"Time", "User"},
+                                         KeywordPair{"Time", "Operation"}, KeywordPair{"Date", "User"},
+                                         KeywordPair{"Date", "Operation"}, KeywordPair{"User", "Operation"}),
+                         [](const auto &row) {
+                             return std::string(row.param.earlier) + "Before" + row.param.later;
+                         });
 
 TEST_F(Transaction, LeavesAKeywordInSmallLettersAlone) {
     setGeneral("CMOperationStartSeparator", "$time $date $user $operation");

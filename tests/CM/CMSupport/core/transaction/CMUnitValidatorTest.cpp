@@ -54,6 +54,18 @@ TEST_F(Validator, ForgetsTheFormerUnitsAtInit) {
     EXPECT_EQ(host.handlesAlive, 0);
 }
 
+TEST_F(Validator, ForgetsTheFormerUnitsAtInitWithAList) {
+    auto &pump = host.addUnit("Pump");
+    auto &valve = host.addUnit("Valve");
+    validator.init(CMUnitList{&pump});
+    validator.init(CMUnitList{&valve});
+    EXPECT_THAT(valid(), ElementsAre(&valve));
+    EXPECT_EQ(host.handlesAlive, 1);
+    validator.init(CMUnitList());
+    EXPECT_THAT(valid(), IsEmpty());
+    EXPECT_EQ(host.handlesAlive, 0);
+}
+
 TEST_F(Validator, AddsAUnitOnce) {
     auto &pump = host.addUnit("Pump");
     EXPECT_EQ(validator.addUnit(nullptr), 0);
@@ -97,6 +109,28 @@ TEST_F(Validator, RemovesAUnitAndGivesItsHandleBack) {
     EXPECT_EQ(validator.removeUnit(&pump), 0);
     EXPECT_EQ(host.handlesAlive, 0);
     EXPECT_FALSE(validator.isUnitMarkedForValidation(&pump));
+}
+
+TEST_F(Validator, GivesAHandleBackOnceEvenIfItsReleaseThrows) {
+    struct ThrowingHandle : IHandle {
+        int releases = 0;
+        [[nodiscard]] IDObject *doGetObject() const override { return nullptr; }
+        [[nodiscard]] IDObject *doGetSafeObject() const override { return nullptr; }
+        void release() override {
+            ++releases;
+            throw std::runtime_error("host");
+        }
+    } handle;
+    struct : recording::Class {
+        IHandle *own = nullptr;
+        [[nodiscard]] IHandle *getHandle() override { return own; }
+    } pump;
+    pump.own = &handle;
+    validator.init(&pump);
+    EXPECT_THROW(validator.removeUnit(&pump), std::runtime_error);
+    EXPECT_FALSE(validator.isUnitMarkedForValidation(&pump));
+    validator.reset();
+    EXPECT_EQ(handle.releases, 1);
 }
 
 TEST_F(Validator, TellsAReloadedUnitFromTheOneBefore) {
@@ -153,21 +187,56 @@ TEST_F(Validator, ReplacesNothingThatItShouldNot) {
     EXPECT_THAT(valid(), testing::UnorderedElementsAre(&pump, &valve));
 }
 
+TEST_F(Validator, ReplacesAUnitByOneAtTheSameAddress) {
+    auto &pump = host.addUnit("Pump");
+    validator.init(&pump);
+    host.removeObject(pump);
+    host.storage.nextAddress = &pump;
+    auto &reloaded = host.addUnit("Pump"); // with another identifier
+    ASSERT_EQ(&reloaded, &pump);
+    EXPECT_EQ(validator.replaceUnit(&pump, &reloaded), 1);
+    EXPECT_TRUE(validator.isValidUnit(&reloaded));
+    EXPECT_THAT(valid(), ElementsAre(&reloaded));
+    EXPECT_EQ(host.handlesAlive, 1);
+}
+
+TEST_F(Validator, KeepsTheMarkOfADeadUnitWhoseAddressAReloadedOneHasTaken) {
+    auto &pump = host.addUnit("Pump");
+    auto &valve = host.addUnit("Valve");
+    validator.init(CMUnitList{&pump, &valve});
+    auto &newValve = host.replaceClass(valve);
+    host.removeObject(pump);
+    host.storage.nextAddress = &valve;
+    auto &newPump = host.addUnit("Pump");
+    EXPECT_EQ(validator.replaceUnit(&pump, &newPump), 1);
+    EXPECT_FALSE(validator.isValidUnit(&valve)) << "the mark is still that of the unit before";
+    EXPECT_THAT(valid(), testing::UnorderedElementsAre(&newPump, &newValve));
+    EXPECT_EQ(host.handlesAlive, 2);
+}
+
+TEST_F(Validator, KeepsTheOldMarkIfAUnitAtTheSameAddressCannotBeMarked) {
+    auto &pump = host.addUnit("Pump");
+    validator.init(&pump);
+    host.removeObject(pump);
+    host.storage.nextAddress = &pump;
+    auto &reloaded = host.addUnit("Pump");
+    reloaded.onGetHandle = [] { throw std::runtime_error("dead"); };
+    EXPECT_EQ(validator.replaceUnit(&pump, &reloaded), 0);
+    EXPECT_TRUE(validator.isUnitMarkedForValidation(&pump));
+    EXPECT_EQ(host.handlesAlive, 1);
+}
+
 TEST_F(Validator, NeverFollowsAPointerToADeadUnit) {
-    auto owned = std::make_unique<recording::Class>(); // really freed, so that the sanitizer watches
-    owned->id = "freed";
-    IUnit *const dead = owned.get();
+    auto &dead = host.addUnit("Tank");
     auto &stand = host.addUnit("Pump");
-    host.objectsById["freed"] = dead;
-    validator.init(CMUnitList{dead, &stand});
-    owned.reset();
-    host.objectsById.erase("freed");
-    EXPECT_TRUE(validator.isUnitMarkedForValidation(dead));
-    EXPECT_FALSE(validator.isValidUnit(dead));
+    validator.init(CMUnitList{&dead, &stand});
+    host.removeObject(dead); // the address sanitizer reports each use from here on
+    EXPECT_TRUE(validator.isUnitMarkedForValidation(&dead));
+    EXPECT_FALSE(validator.isValidUnit(&dead));
     EXPECT_THAT(valid(), ElementsAre(&stand));
-    EXPECT_EQ(validator.addUnit(dead), 1) << "it is marked already";
-    EXPECT_EQ(validator.replaceUnit(dead, &host.addUnit("Valve")), 1);
-    EXPECT_FALSE(validator.isUnitMarkedForValidation(dead));
+    EXPECT_EQ(validator.addUnit(&dead), 1) << "it is marked already";
+    EXPECT_EQ(validator.replaceUnit(&dead, &host.addUnit("Valve")), 1);
+    EXPECT_FALSE(validator.isUnitMarkedForValidation(&dead));
 }
 
 TEST_F(Validator, GivesAllHandlesBackAtItsEnd) {

@@ -3,6 +3,7 @@
 #include "CM/CMSupport/resources/Format.h"
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
+#include "tests/CM/CMSupport/core/shared/FlushedText.h"
 
 using resources::Text;
 using testing::ElementsAre;
@@ -23,7 +24,7 @@ class CheckUnits : public CoreFixture {
         made.reference = true;
         return made;
     }
-    /// What is left of the units under an operation of this type.
+    /// Returns the units that remain for an operation of this type.
     static std::vector<IUnit *> check(int type, std::initializer_list<IUnit *> units) {
         const CMTranscation transaction(nullptr, 1, static_cast<CMTranscationType>(type), "");
         return checkAgain(units);
@@ -60,6 +61,13 @@ TEST_F(CheckUnits, RemovesAllStubsOfACheckInWithOneBoxAndALineForEach) {
     EXPECT_EQ(host.messages.shown[0].level, 2);
     EXPECT_EQ(host.window.text(),
               line(Text::stubLeftOut, "Class", "Pump") + line(Text::stubLeftOut, "Class", "Valve"));
+}
+
+TEST_F(CheckUnits, FlushesItsLines) {
+    const FlushedText buffer(host.window.stream);
+    auto &one = stub("Pump");
+    check(CMTxnCheckIn, {&one});
+    EXPECT_EQ(buffer.flushed(), line(Text::stubLeftOut, "Class", "Pump"));
 }
 
 TEST_F(CheckUnits, KeepsTheOthersInTheirOrder) {
@@ -143,6 +151,12 @@ TEST_P(EveryType, KeepsThemAllIfTheProjectAllowsIt) {
 }
 INSTANTIATE_TEST_SUITE_P(CheckUnits, EveryType, testing::Range(0, 17), testing::PrintToStringParamName());
 
+TEST_F(CheckUnits, RemovesThemIfTheProjectsPropertiesSayNo) {
+    setGeneral("AllowCMOperationsOnStubUnits", "False");
+    setGeneral("AllowCMOperationsOnReferenceUnits", "False");
+    EXPECT_THAT(check(CMTxnCheckIn, {&stub("Pump"), &reference("Valve")}), IsEmpty());
+}
+
 TEST_F(CheckUnits, JudgesAStubThatIsAReferenceByTheReferenceRuleIfStubsAreAllowed) {
     setGeneral("AllowCMOperationsOnStubUnits", "True");
     auto &both = stub("Pump");
@@ -198,6 +212,17 @@ TEST_F(CheckUnits, TellsOfControlledFilesOncePerOutermostOperation) {
 
     check(CMTxnCheckOut, {&file});
     EXPECT_EQ(host.messages.shown.size(), 2U) << "a new operation tells again";
+}
+
+TEST_F(CheckUnits, TellsOfAControlledFileByTheNameThatItGivesItself) {
+    class Notes : public recording::EmbeddedFile {
+        [[nodiscard]] CString getEmbeddedFileName() const override { return "embedded.txt"; }
+    } notes;
+    notes.name = "Notes";
+    notes.fileName = "notes.txt";
+    check(CMTxnCheckOut, {&notes});
+    EXPECT_THAT(boxes(),
+                ElementsAre(resources::format(Text::controlledFileCheckOut, {"embedded.txt", "embedded.txt"})));
 }
 
 TEST_F(CheckUnits, TellsOfControlledFilesOnlyOnACheckOut) {

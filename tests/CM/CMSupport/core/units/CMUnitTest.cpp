@@ -126,6 +126,16 @@ TEST_F(Unit, IsMappedIntoTheArchive) {
     EXPECT_EQ(unit.substitute("UnitArchiveDir"), "/arch/sub");
 }
 
+TEST_F(Unit, TakesTheArchivesDirectoryFromItsOwnDirectoryAndThePathFromItsFile) {
+    setToolProperty("Repository", "/arch$SubDirs");
+    auto &pump = pumpIn(units() + "/own");
+    pump.fullFileName = units() + "/other/Pump.ocl";
+    CMUnit unit(&pump);
+    EXPECT_EQ(unit.substitute("UnitArchiveDir"), "/arch/own");
+    EXPECT_EQ(unit.substitute("UnitArchivePath"), "/arch/other/Pump.ocl");
+    EXPECT_EQ(unit.substitute("UnitDirPath"), units() + "/other");
+}
+
 TEST_F(Unit, IsNotMappedWithoutALayout) {
     CMUnit unit(&pumpIn("/w/sub"));
     EXPECT_EQ(unit.substitute("UnitArchivePath"), "/w/sub/Pump.ocl");
@@ -137,6 +147,18 @@ TEST_F(Unit, LeavesTheArchivePathToTheExpansionIfTheTemplateNamesIt) {
     CMUnit unit(&pumpIn("/w/sub"));
     EXPECT_EQ(unit.substitute("UnitArchivePath"), "/w/sub/Pump.ocl");
     EXPECT_EQ(unit.substitute("UnitArchiveDir"), "$ArchivePath/RCS");
+}
+
+TEST_F(Unit, OfAnArchiveItemLeavesTheArchivePathToTheExpansionToo) {
+    setToolProperty("Repository", "$ArchivePath/RCS");
+    const auto pump = item("sub/Pump.ocl");
+    EXPECT_EQ(CMUnit(&pump).substitute("UnitArchiveDir"), "$ArchivePath/RCS");
+}
+
+TEST_F(Unit, OfNullHasNoArchiveDirectoryWhateverTheTemplate) {
+    setToolProperty("Repository", "$ArchivePath/RCS");
+    EXPECT_EQ(CMUnit(static_cast<const IUnit *>(nullptr)).substitute("UnitArchiveDir"), "");
+    EXPECT_EQ(CMUnit(static_cast<const CMArchiveItem *>(nullptr)).substitute("UnitArchiveDir"), "");
 }
 
 TEST_F(Unit, OfAnArchiveItemIsNotMapped) {

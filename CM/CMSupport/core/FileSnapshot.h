@@ -1,0 +1,17 @@
+// Describes a file at one moment, to detect later whether it has changed.
+#pragma once
+
+#include "CM/platform/CString.h"
+
+#include <cstddef>
+
+struct FileSnapshot {
+    bool exists = false;
+    std::size_t size = 0;   ///< bytes
+    std::size_t digest = 0; ///< of the content; distinguishes two states of one file, not a forgery
+
+    bool operator==(const FileSnapshot &other) const = default;
+};
+
+/// Reads the file. A file that cannot be read counts as empty.
+[[nodiscard]] FileSnapshot snapshotOf(const CString &file);

@@ -1,0 +1,48 @@
+// Collects the outcome of one item while an operation works on it. Without an observer it reads no file and sends
+// nothing.
+#pragma once
+
+#include "CM/CMSupport/core/CMOutcome.h"
+#include "CM/CMSupport/core/FileSnapshot.h"
+#include "CM/CMSupport/resources/Texts.h"
+
+class OutcomeReport {
+  public:
+    /// Reports on a directory, or on the call if `directory` is empty.
+    explicit OutcomeReport(const CString &directory = {});
+    explicit OutcomeReport(IUnit &unit);
+    explicit OutcomeReport(CMArchiveItem &item);
+    /// Reports on a unit that may be deleted.
+    static OutcomeReport ofDeadUnit(IUnit *unit);
+
+    /// Records the key of the command's template.
+    void uses(const CString &property) { outcome_.property = property; }
+    /// Records why the item is not done. The first reason counts, since later ones are its consequences.
+    void fail(CMOutcome::Kind kind, const CString &reason);
+    void fail(CMOutcome::Kind kind, resources::Text reason);
+    /// Records that the tool has no template with this key.
+    void lacksCommand(const CString &key);
+    /// Records that a variable of the template has no value.
+    void lacksValue(const CString &key, const CString &variable);
+    /// Adds a run. A faulty run makes the item failed.
+    void ran(CMToolRun run);
+    /// Adds the output of the last run, unless the run has it already.
+    void printed(CString output);
+    /// Records a reload; `now` is the unit that it returned.
+    void reloaded(CMOutcome::Reload how, IUnit *now);
+    /// Records that the file could not be read; what the model holds is unknown then.
+    void notLoaded(const CString &reason);
+
+    [[nodiscard]] const CString &property() const { return outcome_.property; }
+    [[nodiscard]] const CString &reason() const { return outcome_.reason; }
+    /// Sends the outcome to the observer; the last call on the object.
+    void send();
+    /// Sends it with a kind that needs no reason.
+    void sendAs(CMOutcome::Kind kind);
+
+  private:
+    [[nodiscard]] CString fileNow() const;
+
+    CMOutcome outcome_;
+    FileSnapshot before_;
+};

@@ -1,0 +1,45 @@
+// Defines the keys of properties that the host's table of names (IPN) lacks. Keys of a tool are for
+// CMProperty::getToolProperty, keys of the project for findGeneralProperty.
+#pragma once
+
+namespace keys {
+
+// Command templates of a tool.
+inline constexpr auto addControlledFile = "AddMember_ControlledFile";
+inline constexpr auto addInDirectory = "AddMember_WithoutCheckOutCheckInDirectory";
+inline constexpr auto deleteDirectory = "DeleteDirectory";
+inline constexpr auto history = "History";
+inline constexpr auto move = "Move";
+inline constexpr auto moveDirectory = "MoveDirectory";
+inline constexpr auto postConnect = "PostConnectToCMRepository";
+inline constexpr auto rename = "Rename";
+inline constexpr auto renameDirectory = "RenameDirectory";
+
+// Patterns for the text that a tool prints.
+inline constexpr auto errorPattern = "OperationErrorPattern";
+inline constexpr auto repositoryPathPattern = "HeaderInfoItsRepositoryPath";
+inline constexpr auto warningPattern = "OperationWarningPattern";
+
+// Other values of a tool.
+inline constexpr auto addOncePerDirectory = "CheckOutCheckInDirectoryOnceDuringAddToArchive";
+inline constexpr auto archiveRoot = "ArchiveRoot";
+inline constexpr auto askOnCheckout = "AskOnCheckoutReadWrite";
+inline constexpr auto refreshStatus = "RefreshCMStatusAtProjectOpenup";
+inline constexpr auto reportLoadingError = "ReportLoadingError";
+inline constexpr auto repository = "Repository";
+inline constexpr auto showAllFiles = "ShowAllFilesInArchive";
+inline constexpr auto treeRepository = "SupportTreeRepository";
+
+// Values of the project, for all tools.
+inline constexpr auto allowOnReferences = "AllowCMOperationsOnReferenceUnits";
+inline constexpr auto allowOnStubs = "AllowCMOperationsOnStubUnits";
+inline constexpr auto clearWindow = "CMClearWindowBeforeOperation";
+inline constexpr auto encloseComments = "EncloseCommentsInQuotes";
+inline constexpr auto endSeparator = "CMOperationEndSeparator";
+inline constexpr auto hybridMode = "UseHybridModeWhenPossible";
+inline constexpr auto ignoreWithoutDot = "IgnoreArchiveItemsWithoutDot";
+inline constexpr auto respectSynchronized = "EnableRespectSynchronizedCM";
+inline constexpr auto startSeparator = "CMOperationStartSeparator";
+inline constexpr auto useProvider = "UseSCCtool";
+
+} // namespace keys

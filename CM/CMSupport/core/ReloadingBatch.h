@@ -1,0 +1,43 @@
+// Walks a caller's list of units while reloads replace or delete the units in it.
+#pragma once
+
+#include "CM/CMSupport/core/CMOperation.h"
+#include "CM/CMSupport/core/CMUnitValidator.h"
+#include "CM/host/IUnit.h"
+#include "CM/platform/CList.h"
+
+namespace core {
+
+/// The order of calls is open, start, next until it returns null, close. An operation that ends early calls no
+/// more of them, so the destructor does nothing.
+class ReloadingBatch {
+  public:
+    /// `units` must outlive the batch.
+    explicit ReloadingBatch(CMUnitList &units) : units_(units) {}
+    ReloadingBatch(const ReloadingBatch &) = delete;
+    ReloadingBatch &operator=(const ReloadingBatch &) = delete;
+
+    /// Calls the host's callback before reloads, unless the list is empty.
+    void open() const;
+    /// Removes duplicates and null entries from the list, and starts the walk at its head.
+    void start();
+    /// Returns the next unit, front to back; null at the end. Skips a unit that died when an earlier one was
+    /// reloaded, and reports it as gone.
+    IUnit *next();
+    /// Replaces `unit`, which next() returned last and which may be dead by now, by `reloaded`.
+    void replace(IUnit *unit, IUnit *reloaded);
+    /// Removes the entry that next() returned last from the list. If the host has kept the unit, close() puts it
+    /// back.
+    void remove();
+    /// Calls the host's callback after reloads, unless the list is empty by now. Then refills the list with the
+    /// units that are alive, in the validator's order.
+    void close();
+
+  private:
+    CMUnitList &units_;
+    CMUnitValidator validator_;
+    CMUnitList::POSITION next_{};
+    CMUnitList::POSITION current_{};
+};
+
+} // namespace core

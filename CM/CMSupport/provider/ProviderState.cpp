@@ -1,0 +1,6 @@
+#include "CM/CMSupport/provider/ProviderState.h"
+
+ProviderState &providerState() {
+    static auto &state = *new ProviderState;
+    return state;
+}
