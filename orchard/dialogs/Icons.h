@@ -1,4 +1,4 @@
-// The host's icons, known by their names, in the order of their indices.
+// Names the host's icons, in the order of their indices.
 #pragma once
 
 namespace orchard {
@@ -7,7 +7,7 @@ enum class Icon {
     project,
     subsystem,
     classUnit,
-    unitOverlay, ///< drawn over a unit's icon: getOverlayImage answers with its place
+    unitOverlay, ///< drawn over a unit's icon; getOverlayImage returns its index
     component,
     configuration,
     file,
@@ -16,7 +16,7 @@ enum class Icon {
     workspace,
     otherUnit,
     element,
-    modifiedOverlay, ///< the same for a unit with changes
+    modifiedOverlay, ///< likewise, for a unit with changes
 };
 
 } // namespace orchard

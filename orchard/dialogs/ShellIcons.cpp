@@ -1,7 +1,8 @@
 #include "CM/host/DialogHelpers.h"
 
 int CShellIconLoader::DoGetShellIcon(const CString &fileName) {
-    // The kind of a file is its extension. A dot in a directory's name, or one that begins the file's, makes none.
+    // The extension decides on the icon. A dot in a directory's name, or at the start of the file's, begins no
+    // extension.
     const int dot = fileName.ReverseFind('.');
     const int name = fileName.ReverseFindOneOf("/\\") + 1;
     CString kind = dot > name ? fileName.Mid(dot) : CString();

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The state images in the order of their indices. Index 0 stands for no image.
+/// The state images in the order of their indices. Index 0 means no image.
 enum StateImage { none, notControlled, controlled, elsewhere, byAnother, checkedOut, deleted };
 constexpr const char *imageNames[] = {
     "none",        "not controlled", "controlled", "checked out elsewhere", "checked out by another",

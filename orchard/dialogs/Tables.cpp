@@ -2,7 +2,8 @@
 
 namespace {
 
-/// Whether a character begins at this place: in UTF-8 the further bytes of one have the two highest bits 10.
+/// Whether a character begins at this place: in UTF-8, the further bytes of a character have 10 as their two
+/// highest bits.
 bool isCharacterStart(std::string_view text, std::size_t place) {
     return place >= text.size() || (static_cast<unsigned char>(text[place]) & 0xC0U) != 0x80U;
 }
@@ -24,7 +25,9 @@ int AddItem(CListCtrl &list, int row, int column, const CString &text, int icon)
     }
     list.SetItemText(row, column, text);
     if (column == 0) {
-        list.row(row).icon = icon;
+        ItemImages images = list.GetItemImages(row);
+        images.icon = icon;
+        list.SetItemImages(row, images);
     }
     return row;
 }
@@ -38,7 +41,7 @@ CString MakeShortString(const std::function<int(std::string_view)> &widthOf, con
     const auto shortened = [&text](std::size_t length) {
         return CString(std::string(text.view().substr(0, length)) + "...");
     };
-    // The longest beginning that fits; a longer one is never narrower.
+    // Finds the longest prefix that fits by bisection: a longer prefix is never narrower.
     std::size_t fits = 0;
     for (std::size_t tooLong = text.view().size(); tooLong - fits > 1;) {
         const std::size_t middle = fits + (tooLong - fits) / 2;

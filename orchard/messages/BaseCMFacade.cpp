@@ -1,4 +1,4 @@
-// The host's part of the object through which it reaches the library's services: how it begins and ends.
+// Implements the lifetime of the object through which the host reaches the library's services.
 #include "CM/host/IBaseCMFacade.h"
 
 IBaseCMFacade::IBaseCMFacade() = default;

@@ -1,4 +1,4 @@
-// The host's CM window, which in a program without windows is a stream.
+// Provides the host's CM window, which is a stream in a program without windows.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -8,11 +8,12 @@
 
 namespace orchard {
 
-/// The stream that stands for the CM output window; null for none, and then no CM manager exists. It must live
-/// until it is replaced. `onClear`, which may be empty, is called when the window is to be emptied.
+/// Sets the stream that serves as the CM output window; with null there is none, and no CM manager exists. The
+/// stream must live until it is replaced. `onClear`, which may be empty, is called when the window is to be
+/// cleared.
 ORCHARD_API void setCMOutputStream(std::ostream *stream, std::function<void()> onClear = {});
 
-/// Whether the library has asked for the window to be shown since the stream was set.
+/// Returns whether the library has asked to show the window since the stream was set.
 ORCHARD_API bool isCMOutputShown();
 
 } // namespace orchard

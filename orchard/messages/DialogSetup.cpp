@@ -20,6 +20,7 @@ class PlainEnvironment final : public IEnvironmentInterface {};
 } // namespace
 
 void orchard::setDialogDriver(platform::DialogDriver *driver) { environment().driver = driver; }
+platform::DialogDriver *orchard::dialogDriver() { return environment().driver; }
 
 IAbsEnvironmentInterface *IAbsEnvironmentInterface::CurrentOutputInterface() {
     return CurrentEnvironmentGUIInterface();

@@ -1,4 +1,4 @@
-// Who runs the library's dialogs.
+// Sets who runs the dialogs, including message boxes.
 #pragma once
 
 #include "CM/platform/dialog/DialogDriver.h"
@@ -6,8 +6,10 @@
 
 namespace orchard {
 
-/// Sets the driver that runs dialogs from now on, which must live until it is replaced; null for none: then there
-/// is no interface to the user, and the library takes the safe answers.
+/// Sets the driver that runs dialogs from now on. It must live until it is replaced. With null nobody can be
+/// asked: messages go to the standard error stream, and each question gets the answer that loses nothing.
 ORCHARD_API void setDialogDriver(platform::DialogDriver *driver);
+/// Returns the driver, or null if there is none.
+[[nodiscard]] platform::DialogDriver *dialogDriver();
 
 } // namespace orchard

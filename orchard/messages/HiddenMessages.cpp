@@ -1,7 +1,7 @@
 #include "orchard/messages/HiddenMessages.h"
 
 #include "CM/host/LogTrace.h"
-#include "orchard/settings/Places.h"
+#include "orchard/base/UserDirectories.h"
 
 #include <charconv>
 #include <fstream>
@@ -11,7 +11,7 @@
 namespace orchard {
 namespace {
 
-/// A key on one line.
+/// Returns the key as a single line.
 std::string flattened(std::string_view key) {
     std::string text(key);
     for (char &c : text) {
@@ -35,7 +35,7 @@ std::filesystem::path hiddenMessagesFile() {
 std::optional<int> hiddenMessageAnswer(std::string_view key) {
     const auto path = hiddenMessagesFile();
     if (!isRegularFile(path)) {
-        return {}; // a pipe would keep the program waiting
+        return {}; // reading a pipe would block the program
     }
     std::ifstream file(path, std::ios::binary);
     const std::string wanted = flattened(key);

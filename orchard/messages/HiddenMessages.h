@@ -1,4 +1,5 @@
-// The boxes that the user has turned off for good: a file of the user's, one line "BUTTON KEY" a box.
+// Remembers the boxes that the user has turned off for good, in a file of the user with a line "BUTTON KEY" for
+// each box.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -9,11 +10,11 @@
 
 namespace orchard {
 
-/// The button that ended the box when it was turned off, or no value for a box that is still shown.
+/// Returns the button that ended the box when it was turned off, or no value for a box that is still shown.
 ORCHARD_API std::optional<int> hiddenMessageAnswer(std::string_view key);
-/// Turns a box off. A file that can't be written is told in the log; the box is shown again then.
+/// Turns a box off. If the file can't be written, this is logged, and the box is still shown in future.
 ORCHARD_API void hideMessage(std::string_view key, int button);
-/// "hidden-messages" in the user's configuration directory.
+/// Returns the path of "hidden-messages" in the user's configuration directory.
 ORCHARD_API std::filesystem::path hiddenMessagesFile();
 
 } // namespace orchard

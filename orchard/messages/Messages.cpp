@@ -1,90 +1,85 @@
-// The host's messages: boxes with the flags of the windows API, turned into messages and questions.
+// Shows the host's messages: boxes with the flags of the windows API, run as dialogs.
 #include "CM/host/Messages.h"
 
+#include "CM/host/LogTrace.h"
+#include "orchard/messages/DialogSetup.h"
 #include "orchard/messages/HiddenMessages.h"
-#include "orchard/messages/Silence.h"
-#include "orchard/messages/UserInterface.h"
+#include "orchard/messages/MessageDialog.h"
 
-#include <algorithm>
+#include <iostream>
+#include <optional>
 
 namespace {
 
-using orchard::Message;
-using orchard::MessageKind;
-using orchard::Question;
+using orchard::MessageDialog;
 
-constexpr unsigned int buttonMask = 0xf;
 constexpr unsigned int iconMask = 0xf0;
-int depth = 0;
+int silenceDepth = 0;
 
-MessageKind kindOf(unsigned int flags) {
-    switch (flags & iconMask) {
-    case MB_ICONHAND:
-        return MessageKind::error;
-    case MB_ICONQUESTION:
-        return MessageKind::question;
-    case MB_ICONEXCLAMATION:
-        return MessageKind::warning;
-    default:
-        return MessageKind::information;
+void log(const CString &text) { LogTrace::Log(LogTrace::Log::cm).Min("orchard/messages", 0, text); }
+
+void show(const CString &title, const CString &text, unsigned int flags) {
+    log(text);
+    if (silenceDepth > 0) {
+        return;
+    }
+    MessageDialog message(title, text, flags & iconMask);
+    if (message.DoModal(orchard::dialogDriver()) == dialogNotAnswered) {
+        std::cerr << text << '\n';
     }
 }
 
-Question questionOf(const CString &title, const CString &text, unsigned int flags) {
-    Question question;
-    question.message = {kindOf(flags), title, text};
-    switch (flags & buttonMask) {
-    case MB_YESNO:
-        question.buttons = {{IDYES, "Yes"}, {IDNO, "No"}};
-        question.safeButton = IDNO;
-        break;
-    case MB_YESNOCANCEL:
-        question.buttons = {{IDYES, "Yes"}, {IDNO, "No"}, {IDCANCEL, "Cancel"}};
-        question.safeButton = IDNO;
-        break;
-    default:
-        question.buttons = {{IDOK, "OK"}};
-        question.safeButton = IDOK;
-        break;
+/// Returns the user's answer, or no value if nobody answers.
+std::optional<int> answerOf(MessageDialog &question) {
+    const int given = silenceDepth > 0 ? dialogNotAnswered : question.DoModal(orchard::dialogDriver());
+    if (given == dialogNotAnswered) {
+        return std::nullopt;
     }
-    const bool second = (flags & MB_DEFBUTTON2) != 0 && question.buttons.size() > 1;
-    question.defaultButton = question.buttons[second ? 1 : 0].id;
-    return question;
+    log(question.prompt() + " [" + question.captionOf(given) + "]");
+    return given;
+}
+
+/// Returns the answer that loses nothing, and shows the user that it was given.
+int safeAnswer(const MessageDialog &question, unsigned int flags) {
+    const int safe = question.safeAnswer();
+    show(question.title(), question.prompt() + " [" + question.captionOf(safe) + ": there is nobody to ask]",
+         flags);
+    return safe;
 }
 
 } // namespace
 
-int orchard::silenceDepth() { return depth; }
+SilenceMessageObject::SilenceMessageObject(int /*flag*/) { ++silenceDepth; }
+SilenceMessageObject::~SilenceMessageObject() { --silenceDepth; }
 
-SilenceMessageObject::SilenceMessageObject(int /*flag*/) { ++depth; }
-SilenceMessageObject::~SilenceMessageObject() { --depth; }
-
-void notifyUser(const CString &text, MessageLevel /*level*/) {
-    orchard::showMessage({MessageKind::information, {}, text});
-}
+void notifyUser(const CString &text, MessageLevel /*level*/) { show({}, text, 0); }
 
 int notifyUserAndAsk(const CString &text, unsigned int flags, int /*unused*/, MessageLevel /*level*/) {
-    const Question question = questionOf({}, text, flags);
-    if (question.buttons.size() == 1) {
-        orchard::showMessage(question.message);
+    MessageDialog box({}, text, flags);
+    if (box.onlyButton() != nullptr) {
+        show({}, text, flags);
         return IDOK;
     }
-    return orchard::askQuestion(question).button;
+    const auto answer = answerOf(box);
+    return answer ? *answer : safeAnswer(box, flags);
 }
 
 int OneTimeMessageBox(const CString &title, const CString &text, const CString &checkBoxText, int /*unused*/,
                       const CString &key, unsigned int flags, int /*unused*/) {
-    Question question = questionOf(title, text, flags);
+    MessageDialog box(title, text, flags, checkBoxText);
+    const platform::DialogDriver *const driver = orchard::dialogDriver();
     const auto remembered = orchard::hiddenMessageAnswer(key.view());
-    // What is asked for in this run counts before what was answered once; and the file may hold any number.
-    if (remembered && !orchard::answerOfPolicy(question) &&
-        std::ranges::count(question.buttons, *remembered, &Question::Button::id) != 0) {
+    // The options of this run take precedence over a remembered answer. The file may hold any number.
+    if (remembered && (driver == nullptr || !driver->answersInAdvance(box)) &&
+        !box.captionOf(*remembered).IsEmpty()) {
         return *remembered;
     }
-    question.checkBox = checkBoxText;
-    const orchard::Reply reply = orchard::askQuestion(question);
-    if (reply.doNotAskAgain) {
-        orchard::hideMessage(key.view(), reply.button);
+    const auto answer = answerOf(box);
+    if (!answer) {
+        return safeAnswer(box, flags); // not remembered, even if the user checked the box and then left
     }
-    return reply.button;
+    if (box.isTurnedOff()) {
+        orchard::hideMessage(key.view(), *answer);
+    }
+    return *answer;
 }

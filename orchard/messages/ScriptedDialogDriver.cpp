@@ -13,7 +13,7 @@ namespace orchard {
 
 namespace {
 
-// Takes the text up to the separator off the front of `text`, the separator with it.
+// Removes the text up to the separator from the front of `text`, together with the separator, and returns it.
 std::string_view takeWord(std::string_view &text, char separator = ' ') {
     const auto end = text.find(separator);
     const std::string_view word = text.substr(0, end);
@@ -27,8 +27,8 @@ std::optional<int> number(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
 
-// Does one step on the control that it visits. `done` tells whether the control took the event, `understood`
-// whether the step means anything to a control of its kind.
+// Performs one step on the control that it visits. `done` is true if the control accepted the event, `understood`
+// if the step makes sense for a control of its kind.
 class Step final : public ControlVisitor {
   public:
     Step(std::string_view verb, std::string_view rest) : verb_(verb), rest_(rest) {}
@@ -97,12 +97,11 @@ class Step final : public ControlVisitor {
     std::string_view rest_;
 };
 
-// Why the step could not be done; the empty text if it was.
+// Returns why the step could not be done; empty if it was done.
 std::string_view perform(CDialog &dialog, std::string_view step) {
     const std::string_view verb = takeWord(step);
     if (verb == "close") {
-        dialog.close();
-        return {};
+        return dialog.close() ? "" : "refused";
     }
     CControl *const control = dialog.control(takeWord(step));
     if (control == nullptr) {
@@ -119,17 +118,26 @@ void ScriptedDialogDriver::play(const CString &dialog, DialogScript script) {
     scripts_[dialog].push_back(std::move(script));
 }
 
-DialogScript ScriptedDialogDriver::nextScript(const CString &dialog) {
+bool ScriptedDialogDriver::hasScript(const CString &dialog) const {
     const auto found = scripts_.find(dialog);
-    if (found == scripts_.end() || found->second.empty()) {
+    return found != scripts_.end() && !found->second.empty();
+}
+
+DialogScript ScriptedDialogDriver::nextScript(const CString &dialog) {
+    if (!hasScript(dialog)) {
         return defaultScript_;
     }
-    DialogScript script = std::move(found->second.front());
-    found->second.pop_front();
+    auto &scripts = scripts_[dialog];
+    DialogScript script = std::move(scripts.front());
+    scripts.pop_front();
     return script;
 }
 
 bool ScriptedDialogDriver::run(CDialog &dialog) {
+    if (CButton *const button = dialog.onlyButton(); button != nullptr && !hasScript(dialog.name())) {
+        notices_.push_back({dialog.icon(), dialog.prompt()});
+        return button->press() && !dialog.isOpen();
+    }
     shown_.push_back(dialog.name());
     if (onShown) {
         onShown(dialog);

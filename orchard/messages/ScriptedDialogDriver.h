@@ -1,5 +1,4 @@
-// A driver that answers dialogs from a script: for tests, and for programs that run without anybody at the
-// terminal.
+// Answers dialogs from a script: for tests, and for programs that run without a user at the terminal.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -12,41 +11,52 @@
 
 namespace orchard {
 
-/// What the script of one run of a dialog does, one step a text:
-///   press BUTTON                   close
+/// Lists what the script does in one run of a dialog, one step per text:
+///   press BUTTON                   close (refused where the dialog can't be closed)
 ///   check BOX, uncheck BOX         check TREE ITEM, uncheck TREE ITEM
 ///   edit FIELD TEXT                choose FIELD OPTION
 ///   select LIST ROW ROW...         select TREE ITEM|ITEM...
 ///   activate LIST ROW              activate TREE ITEM
 ///   column LIST COLUMN             expand TREE ITEM, collapse TREE ITEM
-/// Controls are named by their ids, options and items by their text, rows and columns by their number from 0.
+/// Controls are identified by their ids, options and items by their texts, rows and columns by their numbers from
+/// 0.
 using DialogScript = std::vector<CString>;
 
 class ScriptedDialogDriver : public platform::DialogDriver {
   public:
-    /// The script for the next run of the dialog with this name; the runs of a dialog use up its scripts in order.
+    /// A dialog that only informs. It ends at once unless there is a script for it.
+    struct Notice {
+        CIcon::Kind icon;
+        CString text;
+    };
+
+    /// Sets the script for the next run of the dialog with this name. Runs of a dialog use its scripts in order,
+    /// each once.
     void play(const CString &dialog, DialogScript script);
-    /// The script for runs that have none of their own. Empty at first: nobody answers then.
+    /// Sets the script for runs that have none of their own. It is empty at first, so that nobody answers.
     void setDefaultScript(DialogScript script) { defaultScript_ = std::move(script); }
 
-    /// Does the steps until the dialog has ended. A dialog that is still open after the last one has nobody to
-    /// answer it. A step that can't be done is passed over and told in problems().
+    /// Performs the steps until the dialog has ended. A dialog that is still open after the last step counts as
+    /// unanswered. A step that can't be done is skipped and added to problems().
     [[nodiscard]] bool run(CDialog &dialog) override;
 
-    /// Called with each dialog when it is shown, before the first step; may be empty.
+    /// Is called with each dialog when it is shown, before the first step; may be empty.
     std::function<void(CDialog &)> onShown;
 
-    /// The names of the dialogs that were shown, in order.
+    /// Returns the names of the dialogs that were shown, in order, without the notices.
     [[nodiscard]] const std::vector<CString> &shown() const { return shown_; }
-    /// The steps that could not be done: "DIALOG: STEP: why".
+    [[nodiscard]] const std::vector<Notice> &notices() const { return notices_; }
+    /// Returns the steps that could not be done: "DIALOG: STEP: why".
     [[nodiscard]] const std::vector<CString> &problems() const { return problems_; }
 
   private:
+    [[nodiscard]] bool hasScript(const CString &dialog) const;
     [[nodiscard]] DialogScript nextScript(const CString &dialog);
 
     std::unordered_map<CString, std::deque<DialogScript>> scripts_;
     DialogScript defaultScript_;
     std::vector<CString> shown_;
+    std::vector<Notice> notices_;
     std::vector<CString> problems_;
 };
 

@@ -14,9 +14,9 @@ constexpr const char *rules =
     "N or a button's text presses it, Enter the default one; N switches a box over;\n"
     "N TEXT fills a field, N alone takes several lines; N K chooses option, row or item K;\n"
     "N !K activates K; N ^K sorts by column K; N +K and N -K open and close item K;\n"
-    "N xK switches the box of item K over; q closes the dialog.\n";
+    "N xK switches the box of item K over.\n";
 
-/// Cuts the first word off.
+/// Removes the first word from the front of `text` and returns it.
 std::string_view takeWord(std::string_view &text) {
     text = trimmed(text);
     const std::size_t end = text.find_first_of(" \t");
@@ -26,7 +26,7 @@ std::string_view takeWord(std::string_view &text) {
     return word;
 }
 
-/// The numbers of a list such as "1 3 4", each less by one; no value for anything else.
+/// Returns the numbers of a list such as "1 3 4", each reduced by one; no value for any other text.
 std::optional<std::vector<int>> indices(std::string_view text) {
     std::vector<int> numbers;
     while (!text.empty()) {
@@ -39,7 +39,7 @@ std::optional<std::vector<int>> indices(std::string_view text) {
     return numbers;
 }
 
-/// Does what was typed behind a control's number. `done` tells whether the control took it.
+/// Performs what was typed after a control's number. `done` is true if the control accepted it.
 class Action final : public ControlVisitor {
   public:
     Action(std::string_view typed, std::function<std::string()> readLines)
@@ -77,7 +77,7 @@ class Action final : public ControlVisitor {
         } else if (CTreeCtrl::Item *const closed = at(numberBehind('-'))) {
             done = control.expand(*closed, false);
         } else if (CTreeCtrl::Item *const boxed = at(numberBehind('x'))) {
-            done = control.enterCheck(*boxed, boxed->check != CTreeCtrl::Check::checked);
+            done = control.enterCheck(*boxed, boxed->check() != CTreeCtrl::Check::checked);
         } else if (const auto chosen = indices(typed_)) {
             std::vector<CTreeCtrl::Item *> selected;
             for (const int index : *chosen) {
@@ -103,7 +103,7 @@ class Action final : public ControlVisitor {
     std::function<std::string()> readLines_;
 };
 
-/// The button that was named, or the default one for an empty text; null if there is no such button.
+/// Returns the button that was named, or the default button for an empty text; null if there is no such button.
 CButton *buttonFor(const std::vector<CControl *> &controls, std::string_view typed) {
     std::vector<CButton *> buttons;
     std::vector<std::string> captions;
@@ -124,14 +124,14 @@ CButton *buttonFor(const std::vector<CControl *> &controls, std::string_view typ
 
 void TerminalDialogDriver::act(CDialog &dialog, std::string_view typed) {
     if (typed == "?") {
-        output_ << rules;
+        output_ << rules << (dialog.closingButton() != nullptr ? "q closes the dialog.\n" : "");
         return;
     }
     if (typed == "q") {
-        dialog.close();
+        output_ << (dialog.close() ? "" : "This needs an answer.\n");
         return;
     }
-    const std::vector<CControl *> controls = usableControls(dialog);
+    const std::vector<CControl *> controls = dialog.usableControls();
     std::string_view rest = typed;
     const auto number = wholeNumber(takeWord(rest));
     if (!number) {
@@ -161,6 +161,10 @@ void TerminalDialogDriver::act(CDialog &dialog, std::string_view typed) {
 }
 
 bool TerminalDialogDriver::run(CDialog &dialog) {
+    if (CButton *const button = dialog.onlyButton(); button != nullptr && dialog.usableControls().size() == 1) {
+        writeNotice(output_, dialog);
+        button->press();
+    }
     std::string line;
     while (dialog.isOpen()) {
         writeDialog(output_, dialog);

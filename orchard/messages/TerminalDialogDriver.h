@@ -1,5 +1,5 @@
-// A driver that runs any dialog on a terminal: it writes the dialog's fields with a number each, and takes what is
-// typed at them line by line.
+// Runs any dialog on a terminal: it writes the dialog's fields, each with a number, and reads the user's input
+// line by line.
 #pragma once
 
 #include "CM/platform/dialog/CDialog.h"
@@ -12,17 +12,18 @@
 
 namespace orchard {
 
-/// What can be typed, N being the number of a field as shown:
+/// Lists what can be typed, where N is the number of a field as shown:
 ///   N or a button's text   press the button (the first letters do); an empty line presses the default one
 ///   N                      switch a check box over
 ///   N TEXT                 fill a text field; N alone asks for its lines, ended by a line with a dot
 ///   N K                    choose option K, or select rows K of a list or items K of a tree (several with blanks)
 ///   N !K                   activate a row or an item         N ^K   sort a list by column K
 ///   N +K, N -K             open and close an item            N xK   switch an item's box over
-///   ?                      these rules                       q      close the dialog
+///   ?                      these rules                       q      close the dialog, if it can be closed
+/// A dialog in which there is nothing to decide is written and ends at once.
 class ORCHARD_API TerminalDialogDriver : public platform::DialogDriver {
   public:
-    /// Both streams must outlive the driver. Control characters of what a dialog shows aren't passed on.
+    /// Both streams must outlive the driver. Control characters in what a dialog shows do not reach the output.
     TerminalDialogDriver(std::istream &input, std::ostream &output) : input_(input), output_(output) {}
 
     [[nodiscard]] bool run(CDialog &dialog) override;

@@ -2,48 +2,51 @@
 
 #include "orchard/messages/TerminalText.h"
 
-#include <algorithm>
 #include <string>
+#include <utility>
 
 namespace orchard {
 namespace {
-
-/// Finds out whether a control is one that is only looked at.
-class IsField final : public ControlVisitor {
-  public:
-    static bool test(CControl &control) {
-        IsField visitor;
-        control.accept(visitor);
-        return visitor.result_;
-    }
-
-  private:
-    void visit(CStatic & /*control*/) override { result_ = false; }
-    void visit(CIcon & /*control*/) override { result_ = false; }
-    void visit(CButton & /*control*/) override {}
-    void visit(CCheckBox & /*control*/) override {}
-    void visit(CChoice & /*control*/) override {}
-    void visit(CEdit & /*control*/) override {}
-    void visit(CListCtrl & /*control*/) override {}
-    void visit(CTreeCtrl & /*control*/) override {}
-    bool result_ = true;
-};
 
 void addVisible(std::vector<CTreeCtrl::Item *> &items,
                 const std::vector<std::unique_ptr<CTreeCtrl::Item>> &level) {
     for (const auto &item : level) {
         items.push_back(item.get());
-        if (item->expanded) {
+        if (item->isExpanded()) {
             addVisible(items, item->children());
         }
     }
 }
 
+void writeTitle(std::ostream &output, const CDialog &dialog) {
+    if (!dialog.title().IsEmpty()) {
+        output << "--- " << forTerminal(dialog.title().view()) << " ---\n";
+    }
+}
+
+/// Returns the text that replaces the dialog's icon.
+const char *iconText(const CDialog &dialog) {
+    switch (dialog.icon()) {
+    case CIcon::Kind::error:
+        return "Error: ";
+    case CIcon::Kind::warning:
+        return "Warning: ";
+    default:
+        return "";
+    }
+}
+
 class Writer final : public ControlVisitor {
   public:
-    Writer(std::ostream &output, std::size_t number) : output_(output), number_(number) {}
+    /// `prefix` is written before the first text.
+    Writer(std::ostream &output, const char *prefix) : output_(output), prefix_(prefix) {}
 
-    void visit(CStatic &control) override { output_ << shown(control.caption()) << '\n'; }
+    /// Sets the number of the next control; 0 for one that can't be used.
+    void setNumber(std::size_t number) { number_ = number; }
+
+    void visit(CStatic &control) override {
+        output_ << std::exchange(prefix_, "") << shown(control.caption()) << '\n';
+    }
     void visit(CIcon & /*control*/) override {}
     void visit(CButton &control) override {
         begin() << '<' << shown(control.caption()) << '>' << (control.isDefault() ? " (Enter)\n" : "\n");
@@ -68,11 +71,10 @@ class Writer final : public ControlVisitor {
             output_ << " | " << shown(column.title);
         }
         output_ << '\n';
-        for (std::size_t i = 0; i < control.rows().size(); ++i) {
-            const auto &row = control.rows()[i];
-            output_ << "      " << i + 1 << (row.selected ? " *" : "  ");
-            for (const CString &cell : row.cells) {
-                output_ << " | " << shown(cell);
+        for (int row = 0; row < control.GetItemCount(); ++row) {
+            output_ << "      " << row + 1 << (control.isSelected(row) ? " *" : "  ");
+            for (int column = 0; column < static_cast<int>(control.columns().size()); ++column) {
+                output_ << " | " << shown(control.GetItemText(row, column));
             }
             output_ << '\n';
         }
@@ -81,18 +83,18 @@ class Writer final : public ControlVisitor {
         begin() << shown(control.caption()) << '\n';
         std::size_t number = 0;
         for (const CTreeCtrl::Item *const item : visibleItems(control)) {
-            output_ << "      " << ++number << (item->selected ? " * " : "   ");
+            output_ << "      " << ++number << (item->isSelected() ? " * " : "   ");
             for (const CTreeCtrl::Item *up = item->parent(); up != nullptr; up = up->parent()) {
                 output_ << "  ";
             }
-            output_ << branch(*item) << box(item->check) << shown(item->text) << '\n';
+            output_ << branch(*item) << box(item->check()) << shown(item->text()) << '\n';
         }
     }
 
   private:
     static std::string shown(const CString &text) { return forTerminal(text.view()); }
     static const char *branch(const CTreeCtrl::Item &item) {
-        return item.children().empty() && !item.mayHaveChildren ? "  " : item.expanded ? "- " : "+ ";
+        return item.children().empty() && !item.mayHaveChildren() ? "  " : item.isExpanded() ? "- " : "+ ";
     }
     static const char *box(CTreeCtrl::Check check) {
         switch (check) {
@@ -109,23 +111,17 @@ class Writer final : public ControlVisitor {
     }
     std::ostream &begin() {
         if (number_ == 0) {
-            return output_ << "   -  "; // shown, but not to be used now
+            return output_ << "   -  "; // visible, but can't be used now
         }
         return output_ << (number_ < 10 ? "   " : "  ") << number_ << ") ";
     }
 
     std::ostream &output_;
-    std::size_t number_;
+    const char *prefix_;
+    std::size_t number_ = 0;
 };
 
 } // namespace
-
-std::vector<CControl *> usableControls(const CDialog &dialog) {
-    std::vector<CControl *> controls;
-    std::ranges::copy_if(dialog.controls(), std::back_inserter(controls),
-                         [](CControl *control) { return control->takesEvents() && IsField::test(*control); });
-    return controls;
-}
 
 std::vector<CTreeCtrl::Item *> visibleItems(const CTreeCtrl &tree) {
     std::vector<CTreeCtrl::Item *> items;
@@ -134,17 +130,26 @@ std::vector<CTreeCtrl::Item *> visibleItems(const CTreeCtrl &tree) {
 }
 
 void writeDialog(std::ostream &output, const CDialog &dialog) {
-    if (!dialog.title().IsEmpty()) {
-        output << "--- " << forTerminal(dialog.title().view()) << " ---\n";
-    }
+    writeTitle(output, dialog);
     std::size_t number = 0;
+    Writer writer(output, iconText(dialog));
     for (CControl *const control : dialog.controls()) {
         if (control->isVisible()) {
-            const bool isUsable = control->takesEvents() && IsField::test(*control);
-            Writer writer(output, isUsable ? ++number : 0);
+            writer.setNumber(control->takesEvents() ? ++number : 0);
             control->accept(writer);
         }
     }
+}
+
+void writeNotice(std::ostream &output, const CDialog &dialog) {
+    writeTitle(output, dialog);
+    Writer writer(output, iconText(dialog));
+    for (CControl *const control : dialog.controls()) {
+        if (control->isVisible() && dynamic_cast<CStatic *>(control) != nullptr) {
+            control->accept(writer);
+        }
+    }
+    output.flush();
 }
 
 } // namespace orchard

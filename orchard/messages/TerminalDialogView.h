@@ -1,4 +1,4 @@
-// How a dialog looks on a terminal.
+// Writes dialogs to a terminal.
 #pragma once
 
 #include "CM/platform/dialog/CDialog.h"
@@ -10,11 +10,11 @@
 
 namespace orchard {
 
-/// The controls that can be used now, in their order: the first has the number 1.
-std::vector<CControl *> usableControls(const CDialog &dialog);
-/// The items of a tree that can be seen, in the order in which they stand there: the first has the number 1.
+/// Returns the items of a tree that can be seen, in their order: the first has the number 1.
 std::vector<CTreeCtrl::Item *> visibleItems(const CTreeCtrl &tree);
-/// Writes the dialog's title and all its visible controls.
+/// Writes the dialog's title and all its visible controls; each usable control gets a number, from 1.
 void writeDialog(std::ostream &output, const CDialog &dialog);
+/// Writes only the title and the texts.
+void writeNotice(std::ostream &output, const CDialog &dialog);
 
 } // namespace orchard

@@ -11,7 +11,7 @@ std::string forTerminal(std::string_view text) {
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size(); ++at) {
         const auto byte = static_cast<unsigned char>(text[at]);
-        // The control characters of the second half of Latin 1 are two bytes in UTF-8.
+        // In UTF-8 the control characters U+0080 to U+009F take two bytes.
         const bool isHighControl =
             byte == 0xc2 && at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0xa0;
         if ((byte < ' ' && text[at] != '\n' && text[at] != '\t') || byte == 0x7f || isHighControl) {
@@ -52,7 +52,7 @@ std::optional<std::size_t> typedOption(std::string_view typed, const std::vector
         if (option.size() == typed.size()) {
             return i;
         }
-        // "n" means "No" though "No to all" begins with it too.
+        // "n" means "No", although "No to all" begins with it too.
         if (found && NoCaseEqual()(option.substr(0, options[*found].size()), options[*found])) {
             continue;
         }

@@ -1,4 +1,4 @@
-// What a terminal is shown and what is typed at it, as pure text work.
+// Converts text for a terminal, and interprets what is typed there.
 #pragma once
 
 #include <cstddef>
@@ -9,15 +9,16 @@
 
 namespace orchard {
 
-/// The text without control characters other than newline and tab, so that what a tool wrote can't move the cursor
-/// or change the terminal.
+/// Returns the text with "?" in place of each control character other than newline and tab, and without carriage
+/// returns, so that output of a tool can't move the cursor or change the terminal.
 std::string forTerminal(std::string_view text);
-/// The text without white space at its ends.
+/// Returns the text without white space at its ends.
 std::string_view trimmed(std::string_view text);
-/// The whole number that the text is, or no value.
+/// Returns the whole number that the text spells, or no value.
 std::optional<int> wholeNumber(std::string_view text);
-/// The index of the option that was typed: its number from 1, or the beginning of its text without regard to
-/// case if that fits one only, or one with which the others begin. No value otherwise.
+/// Returns the index of the option that was typed: its number from 1, or the beginning of its text regardless of
+/// case. If several options fit, the one that is the beginning of all the others is chosen. Otherwise returns no
+/// value.
 std::optional<std::size_t> typedOption(std::string_view typed, const std::vector<std::string> &options);
 
 } // namespace orchard

@@ -45,7 +45,7 @@ Element &Element::addChild(std::unique_ptr<Element> child, std::size_t index) {
 }
 
 std::size_t Element::indexOf(const Element &child) const {
-    // Children are mostly asked for one after the other.
+    // Children are mostly asked for in order.
     thread_local std::size_t next = 0;
     const auto same = [&](const auto &owned) { return owned.get() == &child; };
     const auto hinted = children_.begin() + static_cast<std::ptrdiff_t>(std::min(next, children_.size()));

@@ -1,5 +1,5 @@
-// What the reference host keeps of every model element. The object that the library sees is an Element and one of
-// the host's interfaces at once (see ElementObject.h).
+// Holds the data of a model element in the reference host. The object that the library sees is both an Element and
+// one of the host's interfaces (see ElementObject.h).
 #pragma once
 
 #include "CM/host/IDObject.h"
@@ -28,7 +28,7 @@ class Element {
     Element(const Element &) = delete;
     Element &operator=(const Element &) = delete;
 
-    /// The same object as the library sees it, and back; null for null.
+    /// The same object as the library sees it, and the way back; null for null.
     [[nodiscard]] virtual IDObject &object() = 0;
     [[nodiscard]] const IDObject &object() const { return const_cast<Element *>(this)->object(); }
     [[nodiscard]] static Element *of(const IDObject *object);
@@ -43,10 +43,10 @@ class Element {
     [[nodiscard]] virtual UnitElement *asUnit() { return nullptr; }
     [[nodiscard]] const UnitElement *asUnit() const { return const_cast<Element *>(this)->asUnit(); }
 
-    // What few elements have, kept aside.
+    // Rarely used data, stored separately.
     [[nodiscard]] std::string_view type() const;
     [[nodiscard]] std::string_view description() const;
-    /// On a fragment: the element that it stands for.
+    /// On a fragment: the element that it represents.
     [[nodiscard]] ElementId standsFor() const;
     /// On a configuration: whether it keeps code respect information.
     [[nodiscard]] bool respectMode() const;
@@ -55,47 +55,50 @@ class Element {
     void setStandsFor(const ElementId &id);
     void setRespectMode(bool respect);
 
-    /// The properties set on the element itself; the first form gives null if there are none.
+    /// The properties set on the element itself; properties() returns null if there are none.
     [[nodiscard]] PropertyTable *properties() const { return properties_.get(); }
     [[nodiscard]] PropertyTable &makeProperties();
     void setProperties(std::unique_ptr<PropertyTable> properties);
 
-    // Building: these touch no index, mark nothing as modified and tell nobody (see Model for those that do).
+    // Building: these update no index, mark nothing as modified and notify nobody (Model has the functions that
+    // do).
     void setId(const ElementId &id) { id_ = id; }
     void setName(std::string_view name) { name_ = name; }
     void setModel(Model *model) { model_ = model; }
-    /// For an element that is to stand in `owner` but is not among its children yet.
+    /// For an element that belongs to `owner` but is not yet among its children.
     void setOwner(Element *owner) { owner_ = owner; }
-    /// Adds at the end, or in front of the child at `index`.
+    /// Adds at the end, or before the child at `index`.
     Element &addChild(std::unique_ptr<Element> child, std::size_t index = static_cast<std::size_t>(-1));
-    /// Takes a child out; it is then owned by the caller. Linear in the number of children.
+    /// Removes a child and returns it to the caller, who then owns it. Linear in the number of children.
     [[nodiscard]] std::unique_ptr<Element> takeChild(const Element &child);
     [[nodiscard]] std::unique_ptr<Element> takeChild(std::size_t index);
-    /// Many children at once, with the indexes that they had, in order; linear in the number of children.
+    /// Removes many children at once and returns them in order, with their former indexes; linear in the number of
+    /// children.
     struct Placed {
         std::size_t index;
         std::unique_ptr<Element> element;
     };
     [[nodiscard]] std::vector<Placed> takeChildren(const std::unordered_set<const Element *> &which);
-    /// The reverse: afterwards each has its index, and the others stand around them in their order.
+    /// Reverses takeChildren(): each child gets its index back, and the others keep their order around them.
     void putChildren(std::vector<Placed> placed);
-    /// Puts a child in the place of another one, which is then owned by the caller.
+    /// Replaces a child and returns the old one, which the caller then owns.
     [[nodiscard]] std::unique_ptr<Element> replaceChild(std::size_t index, std::unique_ptr<Element> child);
-    /// Quick when children are asked for one after the other; else linear. The number of children if it is none.
+    /// Returns the number of children if `child` is not one of them. Fast when children are asked for in order;
+    /// otherwise linear.
     [[nodiscard]] std::size_t indexOf(const Element &child) const;
-    /// Gives all children to `other`, which loses its own.
+    /// Moves all children to `other`, whose own children are deleted.
     void giveChildrenTo(Element &other);
-    /// Takes over what is told of the element itself (name, texts, properties), not its place and its children.
+    /// Takes over the element's own data (name, texts, properties), but not its place or its children.
     void takeFacts(Element &other);
 
-    // Answers for the host's interface.
+    // Implementation of the host's interface.
     [[nodiscard]] UnitElement *saveUnit() const;
     [[nodiscard]] bool owns(const Element &other) const;
     [[nodiscard]] IHandle *makeHandle();
     [[nodiscard]] bool modified() const { return modified_; }
     /// Also marks the unit that holds the element; clearing touches this element only.
     void setModified(bool modified);
-    /// Notes a change of content: marks the unit as modified and tells the observers.
+    /// Reports a change of content: marks the unit as modified and notifies the observers.
     void changed();
     [[nodiscard]] IProperty *findProperty(std::string_view subject, std::string_view metaclass,
                                           std::string_view key, int where) const;
@@ -103,7 +106,7 @@ class Element {
                                              std::string_view key) const;
     void storeProperty(std::string_view subject, std::string_view metaclass, const IProperty *property);
 
-    /// What handles to the element point at; null if there are none.
+    /// What handles to the element refer to; null if there are none.
     [[nodiscard]] HandleSlot *slot() const { return slot_; }
     void setSlot(HandleSlot *slot) { slot_ = slot; }
 
@@ -123,7 +126,8 @@ class Element {
     std::unique_ptr<PropertyTable> properties_;
 };
 
-/// Calls `visit` on the element and on all below it, owners first, in model order. Depth costs no stack.
+/// Calls `visit` on the element and on everything below it, owners first, in model order. Does not recurse, so a
+/// deep model needs no extra stack.
 template <class ELEMENT, class VISIT> void visitSubtree(ELEMENT &root, VISIT &&visit) {
     std::vector<ELEMENT *> open{&root};
     while (!open.empty()) {
@@ -139,7 +143,7 @@ template <class ELEMENT, class VISIT> void visitSubtree(ELEMENT &root, VISIT &&v
     }
 }
 
-/// A new element of the kind, with the interface that belongs to it.
+/// Creates an element of the kind, with the interface that belongs to it.
 [[nodiscard]] std::unique_ptr<Element> makeElement(Kind kind);
 
 } // namespace orchard

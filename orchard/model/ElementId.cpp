@@ -17,7 +17,7 @@ std::uint64_t mixed(std::uint64_t value) {
 
 constexpr bool isGroupEnd(std::size_t at) { return at == 8 || at == 13 || at == 18 || at == 23; }
 
-/// The values of hexadecimal digits, by character; noDigit for all others.
+/// The values of hexadecimal digits, indexed by character; noDigit for all others.
 constexpr std::uint8_t noDigit = 0x80;
 constexpr auto digitValues = [] {
     std::array<std::uint8_t, 256> values{};
@@ -50,7 +50,7 @@ std::optional<ElementId> ElementId::parse(std::string_view text) {
     if (text[8] != '-' || text[13] != '-' || text[18] != '-' || text[23] != '-') {
         return std::nullopt;
     }
-    // A large model is read through here some hundred thousand times.
+    // Reading a large model calls this several hundred thousand times.
     std::uint8_t seen = 0;
     const auto append = [&](std::uint64_t &half, std::size_t from, std::size_t to) {
         for (std::size_t at = from; at < to; ++at) {

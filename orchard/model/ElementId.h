@@ -1,4 +1,4 @@
-// The identifier of a model element: 128 random bits, written as five groups of hexadecimal digits.
+// Identifies a model element: 128 random bits, written as five groups of hexadecimal digits.
 #pragma once
 
 #include <compare>
@@ -15,11 +15,12 @@ struct ElementId {
     std::uint64_t high = 0;
     std::uint64_t low = 0;
 
-    /// A new one from the system's source of random numbers.
+    /// Returns a new identifier from the system's source of random numbers.
     [[nodiscard]] static ElementId random();
-    /// The one that belongs to a number: the same in every run, spread over the whole range.
+    /// Returns the identifier for a number: the same in every run, spread over the entire range.
     [[nodiscard]] static ElementId numbered(std::uint64_t number);
-    /// From "8-4-4-4-12" digits of either case; nothing for any other text and for the all-zero identifier.
+    /// Reads "8-4-4-4-12" digits of either case; returns nothing for any other text or for the all-zero
+    /// identifier.
     [[nodiscard]] static std::optional<ElementId> parse(std::string_view text);
 
     [[nodiscard]] std::string text() const;
@@ -30,6 +31,6 @@ struct ElementId {
 } // namespace orchard
 
 template <> struct std::hash<orchard::ElementId> {
-    /// Of another seed in each process: files may hold any identifiers, also such as are to collide.
+    /// Seeded differently in each process: a file may contain identifiers chosen to collide.
     std::size_t operator()(const orchard::ElementId &id) const noexcept;
 };

@@ -1,5 +1,5 @@
-// Joins one of the host's interfaces with what the reference host keeps of an element: each function of the
-// interface is one call to Element or UnitElement.
+// Joins one of the host's interfaces with the reference host's data for an element: each function of the interface
+// is one call to Element or UnitElement.
 #pragma once
 
 #include "orchard/model/UnitElement.h"
@@ -63,7 +63,7 @@ template <class INTERFACE> class UnitObject : public ElementObject<INTERFACE, Un
   public:
     using ElementObject<INTERFACE, UnitElement>::ElementObject;
 
-    // A unit that stands in another's file answers with the names of that file.
+    // A unit in another unit's file returns the names of that file.
     [[nodiscard]] CString getFileName() const override { return this->holder().fileName(); }
     [[nodiscard]] CString getFullFileName() const override { return this->fullFileName(); }
     [[nodiscard]] CString getOldFileName() const override { return this->oldFileName(); }
@@ -87,7 +87,7 @@ template <class INTERFACE> class UnitObject : public ElementObject<INTERFACE, Un
     void setCMState(long state) override { UnitElement::setCMState(state); }
     [[nodiscard]] CString getCMHeader() const override { return this->holder().header(); }
     bool updateCMHeader() override { return this->updateHeader(); }
-    // The permission bits tell the state, whatever text the tool has for it.
+    // The permission bits determine the state, whatever text the tool uses for it.
     void updateMode(const CString & /*mode*/) override { UnitElement::updateMode(); }
 
     int getSccArchiveRecursive(CString &projName, CString &auxPath) const override {
@@ -113,7 +113,8 @@ template <class INTERFACE> class UnitObject : public ElementObject<INTERFACE, Un
     [[nodiscard]] int keepsPartFileName(const CString &name) const override {
         return this->keepsFileNameOfPart(name) ? 1 : 0;
     }
-    // The same place here, as a directory setting moves the unit's own file along with those of its parts.
+    // The same place here, because a directory setting moves the unit's own file along with the files of its
+    // parts.
     [[nodiscard]] CString getPartsDirectory() const override { return this->ownDirectory(); }
 
     int saveUnitToFile(const CString &path, ORYSaveLoadOption option) override {
@@ -124,7 +125,7 @@ template <class INTERFACE> class UnitObject : public ElementObject<INTERFACE, Un
     void tsvDelete(bool /*withFile*/) override {}
 
   private:
-    /// The unit whose file this one stands in: itself, if it has one.
+    /// The unit whose file contains this one: the unit itself if it has a file.
     [[nodiscard]] const UnitElement &holder() const {
         const UnitElement *const unit = this->hasFile() ? nullptr : this->saveUnit();
         return unit == nullptr ? *this : *unit;

@@ -1,5 +1,6 @@
-// Properties of an element: its own, and those that it inherits.
+// Finds and stores properties of an element: its own and the inherited ones.
 #include "orchard/model/Element.h"
+#include "orchard/properties/InstalledSets.h"
 #include "orchard/properties/PropertyTable.h"
 
 namespace orchard {

@@ -1,93 +1,69 @@
 #include "orchard/model/FileIndex.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace orchard {
 
 namespace {
 
-std::uint64_t hashOf(std::string_view text) { return std::hash<std::string_view>()(text); }
+std::size_t hashOf(std::string_view path) { return std::hash<std::string_view>()(path); }
 
 } // namespace
 
 UnitElement *FileIndex::add(UnitElement &unit) {
     const std::string path = unit.fullFileName();
-    const std::uint64_t hash = hashOf(path);
-    if (UnitElement *const there = find(hash, path)) {
+    if (UnitElement *const there = byPath(path)) {
         return there;
     }
-    unit.pathHash = hash;
-    paths_.add(hash, unit);
+    paths_.emplace(hashOf(path), &unit);
     if (namesStand_) {
-        chainByName(unit);
+        names_.emplace(unit.fileName(), &unit);
     }
     return nullptr;
 }
 
-void FileIndex::chainByName(UnitElement &unit) const {
-    UnitElement *&first = names_[hashOf(unit.fileName())];
-    unit.previousOfName = nullptr;
-    unit.nextOfName = first;
-    if (first != nullptr) {
-        first->previousOfName = &unit;
+void FileIndex::remove(UnitElement &unit) {
+    const auto [first, last] = paths_.equal_range(hashOf(unit.fullFileName()));
+    const auto found = std::find_if(first, last, [&](const auto &entry) { return entry.second == &unit; });
+    if (found != last) {
+        paths_.erase(found);
+        names_.erase({unit.fileName(), &unit});
     }
-    first = &unit;
 }
 
-UnitElement *FileIndex::firstOfName(std::string_view name) const {
+UnitElement *FileIndex::byPath(std::string_view path) const {
+    const auto [first, last] = paths_.equal_range(hashOf(path));
+    const auto found =
+        std::find_if(first, last, [path](const auto &entry) { return entry.second->fullFileName() == path; });
+    return found == last ? nullptr : found->second;
+}
+
+const FileIndex::Names &FileIndex::names() const {
     if (!namesStand_) {
-        names_.reserve(paths_.size());
-        paths_.forEach([this](UnitElement &unit) { chainByName(unit); });
+        for (const auto &[hash, unit] : paths_) {
+            names_.emplace(unit->fileName(), unit);
+        }
         namesStand_ = true;
     }
-    const auto chain = names_.find(hashOf(name));
-    return chain == names_.end() ? nullptr : chain->second;
+    return names_;
 }
-
-void FileIndex::remove(UnitElement &unit) {
-    if (!paths_.remove(unit.pathHash, unit) || !namesStand_) {
-        return;
-    }
-    if (unit.nextOfName != nullptr) {
-        unit.nextOfName->previousOfName = unit.previousOfName;
-    }
-    if (unit.previousOfName != nullptr) {
-        unit.previousOfName->nextOfName = unit.nextOfName;
-    } else {
-        const auto chain = names_.find(hashOf(unit.fileName()));
-        if (unit.nextOfName != nullptr) {
-            chain->second = unit.nextOfName;
-        } else {
-            names_.erase(chain);
-        }
-    }
-    unit.nextOfName = nullptr;
-    unit.previousOfName = nullptr;
-}
-
-UnitElement *FileIndex::find(std::uint64_t hash, std::string_view path) const {
-    return paths_.find(hash, [path](const UnitElement &unit) { return unit.fullFileName() == path; });
-}
-
-UnitElement *FileIndex::byPath(std::string_view path) const { return find(hashOf(path), path); }
 
 UnitElement *FileIndex::byUniqueName(std::string_view name) const {
-    UnitElement *found = nullptr;
-    for (UnitElement *unit = firstOfName(name); unit != nullptr; unit = unit->nextOfName) {
-        if (unit->fileName() == name) {
-            if (found != nullptr) {
-                return nullptr;
-            }
-            found = unit;
-        }
+    const Names &all = names();
+    const auto first = all.lower_bound({std::string(name), nullptr});
+    if (first == all.end() || first->first != name) {
+        return nullptr;
     }
-    return found;
+    const auto second = std::next(first);
+    return second != all.end() && second->first == name ? nullptr : first->second;
 }
 
 std::vector<UnitElement *> FileIndex::byName(std::string_view name) const {
     std::vector<UnitElement *> found;
-    for (UnitElement *unit = firstOfName(name); unit != nullptr; unit = unit->nextOfName) {
-        if (unit->fileName() == name) {
-            found.push_back(unit);
-        }
+    const Names &all = names();
+    for (auto at = all.lower_bound({std::string(name), nullptr}); at != all.end() && at->first == name; ++at) {
+        found.push_back(at->second);
     }
     return found;
 }

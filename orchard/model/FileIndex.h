@@ -1,20 +1,24 @@
 // Finds units by their files: by full path, and by bare file name.
 #pragma once
 
-#include "orchard/model/HashTable.h"
 #include "orchard/model/UnitElement.h"
 
-#include <cstdint>
+#include <cstddef>
+#include <set>
+#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace orchard {
 
 class FileIndex {
   public:
-    /// Adds a unit with its present file. If another unit has the file already, that one is returned and nothing
-    /// is added; else null.
+    /// Adds a unit under its current file. If another unit already has that file, returns that unit and adds
+    /// nothing; otherwise returns null.
     UnitElement *add(UnitElement &unit);
+    /// Removes the unit; its file must still be the one it was added with.
     void remove(UnitElement &unit);
 
     /// By normal full path, or null.
@@ -25,14 +29,14 @@ class FileIndex {
     [[nodiscard]] std::vector<UnitElement *> byName(std::string_view name) const;
 
   private:
-    void chainByName(UnitElement &unit) const;
-    [[nodiscard]] UnitElement *firstOfName(std::string_view name) const;
-    [[nodiscard]] UnitElement *find(std::uint64_t hash, std::string_view path) const;
+    using Names = std::set<std::pair<std::string, UnitElement *>>;
+    [[nodiscard]] const Names &names() const;
 
-    HashTable<UnitElement> paths_;
-    // The units of one name form a chain through the units themselves, so that coming and going costs the same
-    // however many units share a file name. Made when it is asked for: opening a model and listing it need none.
-    mutable std::unordered_map<std::uint64_t, UnitElement *> names_;
+    /// Keyed by the hash of the path: the paths of a large model would take more memory than the rest of the
+    /// index.
+    std::unordered_multimap<std::size_t, UnitElement *> paths_;
+    /// Built on first use: opening a model and listing it do not need it.
+    mutable Names names_;
     mutable bool namesStand_ = false;
 };
 

@@ -1,4 +1,4 @@
-// By what a change of a file shows without reading it.
+// Detects whether a file has changed without reading it.
 #pragma once
 
 #include <cstdint>
@@ -6,13 +6,13 @@
 
 namespace orchard {
 
-/// Whatever is written to a file, put in its place or set of its mode gives it another change time, which no
-/// program can choose (POSIX, "File Times Update"). Some file systems keep none, see keepsChangeTimes().
+/// Writing to a file, replacing it or setting its mode gives it a new change time, which no program can choose
+/// (POSIX, "File Times Update"). Some file systems keep no change times, see keepsChangeTimes().
 struct FileState {
-    std::uint64_t inode = 0;   ///< 0: not known
+    std::uint64_t inode = 0;   ///< 0: unknown
     std::uint64_t size = 0;    ///< bytes
     std::int64_t modified = 0; ///< nanoseconds since 1970
-    std::int64_t changed = 0;  ///< the same
+    std::int64_t changed = 0;  ///< nanoseconds since 1970
 
     [[nodiscard]] static FileState of(const struct stat &state) {
         constexpr std::int64_t second = 1'000'000'000;
@@ -21,8 +21,8 @@ struct FileState {
                 state.st_ctim.tv_sec * second + state.st_ctim.tv_nsec};
     }
     [[nodiscard]] bool isKnown() const { return inode != 0; }
-    /// Whether the file system that holds the path is known to keep change times and to tell them at once: not
-    /// FAT, and none that is reached through a network or another program.
+    /// Whether the file system that holds the path is known to keep change times and to show them at once. FAT
+    /// does not, and neither do file systems reached through a network or another program.
     [[nodiscard]] static bool keepsChangeTimes(const char *path);
     friend bool operator==(const FileState &, const FileState &) = default;
 };

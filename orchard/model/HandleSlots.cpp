@@ -11,7 +11,7 @@ class HandleSlot final : public IHandle {
     [[nodiscard]] IDObject *doGetObject() const override {
         return element_ == nullptr ? nullptr : &element_->object();
     }
-    // An element leaves its slot before it is taken down.
+    // An element leaves its slot before it is destroyed.
     [[nodiscard]] IDObject *doGetSafeObject() const override { return doGetObject(); }
     void release() override {
         if (--handles_ > 0) {
@@ -58,11 +58,11 @@ HandleSlots::~HandleSlots() {
 IHandle *HandleSlots::handleTo(Element &element) {
     HandleSlot *slot = element.slot();
     if (slot == nullptr) {
-        entered(element); // its slot may still be empty
+        entered(element); // an earlier handle may have left an empty slot
         slot = element.slot();
     }
     if (slot == nullptr) {
-        slot = new HandleSlot(*this, element); // deletes itself when the last handle is given back
+        slot = new HandleSlot(*this, element); // deletes itself when the last handle is released
     }
     return &slot->oneMore();
 }

@@ -1,4 +1,4 @@
-// Handles stand for an identifier, not for an object: whatever object bears the identifier is what they give.
+// Maps identifiers to handles: a handle refers to an identifier, and returns whichever object has it now.
 #pragma once
 
 #include "CM/host/IHandle.h"
@@ -11,21 +11,21 @@ namespace orchard {
 class HandleSlots {
   public:
     HandleSlots() = default;
-    /// Handles that are still held answer null from then on.
+    /// Remaining handles return null from then on.
     ~HandleSlots();
     HandleSlots(const HandleSlots &) = delete;
     HandleSlots &operator=(const HandleSlots &) = delete;
 
-    /// A handle, to be given back with release(). All handles to one identifier are the same object.
+    /// Returns a handle, to be released with release(). All handles to one identifier are the same object.
     [[nodiscard]] IHandle *handleTo(Element &element);
-    /// An element has come into the model, or leaves it.
+    /// Call when an element enters or leaves the model.
     void entered(Element &element);
     static void left(Element &element);
 
   private:
     friend class HandleSlot;
-    /// The slots that no element stands in. The others are known to their elements alone, so that a handle costs
-    /// no look-up.
+    /// The slots without an element. Each of the others is known only to its element, so that a handle costs no
+    /// look-up.
     std::unordered_map<ElementId, HandleSlot *> empty_;
 };
 

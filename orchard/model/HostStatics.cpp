@@ -1,4 +1,4 @@
-// The static functions of the host's interface: what is open, and the names of the kinds of unit.
+// Implements the static functions of the host's interface: what is open, and the names of the unit kinds.
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/Iterators.h"
 #include "orchard/model/Paths.h"
@@ -75,7 +75,7 @@ bool IEmbededFile::IsEmbededFile(const CString &name) {
     if (const UnitElement *const unit = model == nullptr ? nullptr : model->findByFile(name)) {
         return unit->kind() == Kind::embedded;
     }
-    // A file that the model does not know can be no unit's if its extension is none of theirs.
+    // A file that is not in the model cannot be a unit's file if no unit kind has its extension.
     return !name.IsEmpty() && !orchard::kindWithExtension(orchard::extensionOf(name));
 }
 

@@ -17,18 +17,16 @@ Model::~Model() = default;
 
 Model::Clash Model::enter(Element &element) {
     Clash clash;
-    clash.sameId = ids_.add(element);
-    if (clash) {
+    if (const auto [place, isNew] = ids_.try_emplace(element.id(), &element); !isNew) {
+        clash.sameId = place->second;
         return clash;
     }
-    if (element.model() != this) { // not written to without need: files of units below may be being read
-        element.setModel(this);
-    }
-    namesStand_ = namesStand_ && element.asUnit() == nullptr; // it holds units only
+    element.setModel(this);
+    namesStand_ = namesStand_ && element.asUnit() == nullptr; // names_ holds only units
     if (UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
         clash.sameFile = files_.add(*unit);
         if (clash) {
-            ids_.remove(element);
+            ids_.erase(element.id());
             return clash;
         }
         repositoryFilesStand_ = false;
@@ -42,8 +40,10 @@ Model::Clash Model::enter(Element &element) {
 
 void Model::leave(Element &element) {
     slots_.left(element);
-    namesStand_ = namesStand_ && element.asUnit() == nullptr; // it holds units only
-    ids_.remove(element);
+    namesStand_ = namesStand_ && element.asUnit() == nullptr; // names_ holds only units
+    if (const auto found = ids_.find(element.id()); found != ids_.end() && found->second == &element) {
+        ids_.erase(found);
+    }
     if (UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
         files_.remove(*unit);
         repositoryFilesStand_ = false;
@@ -51,6 +51,11 @@ void Model::leave(Element &element) {
     if (element.kind() == Kind::fragment) {
         fragments_.erase({element.standsFor(), &element});
     }
+}
+
+Element *Model::find(const ElementId &id) const {
+    const auto found = ids_.find(id);
+    return found == ids_.end() ? nullptr : found->second;
 }
 
 void Model::enterSubtree(Element &root) {

@@ -1,11 +1,10 @@
-// One open project: its elements, the indexes over them, and where it stands on disk.
+// Holds one open project: its elements, the indexes over them, and its location on disk.
 #pragma once
 
 #include "CM/host/IProject.h"
 #include "CM/host/Iterators.h"
 #include "orchard/model/FileIndex.h"
 #include "orchard/model/HandleSlots.h"
-#include "orchard/model/IdIndex.h"
 #include "orchard/model/UnitElement.h"
 
 #include <cstddef>
@@ -13,20 +12,22 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
 namespace orchard {
 
-/// How units get to disk; the model knows no more of files than this.
+/// Reads and writes unit files; the model knows no more about files than this.
 class UnitStorage {
   public:
     virtual ~UnitStorage() = default;
-    /// Writes a unit whole, or leaves the old file and says why not. A unit's own file is not written over if it
-    /// changed since it was last read or saved.
+    /// Writes a unit completely, or leaves the old file as it was and returns the reason in `error`. Does not
+    /// overwrite a unit's own file if it changed since it was last read or saved.
     virtual bool save(UnitElement &unit, const std::string &path, std::string &error) = 0;
-    /// Reads the header at the top of the unit's own file, of an embedded file its first lines. False, and
-    /// `header` stays, if it can't be read; unless `quietly`, the user is told why, once until it can.
+    /// Reads the header at the top of the unit's own file; for an embedded file, its first lines. If it can't be
+    /// read, returns false, leaves `header` unchanged and, unless `quietly`, reports the reason to the user, once
+    /// until the header can be read again.
     virtual bool readHeader(const UnitElement &unit, std::string &header, bool quietly) = 0;
 };
 
@@ -46,27 +47,28 @@ class Model {
     [[nodiscard]] const UnitElement &project() const { return *project_; }
     [[nodiscard]] IProject &projectObject() { return static_cast<IProject &>(project_->unit()); }
 
-    /// Who has what an element that wants to enter has, too.
+    /// The elements that already have the identifier or the file of an element that is to enter.
     struct Clash {
         Element *sameId = nullptr;
         UnitElement *sameFile = nullptr;
         explicit operator bool() const { return sameId != nullptr || sameFile != nullptr; }
     };
-    /// Takes one element into the indexes; on a clash it stays out of them.
+    /// Adds one element to the indexes, unless it clashes.
     Clash enter(Element &element);
     void leave(Element &element);
-    /// The same for an element and all below it. It must have been seen before that nothing clashes.
+    /// Adds an element and everything below it. The caller must have checked that nothing clashes.
     void enterSubtree(Element &root);
     void leaveSubtree(Element &root);
 
-    [[nodiscard]] Element *find(const ElementId &id) const { return ids_.find(id); }
+    [[nodiscard]] Element *find(const ElementId &id) const;
     [[nodiscard]] std::size_t elementCount() const { return ids_.size(); }
     [[nodiscard]] const FileIndex &files() const { return files_; }
-    /// By full path, by path relative to the units directory, by bare name if only one unit has it; or null.
+    /// Finds a unit by full path, by path relative to the units directory, or by bare name if only one unit has
+    /// it; else returns null.
     [[nodiscard]] UnitElement *findByFile(std::string_view path) const;
-    /// The units of this name, embedded files among them, owners first.
+    /// The units with this name, including embedded files, owners first.
     [[nodiscard]] std::vector<UnitElement *> unitsNamed(std::string_view name) const;
-    /// A name has changed.
+    /// Call when a name has changed.
     void noteName() { namesStand_ = false; }
     /// Everything with a file of its own, owners first.
     [[nodiscard]] IObjectList &repositoryFiles();
@@ -74,7 +76,8 @@ class Model {
     /// The code files with a fragment for the element, sorted by file name.
     [[nodiscard]] std::vector<UnitElement *> filesObserving(const ElementId &element) const;
 
-    /// Changes of names and places of files, which the indexes have to follow; everything below moves along.
+    /// Applies a change of the names or places of files and updates the indexes for the units and everything below
+    /// them.
     template <class CHANGE> void changePlaces(const std::vector<UnitElement *> &units, CHANGE &&change) {
         for (UnitElement *const unit : units) {
             takePlaces(*unit, false);
@@ -101,12 +104,12 @@ class Model {
     std::string unitsDirectory_;
     std::unique_ptr<UnitStorage> storage_;
     HandleSlots slots_;
-    IdIndex ids_;
+    std::unordered_map<ElementId, Element *> ids_;
     FileIndex files_;
     std::set<std::pair<ElementId, Element *>> fragments_;
     IObjectList repositoryFiles_;
     bool repositoryFilesStand_ = false;
-    // Made when it is asked for: the units by the hashes of their names, equal ones in model order.
+    // Built on first use: the units by the hashes of their names; units with equal hashes are in model order.
     mutable std::vector<std::pair<std::size_t, UnitElement *>> names_;
     mutable bool namesStand_ = false;
     std::unique_ptr<UnitElement> project_;

@@ -1,6 +1,7 @@
 #include "orchard/model/ModelView.h"
 
 #include "orchard/model/Model.h"
+#include "orchard/properties/InstalledSets.h"
 #include "orchard/properties/PropertyTable.h"
 
 #include <algorithm>
@@ -69,6 +70,17 @@ bool removeProperty(IDObject &object, std::string_view subject, std::string_view
     return true;
 }
 
-const PropertyTable *ownPropertiesOf(const IDObject &object) { return Element::of(&object)->properties(); }
+std::vector<PropertyPlace> propertyPlacesOf(const IDObject &object) {
+    std::vector<PropertyPlace> places;
+    for (const Element *at = Element::of(&object); at != nullptr; at = at->owner()) {
+        if (at->properties() != nullptr) {
+            places.push_back({.table = *at->properties(), .holder = &at->object()});
+        }
+    }
+    for (const PropertySet &set : installedPropertySets()) {
+        places.push_back({.table = set.table(), .set = &set});
+    }
+    return places;
+}
 
 } // namespace orchard

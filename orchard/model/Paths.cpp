@@ -1,7 +1,8 @@
 #include "orchard/model/Paths.h"
 
-#include <algorithm>
+#include "CM/platform/Quotable.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -9,16 +10,17 @@ namespace orchard {
 
 namespace {
 
-enum class Dots { resolved, kept };
+constexpr std::size_t longestName = 255;
+constexpr auto tooLong = "it is longer than 255 bytes";
 
-/// The parts without empty ones and ".".
-std::vector<std::string_view> partsOf(std::string_view path, Dots dots = Dots::resolved) {
+/// The parts of the path, without empty ones and ".", with ".." resolved.
+std::vector<std::string_view> partsOf(std::string_view path) {
     std::vector<std::string_view> parts;
     while (!path.empty()) {
-        const std::size_t end = std::min(path.find_first_of("/\\"), path.size());
+        const std::size_t end = std::min(path.find_first_of(platform::separators), path.size());
         const std::string_view part = path.substr(0, end);
         path.remove_prefix(std::min(end + 1, path.size()));
-        if (part == ".." && dots == Dots::resolved) {
+        if (part == "..") {
             if (!parts.empty()) {
                 parts.pop_back();
             }
@@ -29,15 +31,31 @@ std::vector<std::string_view> partsOf(std::string_view path, Dots dots = Dots::r
     return parts;
 }
 
-} // namespace
-
-bool isAbsolutePath(std::string_view path) {
-    if (path.empty()) {
-        return false;
+std::string faultOfQuoting(std::string_view path) {
+    using Kind = platform::Unquotable::Kind;
+    const auto found = platform::findUnquotable(path);
+    if (!found) {
+        return {};
     }
-    const bool drive = path.size() >= 3 && path[1] == ':' && isSeparator(path[2]);
-    return isSeparator(path.front()) || drive;
+    switch (found->kind) {
+    case Kind::character:
+        return std::string("it holds the character ") + found->character + ", which a command line can't quote";
+    case Kind::controlCharacter: {
+        char text[64];
+        std::snprintf(text, sizeof text, "it holds the control character 0x%02X",
+                      static_cast<unsigned>(static_cast<unsigned char>(found->character)));
+        return text;
+    }
+    case Kind::conditional:
+        return "it holds a \"(\", a \"?\" and a \")\" in this order, which a command template takes for a "
+               "condition";
+    case Kind::backslashAtEnd:
+        break;
+    }
+    return "it ends in a backslash, which would take the closing quote of a command line for itself";
 }
+
+} // namespace
 
 std::string normalPath(std::string_view path, std::string_view base) {
     std::string joined;
@@ -61,16 +79,6 @@ std::string normalPath(std::string_view path, std::string_view base) {
 bool liesIn(std::string_view path, std::string_view directory) {
     return path.size() > directory.size() && path.starts_with(directory) &&
            (directory.ends_with('/') || path[directory.size()] == '/');
-}
-
-std::string_view fileOfPath(std::string_view path) {
-    const std::size_t at = path.find_last_of("/\\");
-    return at == std::string_view::npos ? path : path.substr(at + 1);
-}
-
-std::string_view directoryOfPath(std::string_view path) {
-    const std::size_t at = path.find_last_of("/\\");
-    return at == std::string_view::npos ? std::string_view() : path.substr(0, at);
 }
 
 std::string_view extensionOf(std::string_view path) {
@@ -102,41 +110,20 @@ std::string relativePath(std::string_view path, std::string_view directory) {
 
 std::string faultOfFileName(std::string_view name) {
     if (name.empty() || name == "." || name == "..") {
-        return "it is no name of a file";
+        return "it is not a file name";
     }
-    if (name.size() > 255) {
-        return "it is longer than 255 bytes";
+    if (name.size() > longestName) {
+        return tooLong;
     }
-    for (const char character : name) {
-        const auto code = static_cast<unsigned char>(character);
-        if (code < 0x20 || code == 0x7F) {
-            char text[64];
-            std::snprintf(text, sizeof text, "it holds the control character 0x%02X", code);
-            return text;
-        }
-        if (character == '/') {
-            return "it holds a separator; a file outside its owner's directory has to be marked as external";
-        }
-        if (std::string_view("\"$`\\>").find(character) != std::string_view::npos) {
-            return std::string("it holds the character ") + character + ", which a command line can't quote";
-        }
+    if (hasSeparator(name)) {
+        return "it holds a separator; a file outside its owner's directory has to be marked as external";
     }
-    return {};
+    return faultOfQuoting(name);
 }
 
 std::string faultOfPath(std::string_view path) {
-    for (const std::string_view part : partsOf(path, Dots::kept)) {
-        if (std::string fault = part == ".." ? std::string() : faultOfFileName(part); !fault.empty()) {
-            return fault;
-        }
-    }
-    const std::size_t open = path.find('(');
-    const std::size_t question = open == std::string_view::npos ? open : path.find('?', open);
-    if (question != std::string_view::npos && path.find(')', question) != std::string_view::npos) {
-        return "it holds a \"(\", a \"?\" and a \")\" in this order, which a command template takes for a "
-               "condition";
-    }
-    return {};
+    const auto isTooLong = [](std::string_view part) { return part.size() > longestName; };
+    return std::ranges::any_of(partsOf(path), isTooLong) ? tooLong : faultOfQuoting(path);
 }
 
 std::string faultOfDirectory(std::string_view directory) {
@@ -144,7 +131,7 @@ std::string faultOfDirectory(std::string_view directory) {
         return "expected one below that of the owner";
     }
     while (!directory.empty()) {
-        const std::size_t end = std::min(directory.find_first_of("/\\"), directory.size());
+        const std::size_t end = std::min(directory.find_first_of(platform::separators), directory.size());
         if (std::string fault = faultOfFileName(directory.substr(0, end)); !fault.empty()) {
             return fault;
         }

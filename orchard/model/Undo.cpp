@@ -24,7 +24,7 @@ void UndoRecorder::start(int flag, bool doNothing) {
 }
 
 void UndoRecorder::end(bool doNothing) {
-    // Brackets of the two sorts may cross.
+    // Brackets of the two kinds may overlap.
     const auto found = std::find_if(open_.rbegin(), open_.rend(), [&](std::size_t bracket) {
         return brackets_[bracket].doNothing == doNothing;
     });

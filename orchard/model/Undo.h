@@ -1,4 +1,4 @@
-// The undo brackets as they were opened and closed.
+// Records the undo brackets as they are opened and closed.
 #pragma once
 
 #include "CM/host/Undoer.h"
@@ -13,26 +13,26 @@ class ORCHARD_API UndoRecorder final : public Undoer {
   public:
     [[nodiscard]] static UndoRecorder &instance();
 
-    /// One bracket. Brackets inside another belong to its step.
+    /// One bracket. Nested brackets belong to the step of the outermost one.
     struct Bracket {
-        int flag = 0;           ///< as it was given at the start
+        int flag = 0;           ///< as passed at the start
         int depth = 0;          ///< 0 for an outermost one
         bool doNothing = false; ///< makes no undo entry
         bool open = true;
-        std::size_t changes = 0; ///< of elements, inside this bracket and those in it
+        std::size_t changes = 0; ///< changes of elements inside this bracket and its nested ones
     };
 
     void startTransaction(AbstractPackedViewParams *viewParams, int flag, int, int) override;
     void start(int flag, bool doNothing);
-    /// Closes the innermost bracket of the sort; one that nobody opened is passed over.
+    /// Closes the innermost open bracket of this kind; does nothing if there is none.
     void end(bool doNothing);
     void noteChange();
 
-    /// Brackets in the order in which they were opened; old ones are forgotten when there are thousands.
+    /// The brackets in the order in which they were opened; the oldest are dropped once there are thousands.
     [[nodiscard]] const std::vector<Bracket> &brackets() const { return brackets_; }
     /// How many brackets are open.
     [[nodiscard]] int depth() const { return static_cast<int>(open_.size()); }
-    /// Outermost steps that make an undo entry, since the last clear().
+    /// The number of outermost steps that make an undo entry, since the last clear().
     [[nodiscard]] std::size_t steps() const { return steps_; }
     void clear();
 

@@ -165,7 +165,8 @@ std::string UnitElement::withExtension(std::string_view name) const {
 }
 
 bool UnitElement::mayBear(std::string_view name) const {
-    // A read-only file is no hindrance: a CM tool has left it so, and another name changes nothing in it.
+    // A read-only file does not prevent this: CM tools leave files read-only, and renaming does not change the
+    // contents.
     return model() != nullptr && hasFile() && !is(stub) && !isRecursive(reference) &&
            faultOfNewName(withExtension(name)).empty();
 }
@@ -179,7 +180,7 @@ bool UnitElement::keepsFileNameOfPart(std::string_view name) const {
     return !name.empty() && !faultOfFileName(name).empty();
 }
 
-/// Why the unit's file can't get this name, in words that end a sentence.
+/// Why the unit's file can't get this name, in words that end a sentence; empty if it can.
 std::string UnitElement::faultOfNewName(const std::string &file) const {
     if (file == fileName_) {
         return {};
@@ -195,7 +196,7 @@ std::string UnitElement::faultOfNewName(const std::string &file) const {
     if (there != nullptr && there != this) {
         return "that is the file of '" + there->name() + "'";
     }
-    // Where only the new file is there, a tool has renamed it already.
+    // If only the new file exists, a tool has renamed it already.
     return platform::fileExists(to) && platform::fileExists(fullFileName()) ? "there is such a file already" : "";
 }
 
@@ -213,7 +214,7 @@ void UnitElement::rename(std::string_view name) {
     const std::string from = fullFileName();
     const std::string to = ownDirectory() + '/' + file;
     if (platform::fileExists(from)) {
-        // A file that can't be renamed stays where it is, and so does the unit's name for it.
+        // A file that can't be renamed stays where it is, and the unit keeps its name for it.
         if (std::rename(from.c_str(), to.c_str()) != 0) {
             notifyUser("The file '" + CString(from) + "' can't be renamed to '" + CString(file) +
                            "': " + platform::lastErrorText() + ".",

@@ -1,5 +1,5 @@
-// What the reference host keeps of a unit besides what every element has: its file, its load state and its state
-// under configuration management.
+// Holds the data of a unit in addition to that of any element: its file, its load state and its state under
+// configuration management.
 #pragma once
 
 #include "CM/host/IUnit.h"
@@ -22,26 +22,26 @@ class UnitElement : public Element {
     [[nodiscard]] UnitElement *asUnit() override { return this; }
     [[nodiscard]] IUnit &unit() { return static_cast<IUnit &>(object()); }
 
-    /// Whether the unit stands in a file of its own that is read into the model. A class may stand in the file of
-    /// its owner instead; an embedded file has a file, but is not read.
+    /// Whether the unit has a file of its own that is read into the model. A class may be in its owner's file
+    /// instead; an embedded file has a file that is not read.
     [[nodiscard]] bool isSaveUnit() const { return isFileKind(kind()) && !fileName_.empty(); }
     [[nodiscard]] bool hasFile() const { return !fileName_.empty(); }
 
-    // Names of the file. Directories are full paths without a closing separator.
+    // Names of the file. Directories are full paths without a trailing separator.
     [[nodiscard]] const std::string &fileName() const { return fileName_; }
     /// The unit's directory setting, relative to its owner's directory.
     [[nodiscard]] const std::string &directorySetting() const { return directory_; }
-    /// The directory of the unit's file, which is also where the files of the units in it are looked for.
+    /// The directory of the unit's file, in which the files of the units in it are expected, too.
     [[nodiscard]] std::string ownDirectory() const;
     [[nodiscard]] std::string fullFileName() const;
-    /// The extension with its dot, as text that lives as long as the file name.
+    /// The extension with its dot; the text lives as long as the file name.
     [[nodiscard]] const char *fileExtension() const;
     [[nodiscard]] const std::string &oldFileName() const;
-    /// For a unit kept elsewhere: its path as its owner's file gives it. Else empty.
+    /// For a unit kept elsewhere, its path as written in its owner's file; else empty.
     [[nodiscard]] const std::string &elsewhere() const;
 
-    // Building, as for elements. The file name, directory and the like of a unit that stands in a model are
-    // changed through the model, which keeps the indexes.
+    // Building, as for elements. To change the file name, directory and the like of a unit that is in a model, use
+    // the model, which updates its indexes.
     void setFileName(std::string_view name) { fileName_ = name; }
     void setDirectorySetting(std::string_view directory) { directory_ = directory; }
     void setOldFileName(std::string_view name);
@@ -49,11 +49,11 @@ class UnitElement : public Element {
 
     enum Flag : std::uint8_t {
         stub = 1,         ///< known but not loaded
-        stubByChoice = 2, ///< and not to be loaded when the project is opened
+        stubByChoice = 2, ///< not to be loaded when the project is opened
         reference = 4,    ///< belongs to another project
         external = 8,     ///< kept outside the project's directory
         hiddenFromCM = 16,
-        readOnlyFile = 32, ///< the file's permission bits bar writing
+        readOnlyFile = 32, ///< the file's permission bits forbid writing
     };
     [[nodiscard]] bool is(Flag flag) const { return (flags_ & flag) != 0; }
     void set(Flag flag, bool on) {
@@ -65,16 +65,16 @@ class UnitElement : public Element {
 
     [[nodiscard]] const std::string &header() const { return header_; }
     void setHeader(std::string_view header) { header_ = header; }
-    /// Reads the header anew from the file that holds the unit. One that can't be read leaves the header as it is,
-    /// which the user is told once, unless `quietly`.
+    /// Reads the header again from the file that holds the unit. If it can't be read, the header stays as it is,
+    /// and the user is notified once, unless `quietly`.
     bool updateHeader(bool quietly = false);
-    /// Takes the read-only state over from the permission bits of the file that holds the unit; a missing file
-    /// leaves it.
+    /// Takes the read-only state from the permission bits of the file that holds the unit; does nothing if the
+    /// file is missing.
     void updateMode();
-    /// Of what the file held behind its header when it was last read or saved; 0 if that is not known.
+    /// The hash of the text after the header when the file was last read or saved; 0 if unknown.
     [[nodiscard]] std::uint64_t bodyHash() const { return bodyHash_; }
     void setBodyHash(std::uint64_t hash) { bodyHash_ = hash; }
-    /// Of the unit's file, from before what the model holds of it was read; not known of a stub.
+    /// The state of the unit's file just before its contents were read; unknown for a stub.
     [[nodiscard]] const FileState &fileState() const { return fileState_; }
     void setFileState(const FileState &state) { fileState_ = state; }
     [[nodiscard]] long cmState() const { return cmState_; }
@@ -89,34 +89,29 @@ class UnitElement : public Element {
     /// The unit's own archive settings, or null.
     [[nodiscard]] const Archive *archive() const;
     [[nodiscard]] Archive &makeArchive();
-    /// Upward through the owners: 1 if one is set, which is assigned.
+    /// Search the unit and its owners; if one has an archive, assign it and return 1.
     int sccArchiveRecursive(CString &project, CString &auxPath) const;
     int batchArchiveRecursive(CString &archive) const;
 
-    /// Takes over the state that a reload must not lose, from the object that stood here before.
+    /// Takes over the state that a reload must not lose, from the object that this one replaces.
     void takeStateOf(const UnitElement &old);
 
-    // Changes of a unit in a model.
-    /// Renames the file, too. A hostile name, one that is taken and any for the project unit are refused; the user
-    /// is told why.
+    // Changes to a unit in a model.
+    /// Also renames the file. Refuses an invalid name, a name already in use, and any name for the project unit;
+    /// the user is notified of the reason.
     void rename(std::string_view name);
     [[nodiscard]] bool mayBear(std::string_view name) const;
-    /// Whether the files of the units directly in this one can't be renamed (empty: to any name; else to this
-    /// one).
+    /// Whether the files of the units directly in this one can't be renamed to `name`, or, if `name` is empty, to
+    /// any name.
     [[nodiscard]] bool keepsFileNameOfPart(std::string_view name) const;
-    /// Sets the directory, which is made when something is saved in it. One that leads out of the owner's
-    /// directory, or to another unit's file, is refused; the user is told why.
+    /// Sets the directory, which is created when something is saved in it. Refuses a directory outside the owner's
+    /// directory, or one that would give the file the path of another unit's; the user is notified of the reason.
     void moveTo(std::string_view directory);
-    /// 1 on success; on failure the user is told why, and the old file stays.
+    /// Returns 1 on success; on failure, notifies the user of the reason and keeps the old file.
     int save(std::string_view path, bool always);
     int saveToOwnFile(bool always);
-    /// The unit's file holds now what the model holds: clears the modified flags of what stands in it.
+    /// Call when the unit's file matches the model: clears the modified flags of everything in that file.
     void noteSaved();
-
-    // Places in the index of files (FileIndex).
-    UnitElement *nextOfName = nullptr;
-    UnitElement *previousOfName = nullptr;
-    std::uint64_t pathHash = 0;
 
   private:
     struct Extras;

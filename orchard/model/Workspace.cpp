@@ -1,5 +1,6 @@
 #include "orchard/model/Workspace.h"
 
+#include "orchard/model/PatternOrigin.h"
 #include "orchard/model/Undo.h"
 #include "orchard/properties/PropertyData.h"
 
@@ -8,14 +9,14 @@
 namespace orchard {
 
 Workspace &Workspace::instance() {
-    // Never taken down: the end of the process frees a large model far quicker than we could.
+    // Never destroyed: the end of the process frees a large model far faster than destructors would.
     static Workspace &workspace = *new Workspace;
     return workspace;
 }
 
 namespace {
 
-/// What is set on a property of an installed set, which all projects share, is kept in the active project.
+/// Stores a value set on a property of an installed set, which all projects share, in the active project.
 bool keepInProject(const std::string &subject, const std::string &metaclass, const IProperty &property,
                    const CString &value) {
     Model *const model = Workspace::instance().active();
@@ -33,6 +34,7 @@ bool keepInProject(const std::string &subject, const std::string &metaclass, con
 Workspace::Workspace() : object_(makeElement(Kind::workspace)) {
     object_->setName("Workspace");
     setInstalledChangeHandler(keepInProject);
+    reportPatternsWithTheirOrigin();
 }
 
 Workspace::~Workspace() = default;
@@ -83,7 +85,7 @@ void Workspace::noteChange(IDObject &object) {
         ++codeChanges_;
     }
     UndoRecorder::instance().noteChange();
-    const auto observers = observers_; // an observer may come or go while it is told
+    const auto observers = observers_; // an observer may be added or removed during the calls
     for (const auto &[number, observer] : observers) {
         observer(object);
     }

@@ -1,4 +1,4 @@
-// The open projects, which of them is active, and who hears of changes.
+// Holds the open projects, the active project and the observers of changes.
 #pragma once
 
 #include "CM/host/CurrentWorkspace.h"
@@ -18,14 +18,15 @@ class Workspace {
     [[nodiscard]] static Workspace &instance();
 
     Model &add(std::unique_ptr<Model> model, bool activate);
-    /// Takes a project out and down. If it was the active one, the one opened before it becomes active.
+    /// Closes and destroys a project. If it was active, the project opened before it becomes active, or else the
+    /// one opened after it.
     void close(Model &model);
     void activate(Model &model) { active_ = &model; }
     [[nodiscard]] Model *active() const { return active_; }
     [[nodiscard]] const std::vector<std::unique_ptr<Model>> &models() const { return models_; }
     [[nodiscard]] IWorkspace *object() const;
 
-    /// The files of units that were reloaded, with the project in which that was.
+    /// The file of a reloaded unit, with the project that contains it.
     struct SavedUnit {
         const Model *model;
         std::string file;
@@ -35,12 +36,13 @@ class Workspace {
     [[nodiscard]] std::size_t savedUnitCount() const { return savedUnits_.size(); }
 
     using Observer = std::function<void(IDObject &)>;
-    /// Observers are told of every change of an element; the number takes the observer away again.
+    /// Observers are notified of every change of an element; forget() with the returned number removes the
+    /// observer.
     int observe(Observer observer);
     void forget(int number);
     void noteChange(IDObject &object);
 
-    /// Changes that count for code generation, since the start.
+    /// The number of changes that count for code generation, since the start.
     [[nodiscard]] std::size_t codeChanges() const { return codeChanges_; }
     void ignoreCodeChanges(int step) { ignoring_ += step; }
 

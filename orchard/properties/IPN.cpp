@@ -1,6 +1,6 @@
-// The literal texts of the property names. Keys are what administrators write in property sets. A key must not be
-// one of the names that arguments of a template answer to (archive, label, log, mode, unit...), in any case of
-// letters, or a template could not reach it: hence "CMArchive".
+// Defines the property names, which are the keys that administrators write in property sets. A key must not be the
+// name of a template argument (archive, label, log, mode, unit...), in any letter case, or no template could refer
+// to it: hence "CMArchive".
 #include "CM/host/IPN.h"
 
 const CString IPN::CM = "ConfigurationManagement";

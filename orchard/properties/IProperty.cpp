@@ -1,11 +1,16 @@
-// IProperty over what this host keeps with a property.
+// Implements IProperty with this host's data of a property.
 #include "CM/host/IProperty.h"
 
 #include "CM/host/IDObject.h"
 #include "orchard/properties/PropertyData.h"
 
-IProperty::IProperty(const IProperty *other)
-    : data_(other == nullptr ? std::make_unique<Data>() : std::make_unique<Data>(*other->data_)) {}
+IProperty::IProperty(const IProperty *other) : data_(std::make_unique<Data>()) {
+    if (other != nullptr) {
+        data_->name = other->data_->name;
+        data_->type = other->data_->type;
+        data_->value = other->data_->value;
+    }
+}
 
 IProperty::IProperty(std::unique_ptr<Data> data) : data_(std::move(data)) {}
 
@@ -22,7 +27,7 @@ bool IProperty::getBool() const {
 
 void IProperty::setValue(const CString &value) {
     if (data_->value == value) {
-        return; // a change notice without a change would mark the model as modified
+        return; // a notification without a change would mark the model as modified
     }
     const auto &handler = orchard::installedChangeHandler();
     if (data_->isInstalled && handler && handler(data_->subject, data_->metaclass, *this, value)) {
@@ -36,7 +41,7 @@ void IProperty::setValue(const CString &value) {
 
 void IProperty::setName(const CString &name) {
     if (!data_->subject.empty()) {
-        return; // it is found by its name where it stands, and must stay findable
+        return; // renaming it would make it impossible to find in its table
     }
     data_->name = name;
 }

@@ -2,10 +2,10 @@
 
 #include "CM/host/LogTrace.h"
 #include "CM/host/Messages.h"
+#include "orchard/base/UserDirectories.h"
 #include "orchard/properties/PropertyData.h"
 #include "orchard/properties/PropertyKey.h"
 #include "orchard/settings/Places.h"
-#include "orchard/text/PatternReport.h"
 
 #include <algorithm>
 #include <deque>
@@ -21,22 +21,14 @@ void tell(const std::string &text) {
     static_cast<void>(notifyUserAndAsk(text, MB_ICONEXCLAMATION, 0, messageLevelDefault));
 }
 
-/// From now on a pattern that can't be used is told with the property that it stands in. This is done where
-/// properties come in, as nearly every pattern is the value of one.
-void connectPatternReports() {
-    setPatternOriginFinder(ownerOfValue);
-    setPatternReporter([](const PatternProblem &problem) { tell(problem.message()); });
-}
-
 const InstalledSets &standardSets() {
-    // Properties are handed out to the end of the process, so the sets live as long.
+    // Callers keep pointers to properties until the process ends, so the sets live as long.
     static const InstalledSets &sets = *new InstalledSets(InstalledSets::standardDirectories());
     static bool isTold = false;
     if (!isTold) {
-        isTold = true; // before the telling, which may come back here
-        connectPatternReports();
+        isTold = true; // before reporting, which may call this function again
         for (const std::string &problem : sets.problems()) {
-            tell("A property set was left out, as it has a mistake.\n" + problem);
+            tell("A property set with a mistake is ignored.\n" + problem);
         }
     }
     return sets;
@@ -45,7 +37,7 @@ const InstalledSets &standardSets() {
 } // namespace
 
 struct InstalledSets::Index {
-    std::deque<std::string> names; ///< which the keys look at; a deque doesn't move them
+    std::deque<std::string> names; ///< referenced by the keys; a deque does not move its elements
     std::unordered_map<PropertyKey, IProperty *, PropertyKeyHash> properties;
 };
 
@@ -57,7 +49,7 @@ InstalledSets::InstalledSets(const std::vector<fs::path> &directories) : index_(
         for (const PropertyTable::Entry &entry : set->table().entries()) {
             const std::string &name = index_->names.emplace_back(entry.property->data().name.view());
             const PropertyKey key{entry.subject, entry.metaclass, name};
-            index_->properties.try_emplace(key, entry.property.get()); // what counts more is there already
+            index_->properties.try_emplace(key, entry.property.get()); // keeps that of a preceding set
         }
     }
 }

@@ -1,6 +1,6 @@
-// The property sets of this machine: one file "NAME.toml" a CM tool, in the directory "toolsets" of what is
-// installed with the host, and in that of the user's configuration directory. A property of a user's set counts
-// before the same property of an installed one.
+// Loads the property sets of this machine: one file "NAME.toml" for each CM tool, in the directory "toolsets" of
+// what is installed with the host, and in that of the user's configuration directory. A property of a user's set
+// takes precedence over the same property of an installed one.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -16,24 +16,24 @@ namespace orchard {
 
 class ORCHARD_API InstalledSets {
   public:
-    /// Reads the sets of the directories, the most important directory first. A set with a mistake is left out,
-    /// and the mistake is told in problems(). A directory that doesn't exist holds no sets.
+    /// Reads the sets of the directories, the most important directory first. Leaves out a set with a mistake and
+    /// reports the mistake in problems(). A directory that doesn't exist holds no sets.
     explicit InstalledSets(const std::vector<std::filesystem::path> &directories);
     InstalledSets(const InstalledSets &) = delete;
     InstalledSets &operator=(const InstalledSets &) = delete;
     ~InstalledSets();
 
-    /// Takes the same time however many sets and properties there are. The property, or null.
+    /// Returns the property, or null. Takes the same time however many sets and properties there are.
     [[nodiscard]] IProperty *find(std::string_view subject, std::string_view metaclass,
                                   std::string_view name) const;
 
-    /// One message for each set, or directory, that can't be used, with file, line and column.
+    /// One message for each set or directory that can't be used, with file, line and column.
     [[nodiscard]] const std::vector<std::string> &problems() const { return problems_; }
-    /// The sets, in the order in which they count.
+    /// The sets, in order of precedence.
     [[nodiscard]] std::size_t count() const { return sets_.size(); }
     [[nodiscard]] const PropertySet &at(std::size_t index) const { return *sets_[index]; }
 
-    /// The directories in which this process looks, the most important first.
+    /// The directories that this process searches, the most important first.
     static std::vector<std::filesystem::path> standardDirectories();
 
   private:
@@ -45,7 +45,7 @@ class ORCHARD_API InstalledSets {
     std::unique_ptr<Index> index_;
 };
 
-/// A walk over the installed sets in the order in which they count.
+/// Iterates over the installed sets in order of precedence.
 class ORCHARD_API InstalledSetRange {
   public:
     class iterator {
@@ -71,8 +71,13 @@ class ORCHARD_API InstalledSetRange {
     const InstalledSets *sets_;
 };
 
-/// The sets of the standard directories, read at the first call. What is wrong with them is told once on the log
-/// and to the user.
+/// The sets of the standard directories, read at the first call. Their mistakes are reported once, on the log and
+/// to the user.
 ORCHARD_API InstalledSetRange installedPropertySets();
+
+/// Finds a property in the installed property sets, the last place of every look-up; returns null if there is
+/// none.
+[[nodiscard]] ORCHARD_API IProperty *findInstalledProperty(std::string_view subject, std::string_view metaclass,
+                                                           std::string_view name);
 
 } // namespace orchard

@@ -10,8 +10,8 @@ namespace {
 constexpr std::uint64_t caseBits = 0x2020'2020'2020'2020U;
 constexpr std::uint64_t multiplier = 0x9e37'79b9'7f4a'7c15U;
 
-/// Eight bytes at a time. The bit that tells small letters from capitals is set in every byte, so some
-/// characters of punctuation count as alike too; that costs a comparison at most.
+/// Mixes eight bytes at a time. Sets the bit that distinguishes small letters from capitals in every byte, so some
+/// punctuation characters get equal hashes, too; that costs a comparison at most.
 std::uint64_t mix(std::uint64_t hash, std::string_view text) noexcept {
     std::size_t at = 0;
     for (; at + 8 <= text.size(); at += 8) {

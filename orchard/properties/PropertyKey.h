@@ -1,4 +1,4 @@
-// The address of a property: subject, metaclass and name, compared without regard to the case of ASCII letters.
+// Addresses a property by subject, metaclass and name, ignoring the case of ASCII letters.
 #pragma once
 
 #include <cstddef>

@@ -8,7 +8,7 @@
 
 namespace orchard {
 
-/// Turns a TOML table into a set, or tells the first mistake.
+/// Turns a TOML table into a set, or reports the first mistake.
 class PropertySetReader {
   public:
     PropertySetReader(std::string file, std::string &problem) : file_(std::move(file)), problem_(problem) {}
@@ -50,7 +50,7 @@ class PropertySetReader {
         const toml::table *const metaclasses = node.as_table();
         if (metaclasses == nullptr) {
             return refuse(node, "'" + std::string(subject) +
-                                    "' stands outside a table; properties stand below a heading such as "
+                                    "' is outside a table; properties belong below a heading such as "
                                     "[ConfigurationManagement.RCS]");
         }
         return std::all_of(metaclasses->begin(), metaclasses->end(), [&](const auto &entry) {
@@ -85,14 +85,14 @@ class PropertySetReader {
             value = truth->get() ? "True" : "False";
         } else {
             return refuse(node,
-                          "the property '" + std::string(key) + "' must be a text, a whole number, true or false");
+                          "the property '" + std::string(key) + "' must be a text, an integer, true or false");
         }
         if (value.find('\0') != std::string::npos) {
             return refuse(node, "the property '" + std::string(key) + "' holds a NUL character");
         }
         if (table.find(subject, metaclass, key) != nullptr) {
             return refuse(node, "the property '" + std::string(key) +
-                                    "' stands here twice; keys that differ only "
+                                    "' is here twice; keys that differ only "
                                     "in capital and small letters are the same");
         }
         IProperty::Data &data = table.set(subject, metaclass, key, type, value).data();

@@ -1,4 +1,4 @@
-// A property set: what an administrator has written down about a CM tool, in one TOML file.
+// Reads a property set: an administrator's description of a CM tool, in one TOML file.
 //
 //   tool = "RCS"                          # the tool that the set is for; left out for a set of defaults
 //   description = "GNU RCS, ..."          # one line for lists of tools
@@ -21,16 +21,16 @@ class ORCHARD_API PropertySet {
     PropertySet(const PropertySet &) = delete;
     PropertySet &operator=(const PropertySet &) = delete;
 
-    /// Reads a set from text. Null for a text with a mistake, which is told in `problem` as
-    /// "NAME:LINE:COLUMN: what is wrong": of a set with a mistake nothing is used.
+    /// Reads a set from text. For a text with a mistake, returns null and sets `problem` to "NAME:LINE:COLUMN:
+    /// what is wrong": a set with a mistake is not used at all.
     static std::unique_ptr<PropertySet> parse(std::string_view text, const std::string &name,
                                               std::string &problem);
     /// The same for a file.
     static std::unique_ptr<PropertySet> read(const std::filesystem::path &file, std::string &problem);
 
-    /// The tool's name, or the file's name without extension for a set that is for no tool.
+    /// The tool's name, or the file's name without extension for a set without a tool.
     [[nodiscard]] const std::string &name() const { return name_; }
-    /// The tool that the set is for; empty for a set of defaults.
+    /// The CM tool of the set; empty for a set of defaults.
     [[nodiscard]] const std::string &tool() const { return tool_; }
     [[nodiscard]] const std::string &description() const { return description_; }
     [[nodiscard]] const std::string &file() const { return file_; }

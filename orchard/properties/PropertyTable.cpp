@@ -6,7 +6,7 @@
 namespace orchard {
 namespace {
 
-constexpr std::size_t few = 12; ///< entries up to which a walk over their hashes is the quicker search
+constexpr std::size_t few = 12; ///< entries up to which a linear search of their hashes is faster
 constexpr auto notFound = static_cast<std::size_t>(-1);
 
 PropertyKey keyOf(const PropertyTable::Entry &entry) {

@@ -1,4 +1,4 @@
-// The properties set on one element, and where a property comes from when the element has none.
+// Holds the properties set on one element or in one installed set.
 #pragma once
 
 #include "CM/host/IProperty.h"
@@ -18,8 +18,8 @@ namespace orchard {
 
 struct PropertyKey;
 
-/// In the order in which they were set. Subjects, metaclasses and names compare without regard to case. A property
-/// stays where it is in memory until it is removed.
+/// Keeps properties in the order in which they were set. Compares subjects, metaclasses and names ignoring case. A
+/// property keeps its address in memory until it is removed.
 class ORCHARD_API PropertyTable {
   public:
     struct Entry {
@@ -28,9 +28,9 @@ class ORCHARD_API PropertyTable {
         std::unique_ptr<IProperty> property;
     };
 
-    /// `holder` is told of a change of a property's value (IProperty::setValue) by IObject::doNotify.
+    /// Notifies `holder` by IObject::doNotify when a property's value changes (IProperty::setValue).
     explicit PropertyTable(IObject &holder);
-    /// A table whose changes are told to nobody.
+    /// A table that notifies nobody of changes.
     PropertyTable();
     ~PropertyTable();
     PropertyTable(const PropertyTable &) = delete;
@@ -39,13 +39,13 @@ class ORCHARD_API PropertyTable {
     /// The property, or null.
     [[nodiscard]] IProperty *find(std::string_view subject, std::string_view metaclass,
                                   std::string_view name) const;
-    /// Sets a property, in the place of one of the same subject, metaclass and name; tells nobody.
+    /// Adds a property, or changes the one with the same subject, metaclass and name; notifies nobody.
     IProperty &set(std::string_view subject, std::string_view metaclass, std::string_view name,
                    std::string_view type, std::string_view value);
-    /// True if it was there.
+    /// Returns whether the property was there.
     bool remove(std::string_view subject, std::string_view metaclass, std::string_view name);
     [[nodiscard]] const std::vector<Entry> &entries() const { return entries_; }
-    /// The table goes over to another object.
+    /// Call when the table moves to another object.
     void setHolder(IObject &holder);
 
   private:
@@ -54,13 +54,9 @@ class ORCHARD_API PropertyTable {
 
     IObject *holder_ = nullptr;
     std::vector<Entry> entries_;
-    std::vector<std::uint64_t> hashes_; ///< of the entries; few are searched one after the other
-    /// Entries by hash, made when there are many.
+    std::vector<std::uint64_t> hashes_; ///< of the entries; a small table is searched linearly
+    /// Entries by hash; filled only for a large table.
     std::unordered_multimap<std::uint64_t, std::size_t> byHash_;
 };
-
-/// The property of the installed property sets, or null: the last place of every look-up.
-[[nodiscard]] ORCHARD_API IProperty *findInstalledProperty(std::string_view subject, std::string_view metaclass,
-                                                           std::string_view name);
 
 } // namespace orchard

@@ -4,12 +4,12 @@
 #include "orchard/model/Paths.h"
 #include "orchard/model/Workspace.h"
 #include "orchard/reload/ReloadReport.h"
-#include "orchard/storage/UnitReplacement.h"
+#include "orchard/storage/ReadInto.h"
 
 ATMFacade::ATMFacade(const CString &directory) : directory_(directory) {}
 ATMFacade::~ATMFacade() = default;
 
-// The first flag tells a file that changed in place (0) from one out of the archive (1); both are read alike.
+// The first flag distinguishes a file that changed in place (0) from one of the archive (1); both are read alike.
 IUnit *ATMFacade::addToModel(const CString &fileName, int /*flag*/, int, int, bool, void *) {
     orchard::Model *const model = orchard::Workspace::instance().active();
     if (model == nullptr || fileName.IsEmpty()) {

@@ -14,7 +14,7 @@ using namespace orchard;
 
 namespace {
 
-/// The code files with a fragment for the unit, or for an element in its file, that stand in files of their own.
+/// Returns the code files with their own file that have a fragment for the unit or for an element in its file.
 std::vector<UnitElement *> informationUnitsOf(const UnitElement &unit) {
     std::vector<UnitElement *> found;
     std::unordered_set<const UnitElement *> seen{&unit};
@@ -49,7 +49,7 @@ void appendInformation(const UnitElement &unit, CStringList &files) {
     }
 }
 
-/// The files of the units that a unit file lists, read from the file itself: it may be newer than the model.
+/// Returns the files of the units that a unit file lists. Reads the file, which may be newer than the model.
 void appendListed(const std::string &path, CStringList &files) {
     FileText file;
     UnitDocument document;
@@ -57,7 +57,7 @@ void appendListed(const std::string &path, CStringList &files) {
     if (file.read(path) != FileRead::done || !document.parse(file.text, fault)) {
         return;
     }
-    // Stands in for the unit, in the directory of its file.
+    // A substitute for the unit, in the directory of its file.
     const std::unique_ptr<Element> unit = makeElement(document.kind());
     unit->asUnit()->setFileName(fileOfPath(path));
     unit->asUnit()->setElsewhere(path);
@@ -70,7 +70,7 @@ void appendListed(const std::string &path, CStringList &files) {
     }
 }
 
-/// Whether a directory holds what a CM tool keeps for itself and no files of the model.
+/// Returns whether a directory belongs to a CM tool and not to the model.
 bool belongsToTool(const std::filesystem::path &directory) {
     const std::string name = directory.filename().string();
     return name.starts_with('.') || name == "RCS" || name == "CVS";
@@ -84,7 +84,7 @@ void appendFilesIn(const std::string &directory, bool recursive, CStringList &fi
             found.push_back(entry.path().string());
         }
     };
-    // Directory by directory, so that one that can't be read costs only what is in it.
+    // Directory by directory, so that an unreadable one loses only its own files.
     std::vector<std::filesystem::path> open{directory};
     while (!open.empty()) {
         const std::filesystem::path place = std::move(open.back());

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What a file says of the model: all but its header, whatever the line ends that a tool has put in.
+/// Returns the model content of a file: all except its header, with normalised line ends.
 std::optional<std::string> contentOf(const std::string &path) {
     orchard::FileText file;
     if (file.read(path) != orchard::FileRead::done) {
@@ -21,8 +21,8 @@ std::optional<std::string> contentOf(const std::string &path) {
     return content;
 }
 
-/// Whether the file holds what its unit in the active project was read from. Where another program has changed it
-/// already, what comes now is news to the model even if it equals the file.
+/// Returns whether the file holds what its unit in the active project was read from. If another program has
+/// changed it before, the new contents are new to the model even if they equal the file.
 bool isAsLoaded(const std::string &path) {
     const orchard::Model *const model = orchard::Workspace::instance().active();
     const std::string full = orchard::normalPath(path, platform::currentDirectory().view());

@@ -27,7 +27,7 @@ class LoadOnDemand final : public LoadOnDemandManager {
                 stubs.push_back(unit);
             }
         });
-        // A stub keeps its object, and has nothing below it that could go.
+        // A stub keeps its object, and nothing below it could be lost.
         for (UnitElement *const stub : stubs) {
             Replacement replacement = readAnew(*stub);
             std::ranges::move(replacement.problems, std::back_inserter(problems));

@@ -15,8 +15,8 @@ QuickATMFacade::~QuickATMFacade() {
     }
 }
 
-// A file from the archive is read in place like one that changed there. A stub has nothing yet that could be
-// replaced: its file comes in as a new unit.
+// A file from the archive is read in place like one that changed there. A stub has no contents to replace: its
+// file is loaded as a new unit.
 bool QuickATMFacade::CanReloadUnit(const IUnit *unit, int /*flag*/) {
     const auto *const element = orchard::Element::of(unit);
     const auto *const state = element == nullptr ? nullptr : element->asUnit();

@@ -19,7 +19,7 @@ void report(std::string text, const Problems &problems, Showing showing) {
         log.Min("../orchard/reload", __LINE__, problem.message());
     }
     if (showing == Showing::unlessAgreed && isOk2All) {
-        return; // the user has said that all such messages are well
+        return; // the user has accepted all such messages
     }
     text += problems.front().message();
     if (problems.size() > 1) {

@@ -1,4 +1,4 @@
-// Units that were reloaded in one project are read anew in the others that use their files.
+// Reads units that were reloaded in one project again in the other projects that use their files.
 #include "CM/host/CurrentWorkspace.h"
 #include "orchard/model/Workspace.h"
 #include "orchard/reload/ReloadReport.h"
@@ -15,7 +15,7 @@ void CurrentWorkspace::ApplySavedUnitsListToNonActiveProjects() {
     Problems problems;
     for (const auto &saved : workspace.takeSavedUnits()) {
         if (!done.insert(saved.file).second) {
-            continue; // reloaded more than once; its file is read as it is now
+            continue; // reloaded more than once; the file is read once
         }
         for (const auto &model : workspace.models()) {
             UnitElement *const unit = model->files().byPath(saved.file);

@@ -1,4 +1,4 @@
-// Numbers and texts one after the other in a file that this machine writes and reads.
+// Writes and reads numbers and texts in sequence, in a file that only this machine uses.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@ class RecordWriter {
     std::string text_;
 };
 
-/// Whatever the text holds, nothing behind its end is read: what is missing reads as zero, and isWhole() tells.
+/// Never reads past the end, whatever the text contains: missing data reads as zero, and isWhole() returns false.
 class RecordReader {
   public:
     explicit RecordReader(std::string_view text) : rest_(text) {}
@@ -41,7 +41,7 @@ class RecordReader {
         }
         return value;
     }
-    /// A view into the text that was given.
+    /// A view into the text passed to the constructor.
     [[nodiscard]] std::string_view text() { return take(plain<std::uint32_t>()); }
     [[nodiscard]] std::string_view rest() const { return rest_; }
     [[nodiscard]] bool isWhole() const { return whole_; }

@@ -1,17 +1,15 @@
 #include "orchard/remembered/RememberedWorkspace.h"
 
+#include "CM/platform/AtomicFile.h"
+#include "orchard/base/UserDirectories.h"
 #include "orchard/model/Paths.h"
 #include "orchard/model/UnitElement.h"
 #include "orchard/remembered/WorkspaceRecord.h"
-#include "orchard/settings/Places.h"
-#include "orchard/storage/AtomicFile.h"
 #include "orchard/storage/FileText.h"
 #include "orchard/storage/PartOpening.h"
-#include "orchard/storage/TextHash.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <system_error>
@@ -26,13 +24,13 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t largestRecord = std::size_t{4} << 30U;
 
-/// Records are large, and nobody misses an old one.
+/// Records are large and can be made again.
 constexpr std::size_t mostRecords = 16;
 
-/// Takes away all but the newest files of the directory, drafts of programs that were ended among them.
+/// Removes all but the newest files of the directory, including drafts of programs that were ended.
 void removeOldest(const fs::path &directory) {
     std::vector<std::pair<fs::file_time_type, fs::path>> files;
-    std::error_code error; // what can't be seen or removed stays
+    std::error_code error; // files that can't be seen or removed stay
     for (fs::directory_iterator at(directory, error), end; !error && at != end; at.increment(error)) {
         std::error_code gone;
         const auto time = at->last_write_time(gone);
@@ -46,15 +44,14 @@ void removeOldest(const fs::path &directory) {
     }
 }
 
-/// Where the record of a project is kept: one file a project, by its full path. Empty without a cache directory.
+/// The record file of a project, named by the project's full path. Empty without a cache directory.
 fs::path recordFileOf(std::string_view projectFile) {
     const fs::path directory = cacheDirectory();
     if (directory.empty()) {
         return {};
     }
-    std::array<char, 17> hash{};
-    std::snprintf(hash.data(), hash.size(), "%016llx", static_cast<unsigned long long>(hashOfText(projectFile)));
-    return directory / "workspaces" / (std::string(fileOfPath(projectFile)) + '-' + hash.data());
+    const std::size_t hash = std::hash<std::string_view>()(projectFile);
+    return directory / "workspaces" / (std::string(fileOfPath(projectFile)) + '-' + std::to_string(hash));
 }
 
 } // namespace
@@ -73,18 +70,13 @@ void RememberedWorkspace::keep(const IProject &project, std::chrono::system_cloc
     if (!record) {
         return;
     }
-    std::error_code ignored; // a record that can't be kept is made again the next time
+    std::error_code ignored; // a record that can't be written is made again the next time
     const fs::path directory = file.parent_path();
     fs::create_directories(directory, ignored);
-    // A record tells of the model, which others may not be allowed to read.
+    // A record describes the model, which others may not be allowed to read.
     fs::permissions(directory, fs::perms::owner_all, ignored);
-    static_cast<void>(writeWholeFile(file.string(), record->text()));
+    static_cast<void>(platform::writeWholeFile(file.string(), record->text()));
     removeOldest(directory);
-}
-
-void RememberedWorkspace::forget() const {
-    std::error_code ignored;
-    fs::remove(recordFileOf(state_->record.projectFile()), ignored);
 }
 
 std::unique_ptr<RememberedWorkspace> RememberedWorkspace::open(const std::string &path,
@@ -110,7 +102,7 @@ std::unique_ptr<RememberedWorkspace> RememberedWorkspace::open(const std::string
 void RememberedWorkspace::visitUnits(const std::function<void(const UnitRow &)> &visit) const {
     const std::unique_ptr<Element> element = makeElement(Kind::classKind);
     UnitElement &unit = *element->asUnit();
-    unit.setFileName("unit"); // so that it is asked itself, not an owner
+    unit.setFileName("unit"); // so that the unit returns its own header, not an owner's
     UnitRow row;
     row.unit = &unit.unit();
     state_->record.visitUnits([&](const RecordedUnit &recorded) {

@@ -1,9 +1,10 @@
-// Lists a large workspace without reading it: what was listed is kept in the user's cache directory, and holds as
-// long as no file of the model has changed.
+// Lists a large workspace without reading it: keeps the last list in the user's cache directory and uses it until
+// a file of the model changes.
 #pragma once
 
-#include "orchard/OrchardApi.h"
 #include "orchard/storage/Projects.h"
+
+#include "orchard/storage/UnitSearch.h"
 
 #include <chrono>
 #include <functional>
@@ -12,18 +13,18 @@
 
 namespace orchard {
 
-class ORCHARD_API RememberedWorkspace {
+class RememberedWorkspace {
   public:
-    /// Keeps what the list of an open project tells, for the next time. `openedAt` is when its opening began.
-    /// Nothing happens if that can't be kept, or could not be trusted: a unit is missing, broken or modified, a
-    /// file was changed within the last seconds before the opening, the file system is none that tells of changes
-    /// (see FileState), or the cache directory can't be written. Of many projects the ones listed last are kept.
+    /// Keeps the list of an open project for the next time. `openedAt` is when its opening began. Does nothing if
+    /// the list can't be kept or could not be trusted: a unit is missing, broken or modified, a file was changed
+    /// within the last seconds before the opening, the file system keeps no reliable change times (see FileState),
+    /// or the cache directory can't be written. Keeps the most recently listed projects.
     static void keep(const IProject &project, std::chrono::system_clock::time_point openedAt);
 
-    /// What was kept of a project, if every file of the model is still what it was; else null. `path` as for
-    /// openProject(), `options` for its progress and cancelling. The project is open meanwhile and the active one,
-    /// but only so much of it is loaded that properties are found as in the whole; no project of this path may be
-    /// open.
+    /// Returns the list kept for a project, or null if any file of the model has changed. `path` is as for
+    /// openProject(); the progress and cancelling of `options` are used. Meanwhile the project is open and active,
+    /// but only as much of it is loaded as is needed to find properties as in the complete project; no project of
+    /// this path may be open already.
     [[nodiscard]] static std::unique_ptr<RememberedWorkspace> open(const std::string &path,
                                                                    const OpenOptions &options = {});
     /// Closes the project.
@@ -31,11 +32,8 @@ class ORCHARD_API RememberedWorkspace {
     RememberedWorkspace(const RememberedWorkspace &) = delete;
     RememberedWorkspace &operator=(const RememberedWorkspace &) = delete;
 
-    /// Lets go of what was kept, so that the next one to ask opens the whole.
-    void forget() const;
-
-    /// The same rows as workspaceUnits() would give, one after the other. A row and its unit stand until `visit`
-    /// returns, and the unit answers for its header only.
+    /// Visits the same rows as workspaceUnits() would return, in order. A row and its unit are valid until `visit`
+    /// returns; of the unit, only the header may be queried.
     void visitUnits(const std::function<void(const UnitRow &)> &visit) const;
 
   private:

@@ -2,27 +2,31 @@
 
 #include "orchard/model/Model.h"
 #include "orchard/model/Paths.h"
-#include "orchard/storage/TextHash.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <fcntl.h>
+#include <functional>
 #include <unistd.h>
 
 namespace orchard {
 
 namespace {
 
-/// A record holds what this version of the program has read out of the files; another one may read otherwise.
+/// A record holds what this version of the program read from the files; another version may read them differently.
 constexpr std::string_view mark = "orchard workspace 1 " ORCHARD_VERSION "\n";
 
-/// No file system that is trusted keeps times by larger steps.
+/// No trusted file system keeps times in larger steps.
 constexpr std::chrono::seconds longestStep{2};
+
+/// Another standard library may compute another hash; the record then counts as damaged.
+std::uint64_t hashOf(std::string_view text) { return std::hash<std::string_view>()(text); }
 
 FileState stateOf(int directory, const char *path) {
     struct stat state {};
     return ::fstatat(directory, path, &state, 0) == 0 ? FileState::of(state) : FileState();
 }
 
-/// A directory that paths are seen from.
+/// A directory that relative paths are resolved against.
 class Directory {
   public:
     explicit Directory(const char *path) : fd_(::open(path, O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
@@ -39,14 +43,14 @@ class Directory {
     int fd_;
 };
 
-/// Whether the file has stood as it is for long enough before the opening.
+/// Whether the file was last changed long enough before the opening.
 bool isSettled(const FileState &state, std::chrono::system_clock::time_point openedAt) {
     const std::int64_t before =
         std::chrono::duration_cast<std::chrono::nanoseconds>((openedAt - longestStep).time_since_epoch()).count();
     return state.isKnown() && state.modified < before && state.changed < before;
 }
 
-/// The active component and the units around it: what they hold decides on properties.
+/// The active component and the units around it, which determine properties.
 std::vector<ElementId> neededUnits(const Model &model) {
     std::vector<ElementId> needed;
     for (const Element *at = model.component(); at != nullptr; at = at->owner()) {
@@ -55,7 +59,7 @@ std::vector<ElementId> neededUnits(const Model &model) {
     return needed;
 }
 
-/// False if the unit can't be told from its file again.
+/// Returns false if the unit could not be restored from its file.
 bool write(RecordWriter &writer, const UnitElement &unit, std::chrono::system_clock::time_point openedAt) {
     const bool loaded = !unit.is(UnitElement::stub);
     const bool fits = loaded ? isSettled(unit.fileState(), openedAt) : unit.is(UnitElement::stubByChoice);
@@ -105,7 +109,7 @@ std::optional<WorkspaceRecord> WorkspaceRecord::of(const IProject &project,
     body.written() += units.written();
     RecordWriter whole;
     whole.written() = mark;
-    whole.plain(hashOfText(body.written()));
+    whole.plain(hashOf(body.written()));
     whole.written() += body.written();
     return from(std::move(whole.written()));
 }
@@ -124,7 +128,7 @@ bool WorkspaceRecord::readHead() {
     }
     RecordReader reader(std::string_view(text_).substr(mark.size()));
     const auto hash = reader.plain<std::uint64_t>();
-    if (!reader.isWhole() || hash != hashOfText(reader.rest())) {
+    if (!reader.isWhole() || hash != hashOf(reader.rest())) {
         return false;
     }
     projectFile_ = reader.text();

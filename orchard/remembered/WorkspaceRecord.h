@@ -1,9 +1,9 @@
-// What a list of the workspace tells, with the states of all files that it comes from, as one text:
+// Holds the data of a workspace list, with the states of all files that it comes from, as one text:
 //
 //     the mark of the format and of the program's version, a hash of what follows
 //     the project file and its state
-//     the units that have to be loaded for properties to be looked up
-//     of each unit: kind, state, names, header, and the state of its file
+//     the units that must be loaded before properties can be looked up
+//     for each unit: kind, state, names, header, and the state of its file
 #pragma once
 
 #include "orchard/model/ElementId.h"
@@ -11,6 +11,7 @@
 #include "orchard/model/FileState.h"
 #include "orchard/remembered/RecordText.h"
 #include "orchard/storage/Projects.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <chrono>
 #include <cstdint>
@@ -31,27 +32,27 @@ struct RecordedUnit {
     std::string_view path; ///< as in UnitRow
     std::string_view file; ///< as in UnitRow
     std::string_view header;
-    FileState fileState; ///< not known for a unit that is not to be loaded
+    FileState fileState; ///< unknown for a unit that is not to be loaded
 };
 
 class WorkspaceRecord {
   public:
-    /// Of a project as it was opened from `openedAt` on. Nothing if that can't be told from its files again: if
-    /// one is missing or broken, if something is modified, or if a file was changed so shortly before the opening
-    /// that a later change could bear the same time.
+    /// Makes the record of a project whose opening began at `openedAt`. Returns nothing if the project can't be
+    /// restored from its files: if one is missing or broken, if something is modified, or if a file was changed so
+    /// shortly before the opening that a later change could have the same time.
     [[nodiscard]] static std::optional<WorkspaceRecord> of(const IProject &project,
                                                            std::chrono::system_clock::time_point openedAt);
-    /// From a text that was written; nothing if it is damaged, or of another format.
+    /// Reads a record from its text; returns nothing if the text is damaged or of another format.
     [[nodiscard]] static std::optional<WorkspaceRecord> from(std::string text);
 
     [[nodiscard]] const std::string &text() const { return text_; }
     [[nodiscard]] std::string_view projectFile() const { return projectFile_; }
     [[nodiscard]] const std::unordered_set<ElementId> &needed() const { return needed_; }
-    /// Whether the project file and those of all units are as they were. Progress and cancelling as in opening;
+    /// Whether the project file and the files of all units are unchanged. Progress and cancelling as in opening;
     /// false when cancelled.
     [[nodiscard]] bool isUpToDate(const OpenOptions &options) const;
 
-    /// The units in model order; false from `visit` ends it, and is what comes back.
+    /// Visits the units in model order; false from `visit` stops it and is returned.
     template <class VISIT> bool visitUnits(VISIT &&visit) const {
         RecordReader reader(units());
         for (std::uint64_t left = unitCount_; left > 0; --left) {

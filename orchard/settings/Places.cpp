@@ -15,11 +15,6 @@ namespace orchard {
 namespace fs = std::filesystem;
 namespace {
 
-fs::path fromEnvironment(const char *name) {
-    const char *const value = std::getenv(name);
-    return value == nullptr ? fs::path() : fs::path(value);
-}
-
 /// The directory of the library or program that holds this code.
 fs::path directoryOfThisCode() {
     Dl_info info{};
@@ -31,8 +26,8 @@ fs::path directoryOfThisCode() {
     return error ? fs::path() : file.parent_path();
 }
 
-/// What ORCHARD_SHARE names, seen from the directory that was the current one when the name was first met. A name
-/// of nothing is told then.
+/// The directory that ORCHARD_SHARE names, relative to the current directory at the first call with that name.
+/// Reports a name that is not a directory.
 fs::path namedShare(const fs::path &name) {
     static std::mutex guard;
     static std::map<std::string, fs::path> known;
@@ -50,31 +45,21 @@ fs::path namedShare(const fs::path &name) {
             return place;
         }
     }
-    // Outside the lock, as telling may come back here.
+    // Outside the lock, because reporting may call this function again.
     const std::string text = "ORCHARD_SHARE names " + place.string() + ", which is not a directory.";
     LogTrace::Log(LogTrace::Log::cm).Min("orchard/settings", 0, text);
     static_cast<void>(notifyUserAndAsk(text, MB_ICONEXCLAMATION, 0, messageLevelDefault));
     return place;
 }
 
-/// The user's directory for one purpose, as the XDG base directories have it: relative names don't
-/// count.
-fs::path belowHome(const char *variable, const char *usual) {
-    if (const fs::path named = fromEnvironment(variable); named.is_absolute()) {
-        return named / "orchard";
-    }
-    const fs::path home = fromEnvironment("HOME");
-    return home.empty() ? fs::path() : home / usual / "orchard";
-}
-
 } // namespace
 
 fs::path shareDirectory() {
-    if (const fs::path named = fromEnvironment("ORCHARD_SHARE"); !named.empty()) {
+    if (const char *const named = std::getenv("ORCHARD_SHARE"); named != nullptr && *named != '\0') {
         return namedShare(named);
     }
     std::vector<fs::path> candidates;
-    // A library may stand two levels below the prefix, as in lib/x86_64-linux-gnu.
+    // A library may be two levels below the prefix, as in lib/x86_64-linux-gnu.
     fs::path at = directoryOfThisCode();
     for (int level = 0; level < 3 && at.has_relative_path(); ++level) {
         at = at.parent_path();
@@ -89,9 +74,5 @@ fs::path shareDirectory() {
     }
     return {};
 }
-
-fs::path userDirectory() { return belowHome("XDG_CONFIG_HOME", ".config"); }
-
-fs::path cacheDirectory() { return belowHome("XDG_CACHE_HOME", ".cache"); }
 
 } // namespace orchard

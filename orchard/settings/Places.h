@@ -1,4 +1,4 @@
-// Where the reference host finds what is installed with it and what belongs to the user.
+// Finds what is installed with the reference host.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -7,19 +7,11 @@
 
 namespace orchard {
 
-/// The directory of the installed property sets, headers and samples, "$OQROOT" in a template: what the
-/// environment variable ORCHARD_SHARE names, a relative name being seen from what was the current directory at the
-/// first call, and a name of no directory being told once; else "share/orchard" beside the directory of the
-/// library or program, in a build tree as in an installation; else the place that it was to be installed to. Empty
-/// if none of these is a directory.
+/// Returns the directory of the installed property sets, headers and samples, "$OQROOT" in a template. The
+/// environment variable ORCHARD_SHARE names it, relative to the current directory at the first call; a name that
+/// is not a directory is reported once. Without such a directory it is "share/orchard" beside the directory of the
+/// library or program, in a build tree as in an installation; else the planned place of installation. Empty if
+/// none of these is a directory.
 ORCHARD_API std::filesystem::path shareDirectory();
-
-/// The user's configuration directory, "orchard" below XDG_CONFIG_HOME or below ~/.config. It may not exist. Empty
-/// without a home directory.
-ORCHARD_API std::filesystem::path userDirectory();
-
-/// The directory of what can be made anew at any time, "orchard" below XDG_CACHE_HOME or below ~/.cache. It may
-/// not exist. Empty without a home directory.
-ORCHARD_API std::filesystem::path cacheDirectory();
 
 } // namespace orchard

@@ -3,7 +3,7 @@
 #include "CM/host/LogTrace.h"
 #include "CM/host/Messages.h"
 #include "CM/host/Utilities.h"
-#include "orchard/settings/Places.h"
+#include "orchard/base/UserDirectories.h"
 #include "orchard/settings/TomlFile.h"
 
 #include <cstdlib>
@@ -27,7 +27,7 @@ void take(Settings &settings, const toml::table &table, const std::string &name,
         if (entries == nullptr) {
             problems.push_back(placeIn(name, section.source()) + ": the setting '" +
                                std::string(sectionName.str()) +
-                               "' stands outside a section; write [General] above it");
+                               "' is outside a section; write [General] above it");
             continue;
         }
         for (const auto &[key, value] : *entries) {
@@ -39,13 +39,13 @@ void take(Settings &settings, const toml::table &table, const std::string &name,
                 settings.set(sectionName.str(), key.str(), truth->get() ? "TRUE" : "FALSE");
             } else {
                 problems.push_back(placeIn(name, value.source()) + ": the setting '" + std::string(key.str()) +
-                                   "' must be a text, a whole number, true or false");
+                                   "' must be a text, an integer, true or false");
             }
         }
     }
 }
 
-/// A file that is named and missing is a mistake; the user's own need not be there.
+/// Reads the file that ORCHARD_SETTINGS names, which must exist, or else the user's own, which need not.
 Settings standardSettings(std::vector<std::string> &problems) {
     const std::filesystem::path file = Settings::standardFile();
     std::error_code error;
@@ -107,11 +107,11 @@ std::filesystem::path Settings::standardFile() {
 Settings &settingsInForce() {
     static std::vector<std::string> problems;
     static Settings settings = standardSettings(problems);
-    // Telling may come back here, so the problems are taken off first.
+    // Reporting may call this function again, so the problems are removed first.
     for (const std::string &problem : std::exchange(problems, {})) {
         LogTrace::Log(LogTrace::Log::cm).Min("orchard/settings", 0, problem);
-        static_cast<void>(notifyUserAndAsk("The settings can't be used as they stand.\n" + problem,
-                                           MB_ICONEXCLAMATION, 0, messageLevelDefault));
+        static_cast<void>(notifyUserAndAsk("The settings can't be used.\n" + problem, MB_ICONEXCLAMATION, 0,
+                                           messageLevelDefault));
     }
     return settings;
 }
@@ -129,7 +129,7 @@ int oqGetEnvVar(const CString &section, const CString &key, CString &value, CStr
     }
     value = *found;
     if (second != nullptr) {
-        second->Empty(); // a setting has one value here
+        second->Empty(); // a setting has one value in this host
     }
     return 1;
 }

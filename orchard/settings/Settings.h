@@ -1,4 +1,4 @@
-// The environment settings: the switches that oqGetEnvVar reads.
+// Reads the environment settings: the switches that oqGetEnvVar returns.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -12,21 +12,21 @@
 
 namespace orchard {
 
-/// Settings by section and key, which compare without regard to case.
+/// Holds settings by section and key, ignoring case in both.
 class ORCHARD_API Settings {
   public:
-    /// Reads a TOML text with a table for each section. Values are texts, numbers, and true and false, which are
-    /// taken as "TRUE" and "FALSE". What can't be used is told in `problems` with its place, and the rest counts;
-    /// a text that is no TOML gives no settings at all.
+    /// Reads a TOML text with a table for each section. Values are texts, numbers, or true and false, which are
+    /// read as "TRUE" and "FALSE". Reports each unusable value in `problems` with its place and reads the rest;
+    /// returns no settings for a text that is not TOML.
     static Settings parse(std::string_view text, const std::string &name, std::vector<std::string> &problems);
-    /// Reads a file; one that doesn't exist gives no settings and no problem.
+    /// Reads a file; one that doesn't exist yields no settings and no problem.
     static Settings read(const std::filesystem::path &file, std::vector<std::string> &problems);
 
     /// The value, or null.
     [[nodiscard]] const std::string *find(std::string_view section, std::string_view key) const;
     void set(std::string_view section, std::string_view key, std::string_view value);
 
-    /// The file that counts: what the environment variable ORCHARD_SETTINGS names, else settings.toml of the
+    /// The file in use: the one that the environment variable ORCHARD_SETTINGS names, else settings.toml in the
     /// user's configuration directory.
     static std::filesystem::path standardFile();
 
@@ -35,10 +35,10 @@ class ORCHARD_API Settings {
     NoCaseMap<NoCaseMap<std::string>> sections_;
 };
 
-/// The settings that oqGetEnvVar answers from. They are read from the standard file at the first call; what
-/// is wrong with the file is told once on the log and to the user.
+/// The settings that oqGetEnvVar uses, read from the standard file at the first call. The problems of the file are
+/// reported once, on the log and to the user.
 ORCHARD_API Settings &settingsInForce();
-/// Sets one for the rest of the process, such as for a command-line switch.
+/// Overrides a setting until the process ends, for example for a command-line switch.
 ORCHARD_API void overrideSetting(std::string_view section, std::string_view key, std::string_view value);
 
 } // namespace orchard

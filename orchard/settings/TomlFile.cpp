@@ -1,9 +1,7 @@
 #include "orchard/settings/TomlFile.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iterator>
+#include "CM/platform/Files.h"
+
 #include <system_error>
 
 namespace orchard {
@@ -27,19 +25,16 @@ std::optional<toml::table> readToml(const std::filesystem::path &file, std::stri
         problem = file.string() + ": it is not a regular file that can be read";
         return std::nullopt;
     }
-    std::ifstream stream(file, std::ios::binary);
-    std::string text(largestTomlFile + 1, '\0');
-    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(stream.gcount()));
-    if (stream.bad() || (!stream.eof() && !stream)) {
-        problem = file.string() + ": " + std::strerror(errno);
+    const auto text = platform::readFile(file.string(), largestTomlFile + 1);
+    if (!text) {
+        problem = file.string() + ": " + platform::lastErrorText().str();
         return std::nullopt;
     }
-    if (text.size() > largestTomlFile) {
+    if (text->size() > largestTomlFile) {
         problem = file.string() + ": it is larger than " + std::to_string(largestTomlFile >> 10U) + " KiB";
         return std::nullopt;
     }
-    return parseToml(text, file.string(), problem);
+    return parseToml(*text, file.string(), problem);
 }
 
 } // namespace orchard

@@ -1,7 +1,8 @@
-// The host's free functions on places, files and the system.
+// Implements the host's free functions on places, files and the system.
 #include "CM/host/Utilities.h"
 
 #include "CM/platform/Files.h"
+#include "CM/platform/PathText.h"
 #include "orchard/settings/Places.h"
 
 #include <array>
@@ -69,7 +70,7 @@ CString oqGetFullPathOfDirectory(const CString &directory, CString &error) {
     if (directory.IsEmpty()) {
         CString current = platform::currentDirectory();
         if (current.IsEmpty()) {
-            error = "The current directory can't be told: " + platform::lastErrorText();
+            error = "The current directory is unknown: " + platform::lastErrorText();
         }
         return current;
     }
@@ -86,12 +87,7 @@ CString oqGetFullPathOfDirectory(const CString &directory, CString &error) {
     return full.data();
 }
 
-bool oqIsAbsolutePath(const CString &path) {
-    const char first = path.GetAt(0);
-    const bool hasDrive = ((first >= 'a' && first <= 'z') || (first >= 'A' && first <= 'Z')) &&
-                          path.GetAt(1) == ':' && (path.GetAt(2) == '/' || path.GetAt(2) == '\\');
-    return first == '/' || first == '\\' || hasDrive;
-}
+bool oqIsAbsolutePath(const CString &path) { return platform::isAbsolutePath(path); }
 
 bool oqFileExist(const CString &path) { return platform::fileExists(path); }
 
@@ -123,7 +119,7 @@ int oqMoveFileEx(const CString &from, const CString &to, int flags) {
 }
 
 void ParseToDirFileNameAndExtension(const CString &path, CString &directory, CString &file, CString &extension) {
-    // The results may be the path itself.
+    // A result may be the same variable as the path.
     const CString whole = path; // NOLINT(performance-unnecessary-copy-initialization)
     const int separator = whole.ReverseFindOneOf("/\\");
     const CString name = whole.Mid(separator + 1);
@@ -133,7 +129,7 @@ void ParseToDirFileNameAndExtension(const CString &path, CString &directory, CSt
     extension = dot < 0 ? CString() : name.Mid(dot);
 }
 
-// This host translates no hardware faults into exceptions, so there is nothing to turn off and on;
-// platform::runGuarded survives them.
+// This host translates no hardware faults into exceptions, so there is nothing to switch; platform::runGuarded
+// survives them.
 void OQ_disableSE() {}
 void OQ_enableSE() {}

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::size_t largestHeader = std::size_t{1} << 20U;
 
-/// Every new file asks for its header, so the same trouble is told once.
+/// Reports a problem with a file once, because every new file needs its header.
 void tellOnce(const std::string &path, const std::string &why) {
     static std::set<std::string> told;
     if (!told.insert(path).second) {
@@ -29,11 +29,6 @@ void tellOnce(const std::string &path, const std::string &why) {
     const std::string text = "New files get no header from " + path + " (property HeaderFile): " + why + ".";
     LogTrace::Log(LogTrace::Log::cm).Min("orchard/storage", 0, text);
     static_cast<void>(notifyUserAndAsk(text, MB_ICONEXCLAMATION, 0, messageLevelDefault));
-}
-
-IBaseCMFacade *&facadeInForce() {
-    static IBaseCMFacade *facade = nullptr;
-    return facade;
 }
 
 /// The property that names the file, or null.
@@ -49,7 +44,7 @@ const IProperty *headerFileOf(const Element &element) {
 struct Found {
     std::string path; ///< for messages
     std::string text;
-    const char *fault = nullptr; ///< why there is no text, if that is worth telling
+    const char *fault = nullptr; ///< why there is no text, if the user should know
 };
 
 Found foundByHost(const Element &element) {
@@ -68,8 +63,9 @@ Found foundByHost(const Element &element) {
     return {path.str(), std::move(text.text), isRead ? nullptr : "it can't be read"};
 }
 
-/// What the library has for the active project, so that all who ask it see what new files get. It doesn't tell why
-/// it has nothing: where the host can read the file, that is empty on purpose.
+/// The header that the library finds for the active project, so that everything that asks the library sees what
+/// new files get. The library reports no reason for an empty text; if the host can read the file, the empty text
+/// is intended.
 Found foundByLibrary(IBaseCMFacade &facade, const Element &element) {
     std::string text = facade.getTheDefaultHeader().str();
     if (!text.empty()) {
@@ -85,10 +81,6 @@ Found foundByLibrary(IBaseCMFacade &facade, const Element &element) {
 
 } // namespace
 
-void setCMFacade(IBaseCMFacade *facade) { facadeInForce() = facade; }
-
-IBaseCMFacade *cmFacade() { return facadeInForce(); }
-
 std::string defaultHeaderOf(const Element &element) {
     const bool isActive = element.model() != nullptr && element.model() == Workspace::instance().active();
     IBaseCMFacade *const facade = isActive ? cmFacade() : nullptr;
@@ -102,7 +94,7 @@ std::string defaultHeaderOf(const Element &element) {
         return {};
     }
     if (found.text.find("-->") != std::string::npos || faultOfValue(found.text)) {
-        tellOnce(found.path, "it holds \"-->\", a control character or text that is no UTF-8");
+        tellOnce(found.path, "it holds \"-->\", a control character or text that is not UTF-8");
         return {};
     }
     while (found.text.ends_with('\n') || found.text.ends_with('\r')) {

@@ -1,4 +1,4 @@
-// The header that a new unit file gets.
+// Returns the header that a new unit file gets.
 #pragma once
 
 #include "orchard/model/Element.h"
@@ -7,8 +7,8 @@
 
 namespace orchard {
 
-/// The text of the file that the property HeaderFile of the element's CM tool names, or the empty text. In the
-/// active project it is what the library finds, where there is one (see LibraryFacade.h).
+/// The text of the file that the property HeaderFile of the element's CM tool names, or an empty text. In the
+/// active project the library provides it if there is one (see LibraryFacade.h).
 [[nodiscard]] std::string defaultHeaderOf(const Element &element);
 
 } // namespace orchard

@@ -2,10 +2,12 @@
 
 #include "CM/host/LogTrace.h"
 #include "CM/host/Messages.h"
+#include "CM/platform/AtomicFile.h"
+#include "CM/platform/Files.h"
 #include "orchard/model/Paths.h"
-#include "orchard/storage/AtomicFile.h"
 #include "orchard/storage/DefaultHeader.h"
 #include "orchard/storage/FileText.h"
+#include "orchard/storage/HeaderFile.h"
 #include "orchard/storage/UnitHeader.h"
 #include "orchard/storage/UnitWriter.h"
 
@@ -16,7 +18,8 @@ namespace orchard {
 
 namespace {
 
-/// Why the unit can't be written over the file, whose text comes back; empty, too, where there is none.
+/// Why the unit can't be written over the file; empty if it can. `present` receives the file's text, which is
+/// empty if there is no file.
 std::string faultOfWriting(const UnitElement &unit, const std::string &path, FileText &present) {
     if (isWriteProtected(path)) {
         return "the file is read-only; check the unit out with a lock first";
@@ -34,6 +37,10 @@ std::string faultOfWriting(const UnitElement &unit, const std::string &path, Fil
 }
 
 } // namespace
+
+bool isWriteProtected(const std::string &path) {
+    return platform::fileExists(path) && !platform::hasWritePermission(path);
+}
 
 std::string faultOfSaving(const UnitElement &unit) {
     if (unit.isRecursive(UnitElement::reference)) {
@@ -78,10 +85,10 @@ bool DiskStorage::save(UnitElement &unit, const std::string &path, std::string &
         return false;
     }
     if (own && !there) {
-        std::error_code ignored; // the writing tells of it
+        std::error_code ignored; // if this fails, the writing reports it
         std::filesystem::create_directories(directoryOfPath(path), ignored);
     }
-    error = writeWholeFile(path, text);
+    error = platform::writeWholeFile(path, text);
     if (error.empty() && own) {
         unit.setBodyHash(bodyHashOf(text));
     }
@@ -102,8 +109,8 @@ bool DiskStorage::readHeader(const UnitElement &unit, std::string &header, bool 
         return toldOf_.insert(path).second;
     };
     if (!quietly && isNew()) {
-        const std::string text = "The header of " + path + " could not be read anew: " + read.fault +
-                                 ". The version and the locker of '" + unit.name() + "' are shown as before.";
+        const std::string text = "The header of " + path + " could not be read again: " + read.fault +
+                                 ". The version and the locker of '" + unit.name() + "' are unchanged.";
         LogTrace::Log(LogTrace::Log::cm).Min("orchard/storage", 0, text);
         notifyUser(text, messageLevelDefault);
     }

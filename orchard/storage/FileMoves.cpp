@@ -26,7 +26,7 @@ int moveWithoutReplacing(const std::string &from, const std::string &to) {
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
         return 0;
     }
-    if (errno == EINVAL || errno == ENOSYS) { // not every file system can
+    if (errno == EINVAL || errno == ENOSYS) { // not every file system supports it
         if (isThere(to)) {
             return EEXIST;
         }
@@ -42,7 +42,7 @@ int moveWithoutReplacing(const std::string &from, const std::string &to) {
 
 namespace {
 
-/// Whether what is at the new place is the unit's file, as a tool may have copied it.
+/// Whether the file at the new place is the unit's own, for example copied there by a tool.
 bool isCopy(const FileMoves::Entry &entry) {
     FileText copy;
     FileText original;
@@ -67,13 +67,13 @@ void FileMoves::add(UnitElement &unit, std::string from, std::string to, std::op
     entries_.push_back({&unit, std::move(from), std::move(to), directory});
 }
 
-/// Under its new name in the old directory.
+/// The file with its new name in the old directory.
 std::string FileMoves::halfWayPlace(const Entry &entry) const {
     const Directory &directory = directories_[*entry.directory];
     return directory.from + entry.to.substr(directory.to.size());
 }
 
-/// Under its old name in the new directory.
+/// The file with its old name in the new directory.
 std::string FileMoves::placeInMoved(const Entry &entry) const {
     const Directory &directory = directories_[*entry.directory];
     return directory.to + entry.from.substr(directory.from.size());
@@ -81,7 +81,7 @@ std::string FileMoves::placeInMoved(const Entry &entry) const {
 
 void FileMoves::findFaults(std::vector<std::pair<const UnitElement *, std::string>> &faults) const {
     for (const Entry &entry : entries_) {
-        // Where only the new one is there, a tool has moved it already.
+        // If only the new one exists, a tool has moved it already.
         if (!entry.directory && isThere(entry.to) && isThere(entry.from)) {
             faults.emplace_back(entry.unit, "there is a file " + entry.to + " already");
         }
@@ -143,7 +143,7 @@ bool FileMoves::any(State state) const {
     return std::ranges::any_of(entries_, [state](const Entry &entry) { return entry.state == state; });
 }
 
-/// True if the directory went as one, with the files that no unit has.
+/// Returns whether the directory was moved as one, with the files that belong to no unit.
 bool FileMoves::moveWhole(const Directory &directory) {
     const auto isAhead = [this](std::size_t at) {
         const State state = entries_[at].state;
@@ -152,7 +152,7 @@ bool FileMoves::moveWhole(const Directory &directory) {
     if (!std::ranges::all_of(directory.entries, isAhead) || !isThere(directory.from)) {
         return false;
     }
-    // A CM tool may have made the directory without moving anything into it.
+    // A CM tool may have created the directory without moving anything into it.
     static_cast<void>(::rmdir(directory.to.c_str()));
     if (moveWithoutReplacing(directory.from, directory.to) != 0) {
         return false;
@@ -162,7 +162,7 @@ bool FileMoves::moveWhole(const Directory &directory) {
 }
 
 bool FileMoves::moveOne(const std::string &from, const std::string &to, Problems &problems) {
-    std::error_code ignored; // the moving tells of it
+    std::error_code ignored; // if this fails, the move reports it
     std::filesystem::create_directories(directoryOfPath(to), ignored);
     if (const int error = moveWithoutReplacing(from, to); error != 0) {
         problems.push_back({from, 0, 0, "the file can't be moved to " + to + ": " + std::strerror(error)});
@@ -210,7 +210,7 @@ void FileMoves::takeBack(Problems &problems) {
     }
     moved_.clear();
     for (auto at = made_.rbegin(); at != made_.rend(); ++at) {
-        static_cast<void>(::rmdir(at->c_str())); // unless something has come into it
+        static_cast<void>(::rmdir(at->c_str())); // fails if something was added to it
     }
     made_.clear();
 }

@@ -1,5 +1,4 @@
-// Files that go from one place to another, some of which somebody else may have moved already. No file is ever
-// written over.
+// Moves files, some of which a tool may have moved already. Never overwrites a file.
 #pragma once
 
 #include "orchard/model/UnitElement.h"
@@ -17,20 +16,20 @@ class FileMoves {
   public:
     enum class State {
         open,    ///< the file is where it was
-        done,    ///< it is at its new place
-        halfWay, ///< it has its new name, in the directory that is yet to be moved
-        both,    ///< there is one at either place, both the unit's
+        done,    ///< the file is at its new place
+        halfWay, ///< it has its new name, in the directory that has not been moved yet
+        both,    ///< there is a file at each place, both the unit's
         blocked, ///< something else is at its new place
-        lost,    ///< it was there when makeRoom() looked, and is at none of these places
-        none,    ///< there is no file, as of a unit that was never saved
+        lost,    ///< it was there when makeRoom() looked, and is at none of these places now
+        none,    ///< there is no file, for example of a unit that was never saved
     };
     struct Entry {
         UnitElement *unit;
         std::string from;
         std::string to;
-        std::optional<std::size_t> directory; ///< the one that it goes with
+        std::optional<std::size_t> directory; ///< the directory that it moves with
         State state = State::none;
-        bool wasThere = false; ///< when makeRoom() looked
+        bool wasThere = false; ///< at the time of makeRoom()
         bool byUs = false;     ///< moved by carryOut()
         bool failed = false;   ///< carryOut() could not move it
     };
@@ -39,19 +38,19 @@ class FileMoves {
     void add(UnitElement &unit, std::string from, std::string to, std::optional<std::size_t> directory);
     [[nodiscard]] const std::vector<Entry> &entries() const { return entries_; }
 
-    /// Why a move can't be made, by what is on disk now: appended with the unit that it is about.
+    /// Appends the reasons why a move can't be made, given what is on disk now, each with its unit.
     void findFaults(std::vector<std::pair<const UnitElement *, std::string>> &faults) const;
 
-    /// Makes the directories that files and directories go into, and remembers those for takeBack(); notes which
-    /// files are there.
+    /// Creates the directories that files and directories move into, remembers them for takeBack(), and notes
+    /// which files exist.
     void makeRoom();
-    /// Looks where each file is.
+    /// Finds out where each file is.
     void look();
-    /// Whether a file is in the state, as look() has seen it.
+    /// Whether any file is in this state, as of the last look().
     [[nodiscard]] bool any(State state) const;
-    /// Moves the files that are open. False if one stays where it is, which is told.
+    /// Moves the files that are still open. Returns false and adds a problem if one can't be moved.
     [[nodiscard]] bool carryOut(Problems &problems);
-    /// Moves back what carryOut() has moved, and takes away the directories that are empty again.
+    /// Moves back what carryOut() moved, and removes the directories that are empty again.
     void takeBack(Problems &problems);
 
   private:
@@ -71,9 +70,9 @@ class FileMoves {
     std::vector<std::string> made_;
 };
 
-/// Whether something of the name is there, if only a link that leads nowhere.
+/// Whether something of this name exists, even if only a dangling link.
 [[nodiscard]] bool isThere(const std::string &path);
-/// 0, or the number of the system's error. A target that is there is one.
+/// Returns 0, or the number of the system's error. An existing target is an error.
 [[nodiscard]] int moveWithoutReplacing(const std::string &from, const std::string &to);
 
 } // namespace orchard

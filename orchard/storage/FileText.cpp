@@ -9,7 +9,7 @@
 
 namespace orchard {
 
-// Without waiting: a pipe in a file's place must not stop the program.
+// Non-blocking: a pipe in place of the file must not stop the program.
 OpenFile::OpenFile(const std::string &path) : fd_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
     struct stat state {};
     if (fd_ < 0 || ::fstat(fd_, &state) != 0) {
@@ -18,7 +18,7 @@ OpenFile::OpenFile(const std::string &path) : fd_(::open(path.c_str(), O_RDONLY 
         return;
     }
     if (!S_ISREG(state.st_mode)) {
-        fault_ = "it is no regular file";
+        fault_ = "it is not a regular file";
         return;
     }
     readOnly_ = (state.st_mode & S_IWUSR) == 0;
@@ -38,7 +38,7 @@ void OpenFile::failed() {
 
 bool OpenFile::readUpTo(std::size_t bytes, std::string &text) {
     std::size_t have = text.size();
-    // One byte more than the size is asked for, so that the end shows itself in the same call.
+    // Asks for one byte more than the size, so that the same call detects the end of the file.
     text.resize(std::max(have, std::min(bytes, size_ + 1)));
     bool ended = false;
     while (have < text.size() && !ended) {
@@ -66,6 +66,7 @@ FileRead FileText::read(const std::string &path, std::size_t limit) {
         return FileRead::failed;
     };
     if (file.isMissing()) {
+        fault = "the file is missing";
         return FileRead::missing;
     }
     if (!file.fault().empty()) {
@@ -87,7 +88,7 @@ FileRead FileText::read(const std::string &path, std::size_t limit) {
 Problem problemAt(const std::string &file, std::string_view text, const Fault &fault) {
     const std::string_view before = text.substr(0, std::min(fault.offset, text.size()));
     const auto lines = std::ranges::count(before, '\n');
-    const std::size_t lineStart = before.rfind('\n') + 1; // no line end: 0
+    const std::size_t lineStart = before.rfind('\n') + 1; // 0 if there is no line end
     return {file, static_cast<int>(lines) + 1, static_cast<int>(before.size() - lineStart) + 1, fault.text};
 }
 

@@ -1,4 +1,4 @@
-// Reading a whole file with few system calls, and naming places in its text.
+// Reads a complete file with few system calls, and names places in its text.
 #pragma once
 
 #include "orchard/model/FileState.h"
@@ -13,23 +13,23 @@ namespace orchard {
 /// Larger unit files are refused.
 constexpr std::size_t largestUnitFile = std::size_t{64} << 20U;
 
-/// A regular file, read from its start on.
+/// A regular file, read from its start.
 class OpenFile {
   public:
-    /// See fault(). What is no regular file is not waited for.
+    /// Check fault() afterwards. Anything but a regular file is refused without waiting for it.
     explicit OpenFile(const std::string &path);
     ~OpenFile();
     OpenFile(const OpenFile &) = delete;
     OpenFile &operator=(const OpenFile &) = delete;
 
     [[nodiscard]] bool isMissing() const { return isMissing_; }
-    /// Why nothing can be read, in words that end a sentence; empty as long as all goes well.
+    /// Why nothing can be read, in words that end a sentence; empty while there is no error.
     [[nodiscard]] const std::string &fault() const { return fault_; }
     [[nodiscard]] std::size_t size() const { return size_; }
     [[nodiscard]] bool isReadOnly() const { return readOnly_; }
     [[nodiscard]] const FileState &state() const { return state_; }
-    /// Goes on reading until `text`, which must hold what was read before, has `bytes` bytes. True if the file has
-    /// ended by then.
+    /// Continues reading until `text`, which must hold what was read before, has `bytes` bytes. Returns true if
+    /// the end of the file was reached by then.
     [[nodiscard]] bool readUpTo(std::size_t bytes, std::string &text);
 
   private:
@@ -46,10 +46,10 @@ class OpenFile {
 enum class FileRead { done, missing, failed };
 
 struct FileText {
-    std::string text; ///< kept from one read to the next, so that its memory is reused
+    std::string text; ///< kept between reads, so that its memory is reused
     bool readOnly = false;
-    FileState state;   ///< from before the text was read
-    std::string fault; ///< why reading failed
+    FileState state;   ///< just before the text was read
+    std::string fault; ///< why nothing was read
 
     /// Reads a regular file of at most `limit` bytes.
     FileRead read(const std::string &path, std::size_t limit = largestUnitFile);
@@ -61,7 +61,7 @@ struct Fault {
     std::string text;
 };
 
-/// The fault with line and column worked out from the whole text of the file.
+/// Makes a problem of the fault; line and column are computed from the complete text of the file.
 [[nodiscard]] Problem problemAt(const std::string &file, std::string_view text, const Fault &fault);
 
 } // namespace orchard

@@ -1,4 +1,4 @@
-// Large models for trying out: areas with a directory each, lines in them, machines in the lines.
+// Generates large models for experiments: areas with a directory each, lines in them, machines in the lines.
 #include "orchard/storage/ProjectBuilder.h"
 
 #include <array>

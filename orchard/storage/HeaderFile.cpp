@@ -1,4 +1,5 @@
-// Reading the header of a file without reading the file.
+#include "orchard/storage/HeaderFile.h"
+
 #include "orchard/storage/FileText.h"
 #include "orchard/storage/UnitHeader.h"
 
@@ -50,7 +51,7 @@ HeaderRead readFirstLinesOf(const std::string &path) {
         return {};
     }
     if (!isWhole) {
-        part.resize(part.rfind('\n') + 1); // no line end: nothing
+        part.resize(part.rfind('\n') + 1); // nothing remains without a line end
     }
     return {std::move(part), {}};
 }

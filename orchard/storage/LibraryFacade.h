@@ -1,4 +1,4 @@
-// The library behind the host, where a program has one.
+// Gives the host access to the library, in programs that have one.
 #pragma once
 
 #include "CM/host/IBaseCMFacade.h"
@@ -6,12 +6,12 @@
 
 namespace orchard {
 
-/// Sets what the host asks for the default header of new unit files of the active project from now on. It must
-/// live until it is replaced; null for none: then the host reads the file itself, of which only "$OQROOT" is
-/// replaced. That is also what it does for a project that is not the active one, such as one that is being made.
+/// Sets the library object that provides the default header of new unit files of the active project. It must live
+/// until it is replaced. With null, the host reads the file itself and replaces only "$OQROOT", as it does for a
+/// project that is not active, such as one that is being created.
 ORCHARD_API void setCMFacade(IBaseCMFacade *facade);
 
-/// Null if there is none.
+/// Returns null if there is none.
 [[nodiscard]] IBaseCMFacade *cmFacade();
 
 } // namespace orchard

@@ -2,59 +2,74 @@
 
 #include "orchard/model/Model.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orchard {
 
 namespace {
 
-/// Enough to know that much is wrong.
+/// Enough to show the extent of the damage.
 constexpr std::size_t mostProblems = 100;
 
 } // namespace
 
 Problem unloadedFor(const UnitElement &unit, Problem problem) {
     problem.text += "; the " + std::string(traitsOf(unit.kind()).tag) + " '" + unit.name() +
-                    "' stays unloaded until the file is mended, or fetched or checked out again";
+                    "' is not loaded until the file is fixed, or fetched or checked out again";
     return problem;
 }
 
 bool ModelLoader::load(UnitElement &unit) { return run(unit, nullptr); }
 bool ModelLoader::load(UnitElement &unit, const FileText &text) { return run(unit, &text); }
 
-bool ModelLoader::tellAndAsk(std::size_t done) {
+/// Reports progress and asks about cancelling from time to time; too many problems also stop the reading.
+bool ModelLoader::mayContinue() {
     constexpr std::size_t step = 256;
-    const std::size_t known = ahead_->asked() + 1;
-    if (done % step == 0 || done == known) {
+    if (taken_ % step == 0 || taken_ == listed_) {
         if (options_.progress) {
-            options_.progress(done, known);
+            options_.progress(taken_, listed_);
         }
         cancelled_ = options_.cancelled && options_.cancelled();
     }
-    return !cancelled_;
+    return !cancelled_ && problems_.size() < mostProblems;
 }
 
 bool ModelLoader::run(UnitElement &unit, const FileText *known) {
-    ReadAhead ahead(model_);
-    ahead_ = &ahead;
     first_ = &unit;
     known_ = known;
     UnitReader reader(model_);
-    ReadAhead::Handed next{&unit, known != nullptr ? reader.fill(unit, *known) : reader.read(unit)};
-    for (std::size_t done = 1; next.unit != nullptr; ++done) {
-        take(*next.unit, std::move(next.reading));
-        if (!tellAndAsk(done)) {
-            return false;
-        }
-        if (problems_.size() >= mostProblems) {
-            break;
-        }
-        next = ahead.next();
+    bool continues = take(unit, known != nullptr ? reader.fill(unit, *known) : reader.read(unit));
+    while (continues && !nextLevel_.empty()) {
+        std::vector<ListedUnit> level = std::exchange(nextLevel_, {});
+        continues = runLevel(level);
     }
-    return problems_.empty();
+    return continues && problems_.empty();
 }
 
-void ModelLoader::take(UnitElement &unit, UnitReading reading) {
+bool ModelLoader::runLevel(std::span<ListedUnit> level) {
+    // A wide level is read in parts, so that progress is shown and the user can cancel between them.
+    constexpr std::size_t most = 4096;
+    for (std::size_t at = 0; at < level.size(); at += most) {
+        const std::span<ListedUnit> part = level.subspan(at, std::min(most, level.size() - at));
+        readFiles(model_, part);
+        for (ListedUnit &listed : part) {
+            if (!take(*listed.unit, std::move(listed.reading))) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+/// Enters a unit that was read; returns false if the reading ends here.
+bool ModelLoader::take(UnitElement &unit, UnitReading reading) {
+    ++taken_;
+    enter(unit, std::move(reading));
+    return mayContinue();
+}
+
+void ModelLoader::enter(UnitElement &unit, UnitReading reading) {
     if (reading.outcome == UnitReading::missing && !looksAfterMissing(unit)) {
         return;
     }
@@ -62,11 +77,12 @@ void ModelLoader::take(UnitElement &unit, UnitReading reading) {
         return;
     }
     if (!admitContent(unit)) {
-        return; // what it lists would be wrong for the same reason, or lead back to it for ever
+        return; // the units it lists would be wrong for the same reason, or lead back to it endlessly
     }
     for (UnitElement *const listed : reading.listed) {
-        ahead_->ask(*listed, !wanted || wanted(*listed));
+        nextLevel_.push_back({listed, !wanted || wanted(*listed), {}});
     }
+    listed_ += reading.listed.size();
 }
 
 bool ModelLoader::looksAfterMissing(UnitElement &unit) {
@@ -77,12 +93,12 @@ bool ModelLoader::looksAfterMissing(UnitElement &unit) {
     if (!(missing && missing(unit)) && options_.warning) {
         options_.warning({unit.fullFileName(), 0, 0,
                           "the file of the " + std::string(traitsOf(unit.kind()).tag) + " '" + unit.name() +
-                              "' is missing; the unit stays unloaded until it is fetched"});
+                              "' is missing; the unit is not loaded until its file is fetched"});
     }
     return true;
 }
 
-/// A unit that is listed may stay a stub; the first one is what was asked for.
+/// Whether a failed unit may stay a stub: a listed one may, the first one is what the caller asked for.
 bool ModelLoader::staysUnloaded(UnitElement &unit, UnitReading &reading) {
     if (&unit != first_ && broken && broken(unit, reading.problem)) {
         return true;
@@ -91,8 +107,8 @@ bool ModelLoader::staysUnloaded(UnitElement &unit, UnitReading &reading) {
     return false;
 }
 
-/// Hands on the unit and the elements in its file. Units that it lists are handed on with their own files, and
-/// so their names are known by then.
+/// Passes on the unit and the elements in its file. The units that it lists are passed on with their own files,
+/// when their names are known.
 bool ModelLoader::admitContent(UnitElement &unit) {
     open_.assign(1, &unit);
     while (!open_.empty()) {
@@ -112,7 +128,7 @@ bool ModelLoader::admitContent(UnitElement &unit) {
     return true;
 }
 
-/// What is wrong with an element, with its place in the unit's file.
+/// Describes what is wrong with an element, with its place in the unit's file.
 Problem ModelLoader::problemOf(const UnitElement &unit, const Element &element, std::string why) const {
     const std::string path = unit.fullFileName();
     if (unit.is(UnitElement::stub)) {

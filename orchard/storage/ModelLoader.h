@@ -1,12 +1,14 @@
-// Reads unit files into elements: one, and all that it lists.
+// Reads a unit file, and all unit files that it lists, into elements.
 #pragma once
 
 #include "orchard/model/UnitElement.h"
 #include "orchard/storage/FileText.h"
+#include "orchard/storage/ParallelReading.h"
 #include "orchard/storage/Projects.h"
-#include "orchard/storage/ReadAhead.h"
 
+#include <cstddef>
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,22 +18,22 @@ class ModelLoader {
   public:
     ModelLoader(Model &model, const OpenOptions &options) : model_(model), options_(options) {}
 
-    // Called on the caller's thread, in the order in which files list units, whatever is read ahead.
-    /// Asked for each unit that a file lists, before its file is read; false leaves it a stub.
+    // All are called on the caller's thread, in the order in which files list units.
+    /// Called for each unit that a file lists, before its file is read; false leaves the unit a stub.
     std::function<bool(UnitElement &)> wanted;
-    /// Asked for each listed unit whose file is missing; true if it is looked after, and there is no warning.
+    /// Called for each listed unit whose file is missing; true suppresses the warning.
     std::function<bool(UnitElement &)> missing;
-    /// Asked for each listed unit whose file can't be read or holds something else, with what is wrong; true
-    /// leaves it a stub, and there is no problem.
+    /// Called, with the problem, for each listed unit whose file can't be read or contains something else; true
+    /// leaves the unit a stub without reporting the problem.
     std::function<bool(UnitElement &, const Problem &)> broken;
-    /// Told of each element once it stands whole; what it answers is a fault of the element ("" for none).
+    /// Called for each element once it is complete; returns a fault of the element ("" for none).
     std::function<std::string(Element &)> admit;
 
-    /// Reads the file of `unit` into it, then those of the units that it lists, and so on. All files are read,
-    /// also behind a broken one. A listed unit whose file is missing stays a stub, with a warning.
-    /// False if anything was wrong (see problems()) or if the reading was cancelled.
+    /// Reads the file of `unit` into it, then the files of the units that it lists, and so on level by level.
+    /// Reads all files, even after a broken one. A listed unit whose file is missing stays a stub, with a warning.
+    /// Returns false if anything was wrong (see problems()) or if the reading was cancelled.
     bool load(UnitElement &unit);
-    /// The same where the text of the unit's own file is known already.
+    /// The same, with the text of the unit's own file given.
     bool load(UnitElement &unit, const FileText &text);
 
     [[nodiscard]] Problems &problems() { return problems_; }
@@ -39,25 +41,29 @@ class ModelLoader {
 
   private:
     bool run(UnitElement &unit, const FileText *known);
-    void take(UnitElement &unit, UnitReading reading);
+    [[nodiscard]] bool runLevel(std::span<ListedUnit> level);
+    [[nodiscard]] bool take(UnitElement &unit, UnitReading reading);
+    void enter(UnitElement &unit, UnitReading reading);
     [[nodiscard]] bool looksAfterMissing(UnitElement &unit);
     [[nodiscard]] bool staysUnloaded(UnitElement &unit, UnitReading &reading);
     [[nodiscard]] bool admitContent(UnitElement &unit);
     [[nodiscard]] Problem problemOf(const UnitElement &unit, const Element &element, std::string why) const;
-    [[nodiscard]] bool tellAndAsk(std::size_t done);
+    [[nodiscard]] bool mayContinue();
 
     Model &model_;
     const OpenOptions &options_;
     Problems problems_;
     bool cancelled_ = false;
-    // While it runs:
+    // Used during load():
     UnitElement *first_ = nullptr;
-    const FileText *known_ = nullptr; ///< the text of the first one's file, if that was known
-    ReadAhead *ahead_ = nullptr;
-    std::vector<Element *> open_; ///< its memory is reused
+    const FileText *known_ = nullptr;   ///< the text of the first unit's file, if it was given
+    std::vector<ListedUnit> nextLevel_; ///< units listed by the files of the current level
+    std::size_t listed_ = 1;            ///< number of units known so far
+    std::size_t taken_ = 0;             ///< number of units read and entered so far
+    std::vector<Element *> open_;       ///< reused to save memory allocations
 };
 
-/// What the user is told of a unit that stays a stub because of what is wrong with its file.
+/// The message about a unit that stays a stub because of a problem with its file.
 [[nodiscard]] Problem unloadedFor(const UnitElement &unit, Problem problem);
 
 } // namespace orchard

@@ -1,4 +1,4 @@
-// Making projects: a small sample, and large ones for trying out.
+// Creates projects: a small sample, and large ones for experiments.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -14,16 +14,16 @@ struct NewProject {
     explicit operator bool() const { return error.empty(); }
 };
 
-/// Both take DIR/NAME or DIR/NAME.orp (DIR is made if need be) and refuse to write over an existing project. The
-/// CM tool, if one is given, is set on the project, and its default header stands at the top of every unit file.
-/// The project is written, not opened.
+/// Both take DIR/NAME or DIR/NAME.orp (DIR is created if needed) and refuse to overwrite an existing project. If a
+/// CM tool is given, it is set on the project, and its default header is at the top of every unit file. The
+/// project is written, but not opened.
 
 /// A pump-station controller: subsystems, one of them with a directory of its own, classes, a component with two
-/// configurations and code files, an embedded text file.
+/// configurations and code files, and an embedded text file.
 [[nodiscard]] ORCHARD_API NewProject createSampleProject(const std::string &path, const std::string &tool = {});
 
-/// `units` units with files of their own, besides the project, in nested subsystems. The same number gives the
-/// same model, byte for byte, whatever the directory.
+/// `units` units with files of their own, besides the project, in nested subsystems. The same number yields the
+/// same model, byte for byte, in any directory.
 [[nodiscard]] ORCHARD_API NewProject createGeneratedProject(const std::string &path, std::size_t units,
                                                             const std::string &tool = {});
 

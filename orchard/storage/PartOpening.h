@@ -1,4 +1,4 @@
-// Opening a project with few of its units loaded.
+// Opens a project with only a few of its units loaded.
 #pragma once
 
 #include "orchard/model/ElementId.h"
@@ -9,8 +9,8 @@
 
 namespace orchard {
 
-/// Opens a project as openProject() does, but loads the project unit and the named units only; those that are not
-/// listed by a loaded one are not known at all. Good for what asks no other unit, such as the look-up of
+/// Opens a project as openProject() does, but loads only the project unit and the named units; units that no
+/// loaded unit lists are not known at all. Suitable for queries that need no other unit, such as the look-up of
 /// properties.
 [[nodiscard]] OpenResult openPart(const std::string &path, const std::unordered_set<ElementId> &units);
 

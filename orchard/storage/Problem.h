@@ -1,4 +1,4 @@
-// A problem with a file, told so that its reader can find the place.
+// Describes a problem with a file and the place where it is.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -10,7 +10,7 @@ namespace orchard {
 
 struct ORCHARD_API Problem {
     std::string file; ///< full path
-    int line = 0;     ///< from 1; 0 where no place can be named
+    int line = 0;     ///< from 1; 0 if the problem has no place
     int column = 0;   ///< in bytes, from 1
     std::string text; ///< what is wrong and what was expected
 

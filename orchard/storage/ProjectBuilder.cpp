@@ -1,10 +1,10 @@
 #include "orchard/storage/ProjectBuilder.h"
 
 #include "CM/host/IPN.h"
+#include "CM/platform/AtomicFile.h"
 #include "CM/platform/Files.h"
 #include "orchard/model/Paths.h"
 #include "orchard/properties/PropertyTable.h"
-#include "orchard/storage/AtomicFile.h"
 #include "orchard/storage/DefaultHeader.h"
 #include "orchard/storage/DiskStorage.h"
 #include "orchard/storage/ProjectFile.h"
@@ -40,13 +40,12 @@ ProjectBuilder::ProjectBuilder(const std::string &path, const std::string &tool,
     root.setId(nextId_());
     root.setName(name);
     root.setFileName(name + traitsOf(Kind::project).extension);
-    fault_ =
-        path.empty() || isSeparator(path.back()) ? "it is no name of a file" : faultOfFileName(root.fileName());
+    fault_ = path.empty() || isSeparator(path.back()) ? "it is not a file name" : faultOfFileName(root.fileName());
     if (const auto odd = faultOfValue(name); fault_.empty() && odd) {
         fault_ = *odd;
     }
     if (!tool.empty()) {
-        for (const CString &metaclass : {IPN::CMGeneral, IPN::General}) { // in use, and for the way of adding
+        for (const CString &metaclass : {IPN::CMGeneral, IPN::General}) { // for use, and for adding to the archive
             root.makeProperties().set(IPN::CM, metaclass, IPN::CMTool, "String", tool);
         }
     }
@@ -127,14 +126,14 @@ std::string ProjectBuilder::writeAll() {
             std::filesystem::create_directories(unit->ownDirectory(), error);
         }
         if (writeUnit(*unit, header, text, fault)) {
-            fault = writeNewFile(unit->fullFileName(), text);
+            fault = platform::writeNewFile(unit->fullFileName(), text);
         }
         if (!fault.empty()) {
             fault = unit->fullFileName() + ": " + fault;
         }
     });
     for (const auto &[unit, content] : embedded_) {
-        fault = fault.empty() ? writeNewFile(unit->fullFileName(), content) : fault;
+        fault = fault.empty() ? platform::writeNewFile(unit->fullFileName(), content) : fault;
     }
     if (!fault.empty()) {
         return fault;
@@ -143,7 +142,7 @@ std::string ProjectBuilder::writeAll() {
     project.unitsDirectory = fileOfPath(model_->unitsDirectory());
     project.component = model_->activeComponent;
     project.configuration = model_->activeConfiguration;
-    const std::string why = writeWholeFile(file_, project.text());
+    const std::string why = platform::writeWholeFile(file_, project.text());
     return why.empty() ? why : file_ + ": " + why;
 }
 

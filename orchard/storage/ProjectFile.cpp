@@ -45,7 +45,7 @@ bool ProjectFile::parse(std::string_view text, Fault &fault) {
         };
         if (first) {
             if (line != firstLine) {
-                return refuse(0, "this is no project file of a format that this program reads; expected \"" +
+                return refuse(0, "this is not a project file in a format that this program reads; expected \"" +
                                      std::string(firstLine) + "\"");
             }
             first = false;
@@ -109,7 +109,7 @@ std::string ProjectFile::text() const {
 }
 
 std::string unitsDirectoryName(std::string_view project) {
-    // The extension of project units, with its first character replaced.
+    // The extension of project units, with '_' for its first character.
     return std::string(project) + "_" + (traitsOf(Kind::project).extension + 1);
 }
 

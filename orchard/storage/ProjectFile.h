@@ -1,4 +1,4 @@
-// The project file NAME.orp: a few lines of text, one fact a line.
+// Reads and writes the project file NAME.orp: a few lines of text, one fact per line.
 //
 //     orchard-project 1
 //     units Pump_ory
@@ -7,9 +7,9 @@
 //     stub 77b0...
 //     state 5c1e... 4099
 //
-// "units" names the units directory, beside the project file. The active component and configuration may be left
-// out; each "stub" line names a unit that this user does not want loaded, each "state" line a unit with the state
-// under configuration management that it was last known to have, if that is not 0.
+// "units" names the units directory, which is beside the project file. The active component and configuration may
+// be omitted. Each "stub" line names a unit that this user does not want loaded; each "state" line names a unit
+// and its last known state under configuration management, unless that is 0.
 #pragma once
 
 #include "orchard/model/ElementId.h"
@@ -23,7 +23,7 @@
 namespace orchard {
 
 struct ProjectFile {
-    std::string unitsDirectory; ///< a name, without directory
+    std::string unitsDirectory; ///< a name without a directory
     ElementId component;
     ElementId configuration;
     std::vector<ElementId> stubs;
@@ -33,7 +33,7 @@ struct ProjectFile {
     [[nodiscard]] std::string text() const;
 };
 
-/// The name of the units directory that goes with a project: "Pump_ory" for "Pump".
+/// The name of a project's units directory: "Pump_ory" for "Pump".
 [[nodiscard]] std::string unitsDirectoryName(std::string_view project);
 
 } // namespace orchard

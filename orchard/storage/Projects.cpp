@@ -2,10 +2,10 @@
 
 #include "CM/host/LogTrace.h"
 #include "CM/host/Messages.h"
+#include "CM/platform/AtomicFile.h"
 #include "CM/platform/Files.h"
 #include "orchard/model/Paths.h"
 #include "orchard/model/Workspace.h"
-#include "orchard/storage/AtomicFile.h"
 #include "orchard/storage/DiskStorage.h"
 #include "orchard/storage/ModelLoader.h"
 #include "orchard/storage/PartOpening.h"
@@ -26,7 +26,7 @@ constexpr std::size_t largestProjectFile = std::size_t{16} << 20U;
 
 std::string fullPath(std::string_view path) { return normalPath(path, platform::currentDirectory().view()); }
 
-/// The project file that the words name, or why there is none.
+/// The project file for the path, or the reason why there is none.
 std::string projectFileFor(const std::string &path, Problems &problems) {
     std::string full = fullPath(path);
     if (!platform::isDirectory(full)) {
@@ -68,7 +68,7 @@ bool readProjectFile(const std::string &path, ProjectFile &project, Problems &pr
     return true;
 }
 
-/// Reads all units into a model that nobody sees yet.
+/// Reads all units into a model that is not published yet.
 class Opening {
   public:
     Opening(Model &model, const ProjectFile &project, const OpenOptions &options,
@@ -100,7 +100,7 @@ class Opening {
         const Model::Clash clash = model_.enter(element);
         if (clash.sameId != nullptr) {
             const UnitElement *const holder = clash.sameId->saveUnit();
-            return "the identifier " + element.id().text() + " is borne by '" + element.name() + "' and by '" +
+            return "the identifier " + element.id().text() + " belongs to '" + element.name() + "' and to '" +
                    clash.sameId->name() + "'" +
                    (holder == nullptr ? std::string() : " in " + holder->fullFileName());
         }
@@ -249,7 +249,7 @@ Problems saveProject(IProject *project, bool everything) {
     if (!same) {
         if (const std::string error = isWriteProtected(model->projectFile())
                                           ? std::string("it is read-only")
-                                          : writeWholeFile(model->projectFile(), file.text());
+                                          : platform::writeWholeFile(model->projectFile(), file.text());
             !error.empty()) {
             problems.push_back({model->projectFile(), 0, 0, "the project file could not be saved: " + error});
         }

@@ -1,4 +1,4 @@
-// Opening, saving and closing projects: what a program does with a model on disk.
+// Opens, saves and closes projects on disk.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -15,13 +15,15 @@ class IUnit;
 
 namespace orchard {
 
-/// What a long opening tells and asks. All members may be left empty.
+/// Callbacks and options of a long opening. All members may be left empty.
 struct OpenOptions {
-    /// Called now and then while unit files are read: how many have been, and how many are known of so far.
+    /// Called from time to time while unit files are read, with the number of files read and the number known so
+    /// far.
     std::function<void(std::size_t done, std::size_t known)> progress;
-    /// Asked now and then; true ends the opening, and no project is open then.
+    /// Called from time to time; true aborts the opening, and no project is opened.
     std::function<bool()> cancelled;
-    /// Told of what does not stop the opening: a unit file that is missing or broken, so that the unit is a stub.
+    /// Called for each problem that does not prevent opening: a unit file that is missing or broken, so that the
+    /// unit is a stub.
     std::function<void(const Problem &)> warning;
     /// Whether the project becomes the active one.
     bool activate = true;
@@ -29,37 +31,38 @@ struct OpenOptions {
 
 struct OpenResult {
     IProject *project = nullptr; ///< null if the project could not be read
-    Problems problems;           ///< why: every broken file is named
+    Problems problems;           ///< the reasons; every broken file is named
     bool cancelled = false;
     explicit operator bool() const { return project != nullptr; }
 };
 
-/// Opens a project and makes it the active one. `path` names the project file (NAME.orp), or a directory that
-/// holds exactly one. A unit whose file is missing, can't be read or doesn't hold that unit is a stub, and its
-/// file is never written over; the file can be fetched or checked out again. No project is opened if the project
-/// file or the project unit can't be read, or if two elements bear one identifier or two units one file. A project
-/// that is open already is given back as it is.
+/// Opens a project and makes it active. `path` names the project file (NAME.orp), or a directory that contains
+/// exactly one. A unit whose file is missing, can't be read or doesn't contain that unit becomes a stub, and its
+/// file is never overwritten; the file can be fetched or checked out again. Opens no project if the project file
+/// or the project unit can't be read, or if two elements have the same identifier or two units the same file.
+/// Returns a project that is already open as it is.
 [[nodiscard]] ORCHARD_API OpenResult openProject(const std::string &path, const OpenOptions &options = {});
 
-/// The full path of the project file that openProject() would open for `path`; empty if there is none, or none
-/// that is meant.
+/// The full path of the project file that openProject() would open for `path`; empty if there is none, or if the
+/// choice is ambiguous.
 [[nodiscard]] ORCHARD_API std::string projectFileAt(const std::string &path);
 
-/// Closes a project; changes that were not saved are lost, and handles to its objects answer null. If it was the
-/// active one, the project opened before it becomes active.
+/// Closes a project; unsaved changes are lost, and handles to its objects return null. If it was active, the
+/// project opened before it becomes active, or else the one opened after it.
 ORCHARD_API void closeProject(IProject *project);
-/// Closes all of them, the last opened first.
+/// Closes all projects, the last opened first.
 ORCHARD_API void closeAllProjects();
 ORCHARD_API void activateProject(IProject *project);
-/// The open projects in the order of their opening.
+/// The open projects, in the order in which they were opened.
 [[nodiscard]] ORCHARD_API std::vector<IProject *> openProjects();
 
-/// Saves the modified units (all loaded ones with `everything`) and the project file. Each file is written whole
-/// or stays as it was; what could not be saved stays modified and is told. Empty on success.
+/// Saves the modified units (with `everything`, all loaded units that are not read-only) and the project file.
+/// Each file is either written completely or left as it was. A unit that can't be saved stays modified and is
+/// reported. Returns nothing on success.
 [[nodiscard]] ORCHARD_API Problems saveProject(IProject *project, bool everything = false);
 
-/// The same for the active project, as a plain function: what CMFacade::saveCallbackFunc() takes. What could not
-/// be saved is shown to the user. Without a project nothing happens.
+/// Saves the active project; a plain function, as CMFacade::saveCallbackFunc() requires. Shows the user what could
+/// not be saved. Does nothing without a project.
 ORCHARD_API void saveActiveProject();
 
 /// The project files (*.orp) of a directory, sorted by name.
@@ -68,45 +71,9 @@ ORCHARD_API void saveActiveProject();
 /// The project file of an open project, with its full path.
 [[nodiscard]] ORCHARD_API std::string projectFileOf(const IProject &project);
 
-struct UnitSearch {
-    IUnit *unit = nullptr;
-    /// All units that the words fit, in model order, where they fit more than one.
-    std::vector<IUnit *> candidates;
-    std::string error; ///< why there is no unit, in words for the user
-    explicit operator bool() const { return unit != nullptr; }
-};
-
-/// Finds a unit by its name ("Valve"), by its path in the model ("Drives/Left/Valve", from the project's top; a
-/// leading part may be left out while the rest is unique), or by its file (with or without directory, either
-/// separator; a path is taken from the current directory or from the units directory). Upper and lower case are
-/// told apart. Words that fit several units name none, and `candidates` lists them.
-[[nodiscard]] ORCHARD_API UnitSearch findUnit(const IProject &project, std::string_view words);
-
-enum class UnitState {
-    unloaded,  ///< "U", a stub
-    readOnly,  ///< "RO"
-    readWrite, ///< "RW"
-};
-/// "U", "RO" or "RW".
-[[nodiscard]] ORCHARD_API const char *unitStateText(UnitState state);
-
-struct UnitRow {
-    IUnit *unit = nullptr;
-    std::string name;
-    std::string path; ///< in the model, below the project; the project's own name for the project
-    std::string type; ///< display name of the kind
-    std::string file; ///< relative to the units directory; the full path for one that stands elsewhere
-    UnitState state = UnitState::unloaded;
-};
-
-[[nodiscard]] ORCHARD_API UnitState unitState(const IUnit &unit);
-[[nodiscard]] ORCHARD_API UnitRow unitRow(const IUnit &unit);
-/// Everything that has a file of its own, embedded files included, in model order, owners first.
-[[nodiscard]] ORCHARD_API std::vector<UnitRow> workspaceUnits(const IProject &project);
-
-/// Unloads a unit (it and what lies below become stubs, unless something there is modified) or loads a stub.
-/// The choice is kept in the project file when the project is saved. What went wrong, or nothing. The object that
-/// was given ends by it, as others below do: look the unit up anew before the next use.
+/// Unloads a unit (it and the units below become stubs, unless something there is modified) or loads a stub.
+/// Saving the project stores the choice in the project file. Returns the problems, or nothing on success. The call
+/// may destroy the passed object and others below it: look the unit up again before the next use.
 [[nodiscard]] ORCHARD_API Problems setUnitLoaded(IUnit &unit, bool loaded);
 
 } // namespace orchard

@@ -108,8 +108,8 @@ void Relocation::revert() {
     exchangeFacts();
 }
 
-/// Takes the files of the unit, and with `below` of all below it, down with their present places, and finds the
-/// directories that can go as a whole.
+/// Notes the current places of the unit's files (with `below`, of all units below it, too), and finds the
+/// directories that can be moved as one.
 void Relocation::findPlaces(UnitElement &unit, bool below) {
     struct Step {
         Element *element;
@@ -130,8 +130,7 @@ void Relocation::findPlaces(UnitElement &unit, bool below) {
             const bool goesAlong = step.directory && liesIn(from, directories_[*step.directory].from);
             places_.push_back({inner, std::move(from), {}, goesAlong ? step.directory : std::nullopt});
             if (inner->is(UnitElement::stub) && !step.directory && below && inner->elsewhere().empty()) {
-                refuse(*inner,
-                       "it isn't loaded, so that the files of the units in it are not known; load it first");
+                refuse(*inner, "it isn't loaded, so the files of the units in it are unknown; load it first");
             }
         }
         if (!below) {
@@ -144,7 +143,7 @@ void Relocation::findPlaces(UnitElement &unit, bool below) {
     }
 }
 
-/// With names and owners as they are to be: where the files go. Those kept elsewhere stay where they are.
+/// Determines, with the intended names and owners, where the files go. Files kept elsewhere stay where they are.
 void Relocation::findNewPlaces() {
     for (Place &place : places_) {
         UnitElement &unit = *place.unit;
@@ -215,7 +214,7 @@ void Relocation::listFiles() {
     }
 }
 
-/// Whose files list the units, or what is kept elsewhere; they have to be written.
+/// Checks the files that list the units, or what is kept elsewhere: they must be writable.
 void Relocation::checkOwners() {
     std::unordered_set<const UnitElement *> seen;
     const auto add = [&](const Element *element, const UnitElement &about) {
@@ -279,7 +278,7 @@ void Relocation::markChanged() {
         if (newOwner_ == nullptr) {
             touched.push_back(unit.owner());
         }
-        // Its own file tells its name, which has to be written, and its owner, which can wait.
+        // Its own file contains its name, which must be written, and its owner, which can wait.
         const bool written = unit.isSaveUnit() && !unit.is(UnitElement::stub) && !unit.isReadOnly();
         if (written || !unit.hasFile()) {
             touched.push_back(&unit);
@@ -308,7 +307,7 @@ void Relocation::takeBack(Problems &told) {
     moves_.takeBack(told);
     model_.changePlaces(topUnits(), [this] { revert(); });
     model_.noteName();
-    // The first note of an element tells how it was.
+    // The first note of an element holds its original state.
     for (auto at = formerlyModified_.rbegin(); at != formerlyModified_.rend(); ++at) {
         at->first->setModified(at->second);
     }
@@ -320,12 +319,12 @@ void Relocation::takeBack(Problems &told) {
 
 void Relocation::cancel() {
     if (phase_ == Phase::begun) {
-        Problems ignored; // nothing was moved yet
+        Problems ignored; // nothing has been moved yet
         takeBack(ignored);
     }
 }
 
-/// Brings the units into line with files that a tool has moved, and saves anew what could not be moved.
+/// Updates the units to match files that a tool has moved, and saves again what could not be moved.
 void Relocation::settleUnits(Problems &told) {
     for (const FileMoves::Entry &entry : moves_.entries()) {
         if (entry.failed && entry.unit->isSaveUnit() && !entry.unit->is(UnitElement::stub)) {
@@ -339,7 +338,7 @@ void Relocation::settleUnits(Problems &told) {
 }
 
 bool Relocation::save(Problems &told, bool canGoBack) {
-    // Former owners come first: a unit that two files list is worse than one that none does.
+    // Former owners come first: a unit that no file lists is less harmful than one that two files list.
     for (UnitElement *const unit : listing_) {
         const bool saved = saveOwnFile(*unit, told);
         if (!saved && canGoBack) {
@@ -347,7 +346,7 @@ bool Relocation::save(Problems &told, bool canGoBack) {
         }
         canGoBack = false;
     }
-    // A lost file is not written anew: the one that is elsewhere would be forgotten over it.
+    // Does not write a lost file again: the new file would hide that the unit's own one is elsewhere.
     std::unordered_set<const UnitElement *> lost;
     for (const FileMoves::Entry &entry : moves_.entries()) {
         if (entry.state == FileMoves::State::lost) {
@@ -381,7 +380,7 @@ Problems Relocation::finish(FilesBy by) {
                             std::string("the file is neither here nor at ") + entry.to + ": " + who +
                                 " has taken it elsewhere or removed it"});
             if (!touched && !moves_.any(State::open)) {
-                takeBack(told); // nothing has come to its new place
+                takeBack(told); // nothing has reached its new place
                 return told;
             }
         }

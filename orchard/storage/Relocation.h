@@ -1,4 +1,4 @@
-// Units that get another name or another owner: model, files and the files of the owners.
+// Gives units another name or owner: in the model, in their files and in the files of the owners.
 #pragma once
 
 #include "orchard/storage/FileMoves.h"
@@ -12,14 +12,14 @@ namespace orchard {
 
 class Relocation final : public UnitChange::Work {
   public:
-    /// A unit with what it is to have afterwards; the plan exchanges that with what it has.
+    /// A unit with its intended data; carrying out the plan swaps it with the unit's data.
     struct Target {
         UnitElement *unit;
         std::string name;
         std::string fileName;
         std::string directory;
     };
-    /// `newOwner` is null where the owners stay.
+    /// `newOwner` is null if the owners stay the same.
     Relocation(Model &model, std::vector<Target> targets, Element *newOwner);
     ~Relocation() override { cancel(); }
 
@@ -32,13 +32,13 @@ class Relocation final : public UnitChange::Work {
         UnitElement *unit;
         std::string from;
         std::string to;
-        std::optional<std::size_t> directory; ///< among directories_
+        std::optional<std::size_t> directory; ///< index in directories_
     };
     struct Directory {
         UnitElement *unit;
         std::string from;
         std::string to;
-        std::size_t index = 0; ///< in moves_
+        std::size_t index = 0; ///< index in moves_
     };
 
     void plan();
@@ -64,13 +64,13 @@ class Relocation final : public UnitChange::Work {
     Element *newOwner_;
     struct FormerOwner {
         Element *owner;
-        std::vector<std::pair<std::size_t, Element *>> places; ///< of those that left it, in order
+        std::vector<std::pair<std::size_t, Element *>> places; ///< of the children that left it, in order
     };
     std::vector<FormerOwner> formerOwners_;
     std::vector<Place> places_;
     std::vector<Directory> directories_;
-    std::vector<std::pair<UnitElement *, std::string>> elsewhere_; ///< exchanged along with the targets' facts
-    std::vector<UnitElement *> listing_;                           ///< whose files list what changes
+    std::vector<std::pair<UnitElement *, std::string>> elsewhere_; ///< swapped along with the targets' data
+    std::vector<UnitElement *> listing_;                           ///< units whose files list what changes
     std::vector<std::pair<Element *, bool>> formerlyModified_;
     FileMoves moves_;
 };

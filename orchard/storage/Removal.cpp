@@ -26,11 +26,12 @@ Removal::Removal(Model &model, std::vector<UnitElement *> tops) : model_(model),
     checkOwners();
 }
 
-/// The files that go with the unit. Those of other projects, and those kept outside, are not the unit's to remove.
+/// Finds the files that are removed with the unit. Files of other projects, and those kept outside, are not the
+/// unit's to remove.
 void Removal::findFiles(std::size_t top) {
     struct Step {
         Element *element;
-        bool inDirectory; ///< what lies in a directory that was listed is not listed again
+        bool inDirectory; ///< contents of a listed directory are not listed again
     };
     FileText file;
     std::vector<Step> open{{tops_[top], false}};
@@ -45,8 +46,7 @@ void Removal::findFiles(std::size_t top) {
             const std::string path = unit->fullFileName();
             const bool readable = unit->isSaveUnit() && file.read(path) == FileRead::done;
             if (readable && unit->is(UnitElement::stub)) {
-                refuse(*unit,
-                       "it isn't loaded, so that the files of the units in it are not known; load it first");
+                refuse(*unit, "it isn't loaded, so the files of the units in it are unknown; load it first");
             } else if (readable && unit->bodyHash() != 0 && bodyHashOf(file.text) != unit->bodyHash()) {
                 refuse(*unit, "its file " + path + " was changed by another program; reload the unit first");
             }
@@ -83,7 +83,7 @@ void Removal::checkOwners() {
     }
 }
 
-/// Units of which a tool was to remove the files, and has removed none, stay.
+/// Keeps units if a tool was to remove their files but removed none of them.
 void Removal::leaveOutUntouched(Problems &told) {
     std::vector<const File *> left(tops_.size(), nullptr);
     std::vector<bool> touched(tops_.size(), false);
@@ -106,8 +106,8 @@ void Removal::leaveOutUntouched(Problems &told) {
     }
 }
 
-/// Takes the units out of the model and saves the files that named them; false, and they are back, if the first of
-/// these can't be written.
+/// Removes the units from the model and saves the files that named them. If the first of these can't be written,
+/// puts the units back and returns false.
 bool Removal::takeOut(Problems &told) {
     std::unordered_map<Element *, std::unordered_set<const Element *>> leaving;
     std::vector<Element *> left;
@@ -154,10 +154,10 @@ void Removal::removeFiles(Problems &told) const {
         if (!stays_[file.top] && ::unlink(file.path.c_str()) != 0 && errno != ENOENT && errno != ENOTDIR) {
             told.push_back({file.path, 0, 0,
                             std::string("the file can't be removed: ") + std::strerror(errno) +
-                                "; no unit of the model has it any more"});
+                                "; no unit of the model uses it now"});
         }
     }
-    // One that holds what the model doesn't know stays.
+    // A directory stays if it contains files that the model doesn't know.
     for (auto directory = directories_.rbegin(); directory != directories_.rend(); ++directory) {
         static_cast<void>(::rmdir(directory->c_str()));
     }

@@ -1,4 +1,4 @@
-// Units that go, with their files.
+// Removes units and their files.
 #pragma once
 
 #include "orchard/storage/UnitChangeWork.h"
@@ -12,7 +12,7 @@ class Removal final : public UnitChange::Work {
   public:
     Removal(Model &model, std::vector<UnitElement *> tops);
 
-    /// A tool has to be told of the units while they are there, so they go at the end.
+    /// A tool must be given the units while they exist, so they are removed at the end.
     void begin() override {}
     void cancel() override { phase_ = Phase::over; }
     Problems finish(FilesBy by) override;
@@ -21,7 +21,7 @@ class Removal final : public UnitChange::Work {
     struct File {
         UnitElement *unit;
         std::string path;
-        std::size_t top; ///< which of tops_ it lies in or is
+        std::size_t top; ///< index in tops_ of the unit that contains it or is it
     };
     void findFiles(std::size_t top);
     void checkOwners();
@@ -31,9 +31,9 @@ class Removal final : public UnitChange::Work {
 
     Model &model_;
     std::vector<UnitElement *> tops_;
-    std::vector<bool> stays_; ///< of tops_: not to go after all
+    std::vector<bool> stays_; ///< for each of tops_: kept in the model after all
     std::vector<File> found_;
-    std::vector<std::string> directories_; ///< the units' own, outer ones first
+    std::vector<std::string> directories_; ///< the units' own directories, outer ones first
     std::vector<std::unique_ptr<Element>> gone_;
 };
 

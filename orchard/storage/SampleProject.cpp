@@ -1,4 +1,4 @@
-// The sample: the controller of a small pump station.
+// Creates the sample: the controller of a small pump station.
 #include "orchard/storage/ProjectBuilder.h"
 
 namespace orchard {

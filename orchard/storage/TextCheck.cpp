@@ -19,18 +19,19 @@ std::string byteText(unsigned char byte) {
 
 bool isControl(unsigned char byte) { return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r'; }
 
-/// Eight bytes at a time: whether none of them is above ASCII or below a blank, but for "\t", "\n" and "\r".
+/// Checks eight bytes at a time: whether all are ASCII and none is below a blank, except "\t", "
+/// " and "\r".
 bool isPlainWord(std::uint64_t word) {
     constexpr std::uint64_t ones = 0x0101'0101'0101'0101U;
     constexpr std::uint64_t highs = ones << 7U;
-    // The high bit of each byte tells whether the byte, which is ASCII then, is below or is equal.
+    // The high bit of each result byte is set unless the byte, which must be ASCII, is below the limit.
     const auto below = [](std::uint64_t bytes, std::uint64_t limit) { return (highs | bytes) - ones * limit; };
     const std::uint64_t notBelow = below(word, 0x20);
     const auto differs = [&](std::uint64_t byte) { return below(word ^ (ones * byte), 1); };
     return ((word | (~notBelow & differs('\t') & differs('\n') & differs('\r'))) & highs) == 0;
 }
 
-/// Whether there is nothing to look at byte by byte: no control characters, no bytes above ASCII.
+/// Whether nothing needs a check byte by byte: no control characters, no bytes above ASCII.
 bool isPlain(std::string_view text) {
     bool plain = true;
     std::size_t at = 0;

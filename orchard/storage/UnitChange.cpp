@@ -16,10 +16,10 @@ namespace orchard {
 
 namespace {
 
-/// Units may be nested this deep; a deeper model could not be opened again.
+/// Units may be nested this deep; a deeper model can't be opened again.
 constexpr int deepest = 200;
 
-/// A plan that can't be carried out.
+/// A change that can't be made.
 class Refused final : public UnitChange::Work {
   public:
     Refused(const UnitElement *unit, std::string why) {
@@ -66,7 +66,7 @@ std::string faultOfNewName(const UnitElement &unit, std::string_view name) {
         return "it isn't loaded";
     }
     if (name.empty() || name == "." || name == ".." || hasSeparator(name)) {
-        return "a name is not empty, no \".\" or \"..\", and holds no separator";
+        return "a name must not be empty, \".\" or \"..\", or hold a separator";
     }
     if (const auto fault = faultOfValue(name)) {
         return *fault;
@@ -76,10 +76,10 @@ std::string faultOfNewName(const UnitElement &unit, std::string_view name) {
 
 struct Look {
     UnitElement *other = nullptr;
-    bool complete = true; ///< all that is there was seen
+    bool complete = true; ///< everything there was examined
 };
 
-/// Whose files are in the directory, besides those of `root` and of units below it.
+/// Finds a unit with a file in the directory, other than `root` and the units below it.
 Look lookInto(const UnitElement &root, const std::string &directory) {
     const FileIndex &index = root.model()->files();
     std::error_code error;
@@ -93,7 +93,7 @@ Look lookInto(const UnitElement &root, const std::string &directory) {
     return {nullptr, !error || !std::filesystem::exists(directory, error)};
 }
 
-/// A directory that others use keeps its name, as theirs.
+/// A directory that other units use keeps its name.
 std::string directoryAfterRename(const UnitElement &unit, std::string_view name) {
     const std::string &directory = unit.directorySetting();
     if (directory.empty() || fileOfPath(directory) != unit.name() || !isDirectoryOf(unit, unit.ownDirectory())) {
@@ -139,7 +139,7 @@ std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units) {
         while (above != nullptr && !given.contains(above)) {
             above = above->owner();
         }
-        // Each once, in the order in which they came.
+        // Each unit once, in the order of the list.
         if (element != nullptr && above == nullptr && taken.insert(element).second) {
             outer.push_back(Element::of(unit)->asUnit());
         }
@@ -150,7 +150,7 @@ std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units) {
 std::unique_ptr<UnitChange::Work> planRename(IUnit &object, std::string_view name) {
     UnitElement &unit = *Element::of(&object)->asUnit();
     if (unit.model() == nullptr) {
-        return refused(nullptr, "the unit stands in no project");
+        return refused(nullptr, "the unit is not in a project");
     }
     Relocation::Target target{&unit, std::string(name), unit.fileName(), unit.directorySetting()};
     if (unit.kind() == Kind::embedded && extensionOf(name).empty()) {
@@ -193,10 +193,10 @@ std::unique_ptr<UnitChange::Work> planMove(const std::vector<IUnit *> &units, IU
             return refuse("it is the project");
         }
         if (unit == &owner || unit->owns(owner)) {
-            return refuse("that is the unit itself, or lies in it");
+            return refuse("that is the unit itself, or is in it");
         }
         if (!mayHold(owner.kind(), unit->kind())) {
-            return refuse("a " + std::string(traitsOf(unit->kind()).tag) + " can't stand in a " +
+            return refuse("a " + std::string(traitsOf(unit->kind()).tag) + " can't be in a " +
                           std::string(traitsOf(owner.kind()).tag));
         }
         if (depthOf(owner) + heightOf(*unit) > deepest) {
@@ -207,8 +207,7 @@ std::unique_ptr<UnitChange::Work> planMove(const std::vector<IUnit *> &units, IU
         }
     }
     if (targets.empty()) {
-        return refused(&owner,
-                       "there is nothing to move to '" + owner.name() + "' that does not stand there already");
+        return refused(&owner, "there is nothing to move to '" + owner.name() + "' that is not there already");
     }
     return std::make_unique<Relocation>(*owner.model(), std::move(targets), &owner);
 }

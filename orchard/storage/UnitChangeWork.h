@@ -1,4 +1,4 @@
-// What a change of units is made of, behind UnitChange.
+// Implements UnitChange: the base class of changes, and what they share.
 #pragma once
 
 #include "orchard/model/Model.h"
@@ -32,20 +32,20 @@ class UnitChange::Work {
     void refuse(const UnitElement &unit, std::string why);
 };
 
-/// The unit of the host's object, and the elements that don't lie below others of the list; refused if they are
-/// not all in one project.
+/// The units of the host's objects, without those that are below others of the list; refused if they are not all
+/// in one project.
 [[nodiscard]] std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units);
 
 [[nodiscard]] std::unique_ptr<UnitChange::Work> planRename(IUnit &unit, std::string_view name);
 [[nodiscard]] std::unique_ptr<UnitChange::Work> planMove(const std::vector<IUnit *> &units, IUnit &newOwner);
 [[nodiscard]] std::unique_ptr<UnitChange::Work> planRemoval(const std::vector<IUnit *> &units);
 
-/// Whether all files of units in the directory belong to `root` or units below it; also if there is no directory.
-/// Looks at what is on disk only, so that it costs no more than the directory holds.
+/// Whether all files of units in the directory belong to `root` or units below it, or there is no directory.
+/// Examines only what is on disk, so that the cost depends only on the size of the directory.
 [[nodiscard]] bool isDirectoryOf(const UnitElement &root, const std::string &directory);
-/// A unit whose file is in the directory and that is neither `root` nor below it, or null.
+/// A unit whose file is in the directory and that is neither `root` nor below it; null if there is none.
 [[nodiscard]] UnitElement *otherUnitIn(const UnitElement &root, const std::string &directory);
-/// The entry for a single file; notes who else uses the unit's own directory.
+/// The entry for a single file; notes another unit that uses the unit's own directory.
 [[nodiscard]] FileChange fileChangeOf(UnitElement &unit, std::string from, std::string to);
 
 } // namespace orchard

@@ -14,10 +14,10 @@ namespace orchard {
 namespace {
 
 constexpr int formatVersion = 1;
-/// Elements of one file may be nested this deep; more is a broken or a hostile file.
+/// Elements of one file may be nested this deep; deeper nesting means a broken or hostile file.
 constexpr int deepest = 100;
 
-/// Ends the reading of a file; it never leaves this source.
+/// Ends the reading of a file; never leaves this source file.
 struct Refusal {
     Fault fault;
 };
@@ -31,7 +31,7 @@ std::string tagText(const pugi::xml_node &node) { return "<" + std::string(node.
 
 std::string_view attributeOf(const pugi::xml_node &node, const char *name) { return node.attribute(name).value(); }
 
-/// Refuses attributes other than those named, and one that stands twice.
+/// Refuses attributes other than the known ones, and duplicates.
 void checkAttributes(const pugi::xml_node &node, std::initializer_list<std::string_view> known) {
     unsigned seen = 0;
     for (const pugi::xml_attribute &attribute : node.attributes()) {
@@ -67,7 +67,7 @@ ElementId idOf(const pugi::xml_node &node, const char *attribute = "id") {
     return *id;
 }
 
-/// The text of an element that holds nothing else.
+/// The text of an element that contains nothing else.
 std::string_view textOf(const pugi::xml_node &node) {
     const pugi::xml_node first = node.first_child();
     if (!first) {
@@ -120,7 +120,7 @@ void Filling::readProperty(const pugi::xml_node &node, Element &element) {
     properties.set(subject, metaclass, name, attributeOf(node, "type"), textOf(node));
 }
 
-/// True if the tag is that of a fact that the element can have, which is then read.
+/// Returns true if the tag is that of a fact that the element can have, and reads the fact.
 bool Filling::readFact(const pugi::xml_node &node, std::string_view tag, Element &element) {
     const Kind kind = element.kind();
     UnitElement *const unit = element.asUnit();
@@ -184,13 +184,13 @@ void Filling::readFile(const pugi::xml_node &node, UnitElement &unit) {
     }
 }
 
-/// A unit with a file of its own: it is known from here on, and loaded from its file later.
+/// Reads a unit with a file of its own: it is known from here on, and loaded from its file later.
 void Filling::readListed(const pugi::xml_node &node, Element &owner) {
     checkAttributes(node, {"kind", "id", "file", "directory", "reference", "external"});
     const std::string_view tag = attributeOf(node, "kind");
     const auto kind = kindWithTag(tag);
     if (!kind || !isFileKind(*kind) || !mayHold(owner.kind(), *kind)) {
-        refuse(node, "a unit of the kind \"" + std::string(tag.substr(0, 80)) + "\" can't stand in a " +
+        refuse(node, "a unit of the kind \"" + std::string(tag.substr(0, 80)) + "\" can't be in a " +
                          std::string(traitsOf(owner.kind()).tag));
     }
     Element &element = owner.addChild(makeElement(*kind));
@@ -202,7 +202,7 @@ void Filling::readListed(const pugi::xml_node &node, Element &owner) {
     unit.setName(file.substr(0, file.size() - extensionOf(file).size()));
     unit.set(UnitElement::stub, true);
     if (node.first_child()) {
-        refuse(node, "<unit> may hold nothing; what is in the unit stands in its own file");
+        refuse(node, "<unit> must be empty; the contents of the unit are in its own file");
     }
     listed_.push_back(&unit);
 }
@@ -215,14 +215,14 @@ void Filling::readEmbedded(const pugi::xml_node &node, Element &owner) {
     readFile(node, unit);
     unit.setName(unit.fileName());
     if (node.first_child()) {
-        refuse(node, "<embedded> may hold nothing");
+        refuse(node, "<embedded> must be empty");
     }
     struct stat state {};
     if (::stat(unit.fullFileName().c_str(), &state) == 0) {
         unit.setFileState(FileState::of(state));
     }
     unit.updateMode();
-    unit.updateHeader(true); // a file that is missing yet has none
+    unit.updateHeader(true); // a file that does not exist yet has none
 }
 
 void Filling::readInner(const pugi::xml_node &node, Kind kind, Element &owner, int depth) {
@@ -282,7 +282,7 @@ void Filling::fill(const pugi::xml_node &node, Element &element, int depth) {
 } // namespace
 
 struct UnitDocument::State {
-    std::string buffer; // the parser writes into it
+    std::string buffer; // the parser writes to it
     pugi::xml_document document;
     pugi::xml_node root;
     Kind kind = Kind::classKind;
@@ -311,7 +311,7 @@ void UnitDocument::State::checkRoot() {
             break;
         case pugi::node_comment:
             if (header || root) {
-                refuse(root ? root : node, "there is more than one comment, or one behind the root element; "
+                refuse(root ? root : node, "there is more than one comment, or one after the root element; "
                                            "expected one header at the top");
             }
             header = true;
@@ -324,7 +324,7 @@ void UnitDocument::State::checkRoot() {
             break;
         case pugi::node_pcdata:
         case pugi::node_cdata:
-            // The next save would lose it.
+            // The next save would lose the text.
             refuse(node, "there is text outside the root element, which a merge may have left; expected nothing "
                          "but a header and one root element");
         case pugi::node_doctype:
@@ -362,8 +362,8 @@ bool UnitDocument::parse(std::string_view text, Fault &fault) {
         return false;
     }
     state_->buffer.assign(text);
-    state_->buffer += '\n'; // the parser passes over the last character
-    // As a fragment, since else the parser drops what stands outside the root without a word.
+    state_->buffer += '\n'; // the parser replaces the last character with a terminator
+    // As a fragment, because otherwise the parser silently drops what is outside the root.
     constexpr unsigned options = pugi::parse_fragment | pugi::parse_comments | pugi::parse_pi |
                                  pugi::parse_doctype | pugi::parse_declaration | pugi::parse_cdata |
                                  pugi::parse_escapes | pugi::parse_eol | pugi::parse_ws_pcdata_single;
@@ -376,9 +376,9 @@ bool UnitDocument::parse(std::string_view text, Fault &fault) {
         if (conflict != std::string_view::npos) {
             fault = {conflict + 1, "the file holds a merge conflict; settle it and try again"};
         } else if (fault.offset + 2 >= text.find_last_not_of(" \t\r\n") + 1) {
-            fault.text = "the file ends too early, or an element isn't closed; expected a whole unit file";
+            fault.text = "the file ends too early, or an element isn't closed; expected a complete unit file";
         } else {
-            fault.text = std::string("this is no well-formed XML: ") + result.description();
+            fault.text = std::string("this is not well-formed XML: ") + result.description();
         }
         return false;
     }

@@ -39,10 +39,10 @@ class UnitDocument {
     UnitDocument(const UnitDocument &) = delete;
     UnitDocument &operator=(const UnitDocument &) = delete;
 
-    /// Parses and checks the root. One object may read one text after another; it does not keep the text.
+    /// Parses and checks the root. One object may read several texts in turn; it keeps none of them.
     [[nodiscard]] bool parse(std::string_view text, Fault &fault);
 
-    /// After a good parse: what the root says.
+    /// After a successful parse: the contents of the root.
     [[nodiscard]] Kind kind() const;
     [[nodiscard]] const ElementId &id() const;
     /// The identifier of the owner; empty if the file does not name it.
@@ -50,7 +50,7 @@ class UnitDocument {
     [[nodiscard]] std::size_t rootOffset() const;
 
     /// Fills a unit of the same kind, which must have neither children nor properties, and sets the model of all
-    /// that is made. Units with files of their own come in as stubs, which are appended to `listed`.
+    /// new elements. Units with files of their own become stubs and are appended to `listed`.
     [[nodiscard]] bool fill(UnitElement &unit, Model *model, std::vector<UnitElement *> &listed, Fault &fault);
 
   private:

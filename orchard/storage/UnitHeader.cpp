@@ -1,9 +1,9 @@
 #include "orchard/storage/UnitHeader.h"
 
 #include "orchard/model/ElementKind.h"
-#include "orchard/storage/TextHash.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace orchard {
@@ -48,25 +48,25 @@ namespace {
 constexpr std::string_view declarationStart = "<?xml";
 constexpr std::string_view commentStart = "<!--";
 
-/// Goes through the first part of a file from one thing to the next.
+/// Scans the first part of a file, one construct after another.
 class Scan {
   public:
     Scan(std::string_view part, bool isWhole) : part_(part), isWhole_(isWhole) {}
 
-    /// Whether a text stands here. It may yet come where the part ends too early to tell.
+    /// Whether this text is next. Returns false if the part ends too early to decide.
     [[nodiscard]] bool isAt(std::string_view text) const { return part_.substr(at_).starts_with(text); }
     [[nodiscard]] bool mayComeTo(std::string_view text) const {
         return !isWhole_ && text.starts_with(part_.substr(at_));
     }
     void skip(std::size_t bytes) { at_ += bytes; }
     void skipSpace() { at_ = std::min(part_.find_first_not_of(" \t\r\n", at_), part_.size()); }
-    /// Past the end of a declaration or a comment; false if that is not in the part.
+    /// Skips past the end of a declaration or a comment; returns false if that is not in the part.
     [[nodiscard]] bool skipPast(std::string_view mark) {
         const std::size_t end = part_.find(mark, at_);
         at_ = end == std::string_view::npos ? part_.size() : end + mark.size();
         return end != std::string_view::npos;
     }
-    /// The name of the tag that opens here, as far as the part holds it; empty if none does.
+    /// The name of the tag that opens here, as far as the part contains it; empty if no tag opens.
     [[nodiscard]] std::string_view tagName() const {
         const std::string_view rest = part_.substr(at_);
         if (!rest.starts_with('<')) {
@@ -111,11 +111,11 @@ HeaderScan scanHeader(std::string_view part, bool isWhole) {
     }
     scan.skipSpace();
     if (scan.atEnd()) {
-        return endsEarly(part.empty() ? "it is empty" : "it ends behind its header");
+        return endsEarly(part.empty() ? "it is empty" : "it ends after its header");
     }
     const std::string_view name = scan.tagName();
     if (!isWhole && scan.endsWith(name)) {
-        // A few more bytes tell the name; one that is too long for any can't become right.
+        // A few more bytes decide on the name; one longer than any known name can't become right.
         constexpr std::size_t longest = 16;
         if (name.size() <= longest) {
             return endsEarly("");
@@ -123,7 +123,7 @@ HeaderScan scanHeader(std::string_view part, bool isWhole) {
     }
     const auto kind = kindWithTag(name);
     if (!kind || !isFileKind(*kind)) {
-        return {HeaderScan::foreign, {}, "it is no unit file"};
+        return {HeaderScan::foreign, {}, "it is not a unit file"};
     }
     return {HeaderScan::found, findHeader(part).text, ""};
 }
@@ -136,7 +136,7 @@ std::uint64_t bodyHashOf(std::string_view text) {
         std::erase(plain, '\r');
         text = plain;
     }
-    const std::uint64_t hash = hashOfText(text);
+    const std::uint64_t hash = std::hash<std::string_view>()(text);
     return hash == 0 ? 1 : hash;
 }
 

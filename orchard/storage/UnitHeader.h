@@ -1,4 +1,4 @@
-// The header of a unit file: the comment in front of its root element, in which a CM tool's keywords expand.
+// Finds the header of a unit file: the comment before its root element, in which a CM tool's keywords expand.
 #pragma once
 
 #include <cstddef>
@@ -9,40 +9,31 @@
 namespace orchard {
 
 struct UnitHeader {
-    std::string_view text; ///< without the comment's marks and the line ends next to them; empty without one
-    std::size_t end = 0;   ///< where in the file what is no header begins
+    std::string_view
+        text; ///< without the comment's delimiters and the line ends next to them; empty if there is none
+    std::size_t end = 0; ///< offset of the file's text after the header
 };
 
-/// Finds the header in the text of a unit file. A text with a comment that does not end has none.
+/// Finds the header in the text of a unit file. A text with an unterminated comment has none.
 [[nodiscard]] UnitHeader findHeader(std::string_view text);
 
-/// What the first part of a file tells of its header.
+/// What the first part of a file shows about its header.
 struct HeaderScan {
     enum State {
-        found,   ///< `text` is the header, perhaps an empty one, and a unit's root element follows
+        found,   ///< `text` is the header, possibly empty, and a unit's root element follows
         tooFew,  ///< more of the file is needed
-        foreign, ///< this is no unit file, or only a piece of one; `fault` says why, in words that end a sentence
+        foreign, ///< this is not a complete unit file; `fault` says why, in words that end a sentence
     };
     State state = foreign;
     std::string_view text;
     const char *fault = "";
 };
-/// `isWhole` tells that there is no more. However much of a file is given, the answer is that for all of it, or
-/// tooFew.
+/// Scans the first part of a file; `isWhole` means that there is no more. For a part, the result is the same as
+/// for the complete file, or tooFew.
 [[nodiscard]] HeaderScan scanHeader(std::string_view part, bool isWhole);
 
-/// Tells what files hold behind their headers apart; line ends of either sort are alike. Never 0.
+/// Hashes what a file contains after its header, so that a change there shows; both kinds of line end are equal.
+/// Never returns 0.
 [[nodiscard]] std::uint64_t bodyHashOf(std::string_view text);
-
-/// A header that was read from a file, or why it was not.
-struct HeaderRead {
-    std::string text;
-    std::string fault; ///< in words that end a sentence; empty if all went well
-};
-/// Reads no more of the file than its header takes, which may be up to 1 MiB.
-[[nodiscard]] HeaderRead readHeaderOf(const std::string &path);
-/// The same for a file that is not read into the model and may be of any kind: the whole lines among its first
-/// 2048 bytes, where keywords stand, or nothing for one that holds bytes that no text has.
-[[nodiscard]] HeaderRead readFirstLinesOf(const std::string &path);
 
 } // namespace orchard

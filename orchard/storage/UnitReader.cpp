@@ -10,7 +10,7 @@ namespace orchard {
 
 namespace {
 
-/// Units may be nested this deep; more is a broken or a hostile model.
+/// Units may be nested this deep; deeper nesting means a broken or hostile model.
 constexpr int deepest = 200;
 
 int depthOf(const Element &element) {
@@ -21,7 +21,7 @@ int depthOf(const Element &element) {
     return depth;
 }
 
-/// Why the file can't be that of the unit; empty if it may be.
+/// Why the file can't be the unit's; empty if it can.
 std::string faultOfRoot(const UnitElement &unit, const UnitDocument &document) {
     if (document.kind() != unit.kind()) {
         return "the file holds a " + std::string(traitsOf(document.kind()).tag) + "; expected a " +
@@ -36,7 +36,7 @@ std::string faultOfRoot(const UnitElement &unit, const UnitDocument &document) {
     return {};
 }
 
-/// Takes away what a filling that failed has left. The model has not heard of the unit yet, and doesn't now.
+/// Removes what a failed filling has left. Detaches the unit from the model meanwhile, which does not know it yet.
 void makeStubAgain(UnitElement &unit, std::string_view listedName) {
     Model *const model = unit.model();
     unit.setModel(nullptr);
@@ -57,6 +57,13 @@ void makeStubAgain(UnitElement &unit, std::string_view listedName) {
 UnitReading refused(Problem problem) { return {UnitReading::refused, std::move(problem), {}}; }
 
 } // namespace
+
+void takeFileState(UnitElement &unit, const FileText &file) {
+    unit.setHeader(findHeader(file.text).text);
+    unit.setBodyHash(bodyHashOf(file.text));
+    unit.set(UnitElement::readOnlyFile, file.readOnly);
+    unit.setFileState(file.state);
+}
 
 UnitReading UnitReader::read(UnitElement &unit) {
     const std::string path = unit.fullFileName();
@@ -90,10 +97,7 @@ UnitReading UnitReader::fill(UnitElement &unit, const FileText &file, const std:
         makeStubAgain(unit, listedName);
         return refused(problemAt(path, file.text, fault));
     }
-    unit.setHeader(findHeader(file.text).text);
-    unit.setBodyHash(bodyHashOf(file.text));
-    unit.set(UnitElement::readOnlyFile, file.readOnly);
-    unit.setFileState(file.state);
+    takeFileState(unit, file);
     return reading;
 }
 

@@ -1,5 +1,5 @@
-// Reads one unit file into its element. Nothing of the model but that element and what is made below it is
-// changed, so that several files can be read at the same time, each by a reader of its own.
+// Reads one unit file into its element. Changes nothing in the model except that element and those created below
+// it, so that several files can be read in parallel, each by its own reader.
 #pragma once
 
 #include "orchard/model/UnitElement.h"
@@ -12,26 +12,30 @@
 
 namespace orchard {
 
-/// What came of one file.
+/// The result of reading one file.
 struct UnitReading {
     enum Outcome {
         filled,
-        unread,  ///< nothing was asked of the file
+        unread,  ///< the file was not read
         missing, ///< there is no file
-        refused, ///< the file can't be read, or holds something else
+        refused, ///< the file can't be read, or contains something else
     };
     Outcome outcome = unread;
-    Problem problem;                   ///< why it was refused
-    std::vector<UnitElement *> listed; ///< the units with files of their own that the file lists, all stubs
+    Problem problem; ///< why it was refused
+    std::vector<UnitElement *>
+        listed; ///< the units with files of their own that the file lists, all of them stubs
 };
+
+/// Stores the state of the unit's file as found by a reading.
+void takeFileState(UnitElement &unit, const FileText &file);
 
 class UnitReader {
   public:
     explicit UnitReader(Model &model) : model_(model) {}
 
-    /// Reads the unit's own file. Unless the unit is filled, it is afterwards what its owner's file says of it.
+    /// Reads the unit's own file. If that fails, the unit is left as its owner's file describes it.
     [[nodiscard]] UnitReading read(UnitElement &unit);
-    /// The same where the text of the file is known already.
+    /// The same, with the text of the file given.
     [[nodiscard]] UnitReading fill(UnitElement &unit, const FileText &file);
 
   private:

@@ -1,5 +1,4 @@
-// Finding and listing units.
-#include "orchard/storage/Projects.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include "CM/platform/Files.h"
 #include "orchard/model/Model.h"
@@ -26,7 +25,7 @@ std::vector<std::string_view> partsOf(std::string_view path) {
     return parts;
 }
 
-/// Whether the last names of the way down to the element are `parts`.
+/// Whether the names on the way to the element end with `parts`.
 bool endsWith(const Element &element, const std::vector<std::string_view> &parts) {
     const Element *at = &element;
     for (auto part = parts.rbegin(); part != parts.rend(); ++part, at = at->owner()) {
@@ -37,7 +36,7 @@ bool endsWith(const Element &element, const std::vector<std::string_view> &parts
     return true;
 }
 
-/// Whether the way from the project's top is exactly `parts`.
+/// Whether the element is exactly this many levels below the project.
 bool isWhole(const Element &element, std::size_t parts) {
     const Element *at = &element;
     for (; parts > 0 && at != nullptr; --parts) {
@@ -88,7 +87,7 @@ UnitSearch findUnit(const IProject &project, std::string_view words) {
                 continue;
             }
             units.push_back(unit);
-            // A path that is whole wins over one of which a leading part is left out; a lone name is no path.
+            // A complete path takes precedence over one without its leading parts; a single name is not a path.
             if (parts.size() > 1 && isWhole(*unit, parts.size())) {
                 several = whole != nullptr;
                 whole = unit;

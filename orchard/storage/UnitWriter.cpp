@@ -48,7 +48,7 @@ void Writing::escaped(std::string_view value, bool inAttribute) {
             break;
         case '\r':
             text_ += "&#13;";
-            break; // a line end would be read back as "\n"
+            break; // a literal one would be read back as "\n"
         case '"':
             text_ += inAttribute ? "&quot;" : "\"";
             break;
@@ -201,7 +201,7 @@ bool writeUnit(const UnitElement &unit, std::string_view header, std::string &te
         fault = "its header holds \"-->\", which would end it";
         return false;
     }
-    // Other bytes stay as the tool has put them there: the reader takes them, too.
+    // Other bytes stay as the tool wrote them: the reader accepts them, too.
     if (header.find('\0') != std::string_view::npos) {
         fault = "its header holds the control character 0x00";
         return false;

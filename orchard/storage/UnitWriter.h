@@ -1,4 +1,4 @@
-// Writes the text of a unit file: the same unit always gives the same text, one fact a line.
+// Writes the text of a unit file, one fact per line; the same unit always yields the same text.
 #pragma once
 
 #include "orchard/model/UnitElement.h"
@@ -8,7 +8,7 @@
 
 namespace orchard {
 
-/// True, and `text` is the whole file; else false, and `fault` says what can't be written.
+/// Returns true with the complete file in `text`, or false with `fault` naming what can't be written.
 [[nodiscard]] bool writeUnit(const UnitElement &unit, std::string_view header, std::string &text,
                              std::string &fault);
 

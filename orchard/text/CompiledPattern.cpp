@@ -13,13 +13,13 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::size_t longestPattern = 60'000; // bytes; the engine's own limit on compiled code is near it
-constexpr std::size_t shortSubject = 256;      // bytes that are searched in one call
-constexpr std::size_t mediumSubject = 8192;    // bytes that are searched in one call, if few steps are enough
+constexpr std::size_t shortSubject = 256;      // bytes that one call searches
+constexpr std::size_t mediumSubject = 8192;    // bytes that one call searches if few steps suffice
 constexpr std::uint32_t fewSteps = 64;
-constexpr std::size_t firstStride = 1024; // starting positions that are tried before the first look at the clock
+constexpr std::size_t firstStride = 1024; // starting positions before the first look at the clock
 constexpr std::size_t largestStride = 16 * 1024;
 
-/// Steps from one starting position without a look at the clock. A step may walk through the whole subject.
+/// Steps from one starting position without a look at the clock. A step may read the complete subject.
 std::uint32_t quickSteps(std::size_t subjectSize) {
     return static_cast<std::uint32_t>(std::clamp<std::size_t>(20'000'000 / (subjectSize + 1), 64, 200'000));
 }
@@ -43,15 +43,15 @@ TimeAllowance::Clock::time_point TimeAllowance::end() {
     return *end_;
 }
 
-/// The engine counts steps for each starting position and never looks at a clock by itself. So a search goes the
-/// quick way first: few steps, and in a long subject few starting positions a call. What needs more goes the
-/// watched way: code that asks for the time as it runs, which costs some speed.
+/// The engine counts steps for each starting position and never looks at a clock by itself. A search is therefore
+/// unwatched first: few steps, and in a long subject few starting positions for each call. If it needs more, it is
+/// repeated with code that checks the time as it runs, which is slower.
 struct CompiledPattern::Code {
     engine::Code quick;
-    engine::Code watched; ///< made when it is needed first
+    engine::Code watched; ///< compiled when it is first needed
     bool quickIsMachineCode = false;
     bool watchedIsMachineCode = false;
-    std::string text; ///< what was compiled, and how
+    std::string text; ///< what is compiled, and how
     std::uint32_t options = 0;
     std::uint32_t pairs = 1;
     int timeouts = 0;
@@ -65,22 +65,22 @@ struct CompiledPattern::Code {
         if (!watched) {
             engine::CompileError error;
             watched = engine::compile(text, options | PCRE2_AUTO_CALLOUT, error);
-            if (!watched) { // the calls for the time have made it too long
+            if (!watched) { // with the time checks it is too long
                 return PCRE2_ERROR_MATCHLIMIT;
             }
             watchedIsMachineCode = pcre2_jit_compile(watched.get(), PCRE2_JIT_COMPLETE) == 0;
         }
         request.lastStart = PCRE2_UNSET;
         request.steps = 0xffff'ffffU;
-        // A pattern that has failed so gets less time each time, or a batch would wait for it again and again.
+        // A pattern that has timed out gets less time each time, or a batch would wait for it again and again.
         request.end = std::min(time.end(), TimeAllowance::Clock::now() + 5s / (1 << timeouts));
         const int result = work.match(watched.get(), watchedIsMachineCode, request);
         timeouts += result == engine::timeIsUsedUp ? 1 : 0;
         return result;
     }
 
-    /// After so many time-outs, of 10 s together, the pattern gets few steps only, so that a million texts on
-    /// which it fails end too, and those on which it needs few still match.
+    /// After this many time-outs, 10 s in total, the pattern gets only few steps: then a million texts on which it
+    /// fails end too, and texts for which few steps suffice still match.
     [[nodiscard]] bool isGivenUp() const { return timeouts >= 9; }
 
     [[nodiscard]] std::uint32_t stepsFor(std::size_t subjectSize) const {
@@ -104,8 +104,8 @@ struct CompiledPattern::Code {
         return isOutOfSteps(result) ? searchWatched(request, time, work) : result;
     }
 
-    /// Tries the starting positions in several calls, with looks at the clock in between. On return the request is
-    /// that of the last call.
+    /// Tries the starting positions in several calls, with looks at the clock in between. Returns with the request
+    /// of the last call.
     int searchInSlices(engine::Request &request, TimeAllowance &time, engine::Workspace &work) const {
         if (time.isUsedUpNowAndThen()) {
             return engine::timeIsUsedUp;
@@ -169,10 +169,10 @@ CompiledPattern::CompiledPattern(std::string_view pattern, std::string_view flag
     made->pairs = groups + 1;
     made->quickIsMachineCode = pcre2_jit_compile(made->quick.get(), PCRE2_JIT_COMPLETE) == 0;
     made->text = std::move(translated.text);
-    // "\G" and the verbs speak of the search as a whole, and an anchored pattern tries one position only.
+    // "\G" and the verbs refer to the complete search, and an anchored pattern tries only one position.
     made->canBeSliced = (allOptions & PCRE2_ANCHORED) == 0 && pattern.find("(*") == std::string_view::npos &&
                         pattern.find("\\G") == std::string_view::npos;
-    // An option within the pattern can switch case off as the flag does.
+    // An option within the pattern can ignore case as the flag does.
     made->starts = engine::Starts(made->quick.get(), ignoresCase_ || pattern.find("(?") != std::string_view::npos);
     code_ = std::move(made);
 }
@@ -197,7 +197,7 @@ void CompiledPattern::reportFailure(int result) const {
     reportPatternProblem({pattern_,
                           std::nullopt,
                           result == engine::timeIsUsedUp ? "it takes too long, as it tries too many combinations"
-                                                         : "matching was given up: " + engine::textOfError(result),
+                                                         : "matching was stopped: " + engine::textOfError(result),
                           {}});
 }
 

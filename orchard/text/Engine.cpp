@@ -10,16 +10,15 @@ namespace {
 
 using CompileContext = std::unique_ptr<pcre2_compile_context, Freed<pcre2_compile_context_free>>;
 
-constexpr std::uint32_t heapLimit =
-    256 * 1024; // KiB that the engine may take where machine code has no stack left
+constexpr std::uint32_t heapLimit = 256 * 1024; // KiB for the engine if machine code has no stack left
 constexpr std::size_t jitStackStart = 32 * 1024;
 constexpr std::size_t jitStackLimit = 64 * 1024 * 1024;
-constexpr unsigned calloutsPerLook = 32; // a callout may stand for a walk through the whole subject
+constexpr unsigned calloutsPerLook = 32; // a callout may follow a walk through the complete subject
 
 } // namespace
 
 std::uint32_t optionsOf(std::string_view flags) {
-    // Subjects are bytes in no certain encoding, so the engine must never take them for Unicode.
+    // Subjects are bytes without a known encoding, so the engine must never read them as Unicode.
     std::uint32_t options = PCRE2_NEVER_UTF | PCRE2_NEVER_UCP | PCRE2_USE_OFFSET_LIMIT;
     for (const char flag : flags) {
         options |= flag == 'i'   ? PCRE2_CASELESS

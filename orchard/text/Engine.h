@@ -1,4 +1,4 @@
-// The regular expression engine behind patterns, with the limits that a pattern from a property set is run under.
+// Wraps the regular expression engine, with the limits for patterns from property sets.
 #pragma once
 
 #define PCRE2_CODE_UNIT_WIDTH 8
@@ -20,7 +20,7 @@ template <auto FREE> struct Freed {
 };
 using Code = std::unique_ptr<pcre2_code, Freed<pcre2_code_free>>;
 
-/// Results of match() that the engine doesn't have.
+/// A result of match() that the engine doesn't have.
 constexpr int timeIsUsedUp = -1000;
 
 struct CompileError {
@@ -30,25 +30,25 @@ struct CompileError {
 
 std::uint32_t optionsOf(std::string_view flags);
 std::string textOfError(int code);
-/// Null with `error` set for what is no valid pattern.
+/// Returns null and sets `error` for an invalid pattern.
 Code compile(std::string_view text, std::uint32_t options, CompileError &error);
 
 struct Request {
     std::string_view subject;
     std::size_t start = 0;
-    std::size_t lastStart = PCRE2_UNSET; ///< the last position at which the match may begin
+    std::size_t lastStart = PCRE2_UNSET; ///< the last position where the match may begin
     std::uint32_t options = 0;
-    std::uint32_t steps = 0; ///< steps that may be taken from one starting position
-    /// Looked at where the code was compiled with PCRE2_AUTO_CALLOUT.
+    std::uint32_t steps = 0; ///< limit of steps from one starting position
+    /// Checked only by code that was compiled with PCRE2_AUTO_CALLOUT.
     std::optional<std::chrono::steady_clock::time_point> end;
 };
 
-/// What a match needs besides the pattern; one set a thread, used again by every match. What each of many short
-/// matches goes through stands here, where it costs no call.
+/// Holds what a match needs besides the pattern; each thread has one for all its matches. The steps of every short
+/// match are defined here, so that they are inlined.
 class Workspace {
   public:
     Workspace();
-    /// That of this thread, with room for the result of a match with so many pairs of positions.
+    /// Returns that of this thread, with room for a match with `pairs` pairs of positions.
     static Workspace &ofThisThread(std::uint32_t pairs) {
         Workspace &work = known_ != nullptr ? *known_ : makeForThisThread();
         if (pairs > work.pairs_) {
@@ -57,7 +57,7 @@ class Workspace {
         return work;
     }
 
-    /// As pcre2_match. Machine code is used if there is some, and its stack suffices.
+    /// Like pcre2_match. Uses machine code if there is some and its stack suffices.
     int match(const pcre2_code *code, bool hasMachineCode, const Request &request) {
         if (steps_ != request.steps || lastStart_ != request.lastStart) {
             setLimits(request);
@@ -92,7 +92,7 @@ class Workspace {
     void setWatch(Watch *watch);
     int interpret(const pcre2_code *code, const Request &request);
 
-    // A plain pointer in the thread's own block: asking for the object itself costs a call and a check each time.
+    // A plain thread-local pointer: accessing a thread-local object costs a call and a check each time.
 #if defined(__GNUC__)
     [[gnu::tls_model("initial-exec")]]
 #endif
@@ -103,29 +103,30 @@ class Workspace {
     std::unique_ptr<pcre2_match_data, Freed<pcre2_match_data_free>> data_;
     const PCRE2_SIZE *offsets_ = nullptr;
     std::uint32_t pairs_ = 0;
-    // What the context has.
+    // The settings of the context.
     std::uint32_t steps_ = 0;
     std::size_t lastStart_ = 0;
     bool isWatched_ = true;
 };
 
-/// The bytes, or places, that the matches of a pattern can begin with.
+/// Knows the bytes, or positions, at which matches of a pattern can begin.
 class Starts {
   public:
     Starts() { bytes_.set(); }
     Starts(const pcre2_code *code, bool mayIgnoreCase);
-    /// The first position at or behind `from` where a match can begin; behind the subject if there is none. `from`
-    /// is where a search begins: ".*" can match there also in the middle of a line, though else at its start only.
+    /// Returns the first position at or after `from`, where the search begins, at which a match can begin; past
+    /// the end if there is none. ".*" can match at `from` within a line, and elsewhere only at the start of a
+    /// line.
     [[nodiscard]] std::size_t first(std::string_view subject, std::size_t from) const {
         return atLines_ ? from : next(subject, from);
     }
-    /// The same for a search that goes on at `from`.
+    /// The same for a search that continues at `from`.
     [[nodiscard]] std::size_t next(std::string_view subject, std::size_t from) const;
 
   private:
     std::bitset<256> bytes_;
     bool atLines_ = false;
-    bool isOne_ = false; ///< there is one such byte only
+    bool isOne_ = false; ///< there is only one such byte
     char only_ = '\0';
 };
 

@@ -10,7 +10,7 @@ bool equalsIgnoringCase(std::string_view left, std::string_view right) {
                       [](char l, char r) { return lowerCase(l) == lowerCase(r); });
 }
 
-/// Finds the next of two characters without reading far beyond it, so that many calls stay cheap together.
+/// Finds the next of two characters without reading far beyond it, so that many calls are cheap.
 std::size_t findEither(std::string_view text, char first, char second, std::size_t from) {
     constexpr std::size_t window = 128;
     while (from < text.size()) {
@@ -44,8 +44,8 @@ std::size_t findIgnoringCase(std::string_view text, std::string_view what, std::
 }
 
 std::size_t findText(std::string_view text, std::string_view what, std::size_t from) {
-    // Places where the first and the last character fit are looked for in blocks, which a compiler makes into few
-    // instructions.
+    // Blocks are searched for positions where the first and the last character fit, which a compiler turns into
+    // few instructions.
     constexpr std::size_t block = 64;
     const std::size_t span = what.size() - 1;
     for (; what.size() > 1 && from <= text.size() && text.size() - from >= block + span; from += block) {

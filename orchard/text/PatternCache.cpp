@@ -16,7 +16,7 @@ std::shared_ptr<const CompiledPattern> PatternCache::get(std::string_view patter
         compiled = std::move(found->second);
         older_.erase(found);
     } else {
-        // A report about the pattern may come back here, so the key must not be used behind this line.
+        // A report about the pattern may call this function again, so don't use the key after this line.
         std::string key = key_;
         compiled = std::make_shared<const CompiledPattern>(pattern, flags);
         key_ = std::move(key);

@@ -1,4 +1,4 @@
-// Patterns that were compiled are kept, so that each is compiled once however often it is used.
+// Caches compiled patterns, so that each is compiled only once.
 #pragma once
 
 #include "orchard/text/CompiledPattern.h"
@@ -12,17 +12,17 @@
 
 namespace orchard {
 
-/// Holds a bounded number of patterns. One thread uses it.
+/// Holds a limited number of patterns. Only one thread uses it.
 class PatternCache {
   public:
-    /// At most twice `generation` patterns are held. Those used longest ago go first, many at a time.
+    /// Holds at most twice `generation` patterns. Drops the least recently used ones, many at a time.
     explicit PatternCache(std::size_t generation = 256) : generation_(generation) {}
 
-    /// The compiled pattern, taken from the cache if it is there.
+    /// Returns the compiled pattern, from the cache if possible.
     std::shared_ptr<const CompiledPattern> get(std::string_view pattern, std::string_view flags);
 
     [[nodiscard]] std::size_t count() const { return recent_.size() + older_.size(); }
-    /// The cache of the calling thread.
+    /// Returns the cache of the calling thread.
     static PatternCache &ofThisThread();
 
   private:
@@ -36,7 +36,7 @@ class PatternCache {
         std::unordered_map<std::string, std::shared_ptr<const CompiledPattern>, Hash, std::equal_to<>>;
 
     std::size_t generation_;
-    std::string key_; ///< kept between calls for its memory
+    std::string key_; ///< kept between calls to reuse its memory
     Patterns recent_;
     Patterns older_;
 };

@@ -1,4 +1,4 @@
-// PatternCheck: what is to be known of a pattern before it is used, for those who check property sets.
+// Examines a pattern before it is used, for checks of property sets.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -11,13 +11,13 @@
 namespace orchard {
 
 struct PatternFacts {
-    std::string mistake;                 ///< why it is no valid pattern; empty for a valid one
+    std::string mistake;                 ///< why the pattern is invalid; empty if it is valid
     std::optional<std::size_t> position; ///< of the mistake: bytes from the start of the pattern, counted from 0
     std::size_t groups = 0;
     bool matchesEmptyText = false;
 };
 
-/// Looks at a pattern without regard to case, as all that are read from properties are used. Reports nothing.
+/// Examines a pattern that ignores case, as patterns from properties do. Reports nothing.
 [[nodiscard]] ORCHARD_API PatternFacts examinePattern(std::string_view pattern);
 
 } // namespace orchard

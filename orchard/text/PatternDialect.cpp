@@ -7,12 +7,12 @@ namespace {
 
 constexpr std::size_t open = std::string_view::npos; ///< "does not close"
 
-/// Knows for each position at which a token of a bracket expression may begin where the expression closes.
+/// Finds where a bracket expression closes, for each position where one of its tokens may begin.
 class BracketEnds {
   public:
     explicit BracketEnds(std::string_view pattern) : pattern_(pattern) {}
 
-    /// The position of the bracket that closes the expression opened at `start`, backslashes being escapes.
+    /// The position of the bracket that closes the expression opened at `start`, with backslashes as escapes.
     std::size_t closing(std::size_t start) {
         if (ends_.empty()) {
             fill();
@@ -33,7 +33,7 @@ class BracketEnds {
     [[nodiscard]] std::size_t firstMember(std::size_t start) const {
         return start + 1 < pattern_.size() && pattern_[start + 1] == '^' ? start + 2 : start + 1;
     }
-    /// A closing bracket in the first place is a member of the class.
+    /// A closing bracket in first position is a member of the class.
     [[nodiscard]] std::size_t firstToken(std::size_t start) const {
         const std::size_t at = firstMember(start);
         return at < pattern_.size() && pattern_[at] == ']' ? at + 1 : at;
@@ -42,7 +42,7 @@ class BracketEnds {
     void fill() {
         const std::size_t size = pattern_.size();
         ends_.assign(size + 1, open);
-        std::size_t quoteEnd = open; // where the nearest "\E" at or behind the position stands
+        std::size_t quoteEnd = open; // the nearest "\E" at or after the position
         for (std::size_t at = size; at-- > 0;) {
             const char next = at + 1 < size ? pattern_[at + 1] : '\0';
             if (pattern_[at] == '\\' && next == 'E') {
@@ -66,7 +66,7 @@ class BracketEnds {
         }
     }
 
-    /// Behind "[:name:]" and its like, or behind the bracket alone if it opens no such name.
+    /// After "[:name:]" and the like, or after the bracket alone if it opens no such name.
     [[nodiscard]] std::size_t endOfNamedClass(std::size_t at, char kind) const {
         for (std::size_t i = at + 2; i + 1 < pattern_.size(); ++i) {
             const char next = pattern_[i + 1];
@@ -85,7 +85,7 @@ class BracketEnds {
     std::vector<std::size_t> ends_;
 };
 
-/// How many bytes the escape sequence at the start of `rest` takes outside a bracket expression.
+/// Returns the length in bytes of the escape sequence at the start of `rest`, outside a bracket expression.
 std::size_t lengthOfEscape(std::string_view rest) {
     if (rest.starts_with("\\Q")) {
         const std::size_t end = rest.find("\\E", 2);
@@ -134,7 +134,7 @@ TranslatedPattern translatePattern(std::string_view pattern) {
                 copy(1);
             }
         } else {
-            copy(rest.size()); // open either way: the engine says where
+            copy(rest.size()); // open in both cases: the engine reports where
         }
     }
     return result;
@@ -150,7 +150,7 @@ std::optional<std::string> literalText(std::string_view pattern) {
         const char c = pattern[at];
         const char next = at + 1 < pattern.size() ? pattern[at + 1] : '\0';
         if (c == '\\') {
-            // A letter or digit behind a backslash has a meaning of its own.
+            // A letter or digit after a backslash has a special meaning.
             const auto byte = static_cast<unsigned char>(next);
             if (isWordCharacter(next) || byte <= ' ' || byte >= 0x7f) {
                 return std::nullopt;

@@ -20,9 +20,9 @@ Hooks &hooks() {
 }
 
 constexpr std::size_t longestShown = 200;    // bytes of a pattern in a message
-constexpr std::size_t mostRemembered = 1000; // problems told apart, so that a flood of patterns can't fill memory
+constexpr std::size_t mostRemembered = 1000; // distinct problems, so that many patterns can't fill the memory
 
-/// The pattern on one line, without control characters, and the column of `position` in it.
+/// Returns the pattern on one line, without control characters, and the column of `position` in it.
 std::pair<std::string, std::size_t> shown(std::string_view pattern, std::size_t position) {
     const std::size_t first = position > longestShown / 2 ? position - longestShown / 2 : 0;
     std::string line(pattern.substr(std::min(first, pattern.size()), longestShown));

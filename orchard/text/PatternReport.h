@@ -1,5 +1,5 @@
-// What is told about patterns that can't be used. This folder knows nothing of properties, logs or messages: the
-// host hangs its own on the two hooks.
+// Reports patterns that can't be used. This folder doesn't depend on properties, logs or messages: the host sets
+// two functions for them.
 #pragma once
 
 #include <cstddef>
@@ -11,25 +11,25 @@
 namespace orchard {
 
 struct PatternProblem {
-    std::string pattern;                 ///< as it was written
+    std::string pattern;                 ///< as written
     std::optional<std::size_t> position; ///< of a mistake: bytes from the start of the pattern, counted from 0
-    std::string reason;                  ///< what is wrong, in words
+    std::string reason;                  ///< what is wrong
     std::string origin;                  ///< where the pattern comes from, such as a property; may be empty
 
-    /// One message of several lines: what is wrong with which pattern, where, and what the system does now.
+    /// Returns a message of several lines: what is wrong with which pattern, where, and the consequence.
     [[nodiscard]] std::string message() const;
 };
 
-/// Receives each problem. It is called once per pattern and reason as long as the process runs.
+/// Receives each problem, once for each pattern and reason in the life of the process.
 using PatternReporter = std::function<void(const PatternProblem &)>;
-/// Finds out where a pattern with this text comes from; the empty text if nobody knows.
+/// Finds the origin of a pattern with this text; the empty text if it is unknown.
 using PatternOriginFinder = std::function<std::string(std::string_view pattern)>;
 
-/// Without a reporter, problems are written to the standard error stream.
+/// Without a reporter, problems go to standard error.
 void setPatternReporter(PatternReporter reporter);
 void setPatternOriginFinder(PatternOriginFinder finder);
 
-/// Reports a problem, unless the same was reported already. The origin is filled in here.
+/// Reports a problem, with its origin, unless the same problem was reported before.
 void reportPatternProblem(PatternProblem problem);
 
 } // namespace orchard

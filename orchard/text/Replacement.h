@@ -1,4 +1,4 @@
-// The replacement text of a substitution, as pure text work.
+// Interprets the replacement text of a substitution, as pure text processing.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace orchard {
 
-/// What a replacement text puts in. A backslash before a dollar or a backslash takes its special meaning away:
-/// the two yield the second one. Any other backslash, and any other dollar, stands for itself.
+/// Returns the text that a replacement inserts. A backslash before a dollar or a backslash is removed. Any other
+/// backslash or dollar is literal: Substitute.ABackslashTakesAwayTheMeaningOfADollarOrABackslash.
 std::string replacementText(std::string_view replacement);
 
 } // namespace orchard

@@ -1,4 +1,4 @@
-// The members of SPString and SPStringList that work with patterns.
+// Implements the members of SPString and SPStringList that use patterns.
 #include "CM/host/SPString.h"
 
 #include "orchard/text/CompiledPattern.h"
@@ -19,7 +19,7 @@ std::shared_ptr<const orchard::CompiledPattern> compiled(const SPString &pattern
     return orchard::PatternCache::ofThisThread().get(pattern.str(), flags == nullptr ? "" : flags);
 }
 
-/// Walks the matches of a pattern from left to right.
+/// Visits the matches of a pattern from left to right.
 class Matches {
   public:
     Matches(std::string_view subject, std::shared_ptr<const orchard::CompiledPattern> pattern,
@@ -36,7 +36,7 @@ class Matches {
     }
     [[nodiscard]] const std::vector<Span> &spans() const { return spans_; }
     [[nodiscard]] Span whole() const { return spans_[0]; }
-    /// Does something whose time is not the pattern's.
+    /// Runs work whose time does not count for the pattern.
     template <class WORK> void pauseFor(WORK work) {
         const auto start = orchard::TimeAllowance::Clock::now();
         work();
@@ -91,12 +91,12 @@ int SPString::s(const SPString &pattern, const SPString &replacement, const char
 
 namespace {
 
-/// The matches of the delimiter of a text of many records.
+/// Finds the matches of the delimiter in a text of many records.
 Matches delimitersIn(std::string_view text, std::shared_ptr<const orchard::CompiledPattern> delimiter) {
     return {text, std::move(delimiter), orchard::TimeAllowance::forSize(text.size())};
 }
 
-/// Hands each part of the text between the matches to `take`, at most `limit` of them if it is greater than 0. The
+/// Passes each part of the text between the matches to `take`, at most `limit` parts if it is greater than 0. The
 /// empty text has no parts.
 template <class TAKE> void cut(std::string_view text, Matches &found, int limit, TAKE take) {
     if (text.empty()) {
@@ -107,7 +107,7 @@ template <class TAKE> void cut(std::string_view text, Matches &found, int limit,
         const Span gap = found.whole();
         const bool isEmpty = gap.begin == gap.end;
         if (isEmpty && (gap.begin == 0 || gap.end == text.size())) {
-            continue; // an empty delimiter at either end cuts nothing off
+            continue; // an empty delimiter at either end separates nothing
         }
         take(text.substr(from, gap.begin - from));
         from = gap.end;
@@ -123,7 +123,7 @@ int SPStringList::split(const SPString &text, const SPString &pattern, int limit
     const std::string subject = text.str();
     Matches found = delimitersIn(subject, compiled(pattern, ""));
     reset();
-    int empty = 0; // parts that were not put in yet, as they may stand at the end
+    int empty = 0; // empty parts not added yet, since they may be at the end
     cut(subject, found, limit, [&](std::string_view part) {
         if (limit == 0 && part.empty()) {
             ++empty;

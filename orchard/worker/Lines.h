@@ -1,4 +1,4 @@
-// Cutting what a child wrote into lines.
+// Splits the output of a child into lines.
 #pragma once
 
 #include "CM/platform/CStringList.h"
@@ -7,9 +7,9 @@
 
 namespace orchard {
 
-/// Appends the lines of `text`, each with its line end ("\n", and what stands before it); the last one may have
-/// none. Bytes stay as they are. A text of more than 256 KiB becomes one entry as it is: an entry for each line
-/// would take several times its memory.
+/// Appends the lines of `text`, each with its line end; the last line may have none. Bytes are unchanged. A text
+/// of more than 256 KiB becomes one entry, since an entry for each line would take several times the memory:
+/// Lines.ALongTextIsOneEntryAsItIs.
 void appendLines(std::string text, CStringList &lines);
 
 } // namespace orchard

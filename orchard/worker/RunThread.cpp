@@ -1,7 +1,9 @@
-// The worker. The child runs while the caller waits in getStatus, on the caller's own thread: the caller waits in
-// any case, and so nothing has to be handed from one thread to another.
+// Runs the child while the caller waits in getStatus, on the caller's own thread. The caller waits in any case, so
+// that no data has to pass between threads.
 #include "CM/host/RunThread.h"
 
+#include "CM/platform/ChildProcess.h"
+#include "CM/platform/PlainWords.h"
 #include "orchard/worker/Lines.h"
 #include "orchard/worker/RunWatch.h"
 
@@ -13,7 +15,7 @@ namespace {
 
 using platform::ChildResult;
 
-/// The first word of a command as a user would name the program.
+/// Returns the first word of a command, as a user names the program.
 std::string programOf(const std::string &command) {
     if (const auto words = platform::plainWords(command); words && !words->empty()) {
         return words->front();
@@ -21,19 +23,38 @@ std::string programOf(const std::string &command) {
     return command.substr(0, command.find_first_of(" \t\n"));
 }
 
-/// What is said on the error channel for a child that could not say it itself; empty for one that ended by itself.
-std::string lastWords(const std::string &command, const ChildResult &result) {
+RunEnd endOf(const ChildResult &result) {
+    using Kind = RunEnd::Kind;
     switch (result.end) {
-    case ChildResult::End::killedBySignal:
-        return "error: the command was ended by signal " + std::to_string(result.code) + " (" +
-               strsignal(result.code) + ")\n";
-    case ChildResult::End::interrupted:
-        return "error: the command was interrupted\n";
-    case ChildResult::End::notStarted:
-        return programOf(command) + ": " + std::strerror(result.code) +
-               (result.code == ENOENT ? "; is the tool installed?\n" : "\n");
     case ChildResult::End::exited:
+        return {Kind::exited, result.code, {}};
+    case ChildResult::End::killedBySignal:
+        return {Kind::killedBySignal, result.code, strsignal(result.code)};
     case ChildResult::End::timedOut:
+        return {Kind::timedOut, 0, {}};
+    case ChildResult::End::interrupted:
+        return {Kind::interrupted, 0, {}};
+    case ChildResult::End::notStarted:
+        return {Kind::notStarted, result.code, std::strerror(result.code)};
+    }
+    return {};
+}
+
+/// Returns the line for the error channel about a child that did not end by itself; else the empty text.
+std::string lastWords(const std::string &command, const RunEnd &end) {
+    switch (end.kind) {
+    case RunEnd::Kind::killedBySignal:
+        return "error: the command was ended by signal " + std::to_string(end.code) + " (" + end.text.str() +
+               ")\n";
+    case RunEnd::Kind::interrupted:
+    case RunEnd::Kind::withheld:
+        return "error: the command was interrupted\n";
+    case RunEnd::Kind::notStarted:
+        return programOf(command) + ": " + end.text.str() +
+               (end.code == ENOENT ? "; is the tool installed?\n" : "\n");
+    case RunEnd::Kind::unknown:
+    case RunEnd::Kind::exited:
+    case RunEnd::Kind::timedOut:
         break;
     }
     return {};
@@ -71,22 +92,22 @@ int RunThread::getStatus(int milliseconds) {
     }
     options.outputDescriptor = worker_->outputHandle;
     options.interrupted = watch.interrupted;
-    ChildResult result;
     if (isKeptBack) {
-        result.end = ChildResult::End::interrupted;
+        end.kind = RunEnd::Kind::withheld;
     } else {
-        result = platform::runChild(worker_->command, options);
+        ChildResult result = platform::runChild(worker_->command, options);
+        end = endOf(result);
+        orchard::appendLines(std::move(result.output), outputLines);
+        orchard::appendLines(std::move(result.errors), errorLines);
     }
-    orchard::appendLines(std::move(result.output), outputLines);
-    orchard::appendLines(std::move(result.errors), errorLines);
-    if (const std::string text = lastWords(worker_->command, result); !text.empty()) {
-        // What the child said last may lack its line end.
+    if (const std::string text = lastWords(worker_->command, end); !text.empty()) {
+        // The last line of the child may lack its line end.
         const bool isOpen = !errorLines.IsEmpty() && !errorLines.GetTail().str().ends_with('\n');
         errorLines.AddTail(CString((isOpen ? "\n" : "") + text));
     }
-    worker_->status = result.end == ChildResult::End::timedOut ? WAIT_TIMEOUT : 0;
+    worker_->status = end.kind == RunEnd::Kind::timedOut ? WAIT_TIMEOUT : 0;
     if (watch.ended && !isKeptBack) {
-        watch.ended({worker_->command, result.end, result.code, &outputLines, &errorLines});
+        watch.ended(end);
     }
     return worker_->status;
 }

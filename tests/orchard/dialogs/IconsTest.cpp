@@ -1,4 +1,4 @@
-// The host's icons, the images of units' states, and the icons of files.
+// Tests the host's icons, the images of the states of units, and the icons of files.
 #include "CM/host/DialogHelpers.h"
 #include "CM/platform/dialog/CDialog.h"
 #include "tests/support/recording_host/RecordingHost.h"

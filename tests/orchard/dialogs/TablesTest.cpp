@@ -1,4 +1,4 @@
-// Tables of dialogs: cells, the order of records, and texts that are too long for their place.
+// Tests the tables of dialogs: cells, the order of records, and texts that are too long for their column.
 #include "CM/host/DialogHelpers.h"
 #include "CM/platform/dialog/CDialog.h"
 
@@ -37,8 +37,8 @@ TEST_F(Table, ItemsAppendTheRowBehindTheLastAndFillTheOthers) {
     EXPECT_EQ(list.GetItemCount(), 2);
     EXPECT_EQ(list.GetItemText(0, 0), "Pump");
     EXPECT_EQ(list.GetItemText(0, 1), "Class");
-    EXPECT_EQ(list.rows()[0].icon, 2) << "column 0 alone brings the icon";
-    EXPECT_EQ(list.rows()[1].icon, -1);
+    EXPECT_EQ(list.GetItemImages(0).icon, 2) << "column 0 alone brings the icon";
+    EXPECT_EQ(list.GetItemImages(1).icon, -1);
 }
 
 TEST_F(Table, ItemsOutsideTheTableChangeNothing) {
@@ -50,7 +50,7 @@ TEST_F(Table, ItemsOutsideTheTableChangeNothing) {
     EXPECT_EQ(list.GetItemCount(), 0);
 }
 
-/// A record as the dialogs have them: texts to sort by, and behind them what the record is about.
+/// A record as the dialogs have them: texts to sort by, then the object that the record describes.
 struct Record {
     Record(const char *name, const char *type) : words{const_cast<char *>(name), const_cast<char *>(type)} {}
     std::array<void *, 2> words;

@@ -1,7 +1,9 @@
 #include "orchard/messages/HiddenMessages.h"
 
 #include "CM/host/Messages.h"
-#include "orchard/messages/ScriptedUser.h"
+#include "orchard/messages/DialogSetup.h"
+#include "orchard/messages/ScriptedDialogDriver.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -17,33 +19,29 @@ class OneTimeBox : public testing::Test {
   protected:
     OneTimeBox() {
         setenv("XDG_CONFIG_HOME", root.c_str(), 1);
-        orchard::setUserInterface(&user);
+        orchard::setDialogDriver(&user);
     }
-    ~OneTimeBox() override {
-        orchard::setUserInterface(nullptr);
-        std::filesystem::remove_all(root);
-    }
-    static std::filesystem::path makeRoot() {
-        std::string name = std::filesystem::temp_directory_path() / "orchard-hidden-XXXXXX";
-        return mkdtemp(name.data());
-    }
+    ~OneTimeBox() override { orchard::setDialogDriver(nullptr); }
     static int box(const char *key) {
         return OneTimeMessageBox("Title", "Text", "Don't show this again", 1, key, MB_YESNO | MB_ICONQUESTION, 0);
     }
-    const std::filesystem::path root = makeRoot();
-    orchard::ScriptedUser user;
+    const support::TemporaryDirectory directory;
+    const std::filesystem::path root = directory.path();
+    orchard::ScriptedDialogDriver user;
 };
 
 TEST_F(OneTimeBox, IsShownEachTimeUntilTheUserTurnsItOff) {
-    user.answer({IDNO, false});
-    user.answer({IDYES, true});
+    user.onShown = [](CDialog &shown) {
+        EXPECT_EQ(shown.title(), "Title");
+        EXPECT_EQ(shown.control("turnOff")->caption(), "Don't show this again");
+    };
+    user.play("MessageBox", {"press no"});
+    user.play("MessageBox", {"check turnOff", "press yes"});
     EXPECT_EQ(box("key"), IDNO);
     EXPECT_EQ(box("key"), IDYES);
-    EXPECT_EQ(user.questions().size(), 2U);
-    EXPECT_EQ(user.questions()[0].message.title, "Title");
-    EXPECT_EQ(user.questions()[0].checkBox, "Don't show this again");
+    EXPECT_EQ(user.shown().size(), 2U);
     EXPECT_EQ(box("key"), IDYES) << "the answer that was given when it was turned off";
-    EXPECT_EQ(user.questions().size(), 2U);
+    EXPECT_EQ(user.shown().size(), 2U);
 }
 
 TEST_F(OneTimeBox, TurningOneOffLeavesTheOthers) {
@@ -56,6 +54,12 @@ TEST_F(OneTimeBox, TurningOneOffLeavesTheOthers) {
 }
 
 TEST_F(OneTimeBox, ANobodysAnswerTurnsNothingOff) {
+    EXPECT_EQ(box("key"), IDNO);
+    EXPECT_EQ(orchard::hiddenMessageAnswer("key"), std::nullopt);
+}
+
+TEST_F(OneTimeBox, AUserWhoGoesAwayAfterCheckingTheBoxTurnsNothingOff) {
+    user.play("MessageBox", {"check turnOff"});
     EXPECT_EQ(box("key"), IDNO);
     EXPECT_EQ(orchard::hiddenMessageAnswer("key"), std::nullopt);
 }
@@ -75,18 +79,22 @@ TEST_F(OneTimeBox, AFileOfRubbishTurnsNothingOff) {
 TEST_F(OneTimeBox, AnAnswerThatTheBoxDoesNotHaveTurnsNothingOff) {
     std::filesystem::create_directories(root / "orchard");
     std::ofstream(orchard::hiddenMessagesFile()) << "4711 key\n";
-    user.answer({IDYES, false});
+    user.play("MessageBox", {"press yes"});
     EXPECT_EQ(box("key"), IDYES);
-    EXPECT_EQ(user.questions().size(), 1U);
+    EXPECT_EQ(user.shown().size(), 1U);
 }
 
-TEST_F(OneTimeBox, AnAnswerForTheWholeRunCountsBeforeTheRememberedOne) {
+TEST_F(OneTimeBox, AnAnswerGivenInAdvanceCountsBeforeTheRememberedOne) {
+    class AlwaysNo : public platform::DialogDriver {
+        bool run(CDialog &dialog) override { return dialog.button("no")->press(); }
+        bool answersInAdvance(const CDialog &dialog) const override { return dialog.button("no") != nullptr; }
+    } no;
     orchard::hideMessage("key", IDYES);
-    orchard::setAnswerPolicy(orchard::AnswerPolicy::no);
+    orchard::setDialogDriver(&no);
     EXPECT_EQ(box("key"), IDNO);
-    orchard::setAnswerPolicy(orchard::AnswerPolicy::ask);
+    orchard::setDialogDriver(&user);
     EXPECT_EQ(box("key"), IDYES);
-    EXPECT_TRUE(user.questions().empty());
+    EXPECT_TRUE(user.shown().empty());
 }
 
 TEST_F(OneTimeBox, APipeInThePlaceOfTheFileKeepsNobodyWaiting) {

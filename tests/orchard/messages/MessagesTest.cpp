@@ -1,32 +1,40 @@
 #include "CM/host/Messages.h"
 
-#include "orchard/messages/ScriptedUser.h"
-#include "orchard/settings/LogFile.h"
+#include "orchard/messages/DialogSetup.h"
+#include "orchard/messages/ScriptedDialogDriver.h"
+#include "orchard/base/LogFile.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <string>
 
-namespace {
+using testing::ElementsAre;
+using testing::IsEmpty;
 
-using orchard::AnswerPolicy;
-using orchard::MessageKind;
+namespace {
 
 class Messages : public testing::Test {
   protected:
     Messages() {
         setenv("XDG_CONFIG_HOME", "/no/such/directory", 1);
-        orchard::setUserInterface(&user);
+        orchard::setDialogDriver(&user);
         orchard::setLogListener([this](std::string_view text) { log.append(text).append("\n"); });
     }
     ~Messages() override {
-        orchard::setUserInterface(nullptr);
-        orchard::setAnswerPolicy(AnswerPolicy::ask);
+        orchard::setDialogDriver(nullptr);
         orchard::setLogListener({});
     }
-    int ask(unsigned int flags) { return notifyUserAndAsk("Really?", flags, 0, messageLevelDefault); }
-    orchard::ScriptedUser user;
+    static int ask(unsigned int flags) { return notifyUserAndAsk("Really?", flags, 0, messageLevelDefault); }
+    [[nodiscard]] std::vector<std::string> texts() const {
+        std::vector<std::string> texts;
+        for (const auto &notice : user.notices()) {
+            texts.push_back(notice.text.str());
+        }
+        return texts;
+    }
+    orchard::ScriptedDialogDriver user;
     std::string log;
 };
 
@@ -35,72 +43,73 @@ constexpr unsigned int yesNoCancel = MB_YESNOCANCEL | MB_ICONQUESTION;
 
 TEST_F(Messages, ATextIsShownAndLogged) {
     notifyUser("Timed out", messageLevelDefault);
-    ASSERT_EQ(user.messages().size(), 1U);
-    EXPECT_EQ(user.messages()[0].text, "Timed out");
-    EXPECT_EQ(user.messages()[0].kind, MessageKind::information);
+    EXPECT_THAT(texts(), ElementsAre("Timed out"));
+    EXPECT_EQ(user.notices()[0].icon, CIcon::Kind::none);
     EXPECT_EQ(log, "Timed out\n");
 }
 
-TEST_F(Messages, ABoxWithOneButtonIsAMessageOfItsKind) {
+TEST_F(Messages, ABoxWithOneButtonShowsItsIcon) {
     EXPECT_EQ(ask(MB_ICONHAND), IDOK);
     EXPECT_EQ(ask(MB_ICONEXCLAMATION), IDOK);
     EXPECT_EQ(ask(MB_ICONINFORMATION), IDOK);
-    ASSERT_EQ(user.messages().size(), 3U);
-    EXPECT_EQ(user.messages()[0].kind, MessageKind::error);
-    EXPECT_EQ(user.messages()[1].kind, MessageKind::warning);
-    EXPECT_EQ(user.messages()[2].kind, MessageKind::information);
-    EXPECT_TRUE(user.questions().empty());
+    ASSERT_EQ(user.notices().size(), 3U);
+    EXPECT_EQ(user.notices()[0].icon, CIcon::Kind::error);
+    EXPECT_EQ(user.notices()[1].icon, CIcon::Kind::warning);
+    EXPECT_EQ(user.notices()[2].icon, CIcon::Kind::information);
+    EXPECT_THAT(user.shown(), IsEmpty()) << "there is nothing to decide";
+    EXPECT_EQ(log, "Really?\nReally?\nReally?\n");
 }
 
 TEST_F(Messages, AQuestionGivesTheButtonThatEndedIt) {
-    user.answer({IDYES, false});
-    user.answer({IDCANCEL, false});
+    user.play("MessageBox", {"press yes"});
+    user.play("MessageBox", {"press cancel"});
+    user.play("MessageBox", {"press cancel", "press no"});
     EXPECT_EQ(ask(yesNo), IDYES);
     EXPECT_EQ(ask(yesNoCancel), IDCANCEL);
-    ASSERT_EQ(user.questions().size(), 2U);
-    EXPECT_EQ(user.questions()[0].buttons.size(), 2U);
-    EXPECT_EQ(user.questions()[1].buttons.size(), 3U);
-    EXPECT_EQ(log, "Really? [Yes]\nReally? [Cancel]\n");
+    EXPECT_EQ(ask(yesNo), IDNO);
+    EXPECT_THAT(user.problems(), ElementsAre("MessageBox: press cancel: refused"));
+    EXPECT_EQ(log, "Really? [Yes]\nReally? [Cancel]\nReally? [No]\n");
 }
 
-TEST_F(Messages, TheSecondButtonIsTheDefaultWhenToldSo) {
-    user.answer({IDNO, false});
-    user.answer({IDNO, false});
+TEST_F(Messages, AQuestionShowsItsTextItsIconAndItsDefaultButton) {
+    user.onShown = [](CDialog &box) {
+        EXPECT_EQ(box.prompt(), "Really?");
+        EXPECT_EQ(box.icon(), CIcon::Kind::question);
+        EXPECT_TRUE(box.button("yes")->isDefault());
+        EXPECT_FALSE(box.button("no")->isDefault());
+        EXPECT_EQ(box.button("ok"), nullptr);
+    };
     ask(yesNo);
+    user.onShown = [](CDialog &box) {
+        EXPECT_FALSE(box.button("yes")->isDefault());
+        EXPECT_TRUE(box.button("no")->isDefault());
+    };
     ask(yesNo | MB_DEFBUTTON2);
-    EXPECT_EQ(user.questions()[0].defaultButton, IDYES);
-    EXPECT_EQ(user.questions()[1].defaultButton, IDNO);
+    EXPECT_EQ(user.shown().size(), 2U);
 }
 
-TEST_F(Messages, WithNobodyToAskTheSafeAnswerIsTakenAndSaid) {
+TEST_F(Messages, ClosingAQuestionIsCancelAndRefusedWithoutThatButton) {
+    user.play("MessageBox", {"close"});
+    EXPECT_EQ(ask(yesNoCancel), IDCANCEL);
+    user.play("MessageBox", {"close"});
+    EXPECT_EQ(ask(yesNo), IDNO) << "nobody has answered";
+}
+
+TEST_F(Messages, WithNobodyToAskTheSafeAnswerIsTakenAndShown) {
     EXPECT_EQ(ask(yesNo), IDNO);
     EXPECT_EQ(ask(yesNoCancel), IDNO);
-    ASSERT_EQ(user.messages().size(), 2U);
-    EXPECT_EQ(user.messages()[0].text, "Really? [No: there is nobody to ask]");
+    EXPECT_THAT(texts(),
+                ElementsAre("Really? [No: there is nobody to ask]", "Really? [No: there is nobody to ask]"));
+    EXPECT_EQ(user.notices()[0].icon, CIcon::Kind::question);
+    EXPECT_EQ(log, "Really? [No: there is nobody to ask]\nReally? [No: there is nobody to ask]\n");
 }
 
-TEST_F(Messages, WithoutAUserTheSafeAnswerIsTaken) {
-    orchard::setUserInterface(nullptr);
+TEST_F(Messages, WithoutADriverTheyGoToTheErrorStreamAndTheSafeAnswerIsTaken) {
+    orchard::setDialogDriver(nullptr);
     testing::internal::CaptureStderr();
+    notifyUser("Timed out", messageLevelDefault);
     EXPECT_EQ(ask(yesNo), IDNO);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Really? [No: there is nobody to ask]\n");
-}
-
-TEST_F(Messages, AnAnswerThatTheBoxDoesNotHaveCountsAsNone) {
-    user.answer({IDCANCEL, false});
-    EXPECT_EQ(ask(yesNo), IDNO);
-}
-
-TEST_F(Messages, APolicyAnswersInThePlaceOfTheUser) {
-    orchard::setAnswerPolicy(AnswerPolicy::yes);
-    EXPECT_EQ(ask(yesNo), IDYES);
-    EXPECT_EQ(ask(yesNoCancel), IDYES);
-    orchard::setAnswerPolicy(AnswerPolicy::no);
-    EXPECT_EQ(ask(yesNo), IDNO);
-    EXPECT_TRUE(user.questions().empty());
-    ASSERT_EQ(user.messages().size(), 3U);
-    EXPECT_EQ(user.messages()[0].text, "Really? [Yes]");
-    EXPECT_EQ(user.messages()[2].text, "Really? [No]");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Timed out\nReally? [No: there is nobody to ask]\n");
 }
 
 TEST_F(Messages, AreNotShownWhileSilencedButLogged) {
@@ -111,11 +120,11 @@ TEST_F(Messages, AreNotShownWhileSilencedButLogged) {
         EXPECT_EQ(ask(MB_ICONHAND), IDOK);
         EXPECT_EQ(ask(yesNo), IDNO) << "nobody can answer what isn't shown";
     }
-    EXPECT_TRUE(user.messages().empty());
-    EXPECT_TRUE(user.questions().empty());
-    EXPECT_NE(log.find("quiet\n"), std::string::npos);
+    EXPECT_THAT(texts(), IsEmpty());
+    EXPECT_THAT(user.shown(), IsEmpty());
+    EXPECT_EQ(log, "quiet\nReally?\nReally? [No: there is nobody to ask]\n");
     notifyUser("loud", messageLevelDefault);
-    EXPECT_EQ(user.messages().size(), 1U);
+    EXPECT_THAT(texts(), ElementsAre("loud"));
 }
 
 } // namespace

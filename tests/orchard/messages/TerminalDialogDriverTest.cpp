@@ -1,7 +1,9 @@
 #include "orchard/messages/TerminalDialogDriver.h"
 
+#include "CM/host/Messages.h"
 #include "CM/platform/dialog/CListCtrl.h"
 #include "CM/platform/dialog/CTreeCtrl.h"
+#include "orchard/messages/MessageDialog.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +13,7 @@
 
 namespace {
 
-/// One control of each kind. Each handler notes what it heard.
+/// One control of each kind. Each handler records its call.
 class Sample : public CDialog {
   public:
     Sample() : CDialog("Sample") {
@@ -26,7 +28,7 @@ class Sample : public CDialog {
         list.InsertItem({{"Pump", "RO"}});
         list.InsertItem({{"Valve", "RW"}});
         CTreeCtrl::Item &top = tree.InsertItem("Model");
-        tree.InsertItem("Station", &top).check = CTreeCtrl::Check::unchecked;
+        tree.InsertItem("Station", &top).setCheck(CTreeCtrl::Check::unchecked);
     }
     std::vector<std::string> heard;
 
@@ -47,9 +49,9 @@ class Sample : public CDialog {
                    "Model",
                    CTreeCtrl::Selection::one,
                    {{},
-                    [this](CTreeCtrl::Item &item) { heard.push_back("expand " + item.text.str()); },
-                    [this](CTreeCtrl::Item &item) { heard.push_back("check " + item.text.str()); },
-                    [this](CTreeCtrl::Item &item) { heard.push_back("activate " + item.text.str()); }}}; // 5
+                    [this](CTreeCtrl::Item &item) { heard.push_back("expand " + item.text().str()); },
+                    [this](CTreeCtrl::Item &item) { heard.push_back("check " + item.text().str()); },
+                    [this](CTreeCtrl::Item &item) { heard.push_back("activate " + item.text().str()); }}}; // 5
     CButton hidden{*this, "hidden", "Hidden", {}};
     CButton grey{*this, "grey", "Grey", {}};
     CButton ok{*this, "ok", "OK", [this] { OnOK(); }};                 // 6
@@ -134,14 +136,14 @@ TEST_F(Terminal, OpensSelectsChecksAndActivatesItems) {
     EXPECT_EQ(type("5 2\n5 +1\n5 x2\n5 2\n5 !2\n6\n"), IDOK);
     EXPECT_EQ(dialog.heard, (std::vector<std::string>{"expand Model", "check Station", "activate Station"}));
     ASSERT_EQ(dialog.tree.selectedItems().size(), 1U);
-    EXPECT_EQ(dialog.tree.selectedItems()[0]->text, "Station");
+    EXPECT_EQ(dialog.tree.selectedItems()[0]->text(), "Station");
     EXPECT_NE(shown.find("1   - Model"), std::string::npos);
     EXPECT_NE(shown.find("2 *     [x] Station"), std::string::npos) << shown;
 }
 
 TEST_F(Terminal, ClosesAnItem) {
     EXPECT_EQ(type("5 +1\n5 -1\n6\n"), IDOK);
-    EXPECT_FALSE(dialog.tree.roots()[0]->expanded);
+    EXPECT_FALSE(dialog.tree.roots()[0]->isExpanded());
 }
 
 TEST_F(Terminal, ExplainsItself) {
@@ -157,9 +159,51 @@ TEST_F(Terminal, SaysWhatItDoesNotUnderstand) {
     EXPECT_NE(shown.find("That is no button here."), std::string::npos);
 }
 
+TEST_F(Terminal, ADialogWithoutAUsableCancelButtonCannotBeClosed) {
+    dialog.cancel.EnableWindow(false);
+    EXPECT_EQ(type("q\n?\n\n"), IDOK);
+    EXPECT_NE(shown.find("This needs an answer."), std::string::npos);
+    EXPECT_EQ(shown.find("q closes"), std::string::npos) << "what can't be done is not offered";
+    EXPECT_EQ(type("q\n"), dialogNotAnswered);
+    dialog.cancel.EnableWindow(true);
+    dialog.cancel.ShowWindow(false);
+    EXPECT_EQ(type("q\n"), dialogNotAnswered);
+}
+
 TEST_F(Terminal, TheEndOfTheInputLeavesTheDialogUnanswered) {
     EXPECT_EQ(type("1\n"), dialogNotAnswered);
     EXPECT_EQ(type("3\nlines without end"), dialogNotAnswered);
+}
+
+std::string shownBox(unsigned int flags, const std::string &typed, int result, const char *checkBox = "") {
+    std::istringstream input(typed);
+    std::ostringstream output;
+    orchard::TerminalDialogDriver driver(input, output);
+    orchard::MessageDialog box("", "Overwrite?\x1b[0m", flags, checkBox);
+    EXPECT_EQ(box.DoModal(&driver), result);
+    return output.str();
+}
+
+TEST(MessageBoxAtTheTerminal, IsWrittenWithItsKindAndNeedsNoAnswerWhereItOnlyInforms) {
+    EXPECT_EQ(shownBox(MB_ICONHAND, "", IDOK), "Error: Overwrite??[0m\n");
+    EXPECT_EQ(shownBox(MB_ICONEXCLAMATION, "", IDOK), "Warning: Overwrite??[0m\n");
+    EXPECT_EQ(shownBox(MB_ICONINFORMATION, "", IDOK), "Overwrite??[0m\n");
+}
+
+TEST(MessageBoxAtTheTerminal, AsksAgainUntilTheAnswerIsUnderstood) {
+    constexpr unsigned int flags = MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
+    EXPECT_EQ(shownBox(flags, "2\n", IDNO), "Overwrite??[0m\n   1) <Yes>\n   2) <No> (Enter)\n> ");
+    shownBox(flags, "maybe\n7\ny\n", IDYES);
+    shownBox(flags, "\n", IDNO);
+    shownBox(flags, "maybe\n", dialogNotAnswered);
+    shownBox(flags, "q\n", dialogNotAnswered);
+    shownBox(MB_YESNOCANCEL, "q\n", IDCANCEL);
+}
+
+TEST(MessageBoxAtTheTerminal, CanBeTurnedOff) {
+    EXPECT_EQ(shownBox(MB_ICONINFORMATION, "1\n\n", IDOK, "Don't show this again")
+                  .find("   1) [ ] Don't show this again\n   2) <OK> (Enter)\n"),
+              std::string("Overwrite??[0m\n").size());
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "CM/host/Iterators.h"
 #include "CM/host/OrId.h"
 #include "orchard/properties/PropertyTable.h"
+#include "orchard/storage/UnitSearch.h"
 
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
@@ -46,7 +47,7 @@ TEST_F(SampleModel, ElementsInAUnitKnowTheUnitOfTheirFile) {
     EXPECT_FALSE(alarms->isOwnedByMe(alarms));
     EXPECT_EQ(orchard::typeOf(*inside[0]), "AlarmEntry[*]");
     EXPECT_EQ(inside[0]->getMetaClassDisplayName(), "Attribute");
-    // A class that stands in another's file answers with that file, but is not found by it.
+    // A class that is part of another class's file returns that file, but a look-up of the file does not find it.
     auto *const entry = dynamic_cast<IClass *>(inside[2]);
     ASSERT_NE(entry, nullptr);
     EXPECT_EQ(entry->getFileName(), "AlarmList.ocl");
@@ -96,7 +97,7 @@ TEST_F(SampleModel, ABareNameOfTwoFilesMeansTheOneInTheUnitsDirectory) {
     reopen();
     ASSERT_NE(project, nullptr) << problem();
     EXPECT_EQ(IUnit::getByFile(unitFile("Control/AlarmList.ocl")), unit("Control/AlarmList"));
-    // The directory of units has a file of this name itself, which a path relative to it means.
+    // The directory of units contains a file of this name too; a path relative to the directory means that file.
     EXPECT_EQ(IUnit::getByFile("AlarmList.ocl"), unit("Drives/AlarmList"));
     EXPECT_EQ(orchard::findUnit(*project, "AlarmList").candidates.size(), 2U);
 }

@@ -18,10 +18,7 @@ TEST(Paths, AreMadeRelativeAndBack) {
     EXPECT_EQ(relativePath("/ab/c", "/a"), "../ab/c");
 }
 
-TEST(Paths, AreCutApart) {
-    EXPECT_EQ(fileOfPath("a\\b/c.d"), "c.d");
-    EXPECT_EQ(directoryOfPath("a/b\\c.d"), "a/b");
-    EXPECT_EQ(directoryOfPath("c.d"), "");
+TEST(Paths, HaveAnExtensionAndLieInDirectories) {
     EXPECT_EQ(extensionOf("a.b/c"), "");
     EXPECT_EQ(extensionOf("a/c.x.y"), ".y");
     EXPECT_EQ(extensionOf(".hidden"), "");
@@ -30,19 +27,23 @@ TEST(Paths, AreCutApart) {
     EXPECT_FALSE(liesIn("/a", "/a"));
 }
 
-TEST(Paths, EveryPartHasToStandInACommandLine) {
-    EXPECT_EQ(faultOfPath("/a/../b c\\d.ocl"), "");
-    EXPECT_EQ(faultOfPath("C:\\a\\.\\b//c/"), "");
-    EXPECT_NE(faultOfPath("/a$(id)/b.ocl"), "");
-    EXPECT_NE(faultOfPath("/a/`id`/b.ocl"), "");
-    EXPECT_NE(faultOfPath("/a\"/../b.ocl"), "") << "the text as it stands is what is passed on";
-    EXPECT_NE(faultOfPath("../a\nb/c"), "");
+TEST(Paths, AFileNameIsOneQuotableNameOfAtMost255Bytes) {
+    EXPECT_EQ(faultOfFileName("b c.ocl"), "");
+    EXPECT_EQ(faultOfFileName(std::string(255, 'x')), "");
+    for (const std::string &name :
+         {std::string(), std::string("."), std::string(".."), std::string(256, 'x'), std::string("a/b"),
+          std::string("a\\b"), std::string("a\"b"), std::string("a\nb"), std::string("(a?b)")}) {
+        EXPECT_NE(faultOfFileName(name), "") << name;
+    }
 }
 
-TEST(Paths, AConditionalOfTemplatesMustNotStandInOneAlsoNotSpreadOverItsParts) {
-    EXPECT_NE(faultOfPath("/a(b?c)/d.ocl"), "");
-    EXPECT_NE(faultOfPath("/a(b/c?/d).ocl"), "");
-    EXPECT_EQ(faultOfPath("/a(b)/c?.ocl"), "");
-    EXPECT_EQ(faultOfPath("/a)b?c(.ocl"), "");
-    EXPECT_EQ(faultOfPath("/why?/a(b).ocl"), "");
+TEST(Paths, APathHasToBeQuotableInACommandLine) {
+    EXPECT_EQ(faultOfPath("/a/../b c\\d.ocl"), "");
+    EXPECT_EQ(faultOfPath("C:\\a\\.\\b//c/"), "");
+    EXPECT_EQ(faultOfPath("/a$(id)/b.ocl"), "it holds the character $, which a command line can't quote");
+    EXPECT_NE(faultOfPath("/a\"/../b.ocl"), "") << "the text as it stands is what is passed on";
+    EXPECT_EQ(faultOfPath("../a\nb/c"), "it holds the control character 0x0A");
+    EXPECT_NE(faultOfPath("C:\\a\\"), "");
+    EXPECT_NE(faultOfPath("/a(b/c?/d).ocl"), "") << "a conditional of templates";
+    EXPECT_NE(faultOfPath("/a/" + std::string(256, 'x') + "/b"), "");
 }

@@ -37,7 +37,7 @@ TEST_F(Rename, AnExtensionThatIsInTheNameAlreadyStandsOnce) {
     EXPECT_EQ(unit("Panel")->getFileName(), "Desk.v2.ocl");
 }
 
-/// While it lives, the directory is closed to this user, also to the administrator.
+/// Makes a directory inaccessible while it exists, even to the administrator.
 class ClosedDirectory {
   public:
     explicit ClosedDirectory(std::string path) : path_(std::move(path)) {

@@ -28,7 +28,7 @@ TEST_F(Undo, BracketsNestAndMakeOneStep) {
 TEST_F(Undo, AStepThatDoesNothingMakesNoEntry) {
     {
         const UnUndoableTransaction guard(1);
-        Undoer::endTransaction(); // nobody opened one of this sort: passed over
+        Undoer::endTransaction(); // no bracket of this kind is open: ignored
         EXPECT_EQ(recorder.depth(), 1);
     }
     EXPECT_EQ(recorder.depth(), 0);

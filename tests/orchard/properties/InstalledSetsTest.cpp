@@ -1,4 +1,5 @@
 #include "orchard/properties/InstalledSets.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -18,12 +19,7 @@ class TwoDirectories : public testing::Test {
         fs::create_directories(user);
         fs::create_directories(installed);
     }
-    ~TwoDirectories() override { fs::remove_all(root); }
 
-    static fs::path makeRoot() {
-        std::string name = fs::temp_directory_path() / "orchard-sets-XXXXXX";
-        return mkdtemp(name.data());
-    }
     static void write(const fs::path &file, const std::string &text) {
         std::ofstream(file, std::ios::binary) << text;
     }
@@ -33,7 +29,8 @@ class TwoDirectories : public testing::Test {
         return property == nullptr ? "(none)" : property->getValue().str();
     }
 
-    const fs::path root = makeRoot();
+    const support::TemporaryDirectory directory;
+    const fs::path root = directory.path();
     const fs::path user = root / "user";
     const fs::path installed = root / "installed";
 };

@@ -1,9 +1,8 @@
 #include "orchard/properties/PropertySet.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <ostream>
 #include <string>
 
@@ -78,13 +77,13 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenRow{"NoUtf8", "[ConfigurationManagement.T]\na = '\xff\xfe'\n", "f.toml:2:"},
         BrokenRow{"AKeyTwice", "[ConfigurationManagement.T]\na = '1'\na = '2'\n", "f.toml:3:"},
         BrokenRow{"AKeyTwiceInOtherCase", "[ConfigurationManagement.T]\nkey = '1'\nKEY = '2'\n",
-                  "f.toml:2:7: the property 'key' stands here twice"},
+                  "f.toml:2:7: the property 'key' is here twice"},
         BrokenRow{"AList", "[ConfigurationManagement.T]\na = ['1']\n",
-                  "f.toml:2:5: the property 'a' must be a text, a whole number, true or false"},
+                  "f.toml:2:5: the property 'a' must be a text, an integer, true or false"},
         BrokenRow{"AFraction", "[ConfigurationManagement.T]\na = 1.5\n", "f.toml:2:5: the property 'a' must be"},
         BrokenRow{"ADate", "[ConfigurationManagement.T]\na = 2026-01-01\n",
                   "f.toml:2:5: the property 'a' must be"},
-        BrokenRow{"NoHeading", "CheckOut = 'co'\n", "f.toml:1:12: 'CheckOut' stands outside a table"},
+        BrokenRow{"NoHeading", "CheckOut = 'co'\n", "f.toml:1:12: 'CheckOut' is outside a table"},
         BrokenRow{"NoMetaclass", "[ConfigurationManagement]\nCheckOut = 'co'\n",
                   "f.toml:2:12: the property 'CheckOut' has no metaclass"},
         BrokenRow{"ToolIsNoText", "tool = 1\n", "f.toml:1:8: 'tool' must be a text on one line"},
@@ -96,12 +95,11 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto &row) { return row.param.name; });
 
 TEST(PropertySetFile, ThatIsTooLargeIsRefused) {
-    const auto file = std::filesystem::temp_directory_path() / "orchard-large-set.toml";
-    std::ofstream(file) << std::string(2'000'000, '#');
+    const support::TemporaryDirectory directory;
+    const auto file = directory.write("large.toml", std::string(2'000'000, '#'));
     std::string problem;
     EXPECT_EQ(PropertySet::read(file, problem), nullptr);
-    EXPECT_EQ(problem, file.string() + ": it is larger than 1024 KiB");
-    std::filesystem::remove(file);
+    EXPECT_EQ(problem, file + ": it is larger than 1024 KiB");
 }
 
 } // namespace

@@ -34,7 +34,7 @@ TEST_F(AddToModel, WithTheFlagForItAFileTakesThePlaceOfTheUnitWithItsIdentifier)
     const std::string id = unit("Valve")->getOrId().getOrIdStr().str();
     std::filesystem::copy_file(unitFile("Valve.ocl"), unitFile("Gate.ocl"));
     EXPECT_EQ(add("Gate.ocl"), nullptr);
-    EXPECT_THAT(messages, ElementsAre(HasSubstr("is borne by another element, 'Valve'")));
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("belongs to another element, 'Valve'")));
     reloadForDupId = true;
     IUnit *const fresh = add("Gate.ocl");
     reloadForDupId = false;
@@ -97,7 +97,7 @@ TEST_F(AddToModel, ACopyOfAUnitIsRefused) {
     IUnit *const valve = unit("Valve");
     EXPECT_EQ(add("Gate.ocl"), nullptr);
     EXPECT_THAT(messages,
-                ElementsAre(AllOf(HasSubstr("/Gate.ocl:2:"), HasSubstr("borne by another element, 'Valve'"))));
+                ElementsAre(AllOf(HasSubstr("/Gate.ocl:2:"), HasSubstr("belongs to another element, 'Valve'"))));
     EXPECT_EQ(unit("Valve"), valve);
 }
 

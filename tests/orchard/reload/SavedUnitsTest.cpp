@@ -1,6 +1,7 @@
 #include "tests/orchard/storage/Workbench.h"
 
 #include "CM/host/Reload.h"
+#include "orchard/storage/UnitSearch.h"
 
 namespace {
 

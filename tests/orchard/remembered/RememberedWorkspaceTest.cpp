@@ -4,6 +4,7 @@
 #include "CM/host/IProject.h"
 #include "orchard/properties/PropertyTable.h"
 #include "orchard/remembered/WorkspaceRecord.h"
+#include "orchard/storage/UnitSearch.h"
 #include "tests/orchard/storage/Workbench.h"
 
 #include <fcntl.h>
@@ -34,17 +35,17 @@ class RememberedWorkspace : public Workbench {
         }
         return rows;
     }
-    /// As if the files had stood for an hour when the project was opened.
+    /// Makes the files look an hour old when the project is opened.
     void keep() const {
         orchard::RememberedWorkspace::keep(*project, std::chrono::system_clock::now() + std::chrono::hours(1));
     }
-    /// The sample, listed and kept.
+    /// Lists the sample and remembers the result.
     Rows keepSample() {
         openSample();
         keep();
         return listed();
     }
-    /// What is remembered now; no row if nothing is.
+    /// Returns what is remembered now; no rows if nothing is.
     [[nodiscard]] Rows remembered() const {
         orchard::closeAllProjects();
         Rows rows;
@@ -318,13 +319,6 @@ TEST_F(RememberedWorkspace, WhatAnotherVersionOfTheProgramHasReadCountsAsNone) {
     const std::size_t digit = text.find('\n') - 1;
     text[digit] = static_cast<char>(text[digit] + 1);
     EXPECT_FALSE(orchard::WorkspaceRecord::from(std::move(text)));
-}
-
-TEST_F(RememberedWorkspace, IsForgottenWhenAsked) {
-    keepSample();
-    orchard::closeAllProjects();
-    orchard::RememberedWorkspace::open(path("Pump.orp"))->forget();
-    EXPECT_EQ(orchard::RememberedWorkspace::open(path("Pump.orp")), nullptr);
 }
 
 TEST_F(RememberedWorkspace, TheSixteenNewestRecordsStayForTheirOwner) {

@@ -1,7 +1,9 @@
 #include "orchard/settings/Places.h"
 
 #include "CM/host/Utilities.h"
-#include "orchard/messages/ScriptedUser.h"
+#include "orchard/messages/DialogSetup.h"
+#include "orchard/messages/ScriptedDialogDriver.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -20,22 +22,22 @@ TEST(ShareDirectory, IsTheOneThatTheEnvironmentNames) {
 }
 
 TEST(ShareDirectory, ANameOfNothingIsToldOnce) {
-    orchard::ScriptedUser user;
-    orchard::setUserInterface(&user);
+    orchard::ScriptedDialogDriver user;
+    orchard::setDialogDriver(&user);
     setenv("ORCHARD_SHARE", "/no/such/share", 1);
     EXPECT_EQ(orchard::shareDirectory(), "/no/such/share");
     EXPECT_EQ(orchard::shareDirectory(), "/no/such/share");
-    ASSERT_EQ(user.messages().size(), 1U);
-    EXPECT_NE(user.messages()[0].text.Find("/no/such/share"), -1);
+    ASSERT_EQ(user.notices().size(), 1U);
+    EXPECT_NE(user.notices()[0].text.Find("/no/such/share"), -1);
     unsetenv("ORCHARD_SHARE");
-    orchard::setUserInterface(nullptr);
+    orchard::setDialogDriver(nullptr);
 }
 
 TEST(ShareDirectory, ARelativeNameStaysWhereItWasAtFirst) {
     namespace fs = std::filesystem;
     const fs::path before = fs::current_path();
-    std::string name = fs::temp_directory_path() / "orchard-places-XXXXXX";
-    const fs::path root = fs::canonical(mkdtemp(name.data()));
+    const support::TemporaryDirectory directory;
+    const fs::path root = directory.path();
     fs::create_directory(root / "mine");
     fs::current_path(root);
     setenv("ORCHARD_SHARE", "mine", 1);
@@ -44,27 +46,11 @@ TEST(ShareDirectory, ARelativeNameStaysWhereItWasAtFirst) {
     EXPECT_EQ(orchard::shareDirectory(), root / "mine");
     unsetenv("ORCHARD_SHARE");
     fs::current_path(before);
-    fs::remove_all(root);
 }
 
 TEST(ShareDirectory, IsFoundInTheBuildTree) {
     unsetenv("ORCHARD_SHARE");
     EXPECT_TRUE(std::filesystem::is_regular_file(orchard::shareDirectory() / "toolsets" / "rcs.toml"));
-}
-
-TEST(UserDirectory, ARelativeConfigurationHomeDoesNotCount) {
-    setenv("XDG_CONFIG_HOME", "relative", 1);
-    setenv("HOME", "/home/u", 1);
-    EXPECT_EQ(orchard::userDirectory(), "/home/u/.config/orchard");
-    unsetenv("XDG_CONFIG_HOME");
-}
-
-TEST(CacheDirectory, IsApartFromTheUsersFiles) {
-    setenv("HOME", "/home/u", 1);
-    EXPECT_EQ(orchard::cacheDirectory(), "/home/u/.cache/orchard");
-    setenv("XDG_CACHE_HOME", "/var/tmp/u", 1);
-    EXPECT_EQ(orchard::cacheDirectory(), "/var/tmp/u/orchard");
-    unsetenv("XDG_CACHE_HOME");
 }
 
 } // namespace

@@ -1,13 +1,13 @@
 #include "orchard/settings/Settings.h"
 
 #include "CM/host/Utilities.h"
-#include "orchard/messages/ScriptedUser.h"
+#include "orchard/messages/DialogSetup.h"
+#include "orchard/messages/ScriptedDialogDriver.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 namespace {
 
@@ -46,7 +46,7 @@ TEST(Settings, AValueThatCannotBeUsedIsToldWithItsPlaceAndTheRestCounts) {
     ASSERT_EQ(problems.size(), 2U);
     const std::string all = problems[0] + "\n" + problems[1];
     EXPECT_NE(all.find("file.toml:3:5: the setting 'a' must be a text"), std::string::npos) << all;
-    EXPECT_NE(all.find("file.toml:1:8: the setting 'lone' stands outside a section"), std::string::npos) << all;
+    EXPECT_NE(all.find("file.toml:1:8: the setting 'lone' is outside a section"), std::string::npos) << all;
 }
 
 TEST(Settings, ABrokenFileGivesNoneAndIsToldWithLineAndColumn) {
@@ -65,13 +65,12 @@ TEST(Settings, AMissingFileGivesNoneAndIsNoProblem) {
 }
 
 TEST(Settings, AHugeFileIsRefused) {
-    const auto file = std::filesystem::temp_directory_path() / "orchard-huge-settings.toml";
-    std::ofstream(file) << "[General]\n" << std::string(3'000'000, '#') << "\n";
+    const support::TemporaryDirectory directory;
+    const auto file = directory.write("settings.toml", "[General]\n" + std::string(3'000'000, '#') + "\n");
     std::vector<std::string> problems;
     Settings::read(file, problems);
     ASSERT_EQ(problems.size(), 1U);
     EXPECT_NE(problems[0].find("larger than 1024 KiB"), std::string::npos);
-    std::filesystem::remove(file);
 }
 
 TEST(Settings, ADirectoryInPlaceOfTheFileIsToldAndSurvived) {
@@ -95,13 +94,13 @@ TEST(EnvironmentVariables, AnswerFromTheSettingsInForce) {
     setenv("ORCHARD_SETTINGS", "/no/such/file", 1);
     CString value = "as it was";
     CString second = "as it was";
-    orchard::ScriptedUser user;
-    orchard::setUserInterface(&user);
+    orchard::ScriptedDialogDriver user;
+    orchard::setDialogDriver(&user);
     EXPECT_EQ(oqGetEnvVar("General", "DEBUG_CM", value, nullptr), 0);
     EXPECT_EQ(value, "as it was");
-    ASSERT_EQ(user.messages().size(), 1U) << "the file that is named and missing";
-    EXPECT_NE(user.messages()[0].text.Find("/no/such/file: there is no such file"), -1) << user.messages()[0].text;
-    orchard::setUserInterface(nullptr);
+    ASSERT_EQ(user.notices().size(), 1U) << "the file that is named and missing";
+    EXPECT_NE(user.notices()[0].text.Find("/no/such/file: there is no such file"), -1) << user.notices()[0].text;
+    orchard::setDialogDriver(nullptr);
     orchard::overrideSetting("General", "DEBUG_CM", "TRUE");
     EXPECT_EQ(oqGetEnvVar("General", "DEBUG_CM", value, &second), 1);
     EXPECT_EQ(value, "TRUE");

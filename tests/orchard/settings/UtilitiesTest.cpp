@@ -1,14 +1,13 @@
 #include "CM/host/Utilities.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <ostream>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -61,17 +60,9 @@ TEST(AbsolutePath, BeginsAtARoot) {
 
 class UtilitiesOnFiles : public testing::Test {
   protected:
-    UtilitiesOnFiles() {
-        std::string name = std::filesystem::temp_directory_path() / "orchard-utilities-XXXXXX";
-        directory = mkdtemp(name.data());
-    }
-    ~UtilitiesOnFiles() override { std::filesystem::remove_all(directory); }
-    CString make(const char *name, const char *text) {
-        std::ofstream(directory / name) << text;
-        return (directory / name).string();
-    }
-    CString path(const char *name) { return (directory / name).string(); }
-    std::filesystem::path directory;
+    CString make(const char *name, const char *text) { return directory.write(name, text); }
+    CString path(const char *name) { return directory / name; }
+    const support::TemporaryDirectory directory;
 };
 
 TEST_F(UtilitiesOnFiles, TellWhetherAFileHoldsAnything) {

@@ -1,6 +1,8 @@
-// What a broken, foreign or hostile file gets: one message with its place. The unit is a stub then, and its file
-// stays as it is; where that can't be, no project is opened.
+// Tests broken, foreign and hostile files: each is reported in one message with its position. The unit becomes a
+// stub, and its file stays as it is; where that is impossible, no project is opened.
 #include "tests/orchard/storage/Workbench.h"
+
+#include "orchard/storage/UnitSearch.h"
 
 #include <sys/stat.h>
 
@@ -22,7 +24,7 @@ class BrokenModel : public Workbench {
   protected:
     BrokenModel() { EXPECT_EQ(orchard::createSampleProject(path("Pump")).error, ""); }
 
-    /// Opens; what is told of the only unit that stays a stub.
+    /// Opens the project; returns the message about the only unit that stays a stub.
     std::string stubWarning(std::string_view words) {
         open();
         EXPECT_TRUE(result.problems.empty()) << result.problems.front().message();
@@ -43,7 +45,7 @@ TEST_P(BrokenFile, MakesAStubWithAWarningThatNamesThePlace) {
     const std::string broken = read(unitFile("Valve.ocl"));
     EXPECT_THAT(stubWarning("Valve"),
                 AllOf(HasSubstr("/Pump_ory/Valve.ocl:"), HasSubstr(GetParam().expected),
-                      HasSubstr("; the class 'Valve' stays unloaded until the file is mended, or fetched or "
+                      HasSubstr("; the class 'Valve' is not loaded until the file is fixed, or fetched or "
                                 "checked out again")));
     ASSERT_NE(project, nullptr);
     EXPECT_TRUE(orchard::saveProject(project, true).empty());
@@ -116,17 +118,17 @@ const NameCase names[]{
     {"Quote", "file=\"a&quot;b.ocl\"", "the character \""},
     {"Dollar", "file=\"a$(id).ocl\"", "the character $"},
     {"Backquote", "file=\"a`id`.ocl\"", "the character `"},
-    {"Backslash", "file=\"a\\b.ocl\"", "the character \\"},
+    {"Backslash", "file=\"a\\b.ocl\"", "it holds a separator"},
     {"Redirection", "file=\"a>b.ocl\"", "the character >"},
     {"LineEnd", "file=\"a&#10;b.ocl\"", "control character 0x0A"},
-    {"Empty", "file=\"\"", "it is no name of a file"},
+    {"Empty", "file=\"\"", "it is not a file name"},
     {"UpTheTree", "file=\"../../etc/passwd\"", "marked as external"},
     {"FromTheRoot", "file=\"/etc/passwd\"", "marked as external"},
     {"DollarInTheDirectoryOfAnExternalFile", "file=\"$(touch pwned)/Valve.ocl\" external=\"yes\"",
      "the character $"},
     {"BackquoteInTheDirectoryOfAReference", "file=\"../`id`/a/Valve.ocl\" reference=\"yes\"", "the character `"},
     {"QuoteBehindABackslash", "file=\"C:\\a&quot;b\\Valve.ocl\" external=\"yes\"", "the character \""},
-    {"ExternalDirectoryAsFile", "file=\"../other/\" external=\"yes\"", "it is no name of a file"},
+    {"ExternalDirectoryAsFile", "file=\"../other/\" external=\"yes\"", "it is not a file name"},
     {"DirectoryUpTheTree", "directory=\"../..\" file=\"Valve.ocl\"", "is refused"},
     {"DirectoryFromTheRoot", "directory=\"/etc\" file=\"Valve.ocl\"", "below that of the owner"},
     {"DirectoryWithDollar", "directory=\"a/$b\" file=\"Valve.ocl\"", "the character $"},
@@ -156,7 +158,7 @@ TEST_F(BrokenModel, AListedUnitWithSomethingInIt) {
     const std::string drives = read(unitFile("Drives.osb"));
     const std::size_t end = drives.find("/>", drives.find("Valve.ocl"));
     write(unitFile("Drives.osb"), drives.substr(0, end) + "><name>Valve</name></unit>" + drives.substr(end + 2));
-    EXPECT_THAT(stubWarning("Drives"), HasSubstr("<unit> may hold nothing"));
+    EXPECT_THAT(stubWarning("Drives"), HasSubstr("<unit> must be empty"));
 }
 
 TEST_F(BrokenModel, ADirectoryOfTheProjectThatACommandLineCanNotQuote) {
@@ -214,7 +216,7 @@ TEST_F(BrokenModel, AUnitThatListsItself) {
     edit(unitFile("Drives.osb"), "</subsystem>",
          "<unit kind=\"subsystem\" id=\"" + id + "\" file=\"Drives.osb\"/></subsystem>");
     open();
-    EXPECT_THAT(problem(), HasSubstr("is borne by"));
+    EXPECT_THAT(problem(), HasSubstr("belongs to '"));
 }
 
 TEST_F(BrokenModel, AFileThatTwoUnitsName) {
@@ -240,7 +242,7 @@ TEST_F(BrokenModel, ElementsNestedWithoutEnd) {
 TEST_F(BrokenModel, APipeInTheFilesPlace) {
     std::filesystem::remove(unitFile("Valve.ocl"));
     ASSERT_EQ(::mkfifo(unitFile("Valve.ocl").c_str(), 0600), 0);
-    EXPECT_THAT(stubWarning("Valve"), HasSubstr("it is no regular file"));
+    EXPECT_THAT(stubWarning("Valve"), HasSubstr("it is not a regular file"));
 }
 
 TEST_F(BrokenModel, ABrokenProjectUnit) {
@@ -299,7 +301,8 @@ TEST_P(BrokenProjectFile, IsRefusedWithItsPlace) {
 
 INSTANTIATE_TEST_SUITE_P(
     Lines, BrokenProjectFile,
-    testing::Values(std::pair("", "1:1: the file is empty"), std::pair("hello\n", "1:1: this is no project file"),
+    testing::Values(std::pair("", "1:1: the file is empty"),
+                    std::pair("hello\n", "1:1: this is not a project file"),
                     std::pair("orchard-project 1\n", "2:1: the units directory is not named"),
                     std::pair("orchard-project 1\nunits ../x\n", "2:7: the name of the units"),
                     std::pair("orchard-project 1\nunits a\nstub 12\n", "3:6: expected an identifier"),

@@ -66,7 +66,7 @@ TEST_F(DefaultHeader, AControlCharacterOrWhatIsNoTextIsRefusedAndTold) {
     write(path("latin"), "Geh\xe4use");
     EXPECT_EQ(headerFrom(path("latin")), "");
     EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(path("bell")), HasSubstr("control character")),
-                                      AllOf(HasSubstr(path("latin")), HasSubstr("no UTF-8"))));
+                                      AllOf(HasSubstr(path("latin")), HasSubstr("not UTF-8"))));
 }
 
 TEST_F(DefaultHeader, AFileThatIsMissingIsToldOnce) {
@@ -83,7 +83,7 @@ TEST_F(DefaultHeader, AFileThatWouldEndTheCommentIsRefusedAndTold) {
 
 namespace {
 
-/// The library, with a header of its own.
+/// The library, with its own header.
 class Library : public IBaseCMFacade {
   public:
     explicit Library(CString header) : header_(std::move(header)) { orchard::setCMFacade(this); }

@@ -1,6 +1,7 @@
 #include "tests/orchard/storage/Workbench.h"
 
 #include "orchard/storage/FileMoves.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <cerrno>
 #include <sys/stat.h>
@@ -9,24 +10,13 @@ namespace {
 
 class FileMoves : public Workbench {
   protected:
-    FileMoves() {
-        std::string name = "/dev/shm/orchard-XXXXXX";
-        if (::mkdtemp(name.data()) != nullptr) {
-            other = name;
-        }
-    }
-    ~FileMoves() override {
-        if (!other.empty()) {
-            std::filesystem::remove_all(other);
-        }
-    }
     [[nodiscard]] bool isOnAnotherFileSystem() const {
         struct stat here {};
         struct stat there {};
-        return !other.empty() && ::stat(directory.c_str(), &here) == 0 && ::stat(other.c_str(), &there) == 0 &&
+        return ::stat(directory.c_str(), &here) == 0 && ::stat(other.path().c_str(), &there) == 0 &&
                here.st_dev != there.st_dev;
     }
-    std::string other;
+    const support::TemporaryDirectory other{"/dev/shm"};
 };
 
 TEST_F(FileMoves, AFileIsNeverWrittenOver) {
@@ -43,15 +33,15 @@ TEST_F(FileMoves, AFileGoesToAnotherFileSystemToo) {
         GTEST_SKIP() << "there is one file system only";
     }
     write(path("a"), "a");
-    EXPECT_EQ(orchard::moveWithoutReplacing(path("a"), other + "/a"), 0);
+    EXPECT_EQ(orchard::moveWithoutReplacing(path("a"), other / "a"), 0);
     EXPECT_FALSE(std::filesystem::exists(path("a")));
-    EXPECT_EQ(read(other + "/a"), "a");
+    EXPECT_EQ(read(other / "a"), "a");
     write(path("a"), "another");
-    EXPECT_NE(orchard::moveWithoutReplacing(path("a"), other + "/a"), 0);
+    EXPECT_NE(orchard::moveWithoutReplacing(path("a"), other / "a"), 0);
     EXPECT_EQ(read(path("a")), "another");
-    EXPECT_EQ(read(other + "/a"), "a");
+    EXPECT_EQ(read(other / "a"), "a");
     std::filesystem::create_directory(path("b"));
-    EXPECT_EQ(orchard::moveWithoutReplacing(path("b"), other + "/b"), EXDEV) << "a directory is not copied";
+    EXPECT_EQ(orchard::moveWithoutReplacing(path("b"), other / "b"), EXDEV) << "a directory is not copied";
 }
 
 } // namespace

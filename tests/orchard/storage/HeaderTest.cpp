@@ -39,14 +39,14 @@ using Row = std::tuple<const char *, const char *, const char *>;
 class ForeignHeader : public testing::TestWithParam<Row> {};
 INSTANTIATE_TEST_SUITE_P(Rows, ForeignHeader,
                          testing::Values(Row{"Empty", "", "it is empty"},
-                                         Row{"Blank", " \n", "it ends behind its header"},
+                                         Row{"Blank", " \n", "it ends after its header"},
                                          Row{"CutInTheComment", "<!--\n$Id$", "does not end"},
                                          Row{"CutInTheDeclaration", "<?xml version=", "does not end"},
-                                         Row{"CutBehindTheComment", "<!-- a -->\n", "ends behind its header"},
-                                         Row{"AnotherRoot", "<!-- a -->\n<html>", "no unit file"},
-                                         Row{"AnElementThatIsNoFile", "<attribute>", "no unit file"},
-                                         Row{"Conflict", "<<<<<<< mine\n<class>", "no unit file"},
-                                         Row{"Text", "int main();", "no unit file"}),
+                                         Row{"CutBehindTheComment", "<!-- a -->\n", "ends after its header"},
+                                         Row{"AnotherRoot", "<!-- a -->\n<html>", "not a unit file"},
+                                         Row{"AnElementThatIsNoFile", "<attribute>", "not a unit file"},
+                                         Row{"Conflict", "<<<<<<< mine\n<class>", "not a unit file"},
+                                         Row{"Text", "int main();", "not a unit file"}),
                          [](const auto &row) { return std::get<0>(row.param); });
 
 TEST_P(ForeignHeader, IsToldWithItsReason) {
@@ -118,7 +118,7 @@ TEST_F(Header, APipeInTheFilesPlaceIsNotWaitedFor) {
     std::filesystem::remove(unitFile("Valve.ocl"));
     ASSERT_EQ(::mkfifo(unitFile("Valve.ocl").c_str(), 0666), 0);
     EXPECT_FALSE(unit("Valve")->updateCMHeader());
-    EXPECT_THAT(messages, ElementsAre(HasSubstr("no regular file")));
+    EXPECT_THAT(messages, ElementsAre(HasSubstr("not a regular file")));
 }
 
 TEST_F(Header, AClassInItsOwnersFileHasThatOnes) {

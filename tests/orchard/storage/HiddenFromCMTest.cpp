@@ -1,4 +1,4 @@
-// Subsystems that a project keeps from the CM tool: the fact in their file.
+// Tests how the file of a subsystem records that the subsystem is hidden from the CM tool.
 #include "tests/orchard/storage/Workbench.h"
 
 #include "CM/host/Reload.h"

@@ -1,6 +1,7 @@
-// The sets of the process are read once, so this is a program of its own.
+// A process reads its property sets once, so this test is a separate program.
 #include "tests/orchard/storage/Workbench.h"
 
+#include "orchard/properties/InstalledSets.h"
 #include "orchard/properties/PropertyTable.h"
 
 namespace {

@@ -1,6 +1,7 @@
 #include "tests/orchard/storage/Workbench.h"
 
 #include "orchard/storage/UnitChange.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <set>
 #include <sys/stat.h>
@@ -235,9 +236,9 @@ TEST_F(MoveUnit, UnitsKeptElsewhereStayWhereTheyAre) {
 }
 
 TEST_F(MoveUnit, WhatCanNotBeIsRefused) {
-    EXPECT_THAT(refusal("Drives", "Sensors"), HasSubstr("the unit itself, or lies in it"));
+    EXPECT_THAT(refusal("Drives", "Sensors"), HasSubstr("the unit itself, or is in it"));
     EXPECT_THAT(refusal("Drives", "Drives"), HasSubstr("the unit itself"));
-    EXPECT_THAT(refusal("Control", "Valve"), HasSubstr("a subsystem can't stand in a class"));
+    EXPECT_THAT(refusal("Control", "Valve"), HasSubstr("a subsystem can't be in a class"));
     EXPECT_THAT(refusal("Valve", "Drives"), HasSubstr("nothing to move"));
     EXPECT_THAT(UnitChange::move({project}, *unit("Drives")).problems().at(0).text,
                 HasSubstr("it is the project"));

@@ -1,5 +1,7 @@
 #include "tests/orchard/storage/Workbench.h"
 
+#include "orchard/storage/UnitSearch.h"
+
 #include <map>
 
 using testing::HasSubstr;
@@ -8,7 +10,7 @@ namespace {
 
 class NewProject : public Workbench {
   protected:
-    /// All files below a directory, by name, with their contents.
+    /// Returns all files below a directory, by name, with their contents.
     static std::map<std::string, std::string> filesIn(const std::string &root) {
         std::map<std::string, std::string> files;
         for (const auto &entry : std::filesystem::recursive_directory_iterator(root)) {

@@ -1,6 +1,7 @@
 #include "tests/orchard/storage/Workbench.h"
 
 #include "orchard/properties/PropertyTable.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <sys/stat.h>
 

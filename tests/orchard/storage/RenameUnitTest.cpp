@@ -1,6 +1,7 @@
 #include "tests/orchard/storage/Workbench.h"
 
 #include "orchard/storage/UnitChange.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <sys/stat.h>
 
@@ -16,7 +17,7 @@ class RenameUnit : public Workbench {
   protected:
     void SetUp() override { openSample(); }
     [[nodiscard]] static bool exists(const std::string &file) { return std::filesystem::exists(file); }
-    /// The model on disk is the model in memory.
+    /// Expects the model on disk to equal the model in memory.
     void expectSaved() {
         std::vector<std::string> paths;
         for (const auto &row : orchard::workspaceUnits(*project)) {

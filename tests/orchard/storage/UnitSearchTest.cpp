@@ -1,5 +1,7 @@
 #include "tests/orchard/storage/Workbench.h"
 
+#include "orchard/storage/UnitSearch.h"
+
 using testing::HasSubstr;
 
 namespace {
@@ -32,7 +34,7 @@ TEST_F(FindUnit, SaysWhenThereIsNone) {
 }
 
 TEST_F(FindUnit, ListsTheCandidatesOfAnAmbiguousName) {
-    // The class in Drives bears the name of the project.
+    // The class in Drives has the name of the project.
     const orchard::UnitSearch search = orchard::findUnit(*project, "Pump");
     EXPECT_EQ(search.unit, nullptr);
     EXPECT_EQ(search.candidates.size(), 2U);

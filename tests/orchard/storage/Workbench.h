@@ -1,15 +1,17 @@
-// A directory of its own for each test, with projects in it, and a user who hears messages.
+// Provides each test with its own directory for projects, and records the messages to the user.
 #pragma once
 
 #include "CM/host/IHandle.h"
 #include "CM/host/IProject.h"
-#include "orchard/messages/UserInterface.h"
+#include "CM/platform/dialog/CDialog.h"
+#include "orchard/messages/DialogSetup.h"
 #include "orchard/model/ModelView.h"
 #include "orchard/model/Workspace.h"
 #include "orchard/storage/NewProject.h"
 #include "orchard/storage/Projects.h"
+#include "orchard/storage/UnitSearch.h"
+#include "tests/support/TemporaryDirectory.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -19,26 +21,26 @@
 #include <string_view>
 #include <vector>
 
-class Workbench : public testing::Test, public orchard::UserInterface {
+class Workbench : public testing::Test, public platform::DialogDriver {
   public:
-    void show(const orchard::Message &message) override { messages.push_back(message.text.str()); }
-    std::optional<orchard::Reply> ask(const orchard::Question &) override { return std::nullopt; }
+    bool run(CDialog &dialog) override {
+        CButton *const button = dialog.onlyButton();
+        if (button == nullptr) {
+            return false;
+        }
+        messages.push_back(dialog.prompt().str());
+        return button->press();
+    }
 
   protected:
-    Workbench() {
-        std::string name = testing::TempDir() + "orchard-XXXXXX";
-        directory = ::mkdtemp(name.data());
-        orchard::setUserInterface(this);
-    }
+    Workbench() { orchard::setDialogDriver(this); }
     ~Workbench() override {
         orchard::closeAllProjects();
-        orchard::setUserInterface(nullptr);
-        std::filesystem::permissions(directory, std::filesystem::perms::owner_all);
-        std::filesystem::remove_all(directory);
+        orchard::setDialogDriver(nullptr);
     }
 
     [[nodiscard]] std::string path(std::string_view name) const { return directory + "/" + std::string(name); }
-    /// The file of a unit of the sample, by its place in the units directory.
+    /// Returns the file of a unit of the sample, by its path in the units directory.
     [[nodiscard]] std::string unitFile(std::string_view name) const {
         return path("Pump_ory/" + std::string(name));
     }
@@ -84,14 +86,15 @@ class Workbench : public testing::Test, public orchard::UserInterface {
     [[nodiscard]] static orchard::UnitElement &element(const IUnit *unit) {
         return *orchard::Element::of(unit)->asUnit();
     }
-    /// The only problem of the last opening.
+    /// Returns the only problem that the last opening reported.
     [[nodiscard]] std::string problem() const {
         EXPECT_EQ(result.project, nullptr);
         EXPECT_EQ(result.problems.size(), 1U);
         return result.problems.empty() ? std::string() : result.problems.front().message();
     }
 
-    std::string directory;
+    const support::TemporaryDirectory temporary;
+    const std::string directory = temporary.path();
     std::vector<std::string> messages;
     std::vector<std::string> warnings;
     orchard::OpenResult result;

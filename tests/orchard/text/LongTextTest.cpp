@@ -1,4 +1,4 @@
-// Searches of long texts, which are cut into several calls of the engine, against one call of it.
+// Compares searches of long texts, which are divided into several calls of the engine, with a single call.
 #include "orchard/text/CompiledPattern.h"
 #include "orchard/text/Engine.h"
 #include "orchard/text/PatternDialect.h"
@@ -41,7 +41,7 @@ std::string longText(std::mt19937 &random, std::size_t rarity) {
     return text;
 }
 
-/// What one call of the engine finds, which looks at each position in turn.
+/// Returns what a single call of the engine finds, which tries each position in turn.
 std::vector<Span> oneCall(const pcre2_code *code, std::string_view text, std::size_t start, bool notEmpty,
                           std::size_t pairs) {
     const orchard::engine::Request request{.subject = text,
@@ -75,7 +75,7 @@ TEST_P(LongText, GivesFromAnyStartWhatOneCallOfTheEngineGives) {
         const std::string text = longText(random, rarity);
         for (int round = 0; round < 20; ++round) {
             const std::size_t start = round == 0   ? 0
-                                      : round == 1 ? text.size() - 1025 // the end begins a call of its own
+                                      : round == 1 ? text.size() - 1025 // the end starts a separate call
                                                    : random() % (text.size() + 1);
             const bool notEmpty = round % 3 == 1;
             orchard::TimeAllowance time;

@@ -64,7 +64,7 @@ TEST(TranslatePatternSpeed, ManyOpenClassesTakeTimeInProportion) {
 struct LiteralRow {
     const char *name;
     const char *pattern;
-    const char *text; ///< null if the pattern is no plain text
+    const char *text; ///< null if the pattern is not plain text
     friend std::ostream &operator<<(std::ostream &stream, const LiteralRow &row) { return stream << row.pattern; }
 };
 

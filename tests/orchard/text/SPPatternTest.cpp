@@ -1,4 +1,4 @@
-// A pattern that is made ready once gives what the text class gives.
+// Tests that a pattern that is compiled once returns the same results as the text class.
 #include "CM/host/SPString.h"
 
 #include <gtest/gtest.h>

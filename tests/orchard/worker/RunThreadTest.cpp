@@ -1,17 +1,16 @@
 #include "CM/host/RunThread.h"
 
 #include "orchard/worker/RunWatch.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 #include <unistd.h>
@@ -30,19 +29,9 @@ std::string joined(const CStringList &list) {
 
 class Worker : public testing::Test {
   protected:
-    Worker() {
-        std::string name = std::filesystem::temp_directory_path() / "orchard-worker-XXXXXX";
-        directory = mkdtemp(name.data());
-    }
-    ~Worker() override {
-        orchard::setRunWatch({});
-        std::filesystem::remove_all(directory);
-    }
-    [[nodiscard]] std::string file(const char *name) const { return (directory / name).string(); }
-    [[nodiscard]] std::string contentOf(const char *name) const {
-        std::ifstream stream(directory / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
+    ~Worker() override { orchard::setRunWatch({}); }
+    [[nodiscard]] std::string file(const char *name) const { return directory / name; }
+    [[nodiscard]] std::string contentOf(const char *name) const { return support::contentsOf(file(name)); }
     /// Whether the process whose id a command has written to the file has ended.
     [[nodiscard]] bool hasEnded(const char *name) const {
         const pid_t pid = std::stoi(contentOf(name));
@@ -57,7 +46,7 @@ class Worker : public testing::Test {
         }
         return false;
     }
-    std::filesystem::path directory;
+    const support::TemporaryDirectory directory;
 };
 
 TEST_F(Worker, CollectsBothChannelsAsLines) {
@@ -178,6 +167,7 @@ TEST_F(Worker, AnInterruptionEndsTheToolAndSaysSo) {
     RunThread worker("sleep 300");
     EXPECT_EQ(worker.getStatus(-1), 0);
     EXPECT_EQ(joined(worker.errorLines), "error: the command was interrupted\n");
+    EXPECT_EQ(worker.end.kind, RunEnd::Kind::interrupted);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
 }
 
@@ -188,22 +178,42 @@ TEST_F(Worker, NothingIsStartedAfterAnInterruption) {
     RunThread worker("touch " + CString(file("touched")));
     EXPECT_EQ(worker.getStatus(-1), 0);
     EXPECT_FALSE(std::filesystem::exists(file("touched")));
+    EXPECT_EQ(worker.end.kind, RunEnd::Kind::withheld);
     EXPECT_EQ(joined(worker.errorLines), "error: the command was interrupted\n");
+}
+
+TEST_F(Worker, SaysHowTheRunEnded) {
+    using enum RunEnd::Kind;
+    const auto endOf = [](const char *command, int limit) {
+        RunThread worker(command);
+        worker.getStatus(limit);
+        return worker.end;
+    };
+    EXPECT_EQ(endOf("true", -1).kind, exited);
+    EXPECT_EQ(endOf("sh -c 'exit 7'", -1).code, 7);
+    const RunEnd killed = endOf("sh -c 'kill -9 $$'", -1);
+    EXPECT_EQ(killed.kind, killedBySignal);
+    EXPECT_EQ(killed.code, 9);
+    EXPECT_EQ(killed.text, "Killed");
+    EXPECT_EQ(endOf("sleep 1000", 100).kind, timedOut);
+    const RunEnd missing = endOf("no-such-program-anywhere", -1);
+    EXPECT_EQ(missing.kind, notStarted);
+    EXPECT_EQ(missing.code, ENOENT);
+    EXPECT_EQ(RunThread("true").end.kind, unknown) << "before the wait";
 }
 
 TEST_F(Worker, TellsTheWatchHowARunEnded) {
     std::vector<std::string> started;
-    std::vector<orchard::ToolRun> ended;
+    std::vector<RunEnd> ended;
     orchard::RunWatch watch;
     watch.started = [&](const std::string &command) { started.push_back(command); };
-    watch.ended = [&](const orchard::ToolRun &run) { ended.push_back(run); };
+    watch.ended = [&](const RunEnd &end) { ended.push_back(end); };
     orchard::setRunWatch(watch);
     RunThread worker("sh -c 'exit 7'");
     EXPECT_EQ(worker.getStatus(-1), 0);
     EXPECT_EQ(started, std::vector<std::string>{"sh -c 'exit 7'"});
     ASSERT_EQ(ended.size(), 1U);
-    EXPECT_EQ(ended[0].command, "sh -c 'exit 7'");
-    EXPECT_EQ(ended[0].end, platform::ChildResult::End::exited);
+    EXPECT_EQ(ended[0].kind, RunEnd::Kind::exited);
     EXPECT_EQ(ended[0].code, 7);
 }
 

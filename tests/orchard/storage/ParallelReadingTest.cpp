@@ -1,5 +1,6 @@
-#include "orchard/storage/ReadAhead.h"
+#include "orchard/storage/ParallelReading.h"
 
+#include "orchard/storage/UnitSearch.h"
 #include "tests/orchard/storage/Workbench.h"
 
 #include <algorithm>
@@ -8,22 +9,24 @@ using testing::HasSubstr;
 
 namespace {
 
-class ReadAhead : public Workbench {
+class ParallelReading : public Workbench {
   protected:
     using Units = std::vector<std::unique_ptr<orchard::Element>>;
 
-    /// Asks for one file many times, each time for another unit. The units have to outlive the reading.
-    static void askFor(orchard::ReadAhead &ahead, Units &units, orchard::Model &model, int count,
-                       const char *file) {
+    /// One file listed many times, each time as another unit. The units have to outlive the reading.
+    static std::vector<orchard::ListedUnit> listMany(Units &units, orchard::Model &model, int count,
+                                                     const char *file) {
+        std::vector<orchard::ListedUnit> listed;
         for (int number = 0; number < count; ++number) {
             orchard::UnitElement &made =
                 *units.emplace_back(orchard::makeElement(orchard::Kind::classKind))->asUnit();
             made.setModel(&model);
             made.setFileName(file);
-            ahead.ask(made, true);
+            listed.push_back({&made, true, {}});
         }
+        return listed;
     }
-    /// Opens a generated project with some files of classes broken; the files, in model order.
+    /// Opens a generated project in which some files of classes are broken; returns these files in model order.
     std::vector<std::string> openBroken(std::size_t units, std::size_t everyNth) {
         EXPECT_TRUE(orchard::createGeneratedProject(path("Pump"), units));
         open();
@@ -41,40 +44,33 @@ class ReadAhead : public Workbench {
     }
 };
 
-TEST_F(ReadAhead, HandsOverInTheOrderOfAsking) {
+TEST_F(ParallelReading, GivesEachUnitWhatCameOfItsOwnFile) {
     openSample();
-    orchard::ReadAhead ahead(*model, 4);
-    EXPECT_EQ(ahead.next().unit, nullptr);
-    std::vector<std::unique_ptr<orchard::Element>> units;
-    for (int number = 0; number < 1000; ++number) {
-        units.push_back(orchard::makeElement(orchard::Kind::classKind));
-        orchard::UnitElement &made = *units.back()->asUnit();
-        made.setModel(model);
-        made.setOwner(&model->project());
-        made.setFileName(number % 3 == 0 ? "Missing.ocl" : "Valve.ocl");
-        ahead.ask(made, number % 7 != 0);
+    Units units;
+    std::vector<orchard::ListedUnit> listed = listMany(units, *model, 1000, "Valve.ocl");
+    for (std::size_t number = 0; number < listed.size(); ++number) {
+        listed[number].unit->setOwner(&model->project());
+        listed[number].unit->setFileName(number % 3 == 0 ? "Missing.ocl" : "Valve.ocl");
+        listed[number].isWanted = number % 7 != 0;
     }
-    EXPECT_EQ(ahead.asked(), 1000U);
-    for (int number = 0; number < 1000; ++number) {
-        const orchard::ReadAhead::Handed handed = ahead.next();
-        ASSERT_EQ(handed.unit, units[static_cast<std::size_t>(number)].get());
+    orchard::readFiles(*model, listed);
+    for (std::size_t number = 0; number < listed.size(); ++number) {
         const auto expected = number % 7 == 0   ? orchard::UnitReading::unread
                               : number % 3 == 0 ? orchard::UnitReading::missing
                                                 : orchard::UnitReading::filled;
-        ASSERT_EQ(handed.reading.outcome, expected) << number << ' ' << handed.reading.problem.message();
+        ASSERT_EQ(listed[number].unit, units[number].get());
+        ASSERT_EQ(listed[number].reading.outcome, expected)
+            << number << ' ' << listed[number].reading.problem.message();
+        ASSERT_EQ(listed[number].unit->name(), expected == orchard::UnitReading::filled ? "Valve" : "");
     }
-    EXPECT_EQ(ahead.next().unit, nullptr);
 }
 
-TEST_F(ReadAhead, WhatIsNotHandedOverIsGivenUp) {
+TEST_F(ParallelReading, OfNothingReadsNothing) {
     openSample();
-    Units units;
-    orchard::ReadAhead ahead(*model, 4);
-    askFor(ahead, units, *model, 200, "Missing.ocl");
-    EXPECT_EQ(ahead.next().unit, units.front().get()); // and the rest is in the making
+    EXPECT_NO_THROW(orchard::readFiles(*model, {}));
 }
 
-TEST_F(ReadAhead, BrokenFilesAreToldInTheOrderOfTheModelHoweverManyAreRead) {
+TEST_F(ParallelReading, BrokenFilesAreReportedInTheOrderOfTheModelHoweverManyAreRead) {
     std::vector<std::string> broken = openBroken(2000, 3);
     ASSERT_NE(project, nullptr);
     ASSERT_GT(broken.size(), 50U);
@@ -90,7 +86,7 @@ TEST_F(ReadAhead, BrokenFilesAreToldInTheOrderOfTheModelHoweverManyAreRead) {
     }
 }
 
-TEST_F(ReadAhead, WhatIsReadOnSeveralThreadsIsWhatIsWritten) {
+TEST_F(ParallelReading, WhatIsReadOnSeveralThreadsIsWhatIsWritten) {
     ASSERT_TRUE(orchard::createGeneratedProject(path("Pump"), 1000));
     open();
     ASSERT_NE(project, nullptr);
@@ -106,19 +102,7 @@ TEST_F(ReadAhead, WhatIsReadOnSeveralThreadsIsWhatIsWritten) {
     }
 }
 
-TEST_F(ReadAhead, OneThreadReadsAllAlone) {
-    openSample();
-    Units units;
-    orchard::ReadAhead ahead(*model, 1);
-    askFor(ahead, units, *model, 200, "Valve.ocl");
-    for (const auto &unit : units) {
-        const orchard::ReadAhead::Handed handed = ahead.next();
-        ASSERT_EQ(handed.unit, unit.get());
-        ASSERT_EQ(handed.reading.outcome, orchard::UnitReading::filled);
-    }
-}
-
-TEST_F(ReadAhead, PropertiesComeAndGoOnEveryThread) {
+TEST_F(ParallelReading, PropertiesComeAndGoOnEveryThread) {
     ASSERT_TRUE(orchard::createGeneratedProject(path("Pump"), 1500));
     open();
     std::size_t broken = 0;
@@ -147,22 +131,21 @@ TEST_F(ReadAhead, PropertiesComeAndGoOnEveryThread) {
     }
 }
 
-/// A storage that fails as a full memory would.
+/// A storage that fails as if out of memory.
 class FailingStorage final : public orchard::UnitStorage {
   public:
     bool save(orchard::UnitElement &, const std::string &, std::string &) override { return false; }
     bool readHeader(const orchard::UnitElement &, std::string &, bool) override { throw std::bad_alloc(); }
 };
 
-TEST_F(ReadAhead, WhatAReadingThrowsComesToTheCaller) {
+TEST_F(ParallelReading, WhatAReadingThrowsComesToTheCaller) {
     write(path("units/With.ocl"),
           "<class format=\"1\" id=\"0f3c0000-0000-0000-0000-000000000001\"><name>With</name>"
           "<embedded id=\"0f3c0000-0000-0000-0000-000000000002\" file=\"a.txt\"/></class>");
     orchard::Model failing(path("x.orp"), path("units"), std::make_unique<FailingStorage>());
     Units units;
-    orchard::ReadAhead ahead(failing, 4);
-    askFor(ahead, units, failing, 500, "With.ocl");
-    EXPECT_THROW(static_cast<void>(ahead.next()), std::bad_alloc);
+    std::vector<orchard::ListedUnit> listed = listMany(units, failing, 500, "With.ocl");
+    EXPECT_THROW(orchard::readFiles(failing, listed), std::bad_alloc);
 }
 
 } // namespace

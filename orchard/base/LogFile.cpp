@@ -1,4 +1,4 @@
-#include "orchard/settings/LogFile.h"
+#include "orchard/base/LogFile.h"
 
 #include "CM/host/LogTrace.h"
 
@@ -64,7 +64,7 @@ void LogTrace::Log::Min(const char *sourcePath, int line, const CString &text) {
     }
     orchard::writeTime(log.file);
     log.file << " [" << name_ << "] " << (sourcePath == nullptr ? "" : sourcePath) << ':' << line << ": ";
-    // A text of several lines stays readable as one record: its further lines are set in.
+    // Indents the further lines of a text so that it stays readable as one record.
     for (const char c : text.view()) {
         log.file << c;
         if (c == '\n') {

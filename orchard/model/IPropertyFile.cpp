@@ -1,4 +1,4 @@
-// The one member of IProperty that looks into the model stands apart from those that don't.
+// Implements the one member of IProperty that uses the model, separately from those that do not.
 #include "CM/host/IProject.h"
 #include "CM/host/IProperty.h"
 

@@ -1,31 +1,22 @@
-#include "orchard/settings/LogFile.h"
+#include "orchard/base/LogFile.h"
 
 #include "CM/host/LogTrace.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
 class LogFile : public testing::Test {
   protected:
-    LogFile() { std::filesystem::remove(file); }
-    ~LogFile() override {
-        orchard::setLogFile({});
-        std::filesystem::remove(file);
-    }
-    [[nodiscard]] std::string content() const {
-        std::ifstream stream(file);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    const std::filesystem::path file =
-        std::filesystem::temp_directory_path() / ("orchard-log-test-" + std::to_string(getpid()));
+    ~LogFile() override { orchard::setLogFile({}); }
+    [[nodiscard]] std::string content() const { return support::contentsOf(file); }
+    const support::TemporaryDirectory directory;
+    const std::string file = directory / "log";
 };
 
 TEST_F(LogFile, HoldsTimeChannelSourceAndText) {

@@ -1,8 +1,0 @@
-// How many SilenceMessageObjects live.
-#pragma once
-
-namespace orchard {
-
-int silenceDepth();
-
-} // namespace orchard
