@@ -1,6 +1,7 @@
-// orchard-cm: the composition root. It links the library with the reference host, takes a command line apart, and
-// runs one command on one project.
+// Composition root of orchard-cm. Links the library with the reference host, parses a command line, and runs one
+// command on one project.
 #include "apps/orchard-cm/base/Interrupt.h"
+#include "apps/orchard-cm/commands/AllCommands.h"
 #include "apps/orchard-cm/commands/Run.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/options/Parser.h"
@@ -14,7 +15,7 @@ namespace {
 
 using namespace orchard_cm;
 
-/// The code, but a failure where the results did not reach the standard output.
+/// Returns the code, or a failure if the results did not reach the standard output.
 ExitCode writtenOr(ExitCode code) {
     if (std::cout || code != ExitCode::done) {
         return code;

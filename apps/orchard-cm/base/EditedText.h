@@ -1,4 +1,4 @@
-// The text of a comment as it goes to and comes from an editor.
+// Prepares the text of a comment for an editor, and cleans up what the editor returns.
 #pragma once
 
 #include <string>
@@ -7,13 +7,13 @@
 
 namespace orchard_cm {
 
-/// What the editor shows at first: an empty line, and remarks that tell what is to be `done` ("checked in") with
-/// which units. Remarks begin with '#'.
+/// Returns what the editor shows at first: an empty line, and remarks that name the units and what is to be `done`
+/// to them ("checked in"). Remarks begin with '#'.
 std::string remarksFor(std::string_view done, const std::vector<std::string> &names);
-/// The text without its remark lines.
+/// Returns the text without its remark lines.
 std::string withoutRemarks(std::string_view text);
-/// The text with line ends as "\n", without blanks at the ends of its lines, and without empty lines at either
-/// end.
+/// Returns the text with line ends as "\n", without blanks at the ends of its lines, and without empty lines at
+/// its beginning and end.
 std::string tidied(std::string_view text);
 
 } // namespace orchard_cm

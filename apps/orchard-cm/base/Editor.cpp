@@ -32,7 +32,7 @@ std::string editorCommand() {
                   std::string(otherWays) + " Or set VISUAL or EDITOR to the command of your editor.");
 }
 
-/// A file that is there as long as this lives.
+/// Creates a file that exists as long as the object does.
 class DraftFile {
   public:
     explicit DraftFile(const std::string &text) {
@@ -40,7 +40,7 @@ class DraftFile {
         const int handle = mkstemp(path_.data());
         if (handle < 0) {
             throw Failure(ExitCode::failed,
-                          "no file can be made for the comment: " + std::string(std::strerror(errno)));
+                          "no file can be created for the comment: " + std::string(std::strerror(errno)));
         }
         close(handle);
         std::ofstream(path_, std::ios::binary) << text;
@@ -59,7 +59,7 @@ class DraftFile {
     std::string path_;
 };
 
-/// While one lives, Ctrl-C belongs to the editor alone.
+/// Leaves Ctrl-C to the editor alone while it lives.
 class InterruptsAway {
   public:
     InterruptsAway() {
@@ -75,7 +75,8 @@ class InterruptsAway {
     struct sigaction before_ = {};
 };
 
-/// Runs the command with the file behind it, as a shell would. Its exit status, or -1 if it could not be run.
+/// Runs the command with the file as its last argument, as a shell would. Returns its exit status, or -1 if it
+/// could not be run.
 int runEditor(std::string command, std::string &file) {
     command += " \"$1\"";
     std::string shell = "sh";

@@ -1,13 +1,13 @@
-// What the program ends with. Scripts rely on these numbers: they stand in the man page.
+// Defines the exit statuses of the program. Scripts rely on these numbers, which the man page lists.
 #pragma once
 
 namespace orchard_cm {
 
 enum class ExitCode : int {
     done = 0,
-    failed = 1,        ///< the operation failed, or did not reach every unit it was asked for
-    usage = 2,         ///< the command line, or a line of a batch, can't be understood
-    projectUnread = 3, ///< there is no project, or it can't be read
+    failed = 1,        ///< the operation failed, or did not reach every requested unit
+    usage = 2,         ///< the command line or a batch line is invalid, or no project was named or found
+    projectUnread = 3, ///< the named or found project can't be read
     interrupted = 130, ///< ended by Ctrl-C, as a shell reports it
 };
 

@@ -1,4 +1,4 @@
-// Failure: why a command can't go on, told so that the user knows what to do next.
+// Defines Failure: why a command can't continue, with what the user needs to know to go on.
 #pragma once
 
 #include "apps/orchard-cm/base/ExitCode.h"

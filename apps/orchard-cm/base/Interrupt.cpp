@@ -10,7 +10,7 @@ namespace orchard_cm {
 
 namespace {
 
-// A signal handler can reach nothing but what is static.
+// A signal handler can reach only static data.
 volatile std::sig_atomic_t interrupts = 0; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 extern "C" void onInterrupt(int /*signal*/) {
@@ -26,16 +26,16 @@ void watchForInterrupt() {
     struct sigaction action = {};
     action.sa_handler = onInterrupt;
     sigemptyset(&action.sa_mask);
-    action.sa_flags = 0; // a read of the terminal ends too
+    action.sa_flags = 0; // a signal also ends a read from the terminal
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
         struct sigaction before = {};
-        // Who was told not to hear of its terminal's end (nohup) goes on.
+        // A program started with nohup ignores SIGHUP, and keeps running when its terminal closes.
         if (signal == SIGHUP && sigaction(signal, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) {
             continue;
         }
         sigaction(signal, &action, nullptr);
     }
-    std::signal(SIGPIPE, SIG_IGN); // a reader that has gone away is a write error, no sudden end
+    std::signal(SIGPIPE, SIG_IGN); // a reader that has gone away causes a write error, not a sudden end
 }
 
 bool isInterrupted() { return interrupts != 0; }

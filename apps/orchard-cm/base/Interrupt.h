@@ -1,13 +1,13 @@
-// Interrupt: Ctrl-C as a flag. The program never ends in the middle of its work: the tool that runs is ended,
-// files are left whole, and the command says that it was interrupted.
+// Turns Ctrl-C into a flag. The program never ends in the middle of its work: it ends the running tool, leaves
+// files complete, and reports that the command was interrupted.
 #pragma once
 
 namespace orchard_cm {
 
-/// Takes over SIGINT, SIGTERM, SIGQUIT, and SIGHUP unless it is ignored. A third one ends the program at once,
-/// should it hang.
+/// Handles SIGINT, SIGTERM, SIGQUIT, and also SIGHUP unless that is ignored. The third signal ends the program at
+/// once, in case it hangs.
 void watchForInterrupt();
-/// Whether the user has asked for the end.
+/// Returns whether the user has asked the program to end.
 [[nodiscard]] bool isInterrupted();
 /// Makes isInterrupted() answer `interrupted`.
 void setInterrupted(bool interrupted);

@@ -58,7 +58,7 @@ void Output::write(const Record &record, ExitCode code) {
     if (!record.error.is_null()) {
         object["error"] = record.error;
     }
-    // A tool may write any bytes: what is no UTF-8 comes out as replacement characters.
+    // A tool may write any bytes: invalid UTF-8 is written as replacement characters.
     results_ << object.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 

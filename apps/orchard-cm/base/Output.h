@@ -1,10 +1,10 @@
-// Output: everything that the program writes. As text, results go to the standard output and reports (messages,
-// the CM output window, errors) to the standard error. As JSON, each command writes one object on a line of its
+// Writes everything that the program outputs. As text, results go to the standard output, and reports (messages,
+// the CM output window, errors) go to the standard error. As JSON, each command writes one object on a line of its
 // own to the standard output, errors included:
 //   {"command": "list", "ok": true, "exit": 0, ...the command's own fields...,
 //    "messages": [{"kind": "error", "text": "..."}], "window": "the CM output window's text",
 //    "error": {"message": "...", "hint": "...", "suggestions": [...]}, "file": "...", "line": 3}
-// Fields without content are left out; file and line stand only in a batch.
+// Fields without content are left out; file and line appear only in a batch.
 #pragma once
 
 #include "apps/orchard-cm/base/Failure.h"
@@ -23,7 +23,7 @@ namespace orchard_cm {
 
 using Json = nlohmann::ordered_json;
 
-/// The line of a batch that a command stands on.
+/// The position of a command in a batch.
 struct Place {
     std::string file;
     std::size_t line = 0;
@@ -36,25 +36,25 @@ class Output {
 
     Output(Form form, std::ostream &results, std::ostream &reports, bool reportsOnTerminal);
 
-    /// Begins the record of a command. A record that is still open is kept, and goes on when this one has ended.
+    /// Begins the record of a command. A record that is still open is suspended until the new one has ended.
     void begin(std::string_view command, const std::optional<Place> &place = {});
-    /// Ends it; as JSON the object is written now.
+    /// Ends the record. As JSON, writes the object.
     void end(ExitCode code);
 
-    /// The command's result: as text what `write` writes, as JSON the fields of `fields`.
+    /// Writes the command's result: as text with `write`, as JSON with the fields of `fields`.
     void result(const Json &fields, const std::function<void(std::ostream &)> &write);
-    /// A message to the user.
+    /// Reports a message to the user.
     void message(Kind kind, const std::string &text);
-    /// Why the command ends here.
+    /// Reports why the command ends here.
     void failure(const Failure &failure);
-    /// A further field of the command's JSON object, without a counterpart in text.
+    /// Adds a field to the command's JSON object; it has no counterpart in text.
     void field(const std::string &name, Json value);
 
-    /// The CM output window.
+    /// Returns the stream of the CM output window.
     [[nodiscard]] std::ostream &window();
     [[nodiscard]] StatusLine &status() { return status_; }
     [[nodiscard]] bool isJson() const { return form_ == Form::json; }
-    /// How many messages of kind error there were so far, over all records.
+    /// Returns the number of error messages so far, over all records.
     [[nodiscard]] std::size_t errorCount() const { return errors_; }
 
   private:

@@ -4,7 +4,7 @@ namespace orchard_cm {
 
 namespace {
 constexpr auto redrawEvery = std::chrono::milliseconds(100);
-constexpr std::size_t longestStatus = 78; // a longer line would wrap, and could not be taken away again
+constexpr std::size_t longestStatus = 78; // a longer line would wrap and could not be erased
 } // namespace
 
 StatusLine::StatusLine(std::ostream &target, bool onTerminal)
@@ -21,7 +21,7 @@ void StatusLine::show(std::string_view text) {
     if (text.size() > longestStatus) {
         std::size_t end = longestStatus;
         while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
-            --end; // no half character at the end
+            --end; // don't end with part of a character
         }
         text = text.substr(0, end);
     }

@@ -1,4 +1,4 @@
-// StatusLine: one line at the bottom of a terminal that tells how far a long run has come, and the text above it.
+// Shows the progress of a long run in one line at the bottom of a terminal, below the text.
 #pragma once
 
 #include <chrono>
@@ -9,7 +9,7 @@
 
 namespace orchard_cm {
 
-/// A stream whose text goes to a terminal or file, with a status line that is taken away before any text is
+/// Provides a stream whose text goes to a terminal or file, with a status line that is erased before any text is
 /// written. Without a terminal the status line is never shown.
 class StatusLine : private std::streambuf {
   public:
@@ -18,11 +18,11 @@ class StatusLine : private std::streambuf {
     StatusLine(const StatusLine &) = delete;
     StatusLine &operator=(const StatusLine &) = delete;
 
-    /// The stream for text.
+    /// Returns the stream for text.
     [[nodiscard]] std::ostream &stream() { return stream_; }
-    /// Shows `text` in place of what the line showed; at most some ten times a second.
+    /// Replaces the text of the status line, at most about ten times a second.
     void show(std::string_view text);
-    /// Takes the line away.
+    /// Erases the status line.
     void clear();
 
   private:

@@ -23,7 +23,7 @@ std::size_t editDistance(std::string_view left, std::string_view right, std::siz
     if (difference > limit) {
         return limit + 1;
     }
-    // Three rows of the table: a swap of neighbours looks two rows back.
+    // Three rows of the table are enough: a swap of neighbours looks two rows back.
     std::array<std::vector<std::size_t>, 3> rows;
     rows.fill(std::vector<std::size_t>(right.size() + 1));
     for (std::size_t column = 0; column <= right.size(); ++column) {
@@ -58,7 +58,7 @@ Suggester::Suggester(std::string mistyped)
 
 void Suggester::offer(std::string_view name) {
     if (name == mistyped_) {
-        return; // the very same name is wrong for another reason
+        return; // an identical name is wrong for another reason
     }
     if (name.empty() || mistyped_.empty()) {
         return;

@@ -23,7 +23,7 @@ void Table::add(std::initializer_list<std::string_view> cells) {
 
 void Table::write(std::ostream &out) const {
     constexpr std::size_t gap = 2;
-    constexpr std::size_t enough = 64 * 1024; // bytes, for one call of the stream
+    constexpr std::size_t enough = 64 * 1024; // bytes per write to the stream
     if (ends_.size() == widths_.size()) {
         return;
     }

@@ -1,4 +1,4 @@
-// Table: rows of text in aligned columns.
+// Writes rows of text in aligned columns.
 #pragma once
 
 #include <cstddef>
@@ -10,21 +10,21 @@
 
 namespace orchard_cm {
 
-/// The columns that a UTF-8 text takes on a terminal, one for each character.
+/// Returns how many columns a UTF-8 text occupies on a terminal, counting one for each character.
 std::size_t columnsOf(std::string_view text);
 
 class Table {
   public:
     Table(std::initializer_list<std::string_view> headings);
-    /// A row has as many cells as there are headings.
+    /// Adds a row, which has as many cells as there are headings.
     void add(std::initializer_list<std::string_view> cells);
-    /// Writes headings and rows; the last column is not filled up. Nothing if there is no row.
+    /// Writes headings and rows; the last column is not padded. Writes nothing if there is no row.
     void write(std::ostream &out) const;
 
   private:
     struct Cell {
-        std::size_t end;     ///< in cells_
-        std::size_t columns; ///< that it takes
+        std::size_t end;     ///< offset in cells_
+        std::size_t columns; ///< columns that the cell occupies
     };
     std::string cells_; ///< the texts of all cells, row by row
     std::vector<Cell> ends_;

@@ -45,14 +45,14 @@ class Splitter {
     }
     void takeEscaped() {
         if (at_ + 1 == line_.size()) {
-            throw WordsError(at_ + 1, "a backslash with nothing behind it");
+            throw WordsError(at_ + 1, "a backslash with nothing after it");
         }
         add(line_[at_ + 1]);
         at_ += 2;
     }
     void takeQuoted(char quote) {
         const std::size_t start = at_++;
-        inWord_ = true; // an empty pair of quotes is a word too
+        inWord_ = true; // an empty pair of quotes is also a word
         while (at_ < line_.size() && line_[at_] != quote) {
             if (quote == '"' && line_[at_] == '\\' && at_ + 1 < line_.size() &&
                 (line_[at_ + 1] == '"' || line_[at_ + 1] == '\\')) {

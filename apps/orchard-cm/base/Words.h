@@ -1,5 +1,5 @@
-// The words of one line of a batch, quoted as in a shell. Nothing is expanded: a dollar or a star stays what it
-// is, so that command templates can be written in single quotes or bare.
+// Splits a line of a batch into words, quoted as in a shell. Nothing is expanded: a dollar or a star remains as it
+// is, so that command templates can be written in single quotes or unquoted.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace orchard_cm {
 
-/// A line that can't be split; the column counts from 1, in bytes.
+/// Reports a line that can't be split. The column counts from 1, in bytes.
 class WordsError : public std::runtime_error {
   public:
     WordsError(std::size_t column, const std::string &reason) : std::runtime_error(reason), column_(column) {}
@@ -20,10 +20,10 @@ class WordsError : public std::runtime_error {
     std::size_t column_;
 };
 
-/// Blanks and tabs part words. Single quotes keep everything; double quotes keep everything but a backslash before
-/// a double quote or a backslash; outside quotes a backslash keeps the next character. A '#' at the start of a
-/// word begins a comment. A carriage return at the end of the line is dropped. Throws WordsError on a quote that
-/// stays open and on a backslash with nothing behind it.
+/// Splits the line at blanks and tabs. Single quotes keep everything; double quotes keep everything except a
+/// backslash before a double quote or a backslash; outside quotes a backslash keeps the next character. A '#' at
+/// the start of a word begins a comment. A carriage return at the end of the line is dropped. Throws WordsError
+/// for a quote that is not closed and for a backslash at the end of the line.
 std::vector<std::string> splitWords(std::string_view line);
 
 } // namespace orchard_cm

@@ -7,7 +7,9 @@
 #include "CM/host/IProject.h"
 #include "apps/orchard-cm/base/Table.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
+#include "apps/orchard-cm/model/HostSetup.h"
 #include "apps/orchard-cm/model/Session.h"
+#include "apps/orchard-cm/operation/OutcomeWatch.h"
 #include "orchard/model/ModelView.h"
 
 #include <CLI/CLI.hpp>
@@ -30,7 +32,7 @@ const char *modeText(CMArchiveItem::Mode mode) {
     return "";
 }
 
-/// The unit of the model that the file belongs to; empty for one that the model doesn't know.
+/// Returns the unit of the model to which the file belongs; empty if the model doesn't contain it.
 std::string unitOf(const CMArchiveItem &item) {
     const IUnit *const unit = IUnit::getByFile(item.getFileNameForRepFiles());
     return unit == nullptr ? std::string() : orchard::pathInModel(*unit);
@@ -48,22 +50,14 @@ Json toJson(const CMArchiveItem &item) {
     return json;
 }
 
-std::string faultOf(const Journal &journal) {
-    if (!journal.runs().empty()) {
-        return failureOf(journal.runs().back());
-    }
-    return journal.earlyErrors().empty() ? "its command (property " + IPN::CMListArchive.str() +
-                                               ") can't be expanded; see it with 'orchard-cm expand'"
-                                         : journal.earlyErrors().front();
-}
-
 class ArchiveCommand : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_option("--label", label_, "List the versions with this label")->type_name("LABEL");
-        app.add_flag("--paths", pathsOnly_, "Only the files, one a line");
-        app.footer("Mode: RW where somebody works on the file, RO else; neither where the tool doesn't tell. The\n"
-                   "unit is that of the model; a file without one can be brought in with checkout --archive.");
+        app.add_flag("--paths", pathsOnly_, "List only the files, one on each line");
+        app.footer(
+            "Mode: RW if somebody works on the file, else RO; empty if the tool doesn't report it. The unit is\n"
+            "that of the model; checkout --archive adds a file without a unit to the model.");
     }
 
     ExitCode run(Context &context) override {
@@ -76,17 +70,18 @@ class ArchiveCommand : public Command {
         arguments.addLabel(label_);
         CMDiagnosticList diagnostics;
         CMArchiveItemListWrapper items;
-        const Journal &journal = context.session.startJournal(1);
+        context.session.setup().expectRuns(1);
         const std::size_t errorsBefore = context.output.errorCount();
-        std::optional<WindowHold> held; // what it shows is the raw listing
+        std::optional<WindowHold> held; // the window would show only the raw listing
         if (!context.options.trace) {
             held.emplace(context.session);
         }
-        // The return value is that of the last record's last field, and says nothing.
+        const OutcomeWatch watch;
+        // The return value is that of the last field of the last record, and means nothing.
         static_cast<void>(CMFacade::ListArchive(items.list(), arguments.list(), diagnostics));
         tellDiagnostics(context, diagnostics);
         write(context, items.list());
-        const std::string fault = faultOf(journal);
+        const std::string fault = watch.reason();
         if (!fault.empty() || context.output.errorCount() > errorsBefore) {
             if (held) {
                 held->release();

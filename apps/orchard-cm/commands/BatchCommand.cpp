@@ -2,6 +2,7 @@
 
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/base/Words.h"
+#include "apps/orchard-cm/commands/AllCommands.h"
 #include "apps/orchard-cm/commands/Run.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/options/Parser.h"
@@ -20,7 +21,7 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
-/// The words of one line. Throws a Failure where it can't be taken apart.
+/// Returns the words of one line. Throws a Failure if it can't be split.
 std::vector<std::string> wordsOf(const std::string &line) {
     if (const auto nul = line.find('\0'); nul != std::string::npos) {
         throw Failure(ExitCode::usage, "column " + std::to_string(nul + 1) + ": a NUL, which no text holds");
@@ -35,8 +36,8 @@ std::vector<std::string> wordsOf(const std::string &line) {
 class BatchCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_option("FILE", file_, "The commands, one a line; the standard input if left out or '-'");
-        app.add_flag("--keep-going", keepGoing_, "Go on with the next line after one that failed");
+        app.add_option("FILE", file_, "The commands, one on each line; by default or with '-', standard input");
+        app.add_flag("--keep-going", keepGoing_, "Continue with the next line after a failure");
         app.footer("Words are quoted as in a shell, and nothing is expanded; '#' begins a comment. Without\n"
                    "--keep-going the first line that fails ends the batch. The exit status is that of the first\n"
                    "line that failed.");

@@ -1,7 +1,6 @@
 #include "apps/orchard-cm/commands/Commands.h"
 
 #include "CM/CMSupport/core/CMFacade.h"
-#include "CM/host/IPN.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
 #include "apps/orchard-cm/model/Comment.h"
 #include "apps/orchard-cm/model/Session.h"
@@ -18,14 +17,14 @@ class CheckinCommand : public Command {
     void declare(CLI::App &app) override {
         comment_.declare(app);
         app.add_option("--mode", mode_,
-                       "What the files are afterwards: ro read-only (the default), rw checked out for more work")
+                       "Mode of the files afterwards: ro read-only (the default), rw still checked out")
             ->type_name("ro|rw")
             ->check(CLI::IsMember({"ro", "rw"}));
-        options_.declareLabel(app, "Give the new version this label, or number");
+        options_.declareLabel(app, "Give the new version this label or number");
         options_.declareUnits(app);
         app.footer(
-            "Without --log or --log-file the comment is written in the editor ($VISUAL, $EDITOR). The model\n"
-            "is saved first. Ends with 0 only if every unit was checked in and no error was shown.");
+            "Without --log or --log-file, an editor opens for the comment ($VISUAL, $EDITOR). The model is\n"
+            "saved first. Exits with 0 only if every unit was checked in and no error was shown.");
     }
 
     ExitCode run(Context &context) override {
@@ -37,13 +36,11 @@ class CheckinCommand : public Command {
         const std::string comment = comment_.required(context, "checked in", names);
         const Operation checkIn{.wording = {"checked in", false},
                                 .expected = {.writable = mode_ == "rw"},
-                                .key = [](const IUnit *) { return IPN::CMCheckIn; },
-                                .arguments =
-                                    [&](TemplateArguments &arguments) {
-                                        arguments.addMode(mode_ == "rw");
-                                        arguments.addLabel(options_.label());
-                                        arguments.addLog(comment);
-                                    }};
+                                .arguments = [&](TemplateArguments &arguments) {
+                                    arguments.addMode(mode_ == "rw");
+                                    arguments.addLabel(options_.label());
+                                    arguments.addLog(comment);
+                                }};
         return options_.run(context, checkIn, options_.recursive() ? CMFacade::RecCheckIn : CMFacade::CheckIn);
     }
 

@@ -2,7 +2,6 @@
 
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMProperty.h"
-#include "CM/host/IPN.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
 
 #include <CLI/CLI.hpp>
@@ -14,11 +13,11 @@ namespace {
 class CheckoutCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_flag("--lock", lock_, "Check out to work on: with a lock, writable");
+        app.add_flag("--lock", lock_, "Lock the files and make them writable");
         options_.declareLabel(app, "Check out the version with this label or number");
         options_.declareUnitsOrFiles(app,
-                                     "Check files out of the archive, also those that the model does not know");
-        app.footer("Ends with 0 only if every one was checked out and no error was shown.");
+                                     "Check out files of the archive, also files that the model does not know");
+        app.footer("Exits with 0 only if every one was checked out and no error was shown.");
     }
 
     ExitCode run(Context &context) override {
@@ -26,8 +25,6 @@ class CheckoutCommand : public Command {
         const Operation checkOut{
             .wording = {"checked out"},
             .expected = {.writable = lock_},
-            .key =
-                [](const IUnit *unit) { return unit != nullptr ? IPN::CMCheckOut : IPN::CMCheckOutFromArchive; },
             .arguments =
                 [this](TemplateArguments &arguments) {
                     arguments.addMode(lock_);
@@ -44,8 +41,8 @@ class CheckoutCommand : public Command {
     }
 
   private:
-    /// A tool may give the nearest version where it has not the one that was asked for. A number of parts stands
-    /// for itself, or for the branch that its version begins with.
+    /// A tool may return the nearest version if it does not have the requested one. A version number means that
+    /// version, or one on the branch with that number.
     static std::string versionFault(const std::string &asked, const std::string &got) {
         const bool isNumber =
             asked.find('.') != std::string::npos && asked.find_first_not_of("0123456789.") == std::string::npos;

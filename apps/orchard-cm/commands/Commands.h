@@ -1,7 +1,7 @@
-// The makers of the commands, one a source file.
+// Declares the functions that make the commands, each of which has its own source file.
 #pragma once
 
-#include "apps/orchard-cm/commands/Command.h"
+#include "apps/orchard-cm/options/Command.h"
 
 #include <memory>
 

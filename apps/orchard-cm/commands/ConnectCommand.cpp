@@ -3,13 +3,16 @@
 #include "CM/CMSupport/core/CMArchive.h"
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
+#include "apps/orchard-cm/model/HostSetup.h"
 #include "apps/orchard-cm/model/Properties.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/Tools.h"
-#include "apps/orchard-cm/operation/TextCheck.h"
+#include "apps/orchard-cm/operation/OutcomeWatch.h"
+#include "orchard/model/Paths.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,10 +23,8 @@ namespace orchard_cm {
 
 namespace {
 
-constexpr auto afterwards = "PostConnectToCMRepository";
-
-/// As the tool will see it, which works in another directory: an address stays, and so does what the tool itself
-/// has a form for; a path of the file system becomes a full one.
+/// Returns the archive as the tool needs it, which works in another directory: an address and a form of the tool's
+/// own remain as they are, a path of the file system becomes a full one.
 std::string fullArchive(const std::string &archive) {
     return archive.empty() || archive.find(':') != std::string::npos
                ? archive
@@ -36,7 +37,7 @@ std::string toolValue(const char *key) {
     return value.str();
 }
 
-/// Sets the project's archive, and sets it back unless it is kept.
+/// Sets the project's archive, and restores it unless the change is kept.
 class ArchiveChange {
   public:
     ArchiveChange(Session &session, const std::string &archive) : session_(session) {
@@ -70,22 +71,13 @@ class ArchiveChange {
     bool changed_ = false;
 };
 
-/// Why the project is not connected; empty if it is.
-std::string faultOf(const Journal &journal, int result) {
-    for (const JournalRun &run : journal.runs()) {
-        if (std::string fault = failureOf(run); !fault.empty()) {
-            return fault;
-        }
-    }
-    if (result != 0) {
-        return {};
-    }
-    if (!journal.runs().empty() && CMProperty::getToolProperty(afterwards, nullptr, 0, false) == nullptr) {
-        return std::string("the command went well, but the tool's set has no property ") + afterwards +
+/// Returns why the project is not connected; empty if it is.
+std::string faultOf(const CMOutcome &fault) {
+    if (fault.kind == CMOutcome::Kind::noCommand && fault.property.str() == keys::postConnect) {
+        return std::string("the command succeeded, but the tool's set has no property ") + keys::postConnect +
                ", which may be empty";
     }
-    return journal.earlyErrors().empty() ? "the command can't be expanded; run it with 'orchard-cm expand'"
-                                         : journal.earlyErrors().front();
+    return fault.reason.str();
 }
 
 class ConnectCommand : public Command {
@@ -94,15 +86,14 @@ class ConnectCommand : public Command {
         app.add_option("ARCHIVE", archive_,
                        "The archive, as the tool names it: a directory, a file or an address; without it, the one "
                        "that is set");
-        app.footer(
-            "Links the project to the archive, and makes the archive where the tool does that. See the page\n"
-            "of docs/tools about the tool.");
+        app.footer("Links the project to the archive; some tools create the archive. See the page of the tool in\n"
+                   "docs/tools.");
     }
 
     ExitCode run(Context &context) override {
         static_cast<void>(context.session.project());
         const std::string archive = fullArchive(archive_);
-        if (const auto fault = pathFault(archive); !fault.empty()) {
+        if (const auto fault = orchard::faultOfPath(archive); !fault.empty()) {
             throw Failure(ExitCode::usage, "the archive '" + archive + "' can't be given to a tool: " + fault);
         }
         requireCommand(IPN::CMConnectToCMRepository);
@@ -111,12 +102,13 @@ class ConnectCommand : public Command {
         arguments.addArchive();
         CMDiagnosticList diagnostics;
         CMUnitList noUnits; // the project chooses its archive itself
-        const Journal &journal = context.session.startJournal(1);
+        context.session.setup().expectRuns(1);
         const std::size_t errorsBefore = context.output.errorCount();
+        const OutcomeWatch watch;
         const int result = CMFacade::ConnectToArchive(noUnits, arguments.list(), diagnostics);
         tellDiagnostics(context, diagnostics);
-        const std::string fault = faultOf(journal, result);
-        if (!fault.empty() || context.output.errorCount() > errorsBefore) {
+        const std::string fault = faultOf(watch.fault());
+        if (result == 0 || !fault.empty() || context.output.errorCount() > errorsBefore) {
             change.takeBack();
             context.session.saveIfModified();
             throw Failure(ExitCode::failed,
@@ -130,7 +122,7 @@ class ConnectCommand : public Command {
   private:
     static void tell(Context &context) {
         const std::string archive = CMArchive::getMainArchive().str();
-        const std::string repository = toolValue("Repository");
+        const std::string repository = toolValue(keys::repository);
         context.output.result({{"tool", toolInUse()}, {"archive", archive}, {"repository", repository}},
                               [&](std::ostream &out) {
                                   out << "connected to " << toolInUse();

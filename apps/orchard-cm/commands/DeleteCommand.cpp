@@ -2,6 +2,8 @@
 
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
+#include "CM/CMSupport/core/UnitFiles.h"
 #include "CM/host/IPN.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/Tools.h"
@@ -20,11 +22,11 @@ namespace {
 
 bool deletesDirectories() {
     CString command;
-    CMProperty::getToolPropertyValue("DeleteDirectory", command, false);
+    CMProperty::getToolPropertyValue(keys::deleteDirectory, command, false);
     return !command.IsEmpty();
 }
 
-/// A tool that can delete a directory is told of it, and not of what lies in it.
+/// A tool that can delete a directory gets the directory, and not the files in it.
 CMUnitList unitsToTell(const orchard::UnitChange &change) {
     CMUnitList list;
     if (deletesDirectories()) {
@@ -39,14 +41,14 @@ CMUnitList unitsToTell(const orchard::UnitChange &change) {
     return list;
 }
 
-/// A tool that can delete a directory is given that of every subsystem that has one. Where others use it, too,
-/// their files would go along.
+/// A tool that can delete a directory deletes that of every subsystem that has one. If others use the directory
+/// too, their files would be deleted with it.
 void requireOwnDirectories(const orchard::UnitChange &change) {
     if (!change || toolInUse().empty() || !deletesDirectories()) {
         return;
     }
     for (const auto &file : change.files()) {
-        if (file.isDirectory || file.unit->getPersistAs().IsEmpty()) {
+        if (file.isDirectory || !hasOwnDirectory(file.unit)) {
             continue;
         }
         const std::string directory = std::filesystem::path(file.from).parent_path().string();
@@ -56,7 +58,7 @@ void requireOwnDirectories(const orchard::UnitChange &change) {
         throw Failure(
             ExitCode::failed,
             "can't delete it:\n'" + file.unit->getName().str() + "': its directory " + directory + holds +
-                ", and the tool deletes directories as a whole",
+                ", and the tool deletes complete directories",
             "Move one of the two to an owner in another directory first, or use --no-tool and delete the "
             "files with the tool yourself.");
     }
@@ -65,12 +67,12 @@ void requireOwnDirectories(const orchard::UnitChange &change) {
 class DeleteCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_flag("--recursive", recursive_, "Also units that have others below them");
-        app.add_flag("--no-tool", noTool_, "Leave the archive alone: for units that are not in it");
+        app.add_flag("--recursive", recursive_, "Also delete units with others below them");
+        app.add_flag("--no-tool", noTool_, "Don't change the archive: for units that are not in it");
         app.add_option("UNIT", words_, "Units by name, path in the model or file")->required();
         app.footer(
-            "What the archive keeps of a deleted file is the tool's affair. The files of the owners have to\n"
-            "be writable. Where the tool can't delete a unit, model and files stay as they are.");
+            "The tool decides what the archive keeps of a deleted file. The files of the owners have to be\n"
+            "writable. If the tool can't delete a unit, model and files are unchanged.");
     }
 
     ExitCode run(Context &context) override {
@@ -78,8 +80,8 @@ class DeleteCommand : public Command {
         const auto units = unitsNamed(project, words_);
         if (const auto below = withUnitsBelow(project, units); !recursive_ && below.size() > units.size()) {
             throw Failure(ExitCode::usage,
-                          std::to_string(below.size() - units.size()) + " more units lie below and would go too",
-                          "Say so with --recursive.");
+                          std::to_string(below.size() - units.size()) + " more units below would be deleted too",
+                          "Confirm it with --recursive.");
         }
         const Restructuring remove{
             {"deleted", false},

@@ -21,12 +21,12 @@ class ExpandCommand : public Command {
         what->add_option("--property", property_, "Expand the value of a property of the tool")->type_name("KEY");
         what->add_option("TEMPLATE", template_, "Expand this text");
         what->require_option(1);
-        app.add_option("--unit", unit_, "The unit that $Unit and its like stand for")->type_name("UNIT");
-        app.add_option("--mode", mode_, "What $mode stands for: ro (the default) or rw")
+        app.add_option("--unit", unit_, "The unit for $Unit and the like")->type_name("UNIT");
+        app.add_option("--mode", mode_, "The value of $mode: ro (the default) or rw")
             ->type_name("ro|rw")
             ->check(CLI::IsMember({"ro", "rw"}));
-        app.add_option("--label", label_, "What $label stands for; empty if not given")->type_name("LABEL");
-        app.add_option("--log", log_, "What $log stands for")->type_name("TEXT");
+        app.add_option("--label", label_, "The value of $label; empty by default")->type_name("LABEL");
+        app.add_option("--log", log_, "The value of $log")->type_name("TEXT");
     }
 
     ExitCode run(Context &context) override {
@@ -67,18 +67,17 @@ class ExpandCommand : public Command {
         }
         std::string through;
         for (std::size_t i = 0; i + 1 < chain.size(); ++i) {
-            through +=
-                (i == 0 ? ", which stands in the value of '" : "', in that of '") + chain[chain.size() - 2 - i];
+            through += (i == 0 ? ", which is in the value of '" : "', in that of '") + chain[chain.size() - 2 - i];
         }
         throw Failure(ExitCode::failed, whatFailed(unresolved) + through + (through.empty() ? "" : "'"),
                       remedy(unresolved));
     }
     [[nodiscard]] std::string remedy(const Unresolved &unresolved) const {
         if (unresolved.refersToItself) {
-            return "Take it out of the value that holds it.";
+            return "Remove it from the value that holds it.";
         }
         return unit_.empty() && namesUnit(unresolved.chain.back())
-                   ? "Say with --unit which unit is meant."
+                   ? "Name the unit with --unit."
                    : "Give it as an argument, or set a property of that name for the tool.";
     }
     static bool namesUnit(const std::string &variable) { return CString(variable).MakeLower().Find("unit") >= 0; }

@@ -5,7 +5,7 @@
 #include "CM/host/IPN.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
 #include "apps/orchard-cm/model/Session.h"
-#include "apps/orchard-cm/operation/TextCheck.h"
+#include "orchard/model/Paths.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,28 +21,27 @@ class FetchCommand : public Command {
   public:
     void declare(CLI::App &app) override {
         options_.declareLabel(app, "Fetch the version with this label or number");
-        app.add_option("--to", directory_, "Put the files into this directory, and leave those of the model alone")
+        app.add_option("--to", directory_,
+                       "Put the files into this directory, and don't change those of the model")
             ->type_name("DIR");
-        options_.declareUnitsOrFiles(app, "Fetch files by their names in the archive");
+        options_.declareUnitsOrFiles(app, "Name files of the archive");
         app.footer(
-            "Brings files out of the archive, read-only and without a lock. Units whose files have changed\n"
-            "are read again; a file that the model doesn't know is not loaded.");
+            "Gets files from the archive, read-only and without a lock. Units whose files have changed are\n"
+            "read again; a file that the model doesn't know is not loaded.");
     }
 
     ExitCode run(Context &context) override {
         const std::string target = targetDirectory();
-        const Operation fetch{
-            .wording = {"fetched", target.empty(), target.empty()},
-            .expected = {.file = target.empty(), .unit = false},
-            .key = [&](const IUnit *unit) { return unit != nullptr ? IPN::CMFetch : IPN::CMFetchFromArchive; },
-            .arguments =
-                [&](TemplateArguments &arguments) {
-                    arguments.addMode(false);
-                    arguments.addLabel(options_.label());
-                    arguments.addTargetDirectory(target);
-                },
-            .reload = target.empty() ? Reload::changed : Reload::byLibrary,
-            .alsoJudge = [&](const ItemResult &item) { return targetFault(target, item.file); }};
+        const Operation fetch{.wording = {"fetched", target.empty(), target.empty()},
+                              .expected = {.file = target.empty(), .unit = false},
+                              .arguments =
+                                  [&](TemplateArguments &arguments) {
+                                      arguments.addMode(false);
+                                      arguments.addLabel(options_.label());
+                                      arguments.addTargetDirectory(target);
+                                  },
+                              .reload = target.empty() ? Reload::changed : Reload::byLibrary,
+                              .alsoJudge = [&](const ItemResult &item) { return targetFault(target, item.file); }};
         return options_.run(context, fetch, entryFor(context, fetch, target),
                             options_.recursive() ? CMFacade::RecFetchFromArchive : CMFacade::FetchFromArchive);
     }
@@ -54,7 +53,7 @@ class FetchCommand : public Command {
         }
         std::error_code error;
         const fs::path target = fs::absolute(directory_).lexically_normal();
-        if (const auto fault = pathFault(target.string()); !fault.empty()) {
+        if (const auto fault = orchard::faultOfPath(target.string()); !fault.empty()) {
             throw Failure(ExitCode::usage, "the directory '" + target.string() + "' can't be used: " + fault);
         }
         fs::create_directories(target, error);
@@ -64,18 +63,17 @@ class FetchCommand : public Command {
         }
         return target.string();
     }
-    /// What fetches units. Where only the tool's command for files of the archive can put them elsewhere, it is
-    /// taken: the other one would write over the files of the model.
+    /// Returns the entry that fetches units. If only the tool's command for archive files can put them in another
+    /// place, that command is used: the other one would overwrite the files of the model.
     UnitEntry entryFor(Context &context, const Operation &fetch, const std::string &target) const {
         const auto units = options_.archive() ? std::vector<IUnit *>() : options_.units(context.session.project());
         if (target.empty() || units.empty() || commandNames(target, fetch, *units.front(), false)) {
             return CMFacade::Fetch;
         }
         if (!commandNames(target, fetch, *units.front(), true)) {
-            throw Failure(ExitCode::failed,
-                          "the CM tool's command (properties " + IPN::CMFetch.str() + " and " +
-                              IPN::CMFetchFromArchive.str() +
-                              ") has no $targetDir, and would write over the files of the model");
+            throw Failure(ExitCode::failed, "the CM tool's command (properties " + IPN::CMFetch.str() + " and " +
+                                                IPN::CMFetchFromArchive.str() +
+                                                ") has no $targetDir, and would overwrite the files of the model");
         }
         return fetchAsFilesOfTheArchive;
     }
@@ -87,8 +85,8 @@ class FetchCommand : public Command {
         archive ? arguments.addArchiveItem(item) : arguments.addUnit(unit);
         CString command;
         CString error;
-        return CMProperty::ExpandProperty(fetch.key(archive ? nullptr : &unit), arguments.list(), command, error,
-                                          false) != 0 &&
+        return CMProperty::ExpandProperty(archive ? IPN::CMFetchFromArchive : IPN::CMFetch, arguments.list(),
+                                          command, error, false) != 0 &&
                command.Find(target) >= 0;
     }
     static int fetchAsFilesOfTheArchive(CMUnitList &units, CMArgumentList &arguments,
@@ -103,7 +101,8 @@ class FetchCommand : public Command {
         if (target.empty() || fs::exists(fs::path(target) / fs::path(file).filename())) {
             return {};
         }
-        return "the tool put no file there; has its command (properties Fetch and FetchFromArchive) $targetDir?";
+        return "the tool put no file there; check that its command (properties Fetch and FetchFromArchive) has "
+               "$targetDir";
     }
 
     OperationOptions options_;

@@ -24,8 +24,9 @@ class HeaderCommand : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_option("UNIT", unit_, "A unit by its name, its path in the model or its file")->required();
-        app.footer("The header is the text at the top of a unit's file that the tool's keywords stand in. A new\n"
-                   "unit gets the default one, the text of the tool's property HeaderFile.");
+        app.footer(
+            "The header is the text with the tool's keywords at the top of a unit's file. A new unit gets the\n"
+            "default header, the text of the tool's property HeaderFile.");
     }
 
     ExitCode run(Context &context) override {
@@ -38,8 +39,7 @@ class HeaderCommand : public Command {
         context.output.result({{"unit", std::move(json)}}, [&](std::ostream &out) {
             out << facts.type << ' ' << facts.path << '\n';
             out << "Version: " << (facts.version.empty() ? "none" : facts.version) << '\n';
-            out << "Locked by: " << (facts.locker.empty() ? "nobody that the header tells of" : facts.locker)
-                << '\n';
+            out << "Locked by: " << (facts.locker.empty() ? "not shown in the header" : facts.locker) << '\n';
             writeText(out, "Header:", header);
             writeText(out, "Default header:", standard);
         });

@@ -30,15 +30,12 @@ class HistoryCommand : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_option("UNIT", words_, "Units by name, path in the model or file")->required();
-        app.footer("What the tool tells of each unit's versions, as it writes it.");
+        app.footer("Shows the history of each unit as the tool prints it.");
     }
 
     ExitCode run(Context &context) override {
         const auto units = unitsNamed(context.session.project(), words_);
-        const Operation history{.wording = {"shown", false},
-                                .expected = {.file = false},
-                                .key = [](const IUnit *) { return CString("History"); },
-                                .showsOutput = true};
+        const Operation history{.wording = {"shown", false}, .expected = {.file = false}, .showsOutput = true};
         const OperationReport report =
             operateOnUnits(context, units, history,
                            [](CMUnitList &list, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {

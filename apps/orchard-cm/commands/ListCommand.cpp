@@ -1,9 +1,11 @@
 #include "apps/orchard-cm/commands/Commands.h"
 
+#include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMTraitFacade.h"
 #include "apps/orchard-cm/base/Table.h"
 #include "apps/orchard-cm/model/Session.h"
-#include "orchard/storage/Projects.h"
+#include "orchard/remembered/ListWorkspace.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <CLI/CLI.hpp>
 
@@ -29,17 +31,21 @@ Json toJson(const orchard::UnitRow &row) {
 class ListCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_flag("--paths", pathsOnly_, "Only the paths in the model, one a line");
+        app.add_flag("--paths", pathsOnly_, "List only the paths in the model, one on each line");
         app.footer(
-            "State: U not loaded, RO read-only, RW read-write. Version and locker are what the header at the top\n"
-            "of the unit's file tells; see 'orchard-cm archive' for what the archive knows.");
+            "State: U not loaded, RO read-only, RW read-write. Version and locker are those in the header of\n"
+            "the unit's file; 'orchard-cm archive' shows those in the archive.");
     }
 
     ExitCode run(Context &context) override {
         Json units = Json::array();
         std::string paths;
         Table table{"STATE", "TYPE", "VERSION", "LOCKER", "UNIT", "FILE"};
-        context.session.visitUnits([&](const orchard::UnitRow &row) {
+        Session &session = context.session;
+        const orchard::ListOptions options{session.openOptions(),
+                                           [&session]() -> IProject & { return session.project(); },
+                                           [] { return CMProperty::getUseSCCtool() == 0; }};
+        orchard::listWorkspace(session.projectFile(), options, [&](const orchard::UnitRow &row) {
             if (context.output.isJson()) {
                 units.push_back(toJson(row));
             } else if (pathsOnly_) {

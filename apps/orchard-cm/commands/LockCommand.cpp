@@ -11,7 +11,7 @@ namespace orchard_cm {
 
 namespace {
 
-/// Locking and unlocking differ in what they call, and in what they leave.
+/// Locks or unlocks: the two differ in the entry that they call and in the file mode that they expect.
 class LockCommand : public Command {
   public:
     explicit LockCommand(bool lock) : lock_(lock) {}
@@ -21,8 +21,8 @@ class LockCommand : public Command {
         options_.declareUnits(app);
         if (!lock_) {
             app.footer(
-                "Most tools give a lock up by undoing the check out: changes in the file are lost then, and\n"
-                "the unit is read again.");
+                "Most tools release a lock by undoing the check out, which loses changes in the file; the unit\n"
+                "is then read again.");
         }
     }
 
@@ -32,7 +32,6 @@ class LockCommand : public Command {
         const Operation operation{
             .wording = {lock_ ? "locked" : "unlocked", false},
             .expected = {.writable = lock_},
-            .key = [this](const IUnit *) { return lock_ ? IPN::CMLockItem : IPN::CMUnLockItem; },
             .arguments = [this](TemplateArguments &arguments) { arguments.addLabel(options_.label()); },
             .reload = Reload::changed};
         return options_.run(context, operation, lock_ ? CMFacade::LockItem : CMFacade::UnLockItem);

@@ -18,15 +18,16 @@ namespace {
 
 std::string directoryOf(const std::string &file) { return std::filesystem::path(file).parent_path().string(); }
 
-/// Whether the tool can be told of the unit by its owners: its file goes alone, or its own directory as a whole.
+/// Returns whether one call can move the unit by its owners: only its file moves, or its own directory as one
+/// piece.
 bool goesInOnePiece(const orchard::UnitChange &change, const IUnit &unit) {
     return std::ranges::all_of(change.files(), [&](const orchard::FileChange &file) {
         return file.unit == &unit && (file.isDirectory || unit.getPersistAs().IsEmpty());
     });
 }
 
-/// What one call tells the tool: units that go from one directory into another. Of the package the file alone
-/// goes; of other units that have a directory of their own, that directory.
+/// The units of one call to the tool, which move from one directory into another. Only the file of the package
+/// moves; of other units that have their own directory, the directory moves.
 struct Batch {
     std::string from;
     std::string to;
@@ -38,7 +39,8 @@ bool isPackage(const orchard::FileChange &file) {
     return !file.isDirectory && !file.unit->getPersistAs().IsEmpty();
 }
 
-/// The directory that the change leads from or to: the one that the file is in, or that the unit's own is in.
+/// Returns the directory that the change leads from or to: the one that contains the file, or the unit's own
+/// directory.
 std::string baseOf(const orchard::FileChange &file, const std::string &path) {
     if (!file.isDirectory) {
         return directoryOf(path);
@@ -47,7 +49,8 @@ std::string baseOf(const orchard::FileChange &file, const std::string &path) {
     return path.ends_with(suffix) ? path.substr(0, path.size() - suffix.size()) : directoryOf(path);
 }
 
-/// A directory that others use, too, must not be moved: its units go file by file, and are the package of a call.
+/// A directory that others use too must not be moved: its files move one by one, and the unit that has the
+/// directory is the package of a call.
 std::vector<Batch> batchesOf(const orchard::UnitChange &change, IUnit &unit) {
     std::vector<Batch> batches;
     for (const auto &file : change.files()) {
@@ -97,12 +100,12 @@ int moveInArchive(IUnit &unit, const orchard::UnitChange &change, CMArgumentList
 class MoveCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_flag("--no-tool", noTool_, "Leave the archive alone: for a unit that is not in it yet");
+        app.add_flag("--no-tool", noTool_, "Don't change the archive: for a unit that is not in it");
         app.add_option("UNIT", unit_, "A unit by its name, its path in the model or its file")->required();
-        app.add_option("OWNER", owner_, "The unit that is to own it; the project's name for the top")->required();
+        app.add_option("OWNER", owner_, "The new owner; the project's name means the top level")->required();
         app.footer(
-            "The files of both owners have to be writable, as they list the unit. Where the tool can't move\n"
-            "it, model and files stay as they are.");
+            "The files of both owners have to be writable, as they list the unit. If the tool can't move it,\n"
+            "model and files are unchanged.");
     }
 
     ExitCode run(Context &context) override {

@@ -12,7 +12,7 @@ namespace {
 class NewCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_option("PROJECT", path_, "The project to make: DIR/NAME, or DIR/NAME.orp")->required();
+        app.add_option("PROJECT", path_, "The new project: DIR/NAME, or DIR/NAME.orp")->required();
         app.add_option("--tool", tool_, "The CM tool that the project uses (see 'orchard-cm tools')")
             ->type_name("TOOL");
         app.add_option("--units", units_, "Generate N units in nested subsystems; the same N gives the same model")
@@ -23,7 +23,7 @@ class NewCommand : public Command {
     ExitCode run(Context &context) override {
         path_.erase(path_.find_last_not_of('/') + 1);
         if (path_.empty()) {
-            throw Failure(ExitCode::usage, "the project to make has no name", "Name it as DIR/NAME.");
+            throw Failure(ExitCode::usage, "the new project has no name", "Name it as DIR/NAME.");
         }
         if (!tool_.empty()) {
             tool_ = installedToolNamed(tool_);

@@ -5,19 +5,18 @@
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/UnitSelection.h"
 #include "apps/orchard-cm/operation/ArchiveNames.h"
-#include "apps/orchard-cm/operation/TextCheck.h"
 
 #include <CLI/CLI.hpp>
 
 namespace orchard_cm {
 
 void OperationOptions::declareUnits(CLI::App &app) {
-    app.add_flag("--recursive", recursive_, "With all units below");
+    app.add_flag("--recursive", recursive_, "Include all units below");
     app.add_option("UNIT", words_, "Units by name, path in the model or file")->required();
 }
 
 void OperationOptions::declareUnitsOrFiles(CLI::App &app, const char *archiveHelp) {
-    app.add_flag("--recursive", recursive_, "With all units below");
+    app.add_flag("--recursive", recursive_, "Include all units below");
     app.add_flag("--archive", archive_, archiveHelp);
     app.add_option("UNIT", words_, "Units by name, path in the model or file; with --archive files")->required();
 }
@@ -39,8 +38,7 @@ ExitCode OperationOptions::run(Context &context, const Operation &operation, con
         archive_ ? operateOnArchive(context, archiveNames(project, words_, recursive_), operation, onArchive)
                  : operateOnUnits(context, units(project), operation, onUnits);
     const ExitCode code = tell(context, report, operation.wording);
-    // What came in new, or under another name, is listed in its owner's file, which has to be saved for it to
-    // stay.
+    // A unit that is new or has another name is listed in its owner's file, which must be saved to keep it.
     context.session.saveIfModified();
     return code;
 }

@@ -1,8 +1,8 @@
-// OperationOptions: what the commands that run an operation have in common on the command line.
+// Defines OperationOptions, the command line options that commands which run an operation have in common.
 #pragma once
 
-#include "apps/orchard-cm/commands/Command.h"
 #include "apps/orchard-cm/operation/Operation.h"
+#include "apps/orchard-cm/options/Command.h"
 
 #include <string>
 #include <vector>
@@ -14,9 +14,9 @@ namespace orchard_cm {
 
 class OperationOptions {
   public:
-    /// UNIT... and --recursive.
+    /// Declares UNIT... and --recursive.
     void declareUnits(CLI::App &app);
-    /// The same, and --archive, with which the words are files of the archive.
+    /// Also declares --archive, with which the words are files of the archive.
     void declareUnitsOrFiles(CLI::App &app, const char *archiveHelp);
     void declareLabel(CLI::App &app, const char *help);
 
@@ -24,12 +24,12 @@ class OperationOptions {
     [[nodiscard]] bool archive() const { return archive_; }
     [[nodiscard]] const std::string &label() const { return label_; }
 
-    /// Runs the operation on what was named, tells it, and saves what it changed in the model. The entry for the
-    /// archive may be null where --archive is not declared. Throws a Failure for a name that fits no unit, and for
-    /// a label that can't go into a command line; nothing has been done then.
+    /// Runs the operation on the named units or files, reports the result, and saves what it changed in the model.
+    /// The entry for the archive may be null if --archive is not declared. Throws a Failure for a name that fits
+    /// no unit, and for a label that can't be part of a command line; nothing has been done then.
     ExitCode run(Context &context, const Operation &operation, const UnitEntry &onUnits,
                  const ArchiveEntry &onArchive = nullptr) const;
-    /// The units that were named, with those below if that was asked for.
+    /// Returns the named units, and with --recursive also the units below them.
     [[nodiscard]] std::vector<IUnit *> units(const IProject &project) const;
 
   private:
@@ -39,7 +39,8 @@ class OperationOptions {
     std::string label_;
 };
 
-/// Throws a Failure for a label that the tool's set refuses (property RefusedInLabel), or any shell without one.
+/// Throws a Failure for a label with characters that the tool's set refuses (property RefusedInLabel), or that any
+/// shell would interpret if the set has no such property.
 void requireLabel(const std::string &label);
 
 } // namespace orchard_cm

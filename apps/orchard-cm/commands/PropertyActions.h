@@ -1,7 +1,7 @@
-// What "property" can do, one a source file.
+// Declares the actions of "property", each of which has its own source file.
 #pragma once
 
-#include "apps/orchard-cm/commands/Command.h"
+#include "apps/orchard-cm/options/Command.h"
 
 #include <memory>
 

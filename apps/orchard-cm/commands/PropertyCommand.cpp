@@ -9,7 +9,7 @@ namespace orchard_cm {
 
 namespace {
 
-/// Hands everything to the action that was named.
+/// Passes everything to the chosen action.
 class PropertyCommand : public Command {
   public:
     void declare(CLI::App &app) override {
@@ -32,9 +32,8 @@ class PropertyCommand : public Command {
     std::array<Action, 3> actions_{
         Action{"get", "Show a property and where its value comes from", makePropertyGetAction()},
         Action{"set", "Set a property on the project, or on a unit", makePropertySetAction()},
-        Action{"list", "List the properties that hold, and where each value comes from",
-               makePropertyListAction()}};
-    Command *chosen_ = nullptr; // the parser makes sure that one is named
+        Action{"list", "List the properties in force and where each value comes from", makePropertyListAction()}};
+    Command *chosen_ = nullptr; // the parser requires one
 };
 
 } // namespace

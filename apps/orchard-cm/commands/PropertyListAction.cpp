@@ -14,8 +14,8 @@ namespace {
 class PropertyListAction : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_option("TEXT", text_, "Only properties whose key holds this text, in any case");
-        app.add_option("--unit", unit_, "Those that hold for this unit instead of the active configuration")
+        app.add_option("TEXT", text_, "List only keys that contain this text, in any case");
+        app.add_option("--unit", unit_, "List those of this unit instead of the active configuration")
             ->type_name("UNIT");
     }
 

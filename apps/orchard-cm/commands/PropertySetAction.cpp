@@ -3,9 +3,9 @@
 #include "apps/orchard-cm/model/Properties.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/UnitSelection.h"
-#include "apps/orchard-cm/operation/TextCheck.h"
 #include "apps/orchard-cm/toolcheck/KnownKeys.h"
 #include "apps/orchard-cm/toolcheck/SetCheck.h"
+#include "orchard/model/Paths.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,7 +20,7 @@ class PropertySetAction : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_option("KEY", key_, "The property's key")->required();
-        app.add_option("VALUE", value_, "Its value; may be empty, and stands behind '--' if it begins with '-'")
+        app.add_option("VALUE", value_, "Its value; may be empty; put '--' before a value that begins with '-'")
             ->required();
         app.add_option("--unit", unit_, "Set it on this unit instead of the project")->type_name("UNIT");
         app.add_option("--metaclass", metaclass_,
@@ -33,7 +33,7 @@ class PropertySetAction : public Command {
         requireValue(context);
         IProject &project = context.session.project();
         IDObject &object = unit_.empty() ? static_cast<IDObject &>(project) : unitNamed(project, unit_);
-        // A mistyped key would be a property that nobody reads, so a new one needs its metaclass.
+        // Nobody would read a property with a mistyped key, so a new one needs its metaclass.
         const std::string metaclass =
             metaclass_.empty() ? requireProperty(object, key_, {}).metaclass : metaclass_;
         PropertyBefore(object, metaclass, key_).keepUnless([&] {
@@ -55,7 +55,7 @@ class PropertySetAction : public Command {
     }
 
   private:
-    /// What the library looks up is a plain name; anything else would be written, and never be found again.
+    /// The library looks up only plain names: any other name would be written, but never found again.
     void requireNames() const {
         const auto isPlain = [](const std::string &name) {
             return !name.empty() && std::ranges::all_of(name, [](char c) {
@@ -68,15 +68,15 @@ class PropertySetAction : public Command {
                                                "digits, '_', '-' and '.'");
         }
         if (!metaclass_.empty() &&
-            (metaclass_.front() == ' ' || metaclass_.back() == ' ' || !pathFault(metaclass_).empty() ||
-             metaclass_.find_first_of("<&") != std::string::npos)) {
+            (metaclass_.front() == ' ' || metaclass_.back() == ' ' || !orchard::faultOfPath(metaclass_).empty() ||
+             metaclass_.find_first_of("<&\\") != std::string::npos)) {
             throw Failure(ExitCode::usage, "'" + metaclass_ +
                                                "' can't be a metaclass: it is the name of a tool, "
                                                "or a general one such as CMGeneral");
         }
     }
-    /// A number, truth or pattern that is none would count as no limit, as false or as no match without a word. Of
-    /// a choice an unknown value has a meaning, too, so that it is only told.
+    /// An invalid number, truth value or pattern would silently count as no limit, false or no match. An unknown
+    /// choice also has a meaning, so it only causes a warning.
     void requireValue(Context &context) const {
         const std::string fault = faultOfValue(key_, value_);
         if (fault.empty()) {
@@ -87,7 +87,7 @@ class PropertySetAction : public Command {
         }
         context.output.message(Output::Kind::warning, key_ + ": " + fault);
     }
-    /// What holds for the tool's commands is looked up on the active component, which may have its own value.
+    /// Properties for the tool's commands are looked up on the active component, which may have its own value.
     void warnIfHidden(Context &context, const std::string &metaclass) const {
         if (!unit_.empty()) {
             return;
@@ -95,7 +95,7 @@ class PropertySetAction : public Command {
         const auto holds = findProperty(defaultReferee(), key_, metaclass);
         if (holds && holds->value != value_) {
             context.output.message(Output::Kind::warning, "'" + holds->value + "' from " + holds->source +
-                                                              " still holds for the commands of the tool");
+                                                              " still counts for the commands of the tool");
         }
     }
 

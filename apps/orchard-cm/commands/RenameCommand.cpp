@@ -14,12 +14,12 @@ namespace {
 class RenameCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        app.add_flag("--no-tool", noTool_, "Leave the archive alone: for a unit that is not in it yet");
+        app.add_flag("--no-tool", noTool_, "Don't change the archive: for a unit that is not in it");
         app.add_option("UNIT", unit_, "A unit by its name, its path in the model or its file")->required();
         app.add_option("NAME", name_, "The new name")->required();
         app.footer(
-            "The file follows if it is named after the unit. The unit's file and that of its owner have to\n"
-            "be writable. Where the tool can't rename it, model and files stay as they are.");
+            "The file is renamed too if it has the name of the unit. The unit's file and that of its owner\n"
+            "have to be writable. If the tool can't rename it, model and files are unchanged.");
     }
 
     ExitCode run(Context &context) override {

@@ -1,7 +1,7 @@
-// Running a command: its record in the output, and its failures told.
+// Runs a command with its record in the output, and reports its failures.
 #pragma once
 
-#include "apps/orchard-cm/commands/Command.h"
+#include "apps/orchard-cm/options/Command.h"
 
 #include <functional>
 #include <optional>
@@ -9,8 +9,8 @@
 
 namespace orchard_cm {
 
-/// Runs `work` as the record of the command called `name`, and tells a Failure or another exception that comes out
-/// of it. After Ctrl-C the result is ExitCode::interrupted, whatever `work` gave back.
+/// Runs `work` as the record of the command called `name`, and reports a Failure or another exception from it.
+/// After Ctrl-C the result is ExitCode::interrupted, whatever `work` returns.
 ExitCode runRecorded(Output &output, std::string_view name, const std::optional<Place> &place,
                      const std::function<ExitCode()> &work);
 

@@ -11,7 +11,7 @@ namespace orchard_cm {
 
 namespace {
 
-/// What the model holds of an element, with the elements inside it that have no file of their own.
+/// Describes an element, with the elements inside it that have no file of their own.
 Json elementToJson(const IDObject &element) {
     Json json = {{"kind", element.getMetaClassDisplayName().str()}, {"name", element.getName().str()}};
     if (const auto type = orchard::typeOf(element); !type.empty()) {
@@ -42,7 +42,7 @@ std::string textOf(const Json &json, const char *key) { return json.value(key, s
 
 constexpr std::size_t labelWidth = 13;
 
-/// Further lines of a value stand below its first one.
+/// Indents the further lines of a value below its first one.
 void writeLine(std::ostream &out, const char *label, const std::string &value) {
     if (value.empty()) {
         return;

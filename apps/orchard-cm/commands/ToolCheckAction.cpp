@@ -16,7 +16,7 @@ namespace {
 
 bool same(const std::string &left, const CString &right) { return right.CompareNoCase(left) == 0; }
 
-/// The properties of the tool's sets, of each key the one that counts.
+/// Returns the properties of the tool's sets, for each key the one that takes effect.
 std::vector<SetEntry> entriesOf(const std::string &tool) {
     std::vector<SetEntry> entries;
     for (const auto &set : orchard::installedPropertySets()) {
@@ -55,7 +55,7 @@ void write(std::ostream &out, const std::string &tool, const std::vector<Finding
         << " for a sample unit; the second of two with label, comment, archive and target directory:\n";
     for (const Expanded &least : commands) {
         if (least.isFull) {
-            break; // the second half, which stands beside the first
+            break; // the second half is shown next to the first
         }
         out << "  " << least.key << "\n      " << least.command << '\n';
         const auto full = std::ranges::find_if(
@@ -76,8 +76,8 @@ void write(std::ostream &out, const std::string &tool, const std::vector<Finding
 void ToolCheckAction::declare(CLI::App &app) {
     app.add_option("NAME", name_, "The tool whose property set is checked (see 'orchard-cm tools')")->required();
     app.footer(
-        "Tells what is missing or wrong in the set, and what each command expands to; nothing is run, and no\n"
-        "project is needed. Ends with 1 if there is a finding.");
+        "Reports what is missing or wrong in the set, and the expansion of each command; nothing is run, and\n"
+        "no project is needed. Exits with 1 if there is a finding.");
 }
 
 ExitCode ToolCheckAction::run(Context &context) {

@@ -1,7 +1,7 @@
-// "tool check": what is missing or wrong in a property set.
+// Reports what is missing or wrong in a property set ("tool check").
 #pragma once
 
-#include "apps/orchard-cm/commands/Command.h"
+#include "apps/orchard-cm/options/Command.h"
 
 #include <string>
 

@@ -35,7 +35,7 @@ class ToolCommand : public Command {
             const std::string name = installedToolNamed(name_);
             choose(project, name, [&] { context.session.save(); });
         }
-        // Where the active configuration has a tool of its own, that one is in use, and its source says so.
+        // The active configuration may have its own tool. That one is in use, and its source shows it.
         const PropertyFacts tool = requireProperty(defaultReferee(), IPN::CMTool.str(), IPN::CMGeneral.str());
         context.output.result({{"tool", tool.value}, {"source", tool.source}},
                               [&](std::ostream &out) { out << tool.value << " (" << tool.source << ")\n"; });
@@ -43,8 +43,8 @@ class ToolCommand : public Command {
     }
 
   private:
-    /// Both properties name the tool: the one for all tools decides which is in use, the general one whose way of
-    /// adding units is taken.
+    /// Both properties name the tool: the one for all tools decides which tool is in use, the general one decides
+    /// whose way of adding units applies.
     static void choose(IProject &project, const std::string &name, const std::function<void()> &save) {
         PropertyBefore inUse(project, IPN::CMGeneral.str(), IPN::CMTool.str());
         PropertyBefore ofAdding(project, IPN::General.str(), IPN::CMTool.str());

@@ -1,11 +1,11 @@
 #include "apps/orchard-cm/commands/Commands.h"
 
 #include "CM/CMSupport/core/CMFacade.h"
-#include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/UnitHandle.h"
+#include "apps/orchard-cm/operation/OutcomeWatch.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,7 +19,7 @@ namespace orchard_cm {
 
 namespace {
 
-/// A unit with the place of its file before the undo.
+/// Remembers a unit and the path of its file before the undo.
 struct Former {
     UnitHandle handle;
     std::string file;
@@ -33,8 +33,8 @@ int depthOf(const IUnit &unit) {
     return depth;
 }
 
-/// Owners come before their parts: a part whose file gets its name back is listed so in its owner's file, which
-/// must not be brought back over it.
+/// Owners come before their parts: when the file of a part gets its old name back, its owner's file is changed to
+/// list it, and must not be restored after that.
 void putOwnersFirst(CMUnitList &units) {
     std::vector<IUnit *> order(units.begin(), units.end());
     std::ranges::stable_sort(order, {}, [](const IUnit *unit) { return depthOf(*unit); });
@@ -44,23 +44,15 @@ void putOwnersFirst(CMUnitList &units) {
     }
 }
 
-/// Has the tool rename in the archive what follows the unit's name; empty, or why it did not.
-std::string renameInArchive(const Context &context, IUnit &unit, const std::string &from,
-                            CMDiagnosticList &diagnostics) {
-    const Journal &journal = context.session.journal();
-    const std::size_t before = journal.runs().size();
-    const int result = CMFacade::RenameMember(&unit, from, unit.getFullFileName(), diagnostics);
-    for (std::size_t at = before; at < journal.runs().size(); ++at) {
-        if (std::string fault = failureOf(journal.runs()[at]); !fault.empty()) {
-            return fault;
-        }
-    }
-    return result == 0 || journal.runs().size() == before ? "the tool has no command for it (property Rename)"
-                                                          : "";
+/// Has the tool rename the file in the archive after the unit. Returns why it did not; empty if it did.
+std::string renameInArchive(IUnit &unit, const std::string &from, CMDiagnosticList &diagnostics) {
+    const OutcomeWatch watch;
+    CMFacade::RenameMember(&unit, from, unit.getFullFileName(), diagnostics);
+    return watch.reason();
 }
 
-/// A file that has followed its unit's archived name has another name than in the archive. The tool is told of it;
-/// where it can't, the file goes back, so that the next command finds it in the archive.
+/// A file that was renamed after its unit's archived name has another name than in the archive. The tool renames
+/// it there; if it can't, the file gets its old name back, so that the next command finds it in the archive.
 void followInArchive(const Context &context, const std::vector<Former> &formers, CMDiagnosticList &diagnostics) {
     for (const Former &former : formers) {
         IUnit *const unit = former.handle.unit();
@@ -68,7 +60,7 @@ void followInArchive(const Context &context, const std::vector<Former> &formers,
             continue;
         }
         const std::string name = unit->getFileName().str();
-        const std::string fault = renameInArchive(context, *unit, former.file, diagnostics);
+        const std::string fault = renameInArchive(*unit, former.file, diagnostics);
         if (!fault.empty()) {
             unit->setFileName(std::filesystem::path(former.file).filename().string());
             context.output.message(Output::Kind::warning,
@@ -83,18 +75,17 @@ void followInArchive(const Context &context, const std::vector<Former> &formers,
 class UndoCommand : public Command {
   public:
     void declare(CLI::App &app) override {
-        options_.declareUnitsOrFiles(app, "Undo for files by their names in the archive");
+        options_.declareUnitsOrFiles(app, "Name files of the archive");
         app.footer(
-            "The tool throws the file away and brings the archived one back; the unit is read again. If its name\n"
-            "is another then, and the file was named after it, the file follows, here and in the archive,\n"
-            "where the file of the owner may be written.");
+            "The tool restores the archived file, local changes are lost, and the unit is read again. If this\n"
+            "changes its name, and the file has that name, the file is renamed too, also in the archive, if\n"
+            "the file of the owner is writable.");
     }
 
     ExitCode run(Context &context) override {
         const bool libraryReloads = !options_.recursive() && !options_.archive();
         const Operation undo{.wording = {"check out undone"},
                              .expected = {},
-                             .key = [](const IUnit *) { return IPN::CMUnLockItem; },
                              .reload = libraryReloads ? Reload::byLibrary : Reload::all};
         return options_.run(
             context, undo,

@@ -1,90 +1,98 @@
 #include "apps/orchard-cm/model/Answers.h"
 
-#include "CM/platform/dialog/CDialog.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 
-#include <algorithm>
-#include <array>
+#include <initializer_list>
 
 namespace orchard_cm {
 
 namespace {
 
-/// The texts that a dialog shows, joined.
-class Texts final : public ControlVisitor {
-  public:
-    static std::string of(const CDialog &dialog) {
-        Texts texts;
-        for (CControl *const control : dialog.controls()) {
-            if (control->isVisible()) {
-                control->accept(texts);
-            }
-        }
-        return texts.text_;
-    }
-
-  private:
-    void visit(CStatic &control) override {
-        text_ += (text_.empty() || control.caption().IsEmpty() ? "" : " ") + control.caption().str();
-    }
-    void visit(CIcon & /*control*/) override {}
-    void visit(CButton & /*control*/) override {}
-    void visit(CCheckBox & /*control*/) override {}
-    void visit(CChoice & /*control*/) override {}
-    void visit(CEdit & /*control*/) override {}
-    void visit(CListCtrl & /*control*/) override {}
-    void visit(CTreeCtrl & /*control*/) override {}
-    std::string text_;
-};
-
-/// The buttons that stand for an answer, the first that a dialog has is pressed.
-std::array<const char *, 2> buttonsOf(Answer answer) {
-    switch (answer) {
-    case Answer::yes:
-        return {"yes", "ok"};
-    case Answer::yesToAll:
-        return {"yesToAll", "yes"};
-    case Answer::no:
-    case Answer::ask:
+Output::Kind kindOf(CIcon::Kind icon) {
+    switch (icon) {
+    case CIcon::Kind::error:
+        return Output::Kind::error;
+    case CIcon::Kind::warning:
+        return Output::Kind::warning;
+    case CIcon::Kind::question:
+        return Output::Kind::question;
+    case CIcon::Kind::information:
+    case CIcon::Kind::none:
         break;
     }
-    return {"no", "cancel"};
+    return Output::Kind::information;
 }
 
-/// Presses one of the buttons; its id, or null if the dialog has neither.
-const char *pressOne(CDialog &dialog, const std::array<const char *, 2> &ids) {
+/// Returns the first of these buttons that the dialog has.
+CButton *firstOf(const CDialog &dialog, std::initializer_list<const char *> ids) {
     for (const char *const id : ids) {
-        if (auto *const button = dynamic_cast<CButton *>(dialog.control(id));
-            button != nullptr && button->press()) {
-            return id;
+        if (CButton *const button = dialog.button(id)) {
+            return button;
         }
+    }
+    return nullptr;
+}
+
+/// Returns the button that the options press, or null if somebody has to be asked.
+CButton *pressedBy(Answer answer, const CDialog &dialog) {
+    switch (answer) {
+    case Answer::yes:
+        return firstOf(dialog, {"yes", "ok"});
+    case Answer::yesToAll:
+        return firstOf(dialog, {"yesToAll", "yes"});
+    case Answer::no:
+        return firstOf(dialog, {"no", "cancel"});
+    case Answer::ask:
+        break;
     }
     return nullptr;
 }
 
 } // namespace
 
+bool AnsweringDriver::answersInAdvance(const CDialog &dialog) const {
+    return dialog.onlyButton() == nullptr && pressedBy(answer_, dialog) != nullptr;
+}
+
+void AnsweringDriver::show(const CDialog &message) {
+    if (!isInterrupted()) { // failures after Ctrl-C are its consequence, which the program reports once at the end
+        output_.message(kindOf(message.icon()), message.prompt().str());
+    }
+}
+
+void AnsweringDriver::report(const CDialog &question, const CButton &answer, const std::string &why) {
+    output_.message(Output::Kind::question, question.prompt().str() + " [" + answer.caption().str() + why + "]");
+}
+
 bool AnsweringDriver::run(CDialog &dialog) {
-    const std::string text = Texts::of(dialog);
-    journal_.question(text);
+    if (CButton *const button = dialog.onlyButton()) {
+        show(dialog);
+        return button->press() && !dialog.isOpen();
+    }
     output_.status().clear();
-    if (answer_ == Answer::ask) {
-        if (terminal_ != nullptr && !isInterrupted() && terminal_->run(dialog)) {
-            return true;
+    // After Ctrl-C the answer of the options is not given either, because a Yes would overwrite a file for
+    // nothing.
+    if (answer_ != Answer::ask && !isInterrupted()) {
+        CButton *const button = pressedBy(answer_, dialog);
+        if (button == nullptr) {
+            return false;
         }
-        if (!isInterrupted()) {
-            output_.message(Output::Kind::question,
-                            text + (terminal_ != nullptr ? " [No: there was no answer]"
-                                                         : " [No: there is nobody to ask; --yes, --no or "
-                                                           "--yes-to-all give an answer]"));
-        }
-        return pressOne(dialog, buttonsOf(Answer::no)) != nullptr && !dialog.isOpen();
+        report(dialog, *button, {});
+        return button->press() && !dialog.isOpen();
     }
-    const char *const pressed = pressOne(dialog, buttonsOf(answer_));
-    if (pressed != nullptr) {
-        output_.message(Output::Kind::question, text + " [" + pressed + "]");
+    if (terminal_ != nullptr && !isInterrupted() && terminal_->run(dialog)) {
+        return true;
     }
-    return pressed != nullptr && !dialog.isOpen();
+    CButton *const button = dialog.safeButton();
+    if (button == nullptr) {
+        return false;
+    }
+    if (!isInterrupted()) {
+        report(dialog, *button,
+               terminal_ != nullptr ? ": there was no answer"
+                                    : ": there is nobody to ask; --yes, --no or --yes-to-all give an answer");
+    }
+    return button->press() && !dialog.isOpen();
 }
 
 } // namespace orchard_cm

@@ -1,29 +1,30 @@
-// Answers: what stands for the user when an operation asks.
+// Connects the library's dialogs with whoever answers them.
 #pragma once
 
-#include "CM/platform/dialog/DialogDriver.h"
+#include "CM/platform/dialog/CDialog.h"
 #include "apps/orchard-cm/base/Output.h"
-#include "apps/orchard-cm/model/Journal.h"
 #include "apps/orchard-cm/options/GlobalOptions.h"
 
 namespace orchard_cm {
 
-/// Runs dialogs with the answer that the options give. Without one they go to `terminal`; with nobody there
-/// either, or after Ctrl-C, the answer is No. Every question and its answer
-/// is noted in the journal and told to the user.
+/// Shows messages as the program's own, and answers questions with the answer that the options give, or else on
+/// the terminal. If nobody is at the terminal, and after Ctrl-C, it gives the answer that loses nothing.
 class AnsweringDriver : public platform::DialogDriver {
   public:
-    /// `terminal` is null without one. All must outlive the driver.
-    AnsweringDriver(Answer answer, platform::DialogDriver *terminal, Output &output, Journal &journal)
-        : answer_(answer), terminal_(terminal), output_(output), journal_(journal) {}
+    /// `terminal` is null if there is none. All arguments must outlive the driver.
+    AnsweringDriver(Answer answer, platform::DialogDriver *terminal, Output &output)
+        : answer_(answer), terminal_(terminal), output_(output) {}
 
     [[nodiscard]] bool run(CDialog &dialog) override;
+    [[nodiscard]] bool answersInAdvance(const CDialog &dialog) const override;
 
   private:
+    void show(const CDialog &message);
+    void report(const CDialog &question, const CButton &answer, const std::string &why);
+
     Answer answer_;
     platform::DialogDriver *terminal_;
     Output &output_;
-    Journal &journal_;
 };
 
 } // namespace orchard_cm

@@ -1,11 +1,11 @@
-// What a dialog of the host holds around an operation.
+// Provides what a dialog of the host does before and after an operation.
 #pragma once
 
 #include "CM/host/Undoer.h"
 
 namespace orchard_cm {
 
-/// One undoable step, open for as long as it lives.
+/// Groups changes into one undoable step, which stays open as long as the object lives.
 class UndoBracket {
   public:
     UndoBracket() {

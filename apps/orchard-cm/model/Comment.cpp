@@ -8,7 +8,6 @@
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/TemplateArguments.h"
 #include "apps/orchard-cm/model/Tools.h"
-#include "apps/orchard-cm/operation/TextCheck.h"
 
 #include <CLI/CLI.hpp>
 
@@ -40,7 +39,7 @@ std::string readFile(const std::string &file) {
     return text;
 }
 
-/// Throws where the comment can't go into a command of the tool, or would come out of it as another text.
+/// Throws if the comment can't be part of a command of the tool, or would arrive as another text.
 void check(const std::string &comment) {
     if (const auto fault = commentFault(comment, refusedInLog()); !fault.empty()) {
         throw Failure(ExitCode::usage, "the comment can't be given to the CM tool " + toolInUse() + ": " + fault,
@@ -50,13 +49,13 @@ void check(const std::string &comment) {
     arguments.addLog(comment);
     CString expanded;
     CString error;
-    // A template's text is expanded wherever it comes from: a variable or a conditional in it would be one.
+    // An expansion also expands the text of a comment, so a variable or conditional in it would be replaced.
     if (CMProperty::Expand("$log", arguments.list(), expanded, error, false) == 0 ||
         expanded != CMLog(comment).substitute("log")) {
         throw Failure(ExitCode::usage,
                       "the comment can't be given to the CM tool " + toolInUse() +
                           ": it holds a variable ($name), a conditional '(... ? ...)' or a doubled backslash, "
-                          "which a command template would take for its own");
+                          "which a command template would expand");
     }
 }
 
@@ -70,7 +69,7 @@ std::string checked(const std::string &text) {
 
 void CommentOptions::declare(CLI::App &app) {
     auto *const text = app.add_option("--log", text_, "The comment")->type_name("TEXT");
-    app.add_option("--log-file", file_, "Take the comment from this file; '-' is the standard input")
+    app.add_option("--log-file", file_, "Take the comment from this file; '-' is standard input")
         ->type_name("FILE")
         ->excludes(text);
 }

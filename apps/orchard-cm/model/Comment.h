@@ -1,7 +1,7 @@
-// The comment of a check in: from the command line, from a file, or from the user's editor.
+// Reads the comment of a check in from the command line, from a file, or from the user's editor.
 #pragma once
 
-#include "apps/orchard-cm/commands/Command.h"
+#include "apps/orchard-cm/options/Command.h"
 
 #include <optional>
 #include <string>
@@ -12,15 +12,15 @@ namespace orchard_cm {
 
 class CommentOptions {
   public:
-    /// --log and --log-file.
+    /// Declares --log and --log-file.
     void declare(CLI::App &app);
 
-    /// The comment. Without one on the command line the editor is run on the terminal, with `names` in its remarks
-    /// as those that are to be `done` ("checked in"). Throws a Failure where there is no comment, or one that the
-    /// tool's set refuses (property RefusedInLog) or whose text would not arrive as it stands.
+    /// Returns the comment. If the command line has none, the editor is run on the terminal; its remarks say that
+    /// the units `names` are to be `done` ("checked in"). Throws a Failure if there is no comment, if the tool's
+    /// set refuses it (property RefusedInLog), or if its text would not arrive unchanged.
     [[nodiscard]] std::string required(Context &context, std::string_view done,
                                        const std::vector<std::string> &names) const;
-    /// The same, but the empty text where none is given.
+    /// Returns the comment, or the empty text if the command line has none.
     [[nodiscard]] std::string optional(Context &context) const;
 
   private:

@@ -1,9 +1,8 @@
-// HostSetup: what the program plugs into the reference host and the library, for as long as it lives.
+// Plugs the program into the reference host and the library, for as long as the setup lives.
 #pragma once
 
 #include "apps/orchard-cm/base/Output.h"
 #include "apps/orchard-cm/model/Answers.h"
-#include "apps/orchard-cm/model/Journal.h"
 #include "apps/orchard-cm/options/GlobalOptions.h"
 
 #include <functional>
@@ -13,20 +12,20 @@ namespace orchard_cm {
 
 class HostSetup {
   public:
-    /// All must outlive the setup, of which there is one at a time. Throws a Failure of usage if the log file
-    /// can't be opened.
-    HostSetup(const GlobalOptions &options, Output &output, Journal &journal);
+    /// Both arguments must outlive the setup, of which there is one at a time. Throws a Failure of usage if the
+    /// log file can't be opened.
+    HostSetup(const GlobalOptions &options, Output &output);
     ~HostSetup();
     HostSetup(const HostSetup &) = delete;
     HostSetup &operator=(const HostSetup &) = delete;
 
-    /// What saves the model when an operation asks for it. It may throw.
+    /// Sets the function that saves the model when an operation asks for it. It may throw.
     void onSave(std::function<void()> save);
-    /// How many runs of the tool are to come, for the progress on a terminal.
+    /// Sets how many runs of the tool are to come, for the progress display on a terminal.
     void expectRuns(std::size_t count);
-    /// The CM output window: that of the program.
+    /// Returns the stream of the CM output window, which is the program's own.
     [[nodiscard]] std::ostream &window();
-    /// Sends what is meant for the window elsewhere; null: to the window again.
+    /// Sends what is meant for the window to another stream; with null, to the window again.
     void setWindow(std::ostream *stream);
 
   private:

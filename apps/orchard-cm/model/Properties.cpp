@@ -6,8 +6,8 @@
 #include "apps/orchard-cm/base/Failure.h"
 #include "apps/orchard-cm/base/Suggest.h"
 #include "orchard/model/ModelView.h"
-#include "orchard/properties/InstalledSets.h"
 #include "orchard/properties/PropertyData.h"
+#include "orchard/properties/PropertySet.h"
 #include "orchard/properties/PropertyTable.h"
 
 #include <algorithm>
@@ -31,44 +31,49 @@ std::string sourceOf(const IDObject &object) {
     return object.getMetaClassDisplayName().str() + " " + orchard::pathInModel(object);
 }
 
+std::string sourceOf(const orchard::PropertyPlace &place) {
+    return place.holder != nullptr ? sourceOf(*place.holder) : "property set " + place.set->name();
+}
+
 struct Seen {
     const std::string &metaclass;
     const IProperty &property;
-    const std::string &source;
+    const orchard::PropertyPlace &place;
 };
 
-/// Calls `take` for each property of the CM subject that is set on the object or an owner, the nearest first, then
-/// for the installed ones.
+/// Calls `take` for each property of the CM subject that applies to the object, the one with the highest priority
+/// first.
 template <class TAKE> void walk(const IDObject &object, TAKE &&take) {
-    const auto walkTable = [&](const orchard::PropertyTable &table, const std::string &source) {
-        for (const auto &entry : table.entries()) {
+    for (const auto &place : orchard::propertyPlacesOf(object)) {
+        for (const auto &entry : place.table.entries()) {
             if (IPN::CM.CompareNoCase(entry.subject) == 0) {
-                take(Seen{entry.metaclass, *entry.property, source});
+                take(Seen{entry.metaclass, *entry.property, place});
             }
         }
-    };
-    for (const IDObject *at = &object; at != nullptr; at = at->getOwner()) {
-        if (const auto *const table = orchard::ownPropertiesOf(*at)) {
-            walkTable(*table, sourceOf(*at));
-        }
-    }
-    for (const auto &set : orchard::installedPropertySets()) {
-        walkTable(set.table(), "property set " + set.name());
     }
 }
 
 PropertyFacts factsOf(const Seen &seen) {
-    return {seen.metaclass, seen.property.getName().str(), seen.property.getValue().str(), seen.source,
+    return {seen.metaclass, seen.property.getName().str(), seen.property.getValue().str(), sourceOf(seen.place),
             seen.property.data().source};
 }
 
-bool same(const std::string &left, const std::string &right) { return CString(left).CompareNoCase(right) == 0; }
+/// Returns the facts of a property if it applies to the object.
+std::optional<PropertyFacts> factsOf(const IDObject &object, const IProperty &property) {
+    std::optional<PropertyFacts> facts;
+    walk(object, [&](const Seen &seen) {
+        if (&seen.property == &property) {
+            facts = factsOf(seen);
+        }
+    });
+    return facts;
+}
 
 [[noreturn]] void failUnknown(const IDObject &object, const std::string &key, const std::string &where) {
     Suggester suggester(key);
     walk(object, [&](const Seen &seen) { suggester.offer(seen.property.getName().str()); });
     throw Failure(ExitCode::failed, "there is no property '" + key + "' " + where,
-                  "Run 'orchard-cm property list' to see all of them.")
+                  "Run 'orchard-cm property list' to see all properties.")
         .meaning(suggester.best());
 }
 
@@ -79,24 +84,18 @@ IDObject &defaultReferee() {
         return *referee;
     }
     throw Failure(ExitCode::failed, "the project has neither an active component nor a configuration",
-                  "Name with --unit on which unit properties are looked up.");
+                  "Name with --unit the unit whose properties are looked up.");
 }
 
 std::optional<PropertyFacts> findProperty(const IDObject &object, const std::string &key,
                                           const std::string &metaclass) {
-    std::vector<std::string> metaclasses{metaclass};
+    std::vector<CString> metaclasses{metaclass};
     if (metaclass.empty()) {
-        metaclasses = {toolName(), IPN::CMGeneral.str(), IPN::General.str()};
+        metaclasses = {toolName(), IPN::CMGeneral, IPN::General};
     }
-    for (const auto &wanted : metaclasses) {
-        std::optional<PropertyFacts> found;
-        walk(object, [&](const Seen &seen) {
-            if (!found && same(seen.metaclass, wanted) && same(seen.property.getName().str(), key)) {
-                found = factsOf(seen);
-            }
-        });
-        if (found) {
-            return found;
+    for (const CString &wanted : metaclasses) {
+        if (const IProperty *const found = object.findProperty(IPN::CM, wanted, key, IProperty::inherited)) {
+            return factsOf(object, *found);
         }
     }
     return {};
@@ -126,7 +125,7 @@ std::vector<PropertyFacts> propertiesOf(const IDObject &object, const std::strin
 
 void setProperty(IDObject &object, const std::string &metaclass, const std::string &key,
                  const std::string &value) {
-    // A property is made as a copy of one that is there: of its own kind, or else of the one every project has.
+    // A new property is a copy of an existing one: of its own kind, or else of the one that every project has.
     const IProperty *model = object.findProperty(IPN::CM, metaclass, key, IProperty::inherited);
     if (model == nullptr) {
         model = CMProperty::getCMTool(&object, IProperty::inherited);

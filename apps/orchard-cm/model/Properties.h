@@ -1,4 +1,4 @@
-// Properties of configuration management as a user sees them: values, and where each comes from.
+// Presents the CM properties as a user sees them: values, and where each comes from.
 #pragma once
 
 #include "CM/host/IDObject.h"
@@ -12,7 +12,7 @@
 
 namespace orchard_cm {
 
-/// A property that holds for an object.
+/// A property that applies to an object.
 struct PropertyFacts {
     std::string metaclass; ///< the tool's name, or one of the fixed ones
     std::string key;
@@ -21,27 +21,28 @@ struct PropertyFacts {
     std::string place;  ///< "FILE:LINE:COLUMN" of a property set; else empty
 };
 
-/// The object on which properties are looked up if no unit is named: the active configuration, else the project.
-/// Throws a Failure without one.
+/// Returns the object on which properties are looked up if no unit is named: the active configuration, or else the
+/// project. Throws a Failure if there is neither.
 IDObject &defaultReferee();
 
-/// The property that holds for `object` under `metaclass`; with an empty one under the name of the tool in use,
-/// else under the one for all tools, else under the general one: where the library looks for it.
+/// Returns the property that applies to `object` under `metaclass`. With an empty `metaclass` it searches where
+/// the library searches: under the name of the tool in use, then under the one for all tools, then under the
+/// general one.
 std::optional<PropertyFacts> findProperty(const IDObject &object, const std::string &key,
                                           const std::string &metaclass);
-/// The same, but throws a Failure with similar keys where there is none.
+/// Like findProperty, but throws a Failure with similar keys if there is none.
 PropertyFacts requireProperty(const IDObject &object, const std::string &key, const std::string &metaclass);
-/// All that hold for `object` and whose key holds `text`, sorted by metaclass and key.
+/// Returns all properties that apply to `object` and whose key contains `text`, sorted by metaclass and key.
 std::vector<PropertyFacts> propertiesOf(const IDObject &object, const std::string &text);
 /// Sets a property on the object itself.
 void setProperty(IDObject &object, const std::string &metaclass, const std::string &key, const std::string &value);
 
-/// A property of an object as it was, and the way back to it for a change that can't be saved.
+/// Remembers a property of an object, and restores it if a change can't be saved.
 class PropertyBefore {
   public:
     PropertyBefore(IDObject &object, std::string metaclass, std::string key);
-    /// Runs `change`, which sets and saves the property; where it throws, the property and the modified state of
-    /// the object's unit are again what they were.
+    /// Runs `change`, which sets and saves the property. If it throws, the property and the modified state of the
+    /// object's unit are restored.
     void keepUnless(const std::function<void()> &change);
 
   private:
@@ -54,7 +55,7 @@ class PropertyBefore {
     bool wasModified_;
 };
 
-/// The property of the tool in use that the library would take for `key`. Throws a Failure with similar keys where
+/// Returns the property of the tool in use that the library uses for `key`. Throws a Failure with similar keys if
 /// there is none.
 IProperty &toolProperty(const std::string &key);
 

@@ -5,10 +5,9 @@
 #include "CM/platform/Files.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/model/HostSetup.h"
-#include "orchard/remembered/RememberedWorkspace.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 
 namespace orchard_cm {
@@ -27,21 +26,21 @@ bool isAboutReadOnlyFile(const orchard::Problem &problem) {
     return platform::fileExists(problem.file) && !platform::hasWritePermission(problem.file);
 }
 
-/// The way out of a unit file that can't be read.
+/// Returns what the user can do about a unit file that can't be read.
 std::string hintFor(const orchard::Problems &problems) {
     const bool aboutUnit = std::ranges::any_of(problems, [](const orchard::Problem &problem) {
         const auto extension = std::filesystem::path(problem.file).extension();
         return problem.line > 0 && extension != ".orp" && extension != ".ory" && extension != ".toml";
     });
-    return aboutUnit ? "Mend the file, or move it away: its unit is then known as one that is not loaded, and "
-                       "'orchard-cm checkout' brings it back out of the archive."
+    return aboutUnit ? "Fix the file, or move it away: its unit is then not loaded, and 'orchard-cm checkout' "
+                       "restores it from the archive."
                      : std::string();
 }
 
 } // namespace
 
 Session::Session(const GlobalOptions &options, Output &output)
-    : options_(options), output_(output), setup_(std::make_unique<HostSetup>(options, output, journal_)) {
+    : options_(options), output_(output), setup_(std::make_unique<HostSetup>(options, output)) {
     setup_->onSave([this] { save(); });
 }
 
@@ -65,7 +64,7 @@ std::string Session::projectFile() const {
     const auto files = orchard::projectFilesIn(here);
     if (files.empty()) {
         throw Failure(ExitCode::usage, "no project is named, and the current directory holds none (*.orp)",
-                      "Name the project with -p PROJECT, or make one with 'orchard-cm new'.");
+                      "Name the project with -p PROJECT, or create one with 'orchard-cm new'.");
     }
     if (files.size() > 1) {
         Failure failure(ExitCode::usage, "no project is named, and the current directory holds several",
@@ -105,41 +104,13 @@ void Session::open() {
     theCMFacade.RefreshCMStatus();
 }
 
-void Session::visitUnits(const std::function<void(const orchard::UnitRow &)> &visit) {
-    const bool isFresh = project_ == nullptr;
-    if (isFresh && visitRemembered(visit)) {
-        return;
-    }
-    const auto openedAt = std::chrono::system_clock::now();
-    const auto rows = orchard::workspaceUnits(project());
-    constexpr std::size_t large = 1000; // units; fewer are read at once
-    if (isFresh && rows.size() >= large && CMProperty::getUseSCCtool() == 0) {
-        orchard::RememberedWorkspace::keep(project(), openedAt);
-    }
-    std::ranges::for_each(rows, visit);
-}
-
-bool Session::visitRemembered(const std::function<void(const orchard::UnitRow &)> &visit) {
-    const auto remembered = orchard::RememberedWorkspace::open(projectFile(), openOptions());
-    output_.status().clear();
-    if (remembered == nullptr) {
-        return false;
-    }
-    if (CMProperty::getUseSCCtool() != 0) {
-        remembered->forget(); // at opening the provider has to be asked for the states of the units
-        return false;
-    }
-    remembered->visitUnits(visit);
-    return true;
-}
-
 void Session::save() {
     const auto problems = orchard::saveProject(&project());
     if (!problems.empty()) {
         throw Failure(ExitCode::failed, "not everything could be saved:\n" + messageOf(problems),
-                      std::string("What is on disk is as it was before.") +
+                      std::string("The files on disk are unchanged.") +
                           (std::ranges::any_of(problems, isAboutReadOnlyFile)
-                               ? " Where a file is read-only, check it out with --lock first."
+                               ? " Check a read-only file out with --lock first."
                                : ""));
     }
 }
@@ -149,12 +120,6 @@ void Session::saveIfModified() {
     if (std::ranges::any_of(units, [](const orchard::UnitRow &row) { return row.unit->isModified(); })) {
         save();
     }
-}
-
-Journal &Session::startJournal(std::size_t expectedRuns, bool keepsOutput) {
-    journal_.begin(keepsOutput);
-    setup_->expectRuns(expectedRuns);
-    return journal_;
 }
 
 WindowHold::WindowHold(Session &session) : session_(session) { session_.setup().setWindow(&kept_); }

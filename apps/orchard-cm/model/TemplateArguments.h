@@ -1,4 +1,4 @@
-// The arguments that a check out, or another command, gives to the expansion of a template.
+// Provides the arguments that a command, such as check out, gives to the expansion of a template.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -12,7 +12,7 @@ class IUnit;
 
 namespace orchard_cm {
 
-/// Owns arguments and the list of them, in the order in which they were added.
+/// Owns arguments and their list, in the order in which they were added.
 class TemplateArguments {
   public:
     TemplateArguments() = default;
@@ -20,13 +20,14 @@ class TemplateArguments {
     void addMode(bool readWrite);
     void addLabel(const std::string &label);
     void addLog(const std::string &log);
-    /// An empty directory is the place where the tool's command puts its files by itself.
+    /// An empty directory means the place where the tool's command puts its files by default.
     void addTargetDirectory(const std::string &directory);
-    /// What every operation adds behind the caller's: the project's archive, and the unit it works on.
+    /// Every operation adds these after the caller's arguments: the project's archive, and the unit that it works
+    /// on.
     void addArchive();
     void addUnit(const IUnit &unit);
     void addArchiveItem(const CMArchiveItem &item);
-    /// Takes the last argument off.
+    /// Removes the last argument.
     void removeLast();
 
     [[nodiscard]] CMArgumentList &list() { return list_; }

@@ -51,7 +51,7 @@ std::string installedToolNamed(const std::string &name) {
         suggester.offer(tool.name);
     }
     throw Failure(ExitCode::failed, "no property set is installed for a CM tool '" + name + "'",
-                  "Run 'orchard-cm tools' to see those that are.")
+                  "Run 'orchard-cm tools' to see the installed ones.")
         .meaning(suggester.best());
 }
 

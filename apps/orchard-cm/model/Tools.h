@@ -1,4 +1,4 @@
-// The CM tools for which property sets are installed.
+// Finds the CM tools for which property sets are installed.
 #pragma once
 
 #include <string>
@@ -9,17 +9,17 @@ namespace orchard_cm {
 struct ToolFacts {
     std::string name;
     std::string description;        ///< one line
-    std::vector<std::string> files; ///< its property sets, the one that counts first at the front
+    std::vector<std::string> files; ///< its property sets, the one with the highest priority first
 };
 
-/// In the order in which the sets count, each tool once.
+/// Returns the tools in the priority of their sets, each tool once.
 std::vector<ToolFacts> installedTools();
 
-/// The name of the tool that the active project uses; empty without one.
+/// Returns the name of the tool that the active project uses; empty if there is none.
 std::string toolInUse();
 
-/// The tool's name as its property set spells it, found without regard to case; "None" stands for no tool. Throws
-/// a Failure with similar names where no such set is installed.
+/// Returns the tool's name in the spelling of its property set, found regardless of case; "None" means no tool.
+/// Throws a Failure with similar names if no such set is installed.
 std::string installedToolNamed(const std::string &name);
 
 } // namespace orchard_cm

@@ -1,7 +1,7 @@
 #include "apps/orchard-cm/model/UnitFacts.h"
 
 #include "CM/CMSupport/core/CMTraitFacade.h"
-#include "orchard/storage/Projects.h"
+#include "orchard/storage/UnitSearch.h"
 
 namespace orchard_cm {
 

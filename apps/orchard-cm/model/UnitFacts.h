@@ -1,4 +1,4 @@
-// What the program tells about a unit.
+// Provides what the program reports about a unit.
 #pragma once
 
 #include "CM/host/IUnit.h"
@@ -10,13 +10,12 @@ namespace orchard_cm {
 
 struct UnitFacts {
     std::string name;
-    std::string path; ///< in the model
+    std::string path; ///< path in the model
     std::string type;
-    std::string file;  ///< full file name
-    std::string state; ///< "U" not loaded, "RO" read-only, "RW" read-write
-    std::string
-        version; ///< read from the unit's header; empty if the tool has no pattern for it, or it doesn't match
-    std::string locker; ///< likewise
+    std::string file;    ///< full file name
+    std::string state;   ///< "U" not loaded, "RO" read-only, "RW" read-write
+    std::string version; ///< from the unit's header; empty if the tool's pattern is missing or doesn't match
+    std::string locker;  ///< likewise
 };
 
 UnitFacts factsOf(const IUnit &unit);

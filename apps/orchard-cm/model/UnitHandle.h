@@ -1,4 +1,4 @@
-// UnitHandle: a reference to a unit that survives reloads, given back by itself.
+// Defines UnitHandle, a reference to a unit that survives reloads and is released automatically.
 #pragma once
 
 #include "CM/host/IHandle.h"
@@ -12,7 +12,7 @@ class UnitHandle {
   public:
     explicit UnitHandle(IUnit &unit) : handle_(unit.getHandle()) {}
 
-    /// The unit as it is now, or null if it is gone.
+    /// Returns the unit as it is now, or null if it no longer exists.
     [[nodiscard]] IUnit *unit() const {
         return handle_ == nullptr ? nullptr : dynamic_cast<IUnit *>(handle_->doGetSafeObject());
     }

@@ -2,7 +2,7 @@
 
 #include "apps/orchard-cm/base/Failure.h"
 #include "apps/orchard-cm/base/Suggest.h"
-#include "orchard/storage/Projects.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <filesystem>
 #include <unordered_set>
@@ -21,7 +21,7 @@ constexpr std::size_t shownCandidates = 8;
     if (candidates.size() > shownCandidates) {
         list += " and " + std::to_string(candidates.size() - shownCandidates) + " more";
     }
-    throw Failure(ExitCode::failed, "more than one unit is called '" + words + "': " + list,
+    throw Failure(ExitCode::failed, "more than one unit has the name '" + words + "': " + list,
                   "Name the unit by its path in the model or by its file.");
 }
 
@@ -63,7 +63,7 @@ std::vector<IUnit *> unitsNamed(const IProject &project, const std::vector<std::
 }
 
 std::vector<IUnit *> withUnitsBelow(const IProject &project, const std::vector<IUnit *> &units) {
-    // Owners come first in the list of units, so one look at the owner's entry tells for each unit.
+    // Owners come first in the list of units, so each unit needs only a look at its owner's entry.
     std::unordered_set<const IDObject *> taken(units.begin(), units.end());
     std::vector<IUnit *> all;
     for (const auto &row : orchard::workspaceUnits(project)) {

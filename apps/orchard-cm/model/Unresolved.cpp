@@ -1,7 +1,7 @@
 #include "apps/orchard-cm/model/Unresolved.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
-#include "CM/host/SPString.h"
+#include "CM/CMSupport/core/Variable.h"
 
 #include <algorithm>
 #include <optional>
@@ -10,20 +10,7 @@ namespace orchard_cm {
 
 namespace {
 
-struct Variable {
-    std::string text;
-    CString name;
-};
-
-std::optional<Variable> firstVariable(const std::string &text) {
-    SPStringList matches;
-    if (SPString(text).m(R"(\$\{?([a-zA-Z_][a-zA-Z0-9_]*)\}?)", matches, "i") == 0) {
-        return {};
-    }
-    return Variable{matches[0].str(), matches[1]};
-}
-
-/// What the first argument or the property of that name holds, if there is one.
+/// Returns the value of the first argument or of the property with that name, if there is one.
 std::optional<CString> valueOf(const CString &name, CMArgumentList &args) {
     for (CMArgument *const argument : args) {
         if (argument != nullptr && argument->isNamed(name) != 0) {
@@ -42,8 +29,8 @@ Unresolved findUnresolved(const std::string &halfExpanded, CMArgumentList &args)
     Unresolved found;
     std::vector<CString> names;
     std::string text = halfExpanded;
-    while (const auto variable = firstVariable(text)) {
-        found.chain.push_back(variable->text);
+    while (const auto variable = findVariable(text)) {
+        found.chain.push_back(variable->text.str());
         found.refersToItself = std::ranges::any_of(
             names, [&](const CString &name) { return name.CompareNoCase(variable->name) == 0; });
         if (found.refersToItself) {

@@ -1,4 +1,4 @@
-// Why a command template could not be expanded.
+// Explains why a command template could not be expanded.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -9,16 +9,17 @@
 namespace orchard_cm {
 
 struct Unresolved {
-    /// The variable that stopped an expansion, followed through the arguments and properties whose values hold it:
-    /// {"$LabelPart", "$label"}. The last is the one that nothing resolves, or that stands in the chain already.
-    /// Empty if the text holds no variable, as when the name stood in a condition, which is gone by then.
+    /// The variable that stopped an expansion, followed through the arguments and properties whose values contain
+    /// it: {"$LabelPart", "$label"}. The last one is not resolved by anything, or is already in the chain. Empty
+    /// if the text contains no variable, for example because the name was in a condition, which the expansion has
+    /// already removed.
     std::vector<std::string> chain;
     bool refersToItself = false; // the last one
 };
 
-/// What stopped an expansion, told from the half-expanded text.
+/// Finds what stopped an expansion from the partly expanded text.
 Unresolved findUnresolved(const std::string &halfExpanded, CMArgumentList &args);
-/// "'$label' could not be resolved", or "'$Part' refers to itself"; for a chain that is not empty.
+/// Returns "'$label' could not be resolved", or "'$Part' refers to itself". The chain must not be empty.
 std::string whatFailed(const Unresolved &unresolved);
 
 } // namespace orchard_cm

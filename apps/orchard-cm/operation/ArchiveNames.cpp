@@ -1,11 +1,12 @@
 #include "apps/orchard-cm/operation/ArchiveNames.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/IUnit.h"
 #include "apps/orchard-cm/base/Failure.h"
 #include "apps/orchard-cm/model/UnitSelection.h"
-#include "apps/orchard-cm/operation/TextCheck.h"
-#include "orchard/storage/Projects.h"
+#include "orchard/model/Paths.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <filesystem>
 #include <unordered_set>
@@ -25,7 +26,7 @@ bool liesIn(const std::string &file, std::string directory) {
 
 std::string nameOf(const std::string &word) {
     CString layout;
-    if (CMProperty::getToolPropertyValue("Repository", layout, false) != 0 && !layout.IsEmpty()) {
+    if (CMProperty::getToolPropertyValue(keys::repository, layout, false) != 0 && !layout.IsEmpty()) {
         return word;
     }
     std::error_code ignored;
@@ -35,23 +36,23 @@ std::string nameOf(const std::string &word) {
     }
     const std::string units = CMProperty::getWorkingDir().str();
     std::string here = (fs::current_path(ignored) / path).lexically_normal().string();
-    // A file that is to come out of the archive need not be there, so where it stands can't tell.
+    // A file that is to be fetched from the archive may not exist yet, so its existence decides nothing.
     if (liesIn(here, units) || IUnit::getByFile(here) != nullptr) {
         return here;
     }
     return (fs::path(units) / path).lexically_normal().string();
 }
 
-/// Throws for a name that a template could not quote.
+/// Returns the name in the archive. Throws for a name that a template can't quote.
 std::string checkedNameOf(const std::string &word) {
     std::string name = nameOf(word);
-    if (const auto fault = pathFault(name); !fault.empty()) {
+    if (const auto fault = orchard::faultOfPath(name); !fault.empty()) {
         throw Failure(ExitCode::usage, "the file '" + word + "' can't be given to a tool: " + fault);
     }
     return name;
 }
 
-/// The file, and those of the units below.
+/// Returns the file, and the files of the units below it.
 std::vector<std::string> withFilesBelow(const IProject &project, const std::string &name) {
     std::vector<std::string> files;
     std::error_code ignored;

@@ -1,7 +1,7 @@
-// Item: a unit, or a file of the archive, while an operation works on it.
+// Defines Item: a unit, or a file of the archive, while an operation works on it.
 #pragma once
 
-#include "CM/CMSupport/core/CMArchiveItem.h"
+#include "CM/CMSupport/core/CMOutcome.h"
 #include "CM/host/IUnit.h"
 #include "apps/orchard-cm/model/UnitHandle.h"
 #include "apps/orchard-cm/operation/ItemResult.h"
@@ -13,16 +13,18 @@ namespace orchard_cm {
 
 struct Item {
     ItemResult result;
-    std::unique_ptr<UnitHandle> handle;         ///< null where the model has no unit for it yet
-    std::unique_ptr<CMArchiveItem> archiveItem; ///< null for a unit of the workspace
-    bool reloadFailed = false;                  ///< only where the program reloads
+    std::unique_ptr<UnitHandle> handle; ///< null if the model has no unit for it yet
+    bool isReported = false;            ///< whether the library has reported an outcome for it
+    bool hasRun = false;                ///< whether the tool worked on it
 };
 
-/// An item as it is before the operation; `unit` may be null.
+/// Returns the item in its state before the operation; `unit` may be null.
 Item itemOf(IUnit *unit, const std::string &file);
-/// The unit as it is now, or null.
+/// Returns the unit as it is now, or null.
 IUnit *unitNow(const Item &item);
-/// Fills in what the operation left: a unit may bear another name, and its file too.
+/// Records what the library reports about the item, and with `keepsOutput` also the tool's output.
+void take(Item &item, const CMOutcome &outcome, bool keepsOutput);
+/// Records the state of the item in the model after the operation: a unit and its file may have another name.
 void lookAgain(Item &item);
 
 } // namespace orchard_cm

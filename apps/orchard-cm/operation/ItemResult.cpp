@@ -17,7 +17,7 @@ const char *nameOf(ItemResult::Outcome outcome, const Wording &wording) {
 }
 
 Json stateToJson(const ItemState &state) {
-    Json json = {{"exists", state.file.exists}, {"writable", state.file.writable}, {"inModel", state.inModel}};
+    Json json = {{"exists", state.exists}, {"writable", state.writable}, {"inModel", state.inModel}};
     for (const auto &[key, value] : {std::pair("state", &state.state), std::pair("version", &state.version),
                                      std::pair("locker", &state.locker)}) {
         if (!value->empty()) {
@@ -27,7 +27,7 @@ Json stateToJson(const ItemState &state) {
     return json;
 }
 
-/// ", LABEL BEFORE -> AFTER", or ", LABEL AFTER" where nothing changed.
+/// Returns ", LABEL BEFORE -> AFTER", or ", LABEL AFTER" if nothing has changed.
 std::string change(const std::string &label, const std::string &before, const std::string &after) {
     if (after.empty()) {
         return {};
@@ -35,10 +35,10 @@ std::string change(const std::string &label, const std::string &before, const st
     return ", " + label + (before.empty() || before == after ? "" : before + " -> ") + after;
 }
 
-void writeContent(std::ostream &out, const ItemState &before, const ItemState &after) {
-    if (!before.inModel && after.inModel) {
+void writeContent(std::ostream &out, const ItemResult &result) {
+    if (!result.before.inModel && result.after.inModel) {
         out << ", loaded into the model";
-    } else if (after.inModel && !after.isEmbedded && !before.file.sameContent(after.file)) {
+    } else if (result.reloaded) {
         out << ", reloaded";
     }
 }
@@ -51,7 +51,7 @@ Json toJson(const ItemResult &result, const Wording &wording) {
     Json json = {{"unit", result.name},
                  {"file", result.file},
                  {"outcome", nameOf(result.outcome, wording)},
-                 {"fileChanged", !before.file.sameContent(after.file)},
+                 {"fileChanged", result.fileChanged},
                  {"versionChanged", before.version != after.version},
                  {"modeChanged", before.state != after.state},
                  {"newObject", before.object != after.object},
@@ -75,7 +75,7 @@ void write(std::ostream &out, const ItemResult &result, const Wording &wording) 
     }
     if (result.outcome == ItemResult::Outcome::done) {
         if (wording.tellsContent) {
-            out << (before.file.sameContent(after.file) ? ", file unchanged" : ", file changed");
+            out << (result.fileChanged ? ", file changed" : ", file unchanged");
         }
         if (wording.tellsState) {
             out << change("version ", before.version, after.version) << change("", before.state, after.state);
@@ -84,39 +84,26 @@ void write(std::ostream &out, const ItemResult &result, const Wording &wording) 
             out << ", locked by " << after.locker;
         }
         if (wording.tellsContent) {
-            writeContent(out, before, after);
+            writeContent(out, result);
         }
         out << change("now ", {}, result.newName) << change("file now ", {}, result.newFile);
-    } else if (!before.file.sameContent(after.file)) {
-        out << (after.file.exists ? " (the file has changed)" : " (the file is gone)");
+    } else if (result.fileChanged) {
+        out << (after.exists ? " (the file has changed)" : " (the file is gone)");
     }
     out << '\n';
 }
 
-void judge(ItemResult &result, const ItemRun &itemRun, const Expectation &expected) {
-    using Outcome = ItemResult::Outcome;
-    result.outcome = Outcome::failed;
-    if (itemRun.runs.empty()) {
-        if (itemRun.asked) {
-            result.outcome = Outcome::skipped;
-            result.reason = "the file is writable, and the answer was No";
-        }
-        return;
+std::string unmet(const Expectation &expected, const ItemResult &result) {
+    if (expected.file && !result.after.exists) {
+        return "the tool left no file";
     }
-    for (const JournalRun *const run : itemRun.runs) {
-        if (result.reason = failureOf(*run); !result.reason.empty()) {
-            return;
-        }
+    if (expected.writable && !result.after.writable) {
+        return "the file is still read-only";
     }
-    if (expected.file && !result.after.file.exists) {
-        result.reason = "the tool left no file";
-    } else if (expected.writable && !result.after.file.writable) {
-        result.reason = "the file is still read-only";
-    } else if (expected.unit && result.before.inModel && !result.after.inModel) {
-        result.reason = "the unit could not be reloaded, and is no longer in the model";
-    } else {
-        result.outcome = Outcome::done;
+    if (expected.unit && result.before.inModel && !result.after.inModel) {
+        return "the unit could not be reloaded, and is no longer in the model";
     }
+    return {};
 }
 
 } // namespace orchard_cm

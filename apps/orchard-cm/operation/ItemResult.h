@@ -1,61 +1,59 @@
-// ItemResult: what an operation did to one file and its unit. The library's own return value speaks of the last
-// item only; this tells the truth about each.
+// Defines ItemResult: what an operation did to one file and its unit, as the user sees it.
 #pragma once
 
 #include "apps/orchard-cm/base/Output.h"
-#include "apps/orchard-cm/operation/FilePicture.h"
-#include "apps/orchard-cm/operation/ItemRuns.h"
 
 #include <ostream>
 #include <string>
 
 namespace orchard_cm {
 
-/// A unit, or a file of the archive, at one moment.
+/// The state of a unit, or of a file of the archive, at one moment.
 struct ItemState {
-    FilePicture file;
+    bool exists = false;   ///< whether the file exists
+    bool writable = false; ///< by the owner's permission bit
     bool inModel = false;
-    std::string version; ///< empty if not known
+    std::string version; ///< empty if unknown
     std::string state;   ///< "U", "RO" or "RW"; empty if not in the model
     std::string locker;
-    bool isEmbedded = false;      ///< a file that goes with the model and is never read into it
-    const void *object = nullptr; ///< the model object, only to be compared
+    const void *object = nullptr; ///< the model object, only for comparison
 };
 
 struct ItemResult {
     enum class Outcome { done, skipped, failed };
 
-    std::string name; ///< path in the model; the file for an item that the model did not know
+    std::string name; ///< path in the model; the file for an item that was not in the model
     std::string file;
-    std::string newFile; ///< where the unit's file stands now, if the operation gave it another name
-    std::string newName; ///< path in the model, if it is another now
+    std::string newFile; ///< where the unit's file is now, if the operation gave it another name
+    std::string newName; ///< path in the model, if it has changed
     ItemState before;
     ItemState after;
+    bool fileChanged = false;
+    bool reloaded = false; ///< whether the unit was read again
     Outcome outcome = Outcome::failed;
-    std::string reason; ///< why it is not done, or what is to be known of one that is
-    std::string output; ///< what the tool wrote, for an operation that is there for it
+    std::string reason; ///< why it is not done, or a remark on an item that is done
+    std::string output; ///< the tool's output, if that is the purpose of the operation
 };
 
-/// How an operation is told.
+/// How the result of an operation is reported.
 struct Wording {
-    const char *done;         ///< of an item that went well: "checked out"
-    bool tellsContent = true; ///< whether it is told if the file has changed, and what the model holds of it
-    bool tellsState = true;   ///< whether version, mode and locker are told
+    const char *done;         ///< for an item that succeeded: "checked out"
+    bool tellsContent = true; ///< whether a changed file, and what the model holds of it, is reported
+    bool tellsState = true;   ///< whether version, mode and locker are reported
 };
 
 Json toJson(const ItemResult &result, const Wording &wording);
-/// "Drives/Pump: checked out, version 1.2 -> 1.3, RO -> RW, reloaded".
+/// Writes a line such as "Drives/Pump: checked out, file changed, version 1.2 -> 1.3, RO -> RW, reloaded".
 void write(std::ostream &out, const ItemResult &result, const Wording &wording);
 
-/// What has to be so after a run that went well.
+/// What must be true of an item after a successful run.
 struct Expectation {
-    bool file = true; ///< the file is there
+    bool file = true; ///< the file exists
     bool writable = false;
-    bool unit = true; ///< a unit that was in the model still is
+    bool unit = true; ///< a unit that was in the model is still there
 };
 
-/// Judges an item whose states are filled in. One that was asked about and for which no tool ran counts as
-/// skipped; without a question it is failed, and the reason is left to the caller.
-void judge(ItemResult &result, const ItemRun &itemRun, const Expectation &expected);
+/// Returns how the item differs from what is expected; empty if it does not.
+std::string unmet(const Expectation &expected, const ItemResult &result);
 
 } // namespace orchard_cm

@@ -5,15 +5,18 @@
 #include "CM/host/IProject.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/model/Brackets.h"
+#include "apps/orchard-cm/model/HostSetup.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/Tools.h"
-#include "apps/orchard-cm/model/Unresolved.h"
 #include "apps/orchard-cm/operation/Item.h"
+#include "apps/orchard-cm/operation/OutcomeWatch.h"
 #include "apps/orchard-cm/operation/ReloadFiles.h"
-#include "apps/orchard-cm/operation/TextCheck.h"
 
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <unordered_map>
+#include <utility>
 
 namespace orchard_cm {
 
@@ -21,148 +24,102 @@ namespace {
 
 using Outcome = ItemResult::Outcome;
 
-/// Why the template can't be expanded for the item, or gives no command; empty if it does.
-std::string commandFault(const Item &item, const Operation &operation) {
-    const IUnit *const unit = item.archiveItem ? nullptr : unitNow(item);
-    const CString key = operation.key(unit);
-    if (CMProperty::getToolProperty(key, nullptr, 0, false) == nullptr) {
-        return "the CM tool has no command for it (property " + key.str() + ")";
+/// Holds the items of an operation, in the order in which they were requested.
+class Items {
+  public:
+    /// `entry` is the unit or archive item that the library gets.
+    void add(Item item, const void *entry) {
+        byEntry_[entry] = byFile_[item.result.file] = items_.size();
+        items_.push_back(std::move(item));
     }
-    TemplateArguments arguments;
-    if (operation.arguments) {
-        operation.arguments(arguments);
-    }
-    arguments.addArchive();
-    if (item.archiveItem) {
-        arguments.addArchiveItem(*item.archiveItem);
-    } else if (unit != nullptr) {
-        arguments.addUnit(*unit);
-    }
-    CString command;
-    CString error;
-    if (CMProperty::ExpandProperty(key, arguments.list(), command, error, false) != 0) {
-        return command.IsEmpty() ? "the CM tool has no command for it (property " + key.str() + " is empty)"
-                                 : std::string();
-    }
-    const auto unresolved = findUnresolved(command.str(), arguments.list());
-    return "the command (property " + key.str() + ") can't be expanded" +
-           (unresolved.chain.empty() ? std::string() : ": " + whatFailed(unresolved));
-}
-
-std::string whyNotRun(const Item &item, const Journal &journal, const RunsOfItems &runs) {
-    if (isInterrupted()) {
-        return "interrupted before its turn";
-    }
-    const IUnit *const unit = unitNow(item);
-    if (!item.archiveItem && unit == nullptr) {
-        return "the reload of an earlier unit took it out of the model";
-    }
-    if (!item.archiveItem && unit->isStub()) {
-        return "the unit is not loaded, and was left out";
-    }
-    if (!item.archiveItem && unit->isReference()) {
-        return "the unit is a reference, and was left out";
-    }
-    if (!item.archiveItem && item.result.before.object != unit) {
-        return "the reload of an earlier unit replaced it before its turn; do it again for this one";
-    }
-    for (const JournalRun *const run : runs.shared) {
-        if (std::string fault = failureOf(*run); !fault.empty()) {
-            return "a command before it failed: " + fault;
+    /// Returns the item that the library means; null if the outcome concerns no item. An item that was passed to
+    /// the library under another entry is found by its file.
+    Item *find(const CMOutcome &outcome) {
+        const void *const entry = outcome.unit != nullptr ? static_cast<const void *>(outcome.unit) : outcome.item;
+        if (const auto found = byEntry_.find(entry); found != byEntry_.end()) {
+            return &items_[found->second];
         }
+        const auto found = entry == nullptr ? byFile_.end() : byFile_.find(outcome.file.str());
+        return found == byFile_.end() ? nullptr : &items_[found->second];
     }
-    if (!journal.earlyErrors().empty()) {
-        return journal.earlyErrors().front();
-    }
-    const std::string fault = pathFault(item.result.file);
-    return fault.empty() ? "it was not worked on" : "the path of its file can't be given to a tool: " + fault;
+
+    [[nodiscard]] std::size_t size() const { return items_.size(); }
+    auto begin() { return items_.begin(); }
+    auto end() { return items_.end(); }
+
+  private:
+    std::vector<Item> items_;
+    std::unordered_map<const void *, std::size_t> byEntry_;
+    std::unordered_map<std::string, std::size_t> byFile_;
+};
+
+void fail(ItemResult &result, std::string reason) {
+    result.outcome = Outcome::failed;
+    result.reason = std::move(reason);
 }
 
-/// No tool ran for the item: its command could not be made, or it was skipped, or never came to its turn.
-void explainNoRun(Item &item, const Operation &operation, const Journal &journal, const RunsOfItems &runs) {
-    if (auto fault = isInterrupted() ? std::string() : commandFault(item, operation); !fault.empty()) {
-        item.result.outcome = Outcome::failed;
-        item.result.reason = std::move(fault);
-    } else if (item.result.outcome != Outcome::skipped) {
-        item.result.reason = whyNotRun(item, journal, runs);
-    }
-}
-
-std::string alsoFailed(const Item &item, const Operation &operation) {
-    if (item.reloadFailed) {
-        return "the unit could not be reloaded, and holds what it held";
-    }
-    if (item.archiveItem && operation.expected.unit && !item.result.after.inModel &&
-        !item.archiveItem->getType().IsEmpty()) {
-        return "the file could not be loaded into the model";
-    }
-    return operation.alsoJudge ? operation.alsoJudge(item.result) : std::string();
-}
-
-/// Whether a No to all stands for a file that no tool ran for: it was passed over without a question of its own.
-bool coveredByEarlierAnswer(const Item &item, const Journal &journal) {
-    return item.result.before.file.writable && !journal.questions().empty();
-}
-
-/// Whether those runs that belong to no item went well.
-bool judgeAll(std::vector<Item> &items, const Operation &operation, const Journal &journal) {
-    std::vector<std::string> files;
-    std::ranges::transform(items, std::back_inserter(files), [](const Item &item) { return item.result.file; });
-    RunsOfItems runs = runsOfItems(files, journal);
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        Item &item = items[i];
-        ItemRun &run = runs.items[i];
-        lookAgain(item);
-        run.asked = run.asked || coveredByEarlierAnswer(item, journal);
-        judge(item.result, run, operation.expected);
-        for (const JournalRun *const own : run.runs) {
-            item.result.output += own->output;
-        }
-        if (run.runs.empty()) {
-            explainNoRun(item, operation, journal, runs);
-        } else if (item.result.outcome == Outcome::done) {
-            if (auto fault = alsoFailed(item, operation); !fault.empty()) {
-                item.result.outcome = Outcome::failed;
-                item.result.reason = std::move(fault);
-            }
-        }
-    }
-    return std::ranges::all_of(runs.shared, [](const JournalRun *run) { return failureOf(*run).empty(); });
-}
-
-void reload(std::vector<Item> &items, Reload which) {
+void reload(Items &items, Reload which) {
     std::vector<std::string> files;
     for (const Item &item : items) {
-        const FilePicture now = pictureOf(item.result.file);
-        const bool changed = item.result.before.inModel && !now.sameContent(item.result.before.file);
-        if (now.exists && (which == Reload::all || changed)) {
+        const bool changed = item.result.before.inModel && item.result.fileChanged;
+        if (item.hasRun && item.result.after.exists && (which == Reload::all || changed)) {
             files.push_back(item.result.file);
         }
     }
     if (files.empty()) {
         return;
     }
-    const auto failed = reloadFiles(files);
+    const ReloadedFiles reloaded = reloadFiles(files);
     for (Item &item : items) {
-        item.reloadFailed = failed.contains(item.result.file);
+        item.result.reloaded = item.result.reloaded || reloaded.read.contains(item.result.file);
+        if (item.result.outcome == Outcome::done && reloaded.failed.contains(item.result.file)) {
+            fail(item.result, "the unit could not be reloaded, and holds what it held");
+        }
     }
 }
 
-OperationReport run(Context &context, std::vector<Item> items, const Operation &operation,
+/// Decides the outcome of an item from what was reported about it. `shared` is the fault of the call or of a
+/// command for a directory, if there was one.
+void judge(Item &item, const Operation &operation, const std::optional<std::string> &shared) {
+    ItemResult &result = item.result;
+    lookAgain(item);
+    if (!item.isReported) {
+        fail(result, isInterrupted() ? "interrupted before its turn" : shared.value_or("it was not worked on"));
+    } else if (result.outcome == Outcome::done) {
+        std::string fault = unmet(operation.expected, result);
+        if (fault.empty() && operation.alsoJudge) {
+            fault = operation.alsoJudge(result);
+        }
+        if (!fault.empty()) {
+            fail(result, std::move(fault));
+        }
+    }
+}
+
+OperationReport run(Context &context, Items items, const Operation &operation,
                     const std::function<int(CMArgumentList &, CMDiagnosticList &)> &entry) {
     TemplateArguments arguments;
     if (operation.arguments) {
         operation.arguments(arguments);
     }
     CMDiagnosticList diagnostics;
-    Journal &journal = context.session.startJournal(items.size(), operation.showsOutput);
+    context.session.setup().expectRuns(items.size());
     const std::size_t errorsBefore = context.output.errorCount();
+    std::optional<std::string> shared;
+    const auto take = [&](const CMOutcome &outcome) {
+        if (Item *const item = items.find(outcome)) {
+            orchard_cm::take(*item, outcome, operation.showsOutput);
+        } else if (isFault(outcome) && !shared) {
+            shared = outcome.reason.str();
+        }
+    };
     int result = 0;
     std::optional<WindowHold> held;
     if (operation.showsOutput && !context.options.trace) {
         held.emplace(context.session);
     }
     {
+        const OutcomeWatch watch(take);
         const CMAskOnCheckoutGuard answersHoldTillHere;
         const UndoBracket undo;
         result = entry(arguments.list(), diagnostics);
@@ -171,12 +128,13 @@ OperationReport run(Context &context, std::vector<Item> items, const Operation &
         }
     }
     tellDiagnostics(context, diagnostics);
-    const bool sharedRunsGood = judgeAll(items, operation, journal);
     OperationReport report;
-    std::ranges::transform(items, std::back_inserter(report.items),
-                           [](Item &item) { return std::move(item.result); });
+    for (Item &item : items) {
+        judge(item, operation, shared);
+        report.items.push_back(std::move(item.result));
+    }
     report.good =
-        result != 0 && sharedRunsGood && context.output.errorCount() == errorsBefore &&
+        result != 0 && !shared && context.output.errorCount() == errorsBefore &&
         std::ranges::all_of(report.items, [](const ItemResult &item) { return item.outcome == Outcome::done; });
     if (held && !report.good) {
         held->release();
@@ -188,10 +146,10 @@ OperationReport run(Context &context, std::vector<Item> items, const Operation &
 
 OperationReport operateOnUnits(Context &context, const std::vector<IUnit *> &units, const Operation &operation,
                                const UnitEntry &entry) {
-    std::vector<Item> items;
+    Items items;
     CMUnitList list;
     for (IUnit *const unit : units) {
-        items.push_back(itemOf(unit, unit->getFullFileName().str()));
+        items.add(itemOf(unit, unit->getFullFileName().str()), unit);
         list.AddTail(unit);
     }
     return run(context, std::move(items), operation,
@@ -202,19 +160,17 @@ OperationReport operateOnUnits(Context &context, const std::vector<IUnit *> &uni
 
 OperationReport operateOnArchive(Context &context, const std::vector<std::string> &names,
                                  const Operation &operation, const ArchiveEntry &entry) {
-    std::vector<Item> items;
-    CMArchiveItemList list;
+    Items items;
+    CMArchiveItemListWrapper list;
     for (const auto &name : names) {
         auto archiveItem = std::make_unique<CMArchiveItem>(name, "", CMArchiveItem::unknown, "", "");
         IUnit *const unit = IUnit::getByFile(archiveItem->getFileNameForRepFiles());
-        items.push_back(itemOf(unit, archiveItem->getFullUnitFileName().str()));
-        CMArchiveItem *listed = archiveItem.get();
-        list.AddTail(listed);
-        items.back().archiveItem = std::move(archiveItem);
+        items.add(itemOf(unit, archiveItem->getFullUnitFileName().str()), archiveItem.get());
+        list.addTail(archiveItem.release());
     }
     return run(context, std::move(items), operation,
                [&](CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
-                   return entry(list, arguments, diagnostics);
+                   return entry(list.list(), arguments, diagnostics);
                });
 }
 

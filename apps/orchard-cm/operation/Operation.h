@@ -1,12 +1,12 @@
-// Operation: an entry of the library's facade, run as a dialog of the host would run it, and told item by item.
+// Runs an entry of the library's facade as a dialog of the host would run it, and reports the result of each item.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
 #include "CM/CMSupport/core/CMDiagnostic.h"
 #include "CM/CMSupport/core/CMOperation.h"
-#include "apps/orchard-cm/commands/Command.h"
 #include "apps/orchard-cm/model/TemplateArguments.h"
 #include "apps/orchard-cm/operation/ItemResult.h"
+#include "apps/orchard-cm/options/Command.h"
 
 #include <functional>
 #include <string>
@@ -16,53 +16,49 @@ class IUnit;
 
 namespace orchard_cm {
 
-/// Whose units are read again behind the operation, where the library leaves that to its caller.
+/// Which units are read again after the operation, if the library leaves that to its caller.
 enum class Reload {
-    byLibrary, ///< none: the library has done it, or nothing changes
-    changed,   ///< those whose files the tool has changed
-    all,       ///< all, also those that the model doesn't know yet
+    byLibrary, ///< none: the library has already done it, or nothing changes
+    changed,   ///< the units whose files the tool has changed
+    all,       ///< all that the tool has worked on, including those that the model doesn't contain yet
 };
 
 /// What is special to an operation.
 struct Operation {
     Wording wording;
-    Expectation expected;
-    /// The property that holds the template for this unit, or for a file of the archive (null). Says why no
-    /// command was run.
-    std::function<CString(const IUnit *)> key;
-    /// The arguments that the caller gives, and that the library does not add by itself.
+    Expectation expected = {};
+    /// Adds the arguments that the caller provides and the library does not add by itself.
     std::function<void(TemplateArguments &)> arguments = {};
     Reload reload = Reload::byLibrary;
-    bool showsOutput =
-        false; ///< what the tool writes is the result; the CM output window shows it on failure only
-    /// More to judge of an item whose states are filled in: why it failed after all, or the empty text.
+    bool showsOutput = false; ///< the tool's output is the result; the CM window shows it only on failure
+    /// Returns what a finished item lacks in view of its states; empty if nothing.
     std::function<std::string(const ItemResult &)> alsoJudge = {};
 };
 
-/// What came of it.
+/// The result of an operation.
 struct OperationReport {
-    std::vector<ItemResult> items; ///< in the order in which they were asked for
+    std::vector<ItemResult> items; ///< in the order in which they were requested
     bool good = false;             ///< every item is done, no error was shown, and the library reports success
 };
 
 using UnitEntry = std::function<int(CMUnitList &, CMArgumentList &, CMDiagnosticList &)>;
 using ArchiveEntry = std::function<int(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &)>;
 
-/// On units, by their files in the workspace.
+/// Runs the operation on units, by their files in the workspace.
 OperationReport operateOnUnits(Context &context, const std::vector<IUnit *> &units, const Operation &operation,
                                const UnitEntry &entry);
-/// On files of the archive, by their names there.
+/// Runs the operation on files of the archive, by their names there.
 OperationReport operateOnArchive(Context &context, const std::vector<std::string> &names,
                                  const Operation &operation, const ArchiveEntry &entry);
 
-/// Writes the items as the command's result, and gives what the program ends with.
+/// Writes the items as the command's result, and returns the program's exit status.
 ExitCode tell(Context &context, const OperationReport &report, const Wording &wording);
 
-/// Tells the library's diagnostics to the user.
+/// Reports the library's diagnostics to the user.
 void tellDiagnostics(Context &context, const CMDiagnosticList &diagnostics);
 
-/// Throws a Failure where the tool in use has no command for the property, or an empty one. Quiet without a tool:
-/// the library says so itself.
+/// Throws a Failure if the tool in use has no command for the property, or an empty one. Does nothing if there is
+/// no tool, because the library reports that itself.
 void requireCommand(const CString &key);
 
 } // namespace orchard_cm

@@ -11,9 +11,9 @@ namespace orchard_cm {
 
 namespace {
 
-/// The unit as it is after the reload, or null.
+/// Reloads the unit of the file and returns it as it is then, or null.
 IUnit *reload(const std::string &file) {
-    // A reload may have replaced units that lie below, so each is looked up when its turn comes.
+    // A reload may have replaced units below, so each unit is looked up only when its turn comes.
     if (IUnit *const unit = IUnit::getByFile(file); unit != nullptr && QuickATMFacade::CanReloadUnit(unit, 0)) {
         QuickATMFacade quick(nullptr, nullptr, nullptr, nullptr);
         return quick.reloadUnit(unit, 0, 0);
@@ -29,16 +29,16 @@ IUnit *reload(const std::string &file) {
 
 } // namespace
 
-std::unordered_set<std::string> reloadFiles(const std::vector<std::string> &files) {
-    std::unordered_set<std::string> failed;
+ReloadedFiles reloadFiles(const std::vector<std::string> &files) {
+    ReloadedFiles result;
     CMFacade::ATMCallbackFunc()(CMFacade::ATMCallbackFuncParameter());
     for (const auto &file : files) {
-        if (!IEmbededFile::IsEmbededFile(file) && reload(file) == nullptr) {
-            failed.insert(file);
+        if (!IEmbededFile::IsEmbededFile(file)) {
+            (reload(file) != nullptr ? result.read : result.failed).insert(file);
         }
     }
     CMFacade::afterATMCallbackFunc()(CMFacade::afterATMCallbackFuncParameter());
-    return failed;
+    return result;
 }
 
 } // namespace orchard_cm

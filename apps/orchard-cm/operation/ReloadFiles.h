@@ -1,4 +1,4 @@
-// Bringing the model into line after an operation that leaves it to its caller, such as a recursive check out.
+// Updates the model after an operation that leaves this to its caller, such as a recursive check out.
 #pragma once
 
 #include <string>
@@ -7,9 +7,14 @@
 
 namespace orchard_cm {
 
-/// Reloads the units of these files, owners first; a file that the model does not know comes into it. Embedded
-/// files are left alone. The host is told of the begin and the end through the facade's callbacks. Gives back the
-/// files that could not be read; their units hold what they held.
-std::unordered_set<std::string> reloadFiles(const std::vector<std::string> &files);
+/// The requested files, except embedded ones.
+struct ReloadedFiles {
+    std::unordered_set<std::string> read;
+    std::unordered_set<std::string> failed; ///< their units keep their previous contents
+};
+
+/// Reloads the units of these files, owners first. A file that the model does not contain is loaded into it.
+/// Embedded files are ignored. The facade's callbacks inform the host of the beginning and the end.
+ReloadedFiles reloadFiles(const std::vector<std::string> &files);
 
 } // namespace orchard_cm

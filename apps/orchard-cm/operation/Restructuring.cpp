@@ -1,11 +1,11 @@
 #include "apps/orchard-cm/operation/Restructuring.h"
 
 #include "apps/orchard-cm/model/Brackets.h"
+#include "apps/orchard-cm/model/HostSetup.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/Tools.h"
-#include "apps/orchard-cm/model/UnitHandle.h"
 #include "apps/orchard-cm/operation/Item.h"
-#include "apps/orchard-cm/operation/TextCheck.h"
+#include "apps/orchard-cm/operation/OutcomeWatch.h"
 #include "orchard/storage/Problem.h"
 
 #include <algorithm>
@@ -20,47 +20,6 @@ std::string textOf(const orchard::Problems &problems) {
         text += (text.empty() ? "" : "\n") + problem.message();
     }
     return text;
-}
-
-/// Why the library has run no command for one of the files; empty if their names are not the reason.
-std::string faultOfPaths(const orchard::UnitChange &change) {
-    for (const auto &file : change.files()) {
-        for (const std::string &path : {file.from, file.to}) {
-            if (const std::string fault = pathFault(path); !fault.empty()) {
-                return "the path " + path + " can't be given to a tool: " + fault;
-            }
-        }
-    }
-    return {};
-}
-
-/// Why the tool did not do all that it was told; empty if it did.
-std::string toolFault(const Journal &journal, int result, const Restructuring &how,
-                      const orchard::UnitChange &change) {
-    for (const JournalRun &run : journal.runs()) {
-        if (std::string fault = failureOf(run); !fault.empty()) {
-            return fault;
-        }
-    }
-    if (!journal.earlyErrors().empty()) {
-        return journal.earlyErrors().front();
-    }
-    if (journal.runs().empty() || result == 0) {
-        const std::string fault = faultOfPaths(change);
-        return !fault.empty() ? fault
-                              : "the tool's command (property " + how.key.str() +
-                                    ") could not be made; see it with 'orchard-cm expand'";
-    }
-    return {};
-}
-
-/// Whether a command of the tool was begun and did not come to its own end: what it has done is not known.
-bool wasCutOff(const Journal &journal) {
-    using End = platform::ChildResult::End;
-    return std::ranges::any_of(journal.runs(), [](const JournalRun &run) {
-        return run.end.end == End::killedBySignal || run.end.end == End::timedOut ||
-               run.end.end == End::interrupted;
-    });
 }
 
 void judge(ItemResult &item, const std::string &fault, bool cutOff, const orchard::UnitChange &change) {
@@ -96,10 +55,11 @@ OperationReport restructure(Context &context, orchard::UnitChange change, const 
     std::vector<Item> items;
     std::ranges::transform(units, std::back_inserter(items),
                            [](IUnit *unit) { return itemOf(unit, unit->getFullFileName().str()); });
-    Journal &journal = context.session.startJournal(change.files().size());
+    context.session.setup().expectRuns(change.files().size());
     const std::size_t errorsBefore = context.output.errorCount();
     CMDiagnosticList diagnostics;
     std::string fault;
+    const OutcomeWatch watch;
     {
         const UndoBracket undo;
         change.begin();
@@ -107,7 +67,7 @@ OperationReport restructure(Context &context, orchard::UnitChange change, const 
             TemplateArguments arguments;
             const int result = how.entry(change, arguments.list(), diagnostics);
             tellDiagnostics(context, diagnostics);
-            fault = toolFault(journal, result, how, change);
+            fault = isFault(watch.fault()) ? watch.reason() : result == 0 ? "the tool did nothing" : "";
         }
         for (const auto &problem : change.finish(byTool ? orchard::FilesBy::tool : orchard::FilesBy::host)) {
             context.output.message(change.stands() && change.isComplete() ? Output::Kind::warning
@@ -118,7 +78,7 @@ OperationReport restructure(Context &context, orchard::UnitChange change, const 
     OperationReport report;
     for (Item &item : items) {
         lookAgain(item);
-        judge(item.result, fault, byTool && wasCutOff(journal), change);
+        judge(item.result, fault, watch.wasCutOff(), change);
         report.items.push_back(std::move(item.result));
     }
     report.good =

@@ -1,13 +1,13 @@
-// The options that every command has.
+// Defines the options that every command has.
 #pragma once
 
 #include <string>
 
 namespace orchard_cm {
 
-/// What the program answers to the questions of an operation.
+/// How the program answers the questions of an operation.
 enum class Answer {
-    ask,      ///< the user on the terminal; without one the safe answer, No, is taken and said
+    ask,      ///< ask the user on the terminal; without one give the safe answer, No, and report it
     yes,      ///< --yes: Yes to each question
     no,       ///< --no: No to each question
     yesToAll, ///< --yes-to-all: one Yes that holds for the rest of the command

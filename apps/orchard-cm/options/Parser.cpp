@@ -18,9 +18,9 @@ namespace {
 
 void declareGlobal(CLI::App &app, GlobalOptions &options) {
     app.add_option("-p,--project", options.project,
-                   "The project file (.orp); may be left out where the current directory holds one")
+                   "The project file (.orp); not needed if the current directory holds exactly one")
         ->type_name("PROJECT");
-    app.add_flag("--json", options.json, "Write results and errors as JSON, one object a command");
+    app.add_flag("--json", options.json, "Write results and errors as JSON, one object for each command");
     auto *const answers = app.add_option_group("Answers to questions");
     answers->add_flag_callback(
         "--yes", [&options] { options.answer = Answer::yes; }, "Answer Yes to each question");
@@ -31,11 +31,11 @@ void declareGlobal(CLI::App &app, GlobalOptions &options) {
         "Answer the first question with Yes to all");
     answers->require_option(0, 1);
     app.add_flag("--trace", options.trace, "Write the debug trace to the CM output window");
-    app.add_option("--log", options.logFile, "Append what the operations log to FILE")->type_name("FILE");
+    app.add_option("--log", options.logFile, "Append the log of the operations to FILE")->type_name("FILE");
     app.set_version_flag("--version", std::string("orchard-cm " ORCHARD_CM_VERSION));
 }
 
-/// The first word that names no command although one is due, for a suggestion.
+/// Returns the first word that should be a command but is not, for a suggestion.
 std::optional<std::string> unknownCommand(const std::vector<std::string> &words,
                                           std::span<const CommandEntry> commands) {
     for (std::size_t i = 0; i < words.size(); ++i) {
@@ -52,7 +52,7 @@ std::optional<std::string> unknownCommand(const std::vector<std::string> &words,
     return {};
 }
 
-/// The command that was being parsed, and the action of it, if there is one.
+/// Returns the command that was being parsed, or its action if there is one.
 const CLI::App &innermost(const CLI::App &app) {
     const CLI::App *shown = &app;
     while (!shown->get_subcommands().empty()) {
@@ -61,7 +61,7 @@ const CLI::App &innermost(const CLI::App &app) {
     return *shown;
 }
 
-/// "property get".
+/// Returns the name with its parents, such as "property get".
 std::string nameOf(const CLI::App &app) {
     std::string name;
     for (const CLI::App *at = &innermost(app); at->get_parent() != nullptr; at = at->get_parent()) {
@@ -70,7 +70,7 @@ std::string nameOf(const CLI::App &app) {
     return name;
 }
 
-/// An option that the command does not know, or a word where one of the command's actions is due.
+/// Throws for an option that the command does not have, or for a word instead of one of its actions.
 [[noreturn]] void failAt(const CLI::App &at, const std::string &word, const std::string &message,
                          const char *hint) {
     Suggester suggester(word);
@@ -87,7 +87,7 @@ std::string nameOf(const CLI::App &app) {
     throw Failure(ExitCode::usage, message, hint).meaning(suggester.best());
 }
 
-/// Tells what is wrong in the words of the program, where that says more than the parser's own.
+/// Throws with a message of the program if that explains more than the parser's own.
 void failKnown(const CLI::App &app, const std::vector<std::string> &words, const char *hint) {
     const CLI::App &at = innermost(app);
     std::string actions;
@@ -102,14 +102,14 @@ void failKnown(const CLI::App &app, const std::vector<std::string> &words, const
     if (!unknown.empty() && unknown.front().starts_with('-') && unknown.front().size() > 1) {
         throw Failure(ExitCode::usage,
                       "'" + nameOf(app) + "' has no option " + unknown.front() +
-                          "; a word of its own that begins with '-' stands behind '--'",
+                          "; put '--' before a value that begins with '-'",
                       hint);
     }
     if (at.get_parent() != nullptr && at.get_require_subcommand_min() > 0 && !actions.empty()) {
         const auto place = std::ranges::find(words, at.get_name());
         const auto word = std::find_if(place == words.end() ? place : place + 1, words.end(),
                                        [](const std::string &text) { return !text.starts_with('-'); });
-        const std::string named = word == words.end() ? "" : ", and '" + *word + "' is none";
+        const std::string named = word == words.end() ? "" : "; '" + *word + "' is not one of them";
         failAt(at, word == words.end() ? "" : *word,
                "'" + at.get_name() + "' needs one of its actions: " + actions + named, hint);
     }
@@ -120,7 +120,7 @@ void failKnown(const CLI::App &app, const std::vector<std::string> &words, const
                             bool batch) {
     const char *const hint = batch
                                  ? "A line of a batch holds one command with its options, as on the command line."
-                                 : "Run 'orchard-cm --help' or 'orchard-cm COMMAND --help' for what can be given.";
+                                 : "Run 'orchard-cm --help' or 'orchard-cm COMMAND --help' for help.";
     if (const auto unknown = unknownCommand(words, commands)) {
         Suggester suggester(*unknown);
         std::ranges::for_each(commands, [&](const CommandEntry &entry) { suggester.offer(entry.name); });
@@ -132,7 +132,7 @@ void failKnown(const CLI::App &app, const std::vector<std::string> &words, const
         return batch && !entry.inBatch && !words.empty() && words.front() == entry.name;
     });
     if (outside != commands.end()) {
-        throw Failure(ExitCode::usage, "'" + std::string(outside->name) + "' can't stand in a batch", hint);
+        throw Failure(ExitCode::usage, "'" + std::string(outside->name) + "' can't be used in a batch", hint);
     }
     if (app.get_subcommands().empty()) {
         std::string names;

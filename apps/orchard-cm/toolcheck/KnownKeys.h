@@ -1,4 +1,4 @@
-// The keys of a tool's property set that the library reads, and what each may hold.
+// Lists the keys of a tool's property set that the library reads, and what each may contain.
 #pragma once
 
 #include <span>
@@ -7,11 +7,11 @@
 namespace orchard_cm {
 
 enum class KeyKind {
-    command,          ///< a template that every set should have; empty says that the tool can't do it
-    optionalCommand,  ///< a template without which the operation does something else, or is not there
-    rawCommand,       ///< a text of which only some names are replaced
-    pattern,          ///< of which only counts whether it matches
-    patternWithGroup, ///< of which the first group is taken
+    command,          ///< a template that every set should have; an empty one means that the tool can't do it
+    optionalCommand,  ///< a template without which the operation does something else, or is not available
+    rawCommand,       ///< a text in which only some names are replaced
+    pattern,          ///< a pattern of which only the match counts
+    patternWithGroup, ///< a pattern of which the first group is used
     truth,
     number,
     choice,
@@ -21,11 +21,11 @@ enum class KeyKind {
 struct KnownKey {
     std::string_view name;
     KeyKind kind;
-    std::string_view choices = {}; ///< of a choice: its values, parted by ";"
+    std::string_view choices = {}; ///< for a choice: its values, separated by ";"
 };
 
 std::span<const KnownKey> knownKeys();
-/// Found without regard to case; null if there is none.
+/// Returns the key with this name, found regardless of case; null if there is none.
 const KnownKey *knownKey(std::string_view name);
 
 } // namespace orchard_cm

@@ -4,6 +4,8 @@
 #include "CM/CMSupport/core/CMArchiveItem.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMTraitFacade.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
+#include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
 #include "CM/host/IUnit.h"
 #include "apps/orchard-cm/base/Failure.h"
@@ -13,6 +15,7 @@
 #include "apps/orchard-cm/toolcheck/SamplePlaces.h"
 #include "orchard/storage/NewProject.h"
 #include "orchard/storage/Projects.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -28,21 +31,22 @@ namespace fs = std::filesystem;
 
 constexpr auto sampleComment = "a comment";
 
-/// A sample project, open as long as this lives. Its path holds a blank, for templates that forget their quotes.
+/// Keeps a sample project open as long as the object lives. Its path contains a blank, for templates without
+/// quotes.
 class Sample {
   public:
     explicit Sample(const std::string &tool) {
         std::string name = (fs::temp_directory_path() / "orchard check XXXXXX").string();
         if (mkdtemp(name.data()) == nullptr) {
             throw Failure(ExitCode::failed,
-                          "no directory can be made for a sample: " + std::string(std::strerror(errno)));
+                          "no directory can be created for a sample: " + std::string(std::strerror(errno)));
         }
         directory_ = name;
         const auto made = orchard::createSampleProject((directory_ / "sample").string(), tool);
         const auto opened = made ? orchard::openProject(made.projectFile) : orchard::OpenResult();
         if (!opened) {
             discard();
-            throw Failure(ExitCode::failed, "no sample project can be made: " +
+            throw Failure(ExitCode::failed, "no sample project can be created: " +
                                                 (made ? opened.problems.front().message() : made.error));
         }
         project_ = opened.project;
@@ -68,7 +72,7 @@ class Sample {
     IProject *project_ = nullptr;
 };
 
-/// What the library or a dialog gives to the template of an operation besides the archive.
+/// What the library or a dialog passes to an operation's template besides the archive.
 struct Given {
     bool mode = false;
     bool label = false;
@@ -77,29 +81,29 @@ struct Given {
 };
 
 Given givenTo(std::string_view key) {
-    if (key == "CheckIn") {
+    if (key == IPN::CMCheckIn) {
         return {.mode = true, .label = true, .log = true};
     }
-    if (key == "AddMember" || key == "AddMember_ControlledFile") {
+    if (key == IPN::CMAddMember || key == keys::addControlledFile) {
         return {.log = true};
     }
-    if (key == "CheckOut" || key == "CheckOutFromArchive" || key == "ListArchive") {
+    if (key == IPN::CMCheckOut || key == IPN::CMCheckOutFromArchive || key == IPN::CMListArchive) {
         return {.mode = true, .label = true};
     }
-    if (key == "LockItem") {
+    if (key == IPN::CMLockItem) {
         return {.label = true};
     }
     return {};
 }
 
 bool hasUnit(std::string_view key) {
-    return key != "ConnectToCMRepository" && key != "PostConnectToCMRepository" && key != "ListArchive";
+    return key != IPN::CMConnectToCMRepository && key != keys::postConnect && key != IPN::CMListArchive;
 }
 
-/// Both ways of calling: with the least, and with all that a user may say.
+/// Adds the arguments of a call: only the required ones, or with `full` everything that a user can specify.
 void give(TemplateArguments &arguments, std::string_view key, bool full) {
     Given given = givenTo(key);
-    if (full && (key == "Fetch" || key == "FetchFromArchive")) {
+    if (full && (key == IPN::CMFetch || key == IPN::CMFetchFromArchive)) {
         given = {.mode = true, .label = true, .target = true};
     }
     if (given.mode) {
@@ -146,7 +150,7 @@ class Expander {
 
   private:
     [[nodiscard]] const IUnit &unitFor(std::string_view key) const {
-        if (key == "AddMember_ControlledFile") {
+        if (key == keys::addControlledFile) {
             return sample_.file();
         }
         return key.ends_with("Directory") ? sample_.directory() : sample_.unit();
@@ -166,16 +170,15 @@ class Expander {
             return;
         }
         const auto &chain = unresolved.chain;
-        tell(entry,
-             whatFailed(unresolved) +
-                 (chain.size() > 1 ? ", which stands in the value of '" + chain[chain.size() - 2] + "'" : ""));
+        tell(entry, whatFailed(unresolved) +
+                        (chain.size() > 1 ? ", which is in the value of '" + chain[chain.size() - 2] + "'" : ""));
     }
     void checkQuotes(const SetEntry &entry, const std::string &command) {
         if (!standsInQuotes(command, sample_.path())) {
-            tell(entry, "a path stands outside quotes in: " + command);
+            tell(entry, "a path is outside quotes in: " + command);
         }
         if (!standsInQuotes(command, sampleComment)) {
-            tell(entry, "the comment stands outside quotes in: " + command);
+            tell(entry, "the comment is outside quotes in: " + command);
         }
     }
 
@@ -199,13 +202,13 @@ void expandAll(Expander &expander, const std::vector<SetEntry> &entries, bool fu
 SampleExpansions expandForSample(const std::string &tool, const std::vector<SetEntry> &entries) {
     const Sample sample(tool);
     SampleExpansions result;
-    const SetEntry *const rename = entryOf(entries, "Rename");
+    const SetEntry *const rename = entryOf(entries, keys::rename);
     Expander expander(sample, rename == nullptr ? CString() : CString(rename->value), result);
     static_cast<void>(CMArchive::setMainArchive(""));
     expandAll(expander, entries, false);
     static_cast<void>(CMArchive::setMainArchive("/archive"));
     expandAll(expander, entries, true);
-    if (const SetEntry *const header = entryOf(entries, "HeaderFile");
+    if (const SetEntry *const header = entryOf(entries, IPN::CMHeaderFile);
         header != nullptr && !header->value.empty() && CMTraitFacade::getDefaultHeader().IsEmpty()) {
         result.findings.push_back(
             {header->key, "the file " + header->value + " can't be read, or is empty", header->place});

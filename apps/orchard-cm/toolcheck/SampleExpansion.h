@@ -1,4 +1,4 @@
-// SampleExpansion: the commands of a tool as they would be run for a sample unit. Nothing is run.
+// Expands the commands of a tool for a sample unit. Nothing is run.
 #pragma once
 
 #include "apps/orchard-cm/toolcheck/SetCheck.h"
@@ -11,7 +11,8 @@ namespace orchard_cm {
 struct Expanded {
     std::string key;
     std::string command; ///< as far as it could be expanded
-    bool isFull = false; ///< whether with a label, a comment and an archive, or with the least that there may be
+    bool isFull =
+        false; ///< whether expanded with a label, a comment and an archive, or only with what is required
 };
 
 struct SampleExpansions {
@@ -19,8 +20,8 @@ struct SampleExpansions {
     std::vector<Finding> findings;
 };
 
-/// Makes a sample project for the tool in a temporary directory, opens it for as long as it takes, and expands
-/// every command of the set for it. Throws a Failure where there can be no such project.
+/// Creates a sample project for the tool in a temporary directory, opens it until the function returns, and
+/// expands every command of the set for it. Throws a Failure if the project can't be created.
 SampleExpansions expandForSample(const std::string &tool, const std::vector<SetEntry> &entries);
 
 } // namespace orchard_cm

@@ -1,4 +1,4 @@
-// SamplePlaces: the names that a move or a rename replaces in its template by hand, before anything is expanded.
+// Fills the names that a move or a rename needs into its template, for a sample unit.
 #pragma once
 
 #include "CM/host/IUnit.h"
@@ -8,9 +8,8 @@
 
 namespace orchard_cm {
 
-/// The template of a move or rename with these names filled in for a sample unit; that of any other command as it
-/// is. Each command knows names of its own, with their capitals; `renameTemplate` decides on two of those of
-/// "RenameDirectory".
+/// Returns the template of a move or rename with these names filled in, and that of any other command unchanged.
+/// `renameTemplate` is the value of "Rename".
 CString withPlaces(CString text, std::string_view key, const CString &renameTemplate, const IUnit &unit);
 
 } // namespace orchard_cm

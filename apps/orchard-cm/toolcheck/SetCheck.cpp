@@ -1,12 +1,16 @@
 #include "apps/orchard-cm/toolcheck/SetCheck.h"
 
+#include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/PropertyKeys.h"
+#include "CM/CMSupport/core/Variable.h"
+#include "CM/host/IPN.h"
 #include "CM/platform/CString.h"
 #include "apps/orchard-cm/base/Suggest.h"
+#include "apps/orchard-cm/model/RefusedCharacters.h"
 #include "apps/orchard-cm/toolcheck/KnownKeys.h"
 #include "orchard/text/PatternCheck.h"
 
 #include <algorithm>
-#include <cctype>
 #include <set>
 
 namespace orchard_cm {
@@ -19,20 +23,13 @@ bool same(std::string_view left, std::string_view right) {
 
 std::string lower(std::string_view text) { return CString(std::string(text)).MakeLower().str(); }
 
-/// The names of all variables in all values, in small letters.
+/// Returns the names of all variables in all values, in small letters.
 std::set<std::string> variablesIn(const std::vector<SetEntry> &entries) {
-    const auto isPart = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; };
     std::set<std::string> names;
     for (const SetEntry &entry : entries) {
-        const std::string &value = entry.value;
-        for (auto at = value.find('$'); at != std::string::npos; at = value.find('$', at + 1)) {
-            std::size_t begin = at + 1;
-            begin += begin < value.size() && value[begin] == '{' ? 1U : 0U;
-            std::size_t end = begin;
-            while (end < value.size() && isPart(value[end])) {
-                ++end;
-            }
-            names.insert(lower(std::string_view(value).substr(begin, end - begin)));
+        for (auto found = findVariable(entry.value); found;
+             found = findVariable(entry.value, found->at + found->text.str().size())) {
+            names.insert(lower(found->name));
         }
     }
     return names;
@@ -48,7 +45,7 @@ std::string choiceFault(const KnownKey &key, const std::string &value) {
         }
         list += (list.empty() ? "" : ", ") + (choice.empty() ? "nothing" : "'" + std::string(choice) + "'");
         if (end == rest.size()) {
-            return "'" + value + "' is none of its values: " + list;
+            return "'" + value + "' is not one of its values: " + list;
         }
         rest.remove_prefix(end + 1);
     }
@@ -60,15 +57,16 @@ std::string patternFault(const KnownKey &key, const std::string &value) {
     }
     const orchard::PatternFacts facts = orchard::examinePattern(value);
     if (!facts.mistake.empty()) {
-        return "it is no valid pattern: " + facts.mistake + ", at character " +
+        return "it is not a valid pattern: " + facts.mistake + ", at character " +
                std::to_string(facts.position.value_or(0) + 1) + " of " + value;
     }
     if (key.kind == KeyKind::patternWithGroup && facts.groups == 0) {
-        return "it has no group: put parentheses around what is wanted of the match";
+        return "it has no group: put parentheses around the wanted part of the match";
     }
-    // A field of a record may be empty; what tells errors, or parts records, must not match just anything.
+    // A field of a record may be empty, but a pattern that detects errors or separates records must not match
+    // anything.
     if (key.kind == KeyKind::pattern && facts.matchesEmptyText) {
-        return "it matches the empty text, and so anything";
+        return "it matches the empty text, and therefore anything";
     }
     return {};
 }
@@ -86,7 +84,7 @@ std::string valueFault(const KnownKey &key, const std::string &value) {
     case KeyKind::number:
         return value.find_first_not_of("0123456789") == std::string::npos
                    ? ""
-                   : "'" + value + "' is no whole number, and counts as 0 or as the number that it begins with";
+                   : "'" + value + "' is not an integer, and counts as 0 or as the number that it begins with";
     case KeyKind::choice:
         return choiceFault(key, value);
     case KeyKind::command:
@@ -109,46 +107,51 @@ void checkMissing(const std::vector<SetEntry> &entries, std::vector<Finding> &fi
     };
     for (const KnownKey &key : knownKeys()) {
         if (key.kind == KeyKind::command && !isThere(key.name)) {
-            miss(key.name, "the command is missing; where the tool can't do it, say so with an empty one");
+            miss(key.name, "the command is missing; set it to an empty text if the tool can't do it");
         }
     }
-    if (isThere("ConnectToCMRepository") && !isThere("PostConnectToCMRepository")) {
-        miss("PostConnectToCMRepository", "it is missing, so that no connect succeeds; it may be empty");
+    if (isThere(IPN::CMConnectToCMRepository) && !isThere(keys::postConnect)) {
+        miss(keys::postConnect, "it is missing, so no connect succeeds; it may be empty");
     }
-    for (const auto *const key : {"ReadOnly", "ReadWrite"}) {
+    for (const auto *const key : {&IPN::CMReadOnly, &IPN::CMReadWrite}) {
+        if (!isThere(*key)) {
+            miss(*key, "it is missing, so $mode is empty; it may be empty");
+        }
+    }
+    if (!holdsText(keys::errorPattern)) {
+        miss(keys::errorPattern, "without it, failures that the tool only prints are not detected");
+    }
+    for (const auto *const key : {&IPN::CMMultiRecordDelimiter, &IPN::CMListArchiveItsWorkingFile}) {
+        if (holdsText(IPN::CMListArchive) && !holdsText(*key)) {
+            miss(*key, "without it the listing of the archive is empty");
+        }
+    }
+    for (const auto *const key : {refusedInLogKey, refusedInLabelKey}) {
         if (!isThere(key)) {
-            miss(key, "it is missing, so that $mode stands for nothing; it may be empty");
+            miss(key, "it is missing; the program refuses all characters with a meaning for a shell");
         }
     }
-    if (!holdsText("OperationErrorPattern")) {
-        miss("OperationErrorPattern", "without it a failure that the tool only prints is not seen");
-    }
-    for (const auto *const key : {"MultiRecordDelimiter", "ListArchiveItsWorkingFile"}) {
-        if (holdsText("ListArchive") && !holdsText(key)) {
-            miss(key, "without it the listing of the archive is empty");
-        }
-    }
-    for (const auto *const key : {"RefusedInLog", "RefusedInLabel"}) {
-        if (!isThere(key)) {
-            miss(key, "it is missing; the program refuses all characters that have a meaning to a shell");
-        }
-    }
-    if (holdsText("CheckOutCheckInDirectoryOnceDuringAddToArchive") &&
-        lower(entryOf(entries, "CheckOutCheckInDirectoryOnceDuringAddToArchive")->value) == "true" &&
-        !holdsText("AddMember_WithoutCheckOutCheckInDirectory")) {
-        miss("AddMember_WithoutCheckOutCheckInDirectory",
-             "without it nothing is added in this set's way of adding");
+    if (holdsText(keys::addOncePerDirectory) &&
+        lower(entryOf(entries, keys::addOncePerDirectory)->value) == "true" && !holdsText(keys::addInDirectory)) {
+        miss(keys::addInDirectory, "without it, adding by directory adds nothing");
     }
 }
 
-/// The last ")" of a template closes its conditional; without one the text is taken as it stands.
 std::string conditionalFault(const std::string &value) {
     const auto open = value.find('(');
-    const auto question = open == std::string::npos ? open : value.find('?', open);
-    return question != std::string::npos && value.find(')', question) == std::string::npos
-               ? "it holds a \"(\" and a \"?\" without a \")\" behind them: this is no conditional, and reaches "
-                 "the tool as it stands"
-               : std::string();
+    if (open == value.npos || value.find('?', open) == value.npos) {
+        return {};
+    }
+    int start = 0;
+    int end = 0;
+    CString ifPart;
+    CString thenPart;
+    CString elsePart;
+    CString unused;
+    return CMProperty::ExtractCondition(value, start, end, ifPart, thenPart, elsePart, unused) != 0
+               ? std::string()
+               : "it holds a \"(\" and a \"?\", but no \")\" that closes them: this is not a conditional, and "
+                 "reaches the tool unchanged";
 }
 
 void checkUnread(const SetEntry &entry, const std::set<std::string> &variables, std::vector<Finding> &findings) {
@@ -197,8 +200,8 @@ std::vector<Finding> checkSet(const std::vector<SetEntry> &entries) {
 }
 
 bool standsInQuotes(std::string_view command, std::string_view text) {
-    // A command in parentheses or backquotes begins to quote anew, also within double quotes. What each such
-    // command stands in is kept: its quote, and the character that ends it.
+    // A command in parentheses or backquotes begins with fresh quoting, also within double quotes. Each level
+    // remembers its quote and the character that ends it.
     struct Level {
         char quote = '\0';
         char end = '\0';

@@ -1,6 +1,7 @@
 #include "apps/orchard-cm/model/Answers.h"
 
 #include "CM/platform/dialog/CDialog.h"
+#include "apps/orchard-cm/base/Interrupt.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,12 +9,11 @@
 #include <sstream>
 
 using namespace orchard_cm;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
 
-/// A question whose buttons say what was pressed.
+/// A question that records which button was pressed.
 class Question : public CDialog {
   public:
     explicit Question(bool withAll) : CDialog("Question") { yesToAll.ShowWindow(withAll); }
@@ -30,7 +30,7 @@ class Question : public CDialog {
     }
 };
 
-/// Somebody at a terminal, who presses one button or is not there.
+/// A user at a terminal who presses one button, or no user at all.
 class Somebody : public platform::DialogDriver {
   public:
     explicit Somebody(bool there) : there_(there) {}
@@ -46,10 +46,9 @@ struct Answers : testing::Test {
     std::ostringstream out;
     std::ostringstream err;
     Output output{Output::Form::text, out, err, false};
-    Journal journal;
     Question question{true};
     int ask(Answer answer, platform::DialogDriver *terminal = nullptr) {
-        AnsweringDriver driver(answer, terminal, output, journal);
+        AnsweringDriver driver(answer, terminal, output);
         return question.DoModal(&driver);
     }
 };
@@ -69,15 +68,13 @@ TEST_F(Answers, FallBackToYesWhereThereIsNoYesToAll) {
     EXPECT_EQ(ask(Answer::yesToAll), IDYES);
     EXPECT_EQ(question.pressed, "yes");
 }
-TEST_F(Answers, AreToldWithTheQuestion) {
+TEST_F(Answers, AreShownWithTheQuestion) {
     ask(Answer::no);
-    EXPECT_EQ(err.str(), "orchard-cm: question: Pump.ocl is writable. Overwrite it? [no]\n");
-    EXPECT_THAT(journal.questions(), ElementsAre("Pump.ocl is writable. Overwrite it?"));
+    EXPECT_EQ(err.str(), "orchard-cm: question: Pump.ocl is writable. Overwrite it? [No]\n");
 }
 TEST_F(Answers, ComeFromTheTerminalIfNoneIsGiven) {
     Somebody somebody(true);
     EXPECT_EQ(ask(Answer::ask, &somebody), IDYES);
-    EXPECT_THAT(journal.questions(), ElementsAre("Pump.ocl is writable. Overwrite it?"));
 }
 TEST_F(Answers, AreNoWithNobodyThereAndThatIsSaidOnce) {
     EXPECT_EQ(ask(Answer::ask, nullptr), IDNO);
@@ -89,4 +86,47 @@ TEST_F(Answers, AreNoWhereTheUserGoesAwayFromTheTerminal) {
     Somebody goneAway(false);
     EXPECT_EQ(ask(Answer::ask, &goneAway), IDNO);
     EXPECT_THAT(err.str(), HasSubstr("[No: there was no answer]"));
+}
+TEST_F(Answers, AreKnownInAdvanceWhereAnOptionGivesOne) {
+    EXPECT_TRUE(AnsweringDriver(Answer::yes, nullptr, output).answersInAdvance(question));
+    EXPECT_FALSE(AnsweringDriver(Answer::ask, nullptr, output).answersInAdvance(question));
+}
+TEST_F(Answers, AreNoAfterCtrlCWhateverTheOptionsSay) {
+    setInterrupted(true);
+    for (const Answer answer : {Answer::ask, Answer::no, Answer::yes, Answer::yesToAll}) {
+        Somebody somebody(true);
+        EXPECT_EQ(ask(answer, &somebody), IDNO);
+        EXPECT_EQ(question.pressed, "no");
+    }
+    setInterrupted(false);
+    EXPECT_EQ(err.str(), "") << "that it was interrupted is said once, at the end";
+}
+TEST_F(Answers, OfAQuestionWithoutASafeButtonAreNone) {
+    question.no.ShowWindow(false);
+    EXPECT_EQ(ask(Answer::ask), dialogNotAnswered);
+    EXPECT_EQ(ask(Answer::no), dialogNotAnswered);
+    EXPECT_EQ(question.pressed, "");
+}
+
+namespace {
+
+/// A message box with one button.
+class Notice : public CDialog {
+  public:
+    explicit Notice(CIcon::Kind kind) : CDialog("Notice") { icon.SetIcon(kind); }
+    CIcon icon{*this, "icon"};
+    CStatic text{*this, "text", "Timed out"};
+    CButton ok{*this, "ok", "OK", [this] { OnOK(); }};
+};
+
+} // namespace
+
+TEST_F(Answers, AMessageIsShownWithItsKindAndNeedsNobody) {
+    AnsweringDriver driver(Answer::no, nullptr, output);
+    for (const auto kind :
+         {CIcon::Kind::none, CIcon::Kind::information, CIcon::Kind::warning, CIcon::Kind::error}) {
+        EXPECT_EQ(Notice(kind).DoModal(&driver), IDOK);
+    }
+    EXPECT_EQ(err.str(), "orchard-cm: Timed out\norchard-cm: Timed out\norchard-cm: warning: Timed out\n"
+                         "orchard-cm: error: Timed out\n");
 }

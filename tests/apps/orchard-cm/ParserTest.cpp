@@ -85,7 +85,7 @@ TEST(CommandLine, AsksForACommandAndNamesAll) {
 }
 TEST(CommandLine, TellsHowAWordThatBeginsWithADashIsGiven) {
     EXPECT_STREQ(usageOf({"fetch", "-x"}).what(),
-                 "'fetch' has no option -x; a word of its own that begins with '-' stands behind '--'");
+                 "'fetch' has no option -x; put '--' before a value that begins with '-'");
 }
 TEST(CommandLine, AsksForWhatACommandRequires) { EXPECT_THAT(usageOf({"fetch"}).what(), HasSubstr("UNIT")); }
 TEST(CommandLine, ShowsTheHelpOfACommand) {
@@ -111,7 +111,7 @@ TEST(BatchLine, TakesACommandWithItsOwnOptionsOnly) {
     EXPECT_EQ(usageOf({"fetch", "X", "--json"}, true).code(), ExitCode::usage);
 }
 TEST(BatchLine, RefusesACommandThatOpensAnotherProject) {
-    EXPECT_STREQ(usageOf({"new", "X"}, true).what(), "'new' can't stand in a batch");
+    EXPECT_STREQ(usageOf({"new", "X"}, true).what(), "'new' can't be used in a batch");
 }
 TEST(BatchLine, SuggestsACommandForAMistypedOne) {
     EXPECT_STREQ(usageOf({"fech", "X"}, true).what(), "there is no command 'fech' in a batch");

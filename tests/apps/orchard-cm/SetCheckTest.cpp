@@ -92,10 +92,11 @@ TEST(SetCheck, TakesAnEmptyPatternForNone) {
     EXPECT_THAT(checkSet(with(goodSet(), "HeaderItsLocker", "")), IsEmpty());
 }
 TEST(SetCheck, FindsAConditionalThatNothingCloses) {
-    for (const char *const open : {"tool ($label ? -r$label \"$UnitPath\"", "tool (x ? y", "(?"}) {
+    for (const char *const open :
+         {"tool ($label ? -r$label \"$UnitPath\"", "tool (x ? y", "(?", "tool (x ? y) a:b"}) {
         const auto findings = checkSet(with(goodSet(), "CheckIn", open));
         ASSERT_THAT(findings, SizeIs(1)) << open;
-        EXPECT_THAT(findings[0].text, HasSubstr("without a \")\" behind them"));
+        EXPECT_THAT(findings[0].text, HasSubstr("no \")\" that closes them"));
         EXPECT_EQ(findings[0].place, "set.toml:9:1");
     }
     const auto piece = with(with(goodSet(), "CheckIn", "tool $Piece"), "Piece", "($label ? -r$label");
@@ -119,7 +120,7 @@ TEST(SetCheck, TakesAKeyThatATemplateNamesForAPieceOfIt) {
 TEST(SetCheck, FindsValuesThatMeanNothing) {
     EXPECT_THAT(onlyText(with(goodSet(), "CMSaveOnCheckOut", "Yse"), "CMSaveOnCheckOut"), HasSubstr("'Yse'"));
     EXPECT_THAT(onlyText(with(goodSet(), "CMChildThreadTimeOut", "5 min"), "CMChildThreadTimeOut"),
-                HasSubstr("whole number"));
+                HasSubstr("integer"));
     EXPECT_THAT(onlyText(with(goodSet(), "AskOnCheckoutReadWrite", "maybe"), "AskOnCheckoutReadWrite"),
                 HasSubstr("'Yes', 'No'"));
     EXPECT_THAT(checkSet(with(goodSet(), "AskOnCheckoutReadWrite", "no")), IsEmpty());

@@ -1,11 +1,10 @@
-#include "apps/orchard-cm/operation/TextCheck.h"
+#include "apps/orchard-cm/model/RefusedCharacters.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using orchard_cm::commentFault;
 using orchard_cm::labelFault;
-using orchard_cm::pathFault;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -55,18 +54,4 @@ TEST(CommentCheck, RefusesControlCharactersInAnyCase) {
     for (const char c : std::string_view("\0\r\x1b\x7f", 4)) {
         EXPECT_THAT(commentFault(std::string("a") + c, ""), HasSubstr("a control character"));
     }
-}
-
-TEST(PathCheck, RefusesWhatQuotesCannotHold) {
-    EXPECT_THAT(pathFault("/srv/Ärchiv one's;&|(x)"), IsEmpty());
-    for (const char c : std::string_view("\"$`\\>\n")) {
-        EXPECT_THAT(pathFault(std::string("/srv/") + c), testing::Not(IsEmpty()));
-    }
-}
-
-TEST(PathCheck, RefusesWhatATemplateWouldTakeForAConditional) {
-    EXPECT_THAT(pathFault("/srv/a(b/c?d)"), HasSubstr("condition"));
-    EXPECT_THAT(pathFault("/srv/a(b)?"), IsEmpty());
-    EXPECT_THAT(pathFault("/srv/?a(b)"), IsEmpty());
-    EXPECT_THAT(pathFault("/srv/a?b)"), IsEmpty());
 }

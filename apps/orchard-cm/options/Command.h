@@ -1,5 +1,5 @@
-// Command: one verb of the program. Its options are members; declare() binds them to the command line, run() does
-// the work on whatever the context offers. A command that can't go on throws a Failure.
+// Defines Command, one verb of the program. Its options are members; declare() binds them to the command line,
+// run() does the work with what the context offers. A command that can't continue throws a Failure.
 #pragma once
 
 #include "apps/orchard-cm/base/ExitCode.h"
@@ -7,7 +7,6 @@
 #include "apps/orchard-cm/options/GlobalOptions.h"
 
 #include <memory>
-#include <span>
 #include <string_view>
 
 namespace CLI {
@@ -18,7 +17,7 @@ namespace orchard_cm {
 
 class Session;
 
-/// What a command works with.
+/// Holds what a command works with.
 struct Context {
     const GlobalOptions &options;
     Output &output;
@@ -36,15 +35,12 @@ class Command {
     virtual ExitCode run(Context &context) = 0;
 };
 
-/// A command as the parser knows it.
+/// Describes a command to the parser.
 struct CommandEntry {
     std::string_view name;
     std::string_view summary;
     std::unique_ptr<Command> (*make)();
-    bool inBatch; ///< whether it may stand in a batch
+    bool inBatch; ///< whether it is allowed in a batch
 };
-
-/// All commands, in the order of the help text.
-std::span<const CommandEntry> allCommands();
 
 } // namespace orchard_cm

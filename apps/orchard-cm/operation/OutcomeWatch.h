@@ -1,0 +1,39 @@
+// Observes what the library reports about the items of an operation.
+#pragma once
+
+#include "CM/CMSupport/core/CMFacade.h"
+
+#include <functional>
+#include <string>
+
+namespace orchard_cm {
+
+/// Returns whether the outcome is that of an item that was not done.
+[[nodiscard]] bool isFault(const CMOutcome &outcome);
+
+/// Observes the library while it exists, and then restores the previous observer.
+class OutcomeWatch final : public CMOutcomeObserver {
+  public:
+    using Take = std::function<void(const CMOutcome &)>;
+    explicit OutcomeWatch(Take take = {});
+    ~OutcomeWatch();
+    OutcomeWatch(const OutcomeWatch &) = delete;
+    OutcomeWatch &operator=(const OutcomeWatch &) = delete;
+
+    /// Returns the first reported fault; its kind is `done` if there was none.
+    [[nodiscard]] const CMOutcome &fault() const { return fault_; }
+    /// Returns the reason of that fault; empty if there was none.
+    [[nodiscard]] std::string reason() const { return fault_.reason.str(); }
+    /// Returns whether a run was started and did not end by itself, so that its effects are unknown.
+    [[nodiscard]] bool wasCutOff() const { return wasCutOff_; }
+
+  private:
+    void report(const CMOutcome &outcome) override;
+
+    Take take_;
+    CMOutcomeObserver *before_;
+    CMOutcome fault_;
+    bool wasCutOff_ = false;
+};
+
+} // namespace orchard_cm
