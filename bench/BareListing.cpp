@@ -80,7 +80,7 @@ double BareListing::match() const {
                 const bool matches = codes_->match(field, record, 0);
                 found += matches ? 1 : 0;
                 if (!matches && &field == &codes_->fields.front()) {
-                    break; // no file: nothing else is looked for
+                    break; // no file: the other fields are not searched for
                 }
             }
             from = next;

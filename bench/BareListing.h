@@ -1,4 +1,4 @@
-// The matches that turning a listing into items takes, by the regular expression engine alone.
+// Times only the pattern matches that turn a listing into items, with the bare regular expression engine.
 #pragma once
 
 #include <array>
@@ -16,10 +16,10 @@ struct ListingPatterns {
     std::string projectFile;
 };
 
-/// Each ended by a NUL, for the peer.
+/// Writes the patterns to the file, each ended by a NUL, for the peer.
 void writePatterns(const ListingPatterns &patterns, const std::filesystem::path &file);
 
-/// Machine code, one match data for all, the text in memory.
+/// Matches as fast as the engine can: machine code, one match data block for all matches, and the text in memory.
 class BareListing {
   public:
     BareListing(const ListingPatterns &patterns, const std::filesystem::path &listing);
@@ -27,8 +27,8 @@ class BareListing {
     BareListing(const BareListing &) = delete;
     BareListing &operator=(const BareListing &) = delete;
 
-    /// Cuts the text with the delimiter and matches each field's pattern against each record; the seconds that it
-    /// took.
+    /// Splits the text at the delimiter and matches each field's pattern against each record. Returns the seconds
+    /// taken.
     [[nodiscard]] double match() const;
     [[nodiscard]] const std::string &text() const { return text_; }
 

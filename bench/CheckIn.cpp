@@ -1,5 +1,5 @@
-// Checking in units under RCS, header and mode updates included, against a shell loop of ci over the same files.
-// Every run works on a fresh copy in which each file is locked and changed.
+// Measures checking in units under RCS, including header and mode updates, against a shell loop of ci over the
+// same files. Every run uses a new copy in which each file is locked and changed.
 #include "bench/Peer.h"
 #include "bench/Project.h"
 #include "bench/RcsWork.h"

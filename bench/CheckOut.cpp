@@ -1,5 +1,5 @@
-// Checking out units under RCS with a lock, reloads included, against a shell loop of co over the same files.
-// Every run works on a fresh copy.
+// Measures checking out units under RCS with a lock, including reloads, against a shell loop of co over the same
+// files. Every run uses a new copy.
 #include "bench/RcsWork.h"
 #include "bench/Works.h"
 

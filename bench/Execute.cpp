@@ -1,5 +1,5 @@
-// Starting and collecting a trivial program through the tool shell, against sh -c of the same command; and the
-// same with much memory resident in this process.
+// Measures running a trivial program through the tool shell, against sh -c of the same command, with little and
+// with much memory resident in this process.
 #include "bench/Peer.h"
 #include "bench/Project.h"
 #include "bench/Works.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char *command = "/bin/echo done";
 
-// Memory that is resident while the object lives, in pages of the ordinary size, which cost the most to copy.
+// Keeps memory resident while it lives, in pages of the ordinary size, which are the most expensive to copy.
 class Resident {
   public:
     explicit Resident(std::size_t bytes)
@@ -40,7 +40,7 @@ class Resident {
     void *memory_;
 };
 
-// The output window, as a program has one.
+// Provides the output window that a real program has.
 class Window {
   public:
     Window() { getMainCMOutputer()() = &text_; }

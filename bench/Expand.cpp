@@ -1,4 +1,4 @@
-// Expanding check-out command lines, against a Perl program that does the same with the same patterns.
+// Measures expanding check-out command lines, against a Perl program that does the same with the same patterns.
 #include "bench/Peer.h"
 #include "bench/Project.h"
 #include "bench/Works.h"
@@ -21,7 +21,8 @@ namespace {
 constexpr const char *tool = "Bench";
 constexpr const char *labelText = "release 1";
 
-// A conditional, five variables (mode, label, Unit, UnitPath, archive) and one nested property (LabelPart).
+// A property of the tool. Together the values hold a conditional, five variables (mode, label, Unit, UnitPath,
+// archive) and one nested property (LabelPart).
 struct ToolValue {
     const char *keyOfPeer;
     const CString &key;

@@ -1,7 +1,7 @@
-// Turning a listing into archive items, in the forms of two tools with the patterns of their installed sets. What
-// is measured is the whole operation: a child prints the text (cat of a file), the shell collects it, the output
-// window gets it, the records become items. The tool's error and warning patterns are left out: they are no part
-// of the listing, and the peers don't have them.
+// Measures turning a listing into archive items, in the formats of two tools with the patterns of their installed
+// sets. It measures the complete operation: a child prints the text (cat of a file), the shell collects it, the
+// output window shows it, and the records become items. The tool's error and warning patterns are left out: they
+// are not part of the listing, and the peers don't have them.
 #include "bench/BareListing.h"
 #include "bench/Peer.h"
 #include "bench/Project.h"
@@ -31,7 +31,7 @@ namespace {
 
 // --- The texts.
 
-/// What `svn info --recursive` prints about one file.
+/// Returns the output of `svn info --recursive` for one file.
 std::string subversionRecord(int number) {
     const std::string n = std::to_string(number);
     const std::string path = "sub" + std::to_string(number % 97) + "/Pump" + n + ".ocl";
@@ -49,7 +49,7 @@ std::string subversionRecord(int number) {
     return text + "\n";
 }
 
-/// What `rlog -h` prints about one file.
+/// Returns the output of `rlog -h` for one file.
 std::string rcsRecord(int number) {
     return "\nRCS file: ./sub" + std::to_string(number % 97) + "/Pump" + std::to_string(number) +
            ".ocl,v\nWorking file: Pump" + std::to_string(number) + ".ocl\nhead: 1." +
@@ -75,7 +75,7 @@ fs::path writeListing(const fs::path &file, const Form &form, int records) {
 
 // --- Our side.
 
-/// An output window that takes all and keeps nothing.
+/// Provides an output window that discards all text.
 class Window : public std::streambuf {
   public:
     Window() { getMainCMOutputer()() = &stream_; }
@@ -105,7 +105,7 @@ class Items {
 
 std::string catOf(const fs::path &file) { return "cat " + file.string(); }
 
-/// A project whose tool's listing is printed by `cat`.
+/// Opens a project whose tool prints its listing with `cat`.
 class Lister {
   public:
     Lister(const fs::path &projectFile, const char *tool) : open_(projectFile), tool_(tool) {
@@ -115,7 +115,7 @@ class Lister {
         open_.set(tool, IPN::CMChildThreadTimeOut, "0");
     }
 
-    /// Seconds that the listing took.
+    /// Returns the seconds that the listing took.
     double list(const fs::path &file, Items &items) {
         open_.set(tool_, IPN::CMListArchive, catOf(file));
         CMArgumentList arguments;

@@ -1,5 +1,4 @@
-// Measuring side by side: our work and its peer are run in turns, so that whatever else the machine does meets
-// both.
+// Measures side by side: runs our work and its peer alternately, so that other load on the machine affects both.
 #pragma once
 
 #include <functional>
@@ -8,17 +7,17 @@
 
 namespace bench {
 
-/// A result in the table.
+/// A row of the table.
 struct Row {
     std::string what;
     std::string ours; ///< as printed, with its unit
     std::string peer;
-    double ratio = 0; ///< ours to the peer's
-    double bar = 0;   ///< the largest ratio that will do
+    double ratio = 0; ///< our time divided by the peer's
+    double bar = 0;   ///< the largest ratio allowed
     [[nodiscard]] bool ok() const { return ratio <= bar; }
 };
 
-/// A run of a work; gives back how long the part that counts took, in seconds.
+/// Runs a work and returns how long the measured part took, in seconds.
 using Run = std::function<double()>;
 
 struct Pair {
@@ -26,18 +25,18 @@ struct Pair {
     double peer = 0;
 };
 
-/// Runs both `times` times, in turns, and who begins changes each time. One more run of each comes first and does
-/// not count.
+/// Runs both `times` times alternately, and lets each go first in turn. Before that it runs each once without
+/// counting it.
 Pair measurePaired(int times, const Run &ours, const Run &peer);
 
-/// How long `work` takes, in seconds.
+/// Returns how long `work` takes, in seconds.
 double secondsOf(const std::function<void()> &work);
 
 [[nodiscard]] double median(std::vector<double> values);
 
-/// "1.234 s", "12.3 ms".
+/// Formats seconds as "1.234 s" or "12.34 ms".
 [[nodiscard]] std::string timeText(double seconds);
-/// A row of a work that was timed.
+/// Makes the row of a timed work.
 [[nodiscard]] Row timedRow(std::string what, const Pair &pair, double bar);
 
 void printHead();

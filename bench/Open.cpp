@@ -1,4 +1,4 @@
-// Opening a large model, against cat of the same files. A process of its own opens it each time.
+// Measures opening a large model, against cat of the same files. A new process opens it each time.
 #include "bench/Peer.h"
 #include "bench/Project.h"
 #include "bench/Resident.h"
@@ -21,7 +21,7 @@ struct Opening {
     double bytes = 0; ///< growth of the largest resident size
 };
 
-// The files of the model, one a line, and their size together.
+// Lists the files of the model, one on each line, and returns their total size.
 double listFiles(const fs::path &directory, const fs::path &list) {
     std::ofstream out(list);
     double bytes = 0;
@@ -45,7 +45,7 @@ std::string perUnit(double bytes) {
 int openOnce(const std::string &projectFile) {
     const double before = largestResidentBytes();
     const double seconds = secondsOf([&] {
-        // Left open: its end belongs to the process, not to the opening.
+        // Stays open, because closing is not part of opening.
         static const OpenProject open{fs::path(projectFile)};
     });
     std::cout << seconds << ' ' << largestResidentBytes() - before << '\n';

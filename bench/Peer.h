@@ -1,4 +1,4 @@
-// Programs that the works are compared with, started as cheaply as can be.
+// Starts the programs that our work is compared with, as cheaply as possible.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ struct Streams {
     std::string output; ///< a file; empty for /dev/null
 };
 
-/// Starts the program (looked up in PATH) with posix_spawn in the current directory, waits for it, and throws
-/// std::runtime_error unless it ends with 0.
+/// Starts the program (looked up in PATH) with posix_spawn in the current directory and waits for it. Throws
+/// std::runtime_error unless it exits with 0.
 void runPeer(const std::vector<std::string> &words, const Streams &streams = {});
 
 } // namespace bench

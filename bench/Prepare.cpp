@@ -1,5 +1,5 @@
-// What comes before the first tool run of a check out: barred units, duplicates, the validator. The growth from
-// ten thousand units to a hundred thousand.
+// Measures how the time of the steps before the first tool run of a check out (barred units, duplicates, the
+// validator) grows from ten thousand units to a hundred thousand.
 #include "bench/Project.h"
 #include "bench/Works.h"
 
@@ -14,8 +14,8 @@ namespace bench {
 
 namespace {
 
-// From all parts of the model, so that the few find as little of it in the processor's caches as the many do, and
-// the ratio tells of steps and not of memory.
+// Chooses units from all parts of the model, so that a few units gain as little from the processor's caches as
+// many units do, and the ratio shows the steps and not the memory.
 std::vector<IUnit *> everyTenth(const std::vector<IUnit *> &units) {
     std::vector<IUnit *> chosen;
     for (std::size_t at = 0; at < units.size(); at += 10) {
@@ -24,7 +24,7 @@ std::vector<IUnit *> everyTenth(const std::vector<IUnit *> &units) {
     return chosen;
 }
 
-// Every tenth unit comes twice.
+// Adds every tenth unit a second time.
 std::vector<IUnit *> withDuplicates(std::vector<IUnit *> units) {
     const std::size_t count = units.size();
     for (std::size_t at = 0; at < count; at += 10) {

@@ -3,6 +3,7 @@
 #include "CM/host/IPN.h"
 #include "orchard/storage/NewProject.h"
 #include "orchard/storage/Projects.h"
+#include "orchard/storage/UnitSearch.h"
 
 #include <stdexcept>
 
@@ -30,7 +31,7 @@ std::vector<IUnit *> OpenProject::units() const {
 }
 
 void OpenProject::set(const CString &metaclass, const CString &key, const CString &value) {
-    // A property is made from another one, whichever it is.
+    // A new property is created from an existing one; any will do.
     const IProperty *const other =
         project_->findProperty(IPN::CM, IPN::CMGeneral, IPN::CMTool, IProperty::inherited);
     if (other == nullptr) {

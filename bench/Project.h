@@ -1,4 +1,4 @@
-// Projects of the reference host for the works to run on.
+// Creates projects of the reference host for the benchmarks.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -11,7 +11,7 @@
 
 namespace bench {
 
-/// An open project; closed at the end of its life.
+/// Keeps a project open while it lives.
 class OpenProject {
   public:
     explicit OpenProject(const std::filesystem::path &projectFile);
@@ -20,19 +20,19 @@ class OpenProject {
     OpenProject &operator=(const OpenProject &) = delete;
 
     [[nodiscard]] IProject &project() const { return *project_; }
-    /// Everything that has a file of its own besides the project.
+    /// Returns all units with a file of their own, except the project.
     [[nodiscard]] std::vector<IUnit *> units() const;
-    /// Sets a property of the subject of CM on the project.
+    /// Sets a property with the CM subject on the project.
     void set(const CString &metaclass, const CString &key, const CString &value);
 
   private:
     IProject *project_ = nullptr;
 };
 
-/// Makes a project of so many units for the tool; its project file.
+/// Creates a project with `units` units for the tool and returns its project file.
 std::filesystem::path makeProject(const std::filesystem::path &directory, int units, const std::string &tool);
 
-/// The project of so many units that the works on a large model share; made at the first call.
+/// Returns the large project that several benchmarks share; the first call creates it.
 std::filesystem::path largeProject(const std::filesystem::path &scratch, int units);
 
 [[nodiscard]] CMUnitList listOf(const std::vector<IUnit *> &units);

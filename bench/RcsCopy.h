@@ -1,4 +1,4 @@
-// A project under RCS that each run works on a fresh copy of.
+// Provides a project under RCS. Each run uses a new copy of it.
 #pragma once
 
 #include "bench/Works.h"
@@ -13,21 +13,21 @@ class RcsCopy {
   public:
     enum class Mode { readOnly, readWrite };
 
-    /// Makes a project of 1,000 units (scaled) in the directory `name` of the scratch one, and checks all units
-    /// in.
+    /// Creates a project of 1,000 units (scaled) in the directory `name` of the scratch directory, and checks in
+    /// all units.
     RcsCopy(const Setting &setting, const std::string &name);
 
-    /// The project file that copies are made of.
+    /// Returns the project file of the original.
     [[nodiscard]] const std::filesystem::path &original() const { return original_; }
-    /// A file with the units' files, relative to the project's directory, one a line.
+    /// Returns a file with the names of the unit files relative to the project's directory, one on each line.
     [[nodiscard]] const std::filesystem::path &list() const { return list_; }
     [[nodiscard]] std::size_t count() const { return files_.size(); }
 
-    /// Makes the copy anew; its project file.
+    /// Makes a new copy and returns its project file.
     [[nodiscard]] std::filesystem::path freshCopy() const;
-    /// Runs the shell command for each "$file" of the copy, one after the other.
+    /// Runs the shell command for each "$file" of the copy, one after another.
     void runLoop(const std::string &command) const;
-    /// Throws unless every unit's file of the copy has this mode.
+    /// Throws unless every unit file of the copy has this mode.
     void expectAll(Mode mode) const;
 
   private:

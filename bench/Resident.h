@@ -1,10 +1,10 @@
-// How much memory this program holds.
+// Measures the memory of this program.
 #pragma once
 
 namespace bench {
 
-/// The largest resident size of this program so far, in bytes. Of this program alone: what getrusage tells begins
-/// with the size of the process that started it.
+/// Returns the largest resident size of this program so far, in bytes. getrusage would also count the size of the
+/// process that started it.
 double largestResidentBytes();
 
 } // namespace bench

@@ -1,4 +1,4 @@
-// The works that are measured, each in a source file of its own.
+// Declares the benchmarks, each of which has its own source file.
 #pragma once
 
 #include "bench/Measure.h"
@@ -10,16 +10,16 @@
 namespace bench {
 
 struct Setting {
-    std::filesystem::path scratch; ///< a directory of this run's own, taken away at its end
-    std::filesystem::path sources; ///< where the peers' programs stand
+    std::filesystem::path scratch; ///< a directory for this run, removed at its end
+    std::filesystem::path sources; ///< the directory of the peers' programs
     std::filesystem::path self;    ///< this program
-    int runs = 5;                  ///< pairs of runs that the medians are taken of
-    double scale = 1;              ///< of the number of units, lines and runs, for trying out
+    int runs = 5;                  ///< number of pairs of runs for a median
+    double scale = 1;              ///< factor for the numbers of units, lines and runs, for quick tries
 
     [[nodiscard]] int scaled(int number) const;
 };
 
-/// Each prints its rows as they come; false if a bar was missed.
+/// Each function prints its rows as they are measured, and returns false if a limit was exceeded.
 bool expandCommandLines(const Setting &setting);
 bool runPrograms(const Setting &setting);
 bool checkOutUnits(const Setting &setting);
@@ -29,11 +29,11 @@ bool listArchive(const Setting &setting);
 bool checkInUnits(const Setting &setting);
 bool listWorkspace(const Setting &setting);
 
-/// The child's side of openModel: opens the project and prints the seconds that it took and by how many bytes the
-/// largest resident size grew.
+/// Runs in the child of openModel: opens the project, and prints the seconds taken and the growth of the largest
+/// resident size in bytes.
 int openOnce(const std::string &projectFile);
-/// The child's side of listArchive: lists (arguments: project file, tool, text) and prints by how many bytes the
-/// largest resident size grew.
+/// Runs in the child of listArchive: lists the archive (arguments: project file, tool, text), and prints the
+/// growth of the largest resident size in bytes.
 int listOnce(const std::vector<std::string> &arguments);
 
 } // namespace bench

@@ -1,4 +1,4 @@
-// Listing the workspace with orchard-cm, program start to end, against svn status of the same files.
+// Measures listing the workspace with orchard-cm, from program start to end, against svn status of the same files.
 #include "bench/Peer.h"
 #include "bench/Project.h"
 #include "bench/Works.h"
@@ -14,7 +14,7 @@ namespace bench {
 
 namespace {
 
-/// A clean working copy that holds the project, all of it tracked.
+/// Creates a clean working copy that contains the project, with all files tracked.
 fs::path trackedProject(const fs::path &directory, int units) {
     const fs::path made = makeProject(directory / "made", units, "Subversion");
     const std::string commands = "cd '" + directory.string() + "' && svnadmin create archive" +
@@ -49,7 +49,7 @@ bool listWorkspace(const Setting &setting) {
     const fs::path peerList = directory / "peer";
     const std::string program = (setting.self.parent_path() / "orchard-cm").string();
     const fs::path cache = directory / "cache";
-    ::setenv("XDG_CACHE_HOME", cache.c_str(), 1); // the user's own is left alone
+    ::setenv("XDG_CACHE_HOME", cache.c_str(), 1); // keeps the user's own cache out of the run
     const auto ours = [&] {
         return secondsOf([&] {
             runPeer({program, "-p", projectFile.string(), "list"}, {.input = {}, .output = ourList.string()});
@@ -65,7 +65,7 @@ bool listWorkspace(const Setting &setting) {
                     {.input = {}, .output = peerList.string()});
         });
     };
-    // Both know the files from before: Subversion by its database, the program by the record of its last list.
+    // Both know the files already: Subversion from its database, the program from the record of its last list.
     const std::string what = "list " + std::to_string(units) + " units, orchard-cm";
     ours();
     const Row again = timedRow(what + " / svn status -v", measurePaired(setting.runs, ours, peer), 1.5);

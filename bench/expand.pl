@@ -2,8 +2,8 @@
 # Expands check-out command lines: the peer of the library's expansion, with the same two passes and the same patterns.
 #   perl expand.pl PROPERTIES UNITS LINES OUT
 # PROPERTIES: lines of level, metaclass, key, value, tab separated (levels: 0 configuration, 1 component, 2 project,
-# 3 installation); UNITS: one full file name a line; LINES: how many lines to expand, going round the units; OUT gets
-# the lines. Prints the seconds that the expansion took, reading and writing left out.
+# 3 installation); UNITS: one full file name on each line; LINES: the number of lines to expand, cycling through the
+# units; OUT: file for the lines. Prints the seconds of the expansion, without reading and writing.
 use strict;
 use warnings;
 use Cwd ();
@@ -51,7 +51,7 @@ sub tool_property {
     return $found;
 }
 
-# Both forms of each predefined variable, the escaped one first. A value is worked out only where it is needed.
+# Both forms of each predefined variable, the escaped one first. A value is computed only if it is needed.
 sub expand_predefined {
     my ($text) = @_;
     $text =~ s/[\\]\$OQROOT/$facts{root}/i;
@@ -69,7 +69,7 @@ sub expand_predefined {
     return $text;
 }
 
-# The first conditional: its place and its three parts. The end is the last parenthesis.
+# Finds the first conditional: its position and its three parts. It ends at the last parenthesis.
 sub extract_condition {
     my ($source) = @_;
     my $start = index($source, '(');

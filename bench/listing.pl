@@ -2,8 +2,8 @@
 # Turns a listing into items: the peer of the library's listing, with the same delimiter, patterns and filters.
 #   perl listing.pl PATTERNS COMMAND OUT
 # PATTERNS: the delimiter, then the patterns of working file, version, mode and locker, then the project's suffix and
-# file name, each ended by a NUL byte; COMMAND prints the listing; OUT gets a line an item, or nothing is written if it
-# is empty. Prints the seconds from the start of the command to the last item.
+# file name, each ended by a NUL byte; COMMAND prints the listing; OUT: file for one line for each item; if it
+# is empty, nothing is written. Prints the seconds from the start of the command to the last item.
 use strict;
 use warnings;
 use Time::HiRes qw(clock_gettime CLOCK_MONOTONIC);

@@ -1,7 +1,7 @@
-// Measures the works of the library and the reference host against their peers, and prints a row for each. Exits
-// with 1 if a bar is missed, 2 on wrong usage, 3 if a work could not be done.
+// Compares the library and the reference host with their peers, and prints a row for each benchmark. Exits with 1
+// if a limit is exceeded, 2 on wrong usage, 3 if a benchmark could not run.
 //   orc_bench [--runs N] [--scale X] [WORK...]     works: expand, run, checkout, checkin, open, prepare, list,
-//   workspace; all without one
+//   workspace; without one, all
 #include "bench/Works.h"
 
 #include <CLI/CLI.hpp>
@@ -28,7 +28,7 @@ constexpr Work works[] = {{"expand", expandCommandLines}, {"run", runPrograms},
                           {"prepare", prepareCheckOut},   {"list", listArchive},
                           {"checkin", checkInUnits},      {"workspace", listWorkspace}};
 
-// A directory for one run of the program.
+// Provides a directory for one run of the program, and removes it.
 class Scratch {
   public:
     Scratch() {
@@ -55,7 +55,7 @@ bool measure(Setting setting, const std::vector<std::string> &names) {
     setting.scratch = scratch.path();
     setting.self = fs::read_symlink("/proc/self/exe");
     setting.sources = ORC_BENCH_SOURCES;
-    // The property sets of this tree, and nobody's own ones.
+    // Use the property sets of this tree, not the user's own.
     ::setenv("ORCHARD_SHARE", (setting.sources.parent_path() / "share").c_str(), 1);
     ::setenv("XDG_CONFIG_HOME", scratch.path().c_str(), 1);
     printHead();

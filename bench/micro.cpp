@@ -1,11 +1,11 @@
-// Timings of small pieces, for whoever looks for what a slow work spends its time on. They have no bar.
+// Times small pieces of the library, to find where a slow benchmark spends its time. They have no limits.
 #include "CM/CMSupport/core/CMArchive.h"
 #include "CM/CMSupport/core/CMLabel.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMUnit.h"
 #include "CM/host/IPN.h"
 #include "CM/host/SPString.h"
-#include "CM/platform/ChildProcess.h"
+#include "CM/platform/PlainWords.h"
 #include "tests/support/recording_host/RecordingHost.h"
 
 #include <benchmark/benchmark.h>
@@ -58,7 +58,7 @@ BENCHMARK_CAPTURE(expandTemplate, predefined, "co -q $temp");
 BENCHMARK_CAPTURE(expandTemplate, conditional, "co -q ($label ? -r$label : -f)");
 
 void expandAmongBraces(benchmark::State &state) {
-    // Each value completes the next variable; twice the braces should cost twice the time.
+    // Each value completes the next variable, so that twice the braces should take twice the time.
     RecordingHost host;
     host.addProject();
     host.addConfiguration("release", host.addComponent("plc"));

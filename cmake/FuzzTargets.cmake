@@ -1,5 +1,5 @@
-# orc_add_fuzz(NAME SOURCES ... LINKS ...): a libFuzzer program, which CTest runs for a short while over its seed
-# corpus in fuzz/corpus/NAME and what it makes of it. The libraries are instrumented for it by OrcOptions.
+# orc_add_fuzz(NAME SOURCES ... LINKS ...): adds a libFuzzer program, which CTest runs for a short time on its seed
+# corpus in fuzz/corpus/NAME and its earlier findings. OrcOptions instruments the libraries.
 set(ORC_FUZZ_SMOKE_SECONDS 10 CACHE STRING "How long CTest runs each fuzz target")
 
 function(orc_add_fuzz name)

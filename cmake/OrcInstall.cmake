@@ -1,8 +1,9 @@
-# What a program needs that embeds the library: the shared library, the pieces of CM/platform that the headers use,
-# the headers of the host's interface and those of what the library exports, a CMake package and a pkg-config file.
+# Installs what a program needs to embed the library: the shared library, the parts of CM/platform that the headers
+# use, the headers of the host's interface and of the exports, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 
 set(orc_cm_headers
+  CM/CMSupport/command/PathPlaceholders.h
   CM/CMSupport/core/CMApi.h
   CM/CMSupport/core/CMArchive.h
   CM/CMSupport/core/CMArchiveItem.h
@@ -13,6 +14,7 @@ set(orc_cm_headers
   CM/CMSupport/core/CMLog.h
   CM/CMSupport/core/CMMode.h
   CM/CMSupport/core/CMOperation.h
+  CM/CMSupport/core/CMOutcome.h
   CM/CMSupport/core/CMOutputer.h
   CM/CMSupport/core/CMProperty.h
   CM/CMSupport/core/CMStatus.h
@@ -21,9 +23,13 @@ set(orc_cm_headers
   CM/CMSupport/core/CMToolInterface.h
   CM/CMSupport/core/CMToolShellInterface.h
   CM/CMSupport/core/CMTraitFacade.h
+  CM/CMSupport/core/CMTranscationType.h
   CM/CMSupport/core/CMUnit.h
   CM/CMSupport/core/CMWorkspace.h
-  CM/CMSupport/core/pvContextStruct.h
+  CM/CMSupport/core/PropertyKeys.h
+  CM/CMSupport/core/UnitFiles.h
+  CM/CMSupport/core/Variable.h
+  CM/CMSupport/provider/pvContextStruct.h
   CM/CMSupport/questions/CMAskOnCheckoutGuard.h)
 
 set(orc_cm_include ${CMAKE_INSTALL_INCLUDEDIR}/orc_cm)
@@ -55,17 +61,17 @@ install(FILES
   ${PROJECT_BINARY_DIR}/package/orc_cmConfigVersion.cmake
   DESTINATION ${orc_cm_package} COMPONENT orc_cm)
 
-# The pkg-config file finds its prefix from where it stands, so that an installation can be moved.
+# The pkg-config file finds the prefix relative to itself, so that an installation can be moved.
 file(RELATIVE_PATH orc_cm_prefix /p/${CMAKE_INSTALL_LIBDIR}/pkgconfig /p)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/orc_cm.pc.in ${PROJECT_BINARY_DIR}/package/orc_cm.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/package/orc_cm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT orc_cm)
 
-# The property sets of the reference host stand where it looks for them.
+# The reference host looks for its property sets here.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/share/toolsets DESTINATION ${CMAKE_INSTALL_DATADIR}/orchard
   COMPONENT orc_cm OPTIONAL)
 
-# The programs find the library and the reference host beside themselves, wherever they are put.
+# The programs find the library and the reference host relative to themselves.
 if(TARGET orchard)
   install(TARGETS orchard LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endif()

@@ -19,24 +19,33 @@ function(orc_add_program name)
   target_link_libraries(${name} PRIVATE orc_options ${ARG_LINKS})
 endfunction()
 
-# orc_add_test(NAME SOURCES ... LINKS ...): a GoogleTest program, run by CTest as one test.
+# orc_add_test(NAME SOURCES ... LINKS ... [FILTER PATTERN] [TIMEOUT SECONDS]): a GoogleTest program. CTest knows each of
+# its tests, or of those that the filter lets through, as NAME.Suite.Test, with the folder as label.
 function(orc_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "FILTER;TIMEOUT" "SOURCES;LINKS" ${ARGN})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 300)
+  endif()
   orc_add_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} GTest::gmock GTest::gtest GTest::gtest_main)
-  add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+  target_precompile_headers(${name} REUSE_FROM test_headers)
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
+  gtest_discover_tests(${name} TEST_PREFIX ${name}. TEST_FILTER "${ARG_FILTER}" DISCOVERY_MODE PRE_TEST
+                       NO_PRETTY_VALUES DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS ${folder})
 endfunction()
 
 # orc_check_headers(NAME FOLDER LINKS ...): compiles every header of a folder on its own, which proves that each
-# stands alone.
+# is complete. The debug build does so for all.
 function(orc_check_headers name folder)
   cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR NOT ORC_BUILD_TESTS)
+    return()
+  endif()
   file(GLOB_RECURSE headers RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.h)
   set(sources)
   foreach(header ${headers})
     string(MAKE_C_IDENTIFIER ${header} id)
     set(source ${CMAKE_CURRENT_BINARY_DIR}/header-checks/${id}.cpp)
-    file(CONFIGURE OUTPUT ${source} CONTENT "#include \"${header}\" // stands alone\n")
+    file(CONFIGURE OUTPUT ${source} CONTENT "#include \"${header}\" // is complete\n")
     list(APPEND sources ${source})
   endforeach()
   add_library(${name} OBJECT ${sources})

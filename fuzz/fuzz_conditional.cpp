@@ -1,4 +1,4 @@
-// The search for a conditional, against the same told as cuts from the front of a copy.
+// Compares the search for a conditional with one that cuts parts off the front of a copy.
 #include "CM/CMSupport/core/CMProperty.h"
 #include "tests/support/recording_host/RecordingHost.h"
 

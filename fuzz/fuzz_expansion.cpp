@@ -1,6 +1,7 @@
-// Command templates with hostile arguments and properties. The first line is the template; each further line is
-// "name=value", an argument, or "name:value", a property of the tool. Whatever they hold, an expansion ends, says
-// yes or no, leaves its arguments alone, gives the same answer twice, and the one that it gives step by step.
+// Expands command templates with hostile arguments and properties. The first line is the template; each further
+// line is "name=value", an argument, or "name:value", a property of the tool. Every expansion ends, whether it
+// succeeds or fails, leaves its arguments unchanged, and gives the same result when repeated and when done step by
+// step.
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/host/IPN.h"
 #include "tests/CM/CMSupport/core/expansion/PlainExpansion.h"
@@ -33,7 +34,7 @@ bool differsStepByStep(const CString &source, CMArgumentList &args, int ok, cons
         CString wanted;
         return PlainExpansion(args).expand(source, wanted, false) != ok || wanted != result;
     } catch (const PlainExpansion::TooMuch &) {
-        return false; // the library says no at its own limits
+        return false; // the library refuses at its own limits
     }
 }
 

@@ -1,5 +1,5 @@
-// The header of a file, from any bytes: a first part of the file says the same as all of it, or that it is too
-// short; and what is found is what the reader of whole files finds.
+// Reads the header of a file of any bytes. The beginning of the file gives the same result as the complete file,
+// or is reported as too short, and the result equals that of the reader for complete files.
 #include "orchard/storage/UnitHeader.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         const HeaderScan part = orchard::scanHeader(text.substr(0, length), false);
         if (part.state == HeaderScan::tooFew) {
             if (isTold) {
-                std::abort(); // a longer part knew less
+                std::abort(); // a longer part found less
             }
             continue;
         }

@@ -1,7 +1,7 @@
-// Listings of hostile tools under hostile patterns. The first five lines are the delimiter and the patterns of
-// working file, version, mode and locker ("-" for a property that is missing), the sixth is what is set: "a" all
-// project files, "d" names without a dot; the rest is the listing. Whatever they hold, the listing ends, gives
-// what a reading of record after record gives, and the same again with the trace on, line for line.
+// Reads listings of hostile tools with hostile patterns. The first five lines are the delimiter and the patterns
+// of working file, version, mode and locker ("-" for a missing property); the sixth has the options: "a" for all
+// project files, "d" for names without a dot. The rest is the listing. Every reading ends, gives the result of
+// reading record by record, and gives the same result, line for line, with the trace on.
 #include "CM/CMSupport/command/ListingParser.h"
 #include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
@@ -37,10 +37,10 @@ std::string_view takeLine(std::string_view &text) {
     return line;
 }
 
-/// What a pattern gets at least before it is given up.
+/// The minimum time before a pattern is stopped.
 constexpr std::chrono::milliseconds leastTimeOfAPattern{15};
 
-/// Patterns that take long are the matter of the target for patterns.
+/// Slow patterns are left to fuzz_pattern.
 bool isSlow(std::string_view pattern, std::string_view text) {
     const auto start = std::chrono::steady_clock::now();
     const orchard::CompiledPattern compiled(pattern, "i");
@@ -71,7 +71,7 @@ Listing parsed(const CString &text, const command::ListingRules &rules) {
     return listing;
 }
 
-/// The same with a look-up for each field of each record, and copies.
+/// Reads the listing with copies and with a look-up for each field of each record.
 Listing readStepByStep(const CString &text, const command::ListingRules &rules) {
     Listing listing;
     const IProperty *const delimiter =
@@ -161,7 +161,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
                                       .wantsADot = flags.find('d') == std::string_view::npos};
     const CString output(text);
     const auto start = std::chrono::steady_clock::now();
-    // A pattern that is given up for its time gets less the next time, so that it does not find the same twice.
+    // A pattern that is stopped gets less time at the next attempt, so it may find something else.
     const auto checkSame = [start](bool same) {
         check(same || std::chrono::steady_clock::now() - start > leastTimeOfAPattern);
     };

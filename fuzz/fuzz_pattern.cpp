@@ -1,7 +1,7 @@
-// Patterns and texts that they are matched against. The first line is the pattern, the rest the text. The
-// translation adds backslashes and nothing else; plain text is found where the engine finds it; a match lies
-// within the text; whatever the pattern is, it ends in the time that it is given; and in the text repeated until
-// it is long, matches are found where one call of the engine finds them.
+// Matches patterns against texts. The first line is the pattern, the rest is the text. The translation adds only
+// backslashes. Plain text is found where the engine finds it. A match is within the text. Every pattern ends
+// within its time limit. In a long text, made by repetition, matches are found where a single call of the engine
+// finds them.
 #include "orchard/text/CompiledPattern.h"
 #include "orchard/text/Engine.h"
 #include "orchard/text/LiteralSearch.h"
@@ -57,7 +57,7 @@ void plainText(std::string_view pattern, std::string_view text) {
     }
 }
 
-/// A long text is searched in several calls of the engine: that gives what one call gives, if both end in time.
+/// Checks that several calls of the engine for a long text give the same result as one call, if both end in time.
 void longText(std::string_view pattern, std::string_view text) {
     constexpr std::size_t longEnough = 9'000;
     std::string whole;
@@ -92,7 +92,7 @@ void longText(std::string_view pattern, std::string_view text) {
             const auto before = std::chrono::steady_clock::now();
             const bool found = compiled.search(whole, start, request.options != 0, time, spans);
             if (std::chrono::steady_clock::now() - before > std::chrono::milliseconds(100)) {
-                return; // it may have been given up
+                return; // it may have been stopped
             }
             check(found == (result > 0));
             check(!found || (spans[0].begin == begin && spans[0].end == end));
@@ -118,7 +118,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         std::vector<orchard::Span> spans;
         if (compiled.search(text, 0, false, time, spans)) {
             check(!spans.empty());
-            // With "\K" in a lookahead a match may begin behind its end.
+            // With "\K" in a lookahead a match can begin after its end.
             check(spans[0].begin <= text.size() && spans[0].end <= text.size());
             for (const orchard::Span &span : spans) {
                 check(span.of(text).size() <= text.size());

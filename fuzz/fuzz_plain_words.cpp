@@ -1,5 +1,5 @@
-// plainWords on any bytes: what it takes for plain words, quoted again, must be read as the same words.
-#include "CM/platform/ChildProcess.h"
+// Runs plainWords on any bytes: the words that it finds must be read as the same words after quoting.
+#include "CM/platform/PlainWords.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Property sets: a set with a mistake gives one message that names the file, and every property of a good one is
-// found.
+// Reads property sets: a set with a mistake gives one message that names the file, and every property of a valid
+// set is found.
 #include "orchard/properties/PropertySet.h"
 #include "orchard/properties/PropertyTable.h"
 

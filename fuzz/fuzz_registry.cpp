@@ -1,4 +1,5 @@
-// The registry file, from any bytes: whatever is read can be asked for, and every report names its place.
+// Reads a registry file of any bytes: every value that is read can be looked up, and every report names its
+// position.
 #include "CM/platform/Registry.h"
 
 #include <cstddef>
@@ -13,8 +14,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         }
     });
     const CString key("HKEY_LOCAL_MACHINE\\Software\\Maker");
-    for (const CString &name : registry.valueNames(key)) {
-        if (!registry.hasKey(key) || !registry.value(key, name)) {
+    for (const CString &name : registry.textNames(key)) {
+        if (!registry.text(key, name)) {
             std::abort();
         }
     }

@@ -1,5 +1,5 @@
-// A unit file, from any bytes: it is refused with a place inside the text, or what it says is written and read
-// back the same.
+// Reads a unit file of any bytes: it is refused with a position in the text, or its contents are the same after
+// writing and reading.
 #include "orchard/model/UnitElement.h"
 #include "orchard/storage/UnitDocument.h"
 #include "orchard/storage/UnitHeader.h"

@@ -1,9 +1,9 @@
 # shellcheck shell=bash disable=SC2034 # the scripts that source it use the lists
-# Shared steps of the scripts: what a bare machine lacks, and the build. Sourced, not run.
+# Shared steps of the scripts: installing packages and building. Sourced, not run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-build_packages=(g++ cmake ninja-build pkg-config ccache libpcre2-dev libpugixml-dev libtomlplusplus-dev libcli11-dev
+build_packages=(g++ cmake ninja-build pkg-config ccache lld libpcre2-dev libpugixml-dev libtomlplusplus-dev libcli11-dev
                 nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev)
 test_packages=(git)
 bench_packages=(perl)
@@ -11,7 +11,7 @@ fuzz_packages=(clang libclang-rt-14-dev)
 tidy_packages=(clang clang-tidy clang-format shellcheck)
 tool_packages=(rcs git mercurial cvs subversion locales)
 
-# Installs those of the named Debian packages that are missing.
+# Installs the named Debian packages that are missing.
 install_packages() {
   local missing=() name
   for name in "$@"; do
@@ -28,8 +28,7 @@ install_packages() {
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build PRESET [TARGET...]: configures if it was not done yet, did not succeed, or was done from other presets; then
-# builds.
+# build PRESET [TARGET...]: configures unless the last configuration succeeded with the same presets, then builds.
 build() {
   local preset=$1 directory=build/$1 presets=(CMakePresets.json)
   shift

@@ -1,4 +1,4 @@
-// Document: the blocks of code of a document in Markdown, in their order.
+// Reads the code blocks of a Markdown document, in order.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 namespace docs {
 
 struct Block {
-    std::string language; ///< the first word behind the fence
+    std::string language; ///< the first word after the fence
     std::string file;     ///< the second: the file that the block belongs to; empty if it belongs to none
     std::string text;
     std::size_t line = 0; ///< of its first line, counted from 1
@@ -19,17 +19,18 @@ struct Block {
 /// Throws if the document can't be read, or ends within a block.
 std::vector<Block> blocksOf(const std::filesystem::path &document);
 
-/// A command of a block of language "console", and what it is to write.
+/// A command of a block of language "console", and its expected output.
 struct Command {
     std::string text;
     std::string output;
     std::size_t line = 0;
 };
 
-/// The commands of a block: what stands behind "$ ", without a comment at its end.
+/// Returns the commands of a block: the text after "$ ", without a trailing comment.
 std::vector<Command> commandsOf(const Block &block);
 
-/// Whether a text is as told. "..." in a line stands for any characters in it; as a line, for any lines, or none.
+/// Returns whether a text is as documented. "..." within a line matches any characters; alone on a line, any
+/// number of lines.
 bool isAsTold(std::string_view text, std::string_view told);
 
 } // namespace docs

@@ -1,4 +1,4 @@
-// The page that teaches an administrator to write a property set: its files are made and its commands typed.
+// Tests the page that teaches an administrator to write a property set: creates its files and runs its commands.
 #include "tests/docs/Document.h"
 #include "tests/tools/Workplace.h"
 
@@ -87,7 +87,7 @@ TEST_F(TeachingATool, WorksAsThePageSays) {
     }
     EXPECT_GE(typed_, 10);
 
-    // What the page's user has then, by the tool's own word.
+    // What the user of the page has at the end, as the tool itself reports it.
     place_.setEnvironment("SHELF", (place_.directory() / "shelf-of-station").string());
     const tools::Ran log = place_.shell("shelf log Pump.ocl");
     EXPECT_EQ(log.exit, 0) << log.err;

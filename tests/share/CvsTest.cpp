@@ -1,4 +1,4 @@
-// The property set of CVS against what CVS says.
+// Tests the property set of CVS on the output of CVS.
 #include "tests/share/ToolSet.h"
 
 #include <gmock/gmock.h>

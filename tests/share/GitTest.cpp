@@ -1,4 +1,4 @@
-// The property set of Git against what Git says.
+// Tests the property set of Git on the output of Git.
 #include "tests/share/ToolSet.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// The property set of Mercurial against what Mercurial says.
+// Tests the property set of Mercurial on the output of Mercurial.
 #include "tests/share/ToolSet.h"
 
 #include <gmock/gmock.h>

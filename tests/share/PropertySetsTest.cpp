@@ -1,4 +1,4 @@
-// What holds for every property set that is shipped.
+// Tests what every shipped property set has in common.
 #include "CM/host/SPString.h"
 #include "orchard/properties/InstalledSets.h"
 #include "orchard/properties/PropertyTable.h"
@@ -56,7 +56,7 @@ TEST(ShippedPropertySets, AreThereForFiveTools) {
     EXPECT_THAT(tools, testing::UnorderedElementsAre("CVS", "Git", "Mercurial", "RCS", "Subversion"));
 }
 
-/// A tool without locks says so by having no command for them: an empty one would count as one that went well.
+/// A tool without locks has no command for them: an empty command would count as a success.
 TEST(ShippedPropertySets, HaveEveryKeyThatTheOperationsRead) {
     for (std::size_t i = 0; i < sets().count(); ++i) {
         const auto &set = sets().at(i);
@@ -135,7 +135,7 @@ TEST(ShippedPropertySets, HaveNoCommandThatIsEmptyWhereOneIsNeeded) {
     }
 }
 
-// Comments come as they stand: the quotes are the template's, and what would end them is refused.
+// A comment is inserted as it is: the template has the quotes, and text that would end them is refused.
 TEST(ShippedPropertySets, QuoteCommentsAndRefuseWhatBreaksOutOfTheQuotes) {
     for (std::size_t i = 0; i < sets().count(); ++i) {
         const auto &set = sets().at(i);
@@ -195,7 +195,7 @@ TEST(ShippedPropertySets, MakeTheirToolsSpeakEnglish) {
     }
 }
 
-// The first of these signs cuts a command, and what stands behind it is a file to write.
+// The first of these characters ends a command, and the text after it is a file to write.
 TEST(ShippedPropertySets, HaveNoRedirectionInACommand) {
     for (std::size_t i = 0; i < sets().count(); ++i) {
         for (const auto &entry : sets().at(i).table().entries()) {
@@ -267,7 +267,7 @@ TEST(ShippedPropertySets, HavePatternsThatCanBeUsed) {
             if (isPattern(nameOf(entry)) && !value.empty()) {
                 const orchard::CompiledPattern pattern(value, "i");
                 static_cast<void>(SPString("some text").m(entry.property->getValue(), "i"));
-                // What a part of the output is taken from has to say which part.
+                // A key that reads a part of the output has to name the part.
                 EXPECT_TRUE(nameOf(entry).find("Its") == std::string::npos || pattern.pairs() >= 2)
                     << labelOf(entry) << " has no group";
                 ++patterns;

@@ -1,4 +1,4 @@
-// The property set of RCS against what RCS says and does.
+// Tests the property set of RCS on the output and the effects of RCS.
 #include "tests/share/ToolSet.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// The property set of Subversion against what Subversion says.
+// Tests the property set of Subversion on the output of Subversion.
 #include "tests/share/ToolSet.h"
 
 #include <gmock/gmock.h>

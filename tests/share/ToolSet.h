@@ -1,4 +1,4 @@
-// ToolSet: the shipped property set of one tool, and what its patterns find in a text.
+// Reads the shipped property set of a tool and applies its patterns to a text.
 #pragma once
 
 #include "CM/host/SPString.h"
@@ -13,7 +13,7 @@
 
 namespace share_tests {
 
-/// What a tool may have said, taken by the patterns for a fault and for a warning.
+/// Whether the patterns of a set recognise a tool's output as an error or as a warning.
 enum class Kind { nothing, warning, error };
 
 inline std::ostream &operator<<(std::ostream &stream, Kind kind) {
@@ -37,14 +37,14 @@ class ToolSet {
   public:
     explicit ToolSet(std::string tool) : tool_(std::move(tool)) {}
 
-    /// The value of a key; "(none)" if the set has none.
+    /// Returns the value of a key; "(none)" if the set has none.
     [[nodiscard]] std::string value(const char *key) const {
         static const orchard::InstalledSets all({std::filesystem::path(SHARE_DIRECTORY) / "toolsets"});
         const IProperty *const property = all.find("ConfigurationManagement", tool_.c_str(), key);
         return property == nullptr ? "(none)" : property->getValue().str();
     }
 
-    /// What the first group of a key's pattern finds; empty if it doesn't match or the set has no pattern.
+    /// Returns what the first group of a key's pattern finds; empty if it doesn't match or the set has no pattern.
     [[nodiscard]] std::string find(const char *key, const std::string &text) const {
         SPStringList groups;
         return matches(key, text, groups) ? groups[1].str() : std::string();
@@ -60,7 +60,7 @@ class ToolSet {
                                                              : Kind::nothing;
     }
 
-    /// The files of a listing, in its order.
+    /// Returns the files of a listing, in its order.
     [[nodiscard]] std::vector<Listed> list(const std::string &output) const {
         std::vector<Listed> files;
         SPStringList records;

@@ -1,4 +1,4 @@
-// Connect, add, list, fetch and history on real RCS archives.
+// Tests connect, add, list, fetch and history on real RCS archives.
 #include "tests/tools/DailyCycle.h"
 
 #include <algorithm>
@@ -17,7 +17,7 @@ struct Fetch : tools::DailyCycle {};
 struct History : tools::DailyCycle {};
 struct Header : tools::DailyCycle {};
 
-/// Runs the program on the project in a directory that is made for it; `words` are shell.
+/// Runs the program on the project in a directory created for it; `words` are shell text.
 Ran runIn(tools::Workplace &place, const fs::path &project, const std::string &directory,
           const std::string &words) {
     return place.shell("mkdir " + tools::quoted(directory) + " && cd " + tools::quoted(directory) + " && " +

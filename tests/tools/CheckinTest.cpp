@@ -1,4 +1,4 @@
-// Check in, lock, unlock and undo on real RCS archives.
+// Tests check in, lock, unlock and undo on real RCS archives.
 #include "tests/tools/DailyCycle.h"
 
 namespace fs = std::filesystem;
@@ -6,6 +6,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using tools::Ran;
+using tools::Workplace;
 
 namespace {
 
@@ -17,6 +18,16 @@ struct Checkin : tools::DailyCycle {
         lock("Pump");
         change(pump, pumpText, newPumpText);
     }
+};
+/// A unit that is not loaded is left out; the comment of the other names its file.
+struct CheckinWithAStub : Checkin {
+    CheckinWithAStub() {
+        const fs::path valve = project.fileOf("Valve");
+        fs::permissions(valve, fs::perms::owner_write, fs::perm_options::add);
+        Workplace::write(valve, read(valve) + "<junk");
+    }
+    const std::vector<std::string> words{"--yes",       "checkin", "Drives/Valve",
+                                         "Drives/Pump", "--log",   "takes the code from Valve.ocl"};
 };
 struct Locks : tools::DailyCycle {};
 struct Undo : tools::DailyCycle {};
@@ -34,6 +45,25 @@ TEST_F(Checkin, PutsANewVersionIntoTheArchiveWithItsComment) {
     EXPECT_THAT(rlog(pump), HasSubstr("the pump is anna's now"));
     EXPECT_THAT(project.locksOf(pump), IsEmpty());
     EXPECT_THAT(project.shell("co -q -p " + tools::quoted(pump.string())).out, HasSubstr(newPumpText));
+}
+TEST_F(CheckinWithAStub, CountsTheUnitThatTheToolWorkedOnWhateverTheCommentNames) {
+    const Ran ran = project.onProject(words);
+    EXPECT_EQ(ran.exit, 1) << ran.err;
+    EXPECT_EQ(ran.out, "Drives/Valve: failed: the unit is not loaded, and was left out\n"
+                       "Drives/Pump: checked in, version 1.1 -> 1.2, RW -> RO\n");
+}
+TEST_F(CheckinWithAStub, CountsTheUnitThatTheToolWorkedOnInJsonToo) {
+    const Ran ran = run(words);
+    EXPECT_EQ(ran.exit, 1) << ran.err;
+    const auto items = ran.json()["items"];
+    ASSERT_EQ(items.size(), 2U) << ran.out;
+    EXPECT_EQ(items[0]["unit"], "Drives/Valve");
+    EXPECT_EQ(items[0]["outcome"], "failed");
+    EXPECT_EQ(items[0]["reason"], "the unit is not loaded, and was left out");
+    EXPECT_EQ(items[1]["unit"], "Drives/Pump");
+    EXPECT_EQ(items[1]["outcome"], "checked in");
+    EXPECT_EQ(items[1]["after"]["version"], "1.2");
+    EXPECT_FALSE(items[1].contains("reason"));
 }
 TEST_F(Checkin, LeavesTheFileForMoreWorkWithTheModeReadWrite) {
     const Ran ran = run({"checkin", "--log=x y", "--mode", "rw", "Pump"});
@@ -198,7 +228,7 @@ TEST_F(Undo, RunsNothingOfAnArchiveName) {
     const fs::path proof = project.directory() / "proof";
     for (const std::string &name :
          {"a\"; touch " + tools::quoted(proof.string()) + "; \"", "$(touch " + proof.string() + ")",
-          "`touch " + proof.string() + "`", std::string("a\nb"), std::string("a\\b"), "a>" + proof.string()}) {
+          "`touch " + proof.string() + "`", std::string("a\nb"), "a>" + proof.string()}) {
         for (const auto *const command : {"undo", "checkout", "fetch"}) {
             const Ran ran = run({command, "--archive", name});
             EXPECT_EQ(ran.exit, 2) << command << name << ran.out;

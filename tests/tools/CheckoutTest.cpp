@@ -1,4 +1,4 @@
-// Check out on real RCS archives, by the real program.
+// Tests check out with the real program on real RCS archives.
 #include "tests/tools/RcsProject.h"
 
 #include <gmock/gmock.h>
@@ -96,6 +96,13 @@ TEST_F(Checkout, KeepsAWritableFileAfterANo) {
     EXPECT_EQ(read(pump), mine);
 }
 
+TEST_F(Checkout, CountsAUnitAsReloadedOnlyIfItsFileWasReadAgain) {
+    project.shell("co -q -l " + tools::quoted(pump.string()) + " && ci -q -u -f -m'the same' " +
+                  tools::quoted(pump.string()) + " && co -q -r1.1 " + tools::quoted(pump.string()));
+    const Ran same = project.onProject({"checkout", "Pump"});
+    EXPECT_EQ(same.out, "Drives/Pump: checked out, file changed, version 1.1 -> 1.2, RO\n") << same.err;
+}
+
 TEST_F(Checkout, TakesNoForAnAnswerWhereNobodyCanBeAsked) {
     project.shell("chmod u+w " + tools::quoted(pump.string()));
     const std::string before = read(pump);
@@ -104,6 +111,32 @@ TEST_F(Checkout, TakesNoForAnAnswerWhereNobodyCanBeAsked) {
     EXPECT_THAT(ran.err, HasSubstr("nobody to ask"));
     EXPECT_THAT(ran.out, HasSubstr("skipped"));
     EXPECT_EQ(read(pump), before);
+}
+
+TEST_F(Checkout, NeverOverwritesAFileByLeavingTheQuestion) {
+    project.shell("chmod u+w " + tools::quoted(pump.string()));
+    project.shell("sed -i 's/One pump/My pump/' " + tools::quoted(pump.string()));
+    const std::string mine = read(pump);
+    ASSERT_THAT(mine, HasSubstr("My pump"));
+    const auto checkoutAndType = [this](const std::string &typed) {
+        return project.cmAtTerminal({"-p", project.projectFile().string(), "checkout", "Pump"}, typed);
+    };
+    const Ran closed = checkoutAndType("q\nno\n");
+    EXPECT_EQ(closed.exit, 1) << closed.err;
+    EXPECT_THAT(closed.err, HasSubstr("needs an answer"));
+    EXPECT_EQ(read(pump), mine);
+    const Ran ended = checkoutAndType("q\n\x04");
+    EXPECT_EQ(ended.exit, 1) << ended.err;
+    EXPECT_THAT(ended.err, HasSubstr("[No: there was no answer]"));
+    EXPECT_EQ(read(pump), mine);
+}
+
+TEST_F(Checkout, OverwritesAFileAfterAYesAtTheTerminal) {
+    project.shell("chmod u+w " + tools::quoted(pump.string()));
+    project.changeElsewhere("bob", pump, pumpText, newPumpText);
+    const Ran ran = project.cmAtTerminal({"-p", project.projectFile().string(), "checkout", "Pump"}, "yes\n");
+    EXPECT_EQ(ran.exit, 0) << ran.err;
+    EXPECT_THAT(read(pump), HasSubstr(newPumpText));
 }
 
 TEST_F(Checkout, AnswersAllQuestionsWithOneYesToAll) {
@@ -248,7 +281,7 @@ TEST_F(Checkout, FromTheArchiveWorksOnAWholeDirectoryWithRecursive) {
 }
 
 TEST_F(Checkout, SkipsALaterUnitThatTheReloadOfAnEarlierOneReplaced) {
-    // A subsystem whose elements change is read anew with all that lies below.
+    // A subsystem whose elements change is read again with everything below it.
     project.changeElsewhere(
         "bob", project.fileOf("Drives"), "What moves water.</description>",
         "What moves water.</description>\\n  <class id=\"0b6d5a52-6f0c-4c1e-9f7a-1d2c3b4a5f60\">"
@@ -270,7 +303,7 @@ TEST_F(Checkout, FromTheArchiveBringsInAFileThatTheModelDoesNotKnow) {
     const fs::path boiler = pump.parent_path() / "Boiler.ocl";
     std::string text = valve;
     for (auto at = text.find("id=\""); at != std::string::npos; at = text.find("id=\"", at + 4)) {
-        text[at + 4] = text[at + 4] == 'f' ? 'e' : 'f'; // elements of its own
+        text[at + 4] = text[at + 4] == 'f' ? 'e' : 'f'; // different elements
     }
     text.replace(text.find("<name>Valve"), 11, "<name>Boiler");
     Workplace::write(boiler, text);

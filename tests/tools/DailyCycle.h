@@ -1,4 +1,5 @@
-// DailyCycle: a project of anna's that is not under RCS yet, and one that is, for tests of the daily commands.
+// Provides tests of the daily commands with a project that is not under RCS yet, and with one that is; anna owns
+// both.
 #pragma once
 
 #include "tests/tools/RcsProject.h"
@@ -17,7 +18,7 @@ struct DailyCycle : testing::Test {
         words.insert(words.begin(), "--json");
         return project.onProject(words);
     }
-    /// The result of the first item.
+    /// Returns the result of the first item.
     static nlohmann::json first(const Ran &ran) {
         const auto json = ran.json();
         return json.is_discarded() || json["items"].empty() ? nlohmann::json() : json["items"][0];
@@ -37,7 +38,7 @@ struct DailyCycle : testing::Test {
             project.shell("sed -i " + quoted("s|" + from + "|" + to + "|") + " " + quoted(file.string()));
         ASSERT_EQ(ran.exit, 0) << ran.err;
     }
-    /// What rlog tells of a file's archive.
+    /// Returns what rlog reports about a file's archive.
     std::string rlog(const std::filesystem::path &file) {
         return project.shell("rlog " + quoted(file.string())).out;
     }

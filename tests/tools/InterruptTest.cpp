@@ -1,4 +1,4 @@
-// Ctrl-C in the middle of a check out.
+// Tests Ctrl-C during a check out.
 #include "tests/tools/RcsProject.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// The program's conventions: exit statuses, JSON, naming, properties, batches.
+// Tests the program's conventions: exit statuses, JSON, naming, properties, batches.
 #include "tests/tools/RcsProject.h"
 
 #include <gmock/gmock.h>
@@ -43,7 +43,7 @@ TEST_F(Program, TellsHowAValueThatBeginsWithAMinusIsGiven) {
     project.lockProject();
     const Ran ran = project.onProject({"property", "set", "ReadWrite", "-l"});
     EXPECT_EQ(ran.exit, 2);
-    EXPECT_THAT(ran.err, HasSubstr("stands behind '--'"));
+    EXPECT_THAT(ran.err, HasSubstr("put '--' before a value"));
     EXPECT_EQ(project.onProject({"property", "set", "ReadWrite", "--", "-l"}).exit, 0);
 }
 
@@ -60,7 +60,7 @@ TEST_F(Program, RefusesAValueThatWouldCountAsAnother) {
     }
     const Ran choice = project.onProject({"property", "set", "ReportLoadingError", "Bth"});
     EXPECT_EQ(choice.exit, 0);
-    EXPECT_THAT(choice.err, HasSubstr("'Bth' is none of its values"));
+    EXPECT_THAT(choice.err, HasSubstr("'Bth' is not one of its values"));
 }
 
 TEST_F(Program, RefusesNamesOfPropertiesThatNothingCouldRead) {
@@ -80,7 +80,7 @@ TEST_F(Program, WarnsOfAnotherValueThatStillHolds) {
     ASSERT_EQ(set({"ReadOnly", "nearer", "--unit", "Controller"}).exit, 0);
     const Ran ran = set({"ReadOnly", "farther"});
     EXPECT_EQ(ran.exit, 0);
-    EXPECT_THAT(ran.err, HasSubstr("'nearer' from Component Controller still holds"));
+    EXPECT_THAT(ran.err, HasSubstr("'nearer' from Component Controller still counts"));
 }
 
 TEST_F(Program, GivesNewFilesTheDefaultHeaderThatItTells) {
@@ -174,7 +174,8 @@ TEST_F(Program, ListsALargeModelFromItsRecordUntilAFileChanges) {
     const auto list = [&](const char *form) { return place.cm({"-p", "Big", form, "list"}).out; };
     const std::string first = list("--json");
     EXPECT_FALSE(fs::exists(cache)) << "files that are so young are not trusted";
-    std::this_thread::sleep_for(std::chrono::milliseconds(2100)); // the times of files stand still for so long
+    std::this_thread::sleep_for(
+        std::chrono::milliseconds(2100)); // until the file times are old enough to be trusted
     EXPECT_TRUE(list("--json") == first);
     ASSERT_TRUE(fs::exists(cache / "orchard" / "workspaces"));
     EXPECT_TRUE(list("--json") == first);
@@ -269,7 +270,7 @@ TEST_F(Program, TellsWhichPropertiesReferToThemselves) {
     const Ran ran = project.onProject({"--json", "expand", "$Mine"});
     EXPECT_EQ(ran.exit, 1);
     EXPECT_EQ(ran.json()["unresolved"], (nlohmann::json{"$Mine", "$Other", "${mine}"})) << ran.out;
-    EXPECT_EQ(ran.json()["error"]["message"], "'${mine}' refers to itself, which stands in the value of '$Other', "
+    EXPECT_EQ(ran.json()["error"]["message"], "'${mine}' refers to itself, which is in the value of '$Other', "
                                               "in that of '$Mine'");
 }
 

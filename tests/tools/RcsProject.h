@@ -1,4 +1,4 @@
-// RcsProject: the sample project of a pump station, its unit files under RCS, as anna has it before her.
+// Provides the sample project of a pump station with its unit files under RCS, in anna's workspace.
 #pragma once
 
 #include "tests/tools/Workplace.h"
@@ -22,9 +22,9 @@ class RcsProject : public Workplace {
     /// Runs orchard-cm on the project.
     Ran onProject(std::vector<std::string> words, const std::string &input = {});
 
-    /// What "show" tells of a unit.
+    /// Returns what "show" reports about a unit.
     nlohmann::json show(const std::string &unit);
-    /// The file of a unit, by its name.
+    /// Returns the file of a unit, by its name.
     std::filesystem::path fileOf(const std::string &unit);
     [[nodiscard]] static std::filesystem::path archiveOf(const std::filesystem::path &file);
 

@@ -1,4 +1,4 @@
-// Move, rename and delete: model, files and RCS archives come to the same state, or stay as they were.
+// Tests move, rename and delete: model, files and RCS archives agree afterwards, or stay as they were.
 #include "tests/tools/DailyCycle.h"
 
 namespace fs = std::filesystem;
@@ -73,7 +73,7 @@ TEST_F(Restructure, DeletesWhatLiesBelowOnlyWhenAskedTo) {
     lockAll();
     const Ran refused = run({"delete", "Drives"});
     EXPECT_EQ(refused.exit, 2);
-    EXPECT_THAT(errorOf(refused), HasSubstr("more units lie below"));
+    EXPECT_THAT(errorOf(refused), HasSubstr("more units below"));
     EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
     const Ran ran = run({"delete", "--recursive", "Drives"});
     EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
@@ -115,7 +115,7 @@ TEST_F(Restructure, AToolThatIsKilledHalfWayLeavesModelAndFilesAndTheUserIsSentT
     EXPECT_FALSE(isArchived(pump));
 }
 TEST_F(Restructure, ANameThatNoTemplateCanHoldIsTheReasonThatIsGiven) {
-    // Each name can stand alone; with the directory in front the path reads as a conditional.
+    // Each name is valid alone; after the directory, the path reads as a conditional.
     lockAll();
     ASSERT_EQ(run({"rename", "Control", "Con(trol"}).exit, 0);
     const Ran ran = run({"rename", "AlarmList", "Which?)"});

@@ -1,6 +1,6 @@
-// A subsystem whose directory another one uses, too: no delete, rename or move of the one takes files of the other
-// along, whatever the tool.
-#include "tests/tools/scenario/Project.h"
+// Tests a subsystem that shares its directory with another: deleting, renaming or moving one leaves the files of
+// the other alone, with any tool.
+#include "tests/tools/scenario/ScenarioProject.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,8 +16,8 @@ using tools::Ran;
 
 namespace {
 
-/// Control and Operator with its part Panel stand in one directory; all units are checked out, and Panel and
-/// Operator hold work that is not checked in. Drives has a directory of its own.
+/// Control and Operator with its part Panel share one directory; all units are checked out, and Panel and
+/// Operator hold work that is not checked in. Drives has its own directory.
 struct SharedDirectory : testing::TestWithParam<const char *> {
     SharedDirectory() : project(GetParam(), {}) {}
     void SetUp() override {
@@ -60,7 +60,7 @@ struct SharedDirectory : testing::TestWithParam<const char *> {
         }
         return texts;
     }
-    /// Those of Control, wherever it is.
+    /// The files of Control, wherever it is.
     std::set<std::string> at(const std::string &directory, const std::string &control = "Control.osb") const {
         std::set<std::string> files;
         for (const std::string &file : {control, std::string("PumpController.ocl"),
@@ -153,11 +153,11 @@ TEST_P(SharedDirectory, WhatLiesBelowGoesIntoItWithItsOwnDirectory) {
     expectOnDiskAndInArchive({"Control/Sensors.osb", "Control/FlowSensor.ocl", "Control/Panel.ocl"});
 }
 
-// One tool that knows no directories, and two that move and delete them with all that is in them.
+// One tool that does not handle directories, and two that move and delete them with their contents.
 INSTANTIATE_TEST_SUITE_P(Tools, SharedDirectory, testing::Values("RCS", "Subversion", "Git"),
                          [](const auto &row) { return std::string(row.param); });
 
-// What the scripts do with a directory that is there already.
+// What the scripts do with a directory that exists already.
 struct MoveScript : testing::TestWithParam<const char *> {
     MoveScript() : project(GetParam(), {}) {}
     Ran move() {

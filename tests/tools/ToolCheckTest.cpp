@@ -1,4 +1,4 @@
-// "tool check" on the shipped sets and on broken ones.
+// Tests "tool check" on the shipped sets and on broken ones.
 #include "tests/tools/Workplace.h"
 
 #include <gmock/gmock.h>
@@ -12,7 +12,7 @@ namespace {
 
 struct ToolCheck : testing::Test {
     tools::Workplace place;
-    /// A set of the user's own, in front of the installed ones.
+    /// A set of the user, which is read before the installed ones.
     void writeSet(const std::string &text) {
         const fs::path sets = place.directory() / "config" / "orchard" / "toolsets";
         fs::create_directories(sets);
@@ -60,7 +60,7 @@ TEST_F(ToolCheck, FindsWhatIsMissingOrWrongWithItsPlace) {
     EXPECT_THAT(textFor(ran, "CheckOut"), HasSubstr("outside quotes"));
     EXPECT_THAT(textFor(ran, "CheckIn"), HasSubstr("'$nobody' could not be resolved"));
     EXPECT_THAT(textFor(ran, "CheckIn"), HasSubstr("'$Piece'"));
-    EXPECT_THAT(textFor(ran, "HeaderItsVersion"), HasSubstr("no valid pattern"));
+    EXPECT_THAT(textFor(ran, "HeaderItsVersion"), HasSubstr("not a valid pattern"));
     EXPECT_THAT(textFor(ran, "ChekIn"), HasSubstr("did you mean 'CheckIn'?"));
     EXPECT_THAT(place.cm({"tool", "check", "Vault"}).out, HasSubstr("mine.toml:6:"));
 }

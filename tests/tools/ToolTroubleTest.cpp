@@ -1,4 +1,4 @@
-// A tool that misbehaves in every way: the program survives, says what happened, and the model stays sound.
+// Tests tools that misbehave: the program survives and reports what happened, and the model stays intact.
 #include "tests/tools/RcsProject.h"
 
 #include <gmock/gmock.h>

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
 #include <iterator>
@@ -28,13 +27,7 @@ std::string quoted(const std::string &word) {
 }
 
 Workplace::Workplace() {
-    std::string pattern = (fs::temp_directory_path() / "orchard tööls XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-        throw std::runtime_error("no temporary directory");
-    }
-    channels_ = pattern;
-    directory_ = channels_ / "work";
-    fs::create_directory(directory_);
+    fs::create_directories(directory_);
     setEnvironment("HOME", directory_.string());
     setEnvironment("XDG_CONFIG_HOME", (channels_ / "config").string());
     setEnvironment("XDG_CACHE_HOME", (channels_ / "cache").string());
@@ -42,23 +35,18 @@ Workplace::Workplace() {
     becomeUser("anna");
 }
 
-Workplace::~Workplace() {
-    std::error_code ignored;
-    fs::remove_all(channels_, ignored);
-}
-
 void Workplace::becomeUser(const std::string &name) {
     setEnvironment("LOGNAME", name);
     setEnvironment("USER", name);
 }
 
-pid_t Workplace::spawn(const std::vector<std::string> &words, const std::string &input) {
+pid_t Workplace::spawn(const std::vector<std::string> &words, const std::string &input, const char *terminal) {
     write(channels_ / "in", input);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    const std::string in = (channels_ / "in").string();
+    const std::string in = terminal != nullptr ? terminal : (channels_ / "in").string();
     const std::string out = (channels_ / "out").string();
-    const std::string err = (channels_ / "err").string();
+    const std::string err = terminal != nullptr ? terminal : (channels_ / "err").string();
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, in.c_str(), O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
@@ -114,6 +102,28 @@ Ran Workplace::cm(const std::vector<std::string> &words, const std::string &inpu
     std::vector<std::string> all{ORCHARD_CM_PROGRAM};
     all.insert(all.end(), words.begin(), words.end());
     return finish(spawn(all, input));
+}
+
+Ran Workplace::cmAtTerminal(const std::vector<std::string> &words, const std::string &typed) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
+        throw std::runtime_error("no terminal");
+    }
+    std::vector<std::string> all{ORCHARD_CM_PROGRAM};
+    all.insert(all.end(), words.begin(), words.end());
+    const pid_t pid = spawn(all, {}, ptsname(terminal));
+    if (::write(terminal, typed.data(), typed.size()) != static_cast<ssize_t>(typed.size())) {
+        throw std::runtime_error("the terminal takes no input");
+    }
+    std::string shown;
+    char piece[4096];
+    for (ssize_t length = 0; (length = ::read(terminal, piece, sizeof piece)) > 0;) {
+        shown.append(piece, static_cast<std::size_t>(length));
+    }
+    close(terminal);
+    Ran ran = finish(pid);
+    ran.err = shown;
+    return ran;
 }
 
 bool Workplace::endsSoon(pid_t pid) {

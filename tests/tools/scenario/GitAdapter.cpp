@@ -32,7 +32,7 @@ class GitAdapter : public Adapter {
 
     std::set<std::string> files() override {
         std::set<std::string> names;
-        // Without -z Git would write some names in quotes of its own.
+        // Without -z Git would quote some names.
         for (const std::string &line :
              linesOf(git("ls-tree -r -z --name-only " + quoted("HEAD:" + top()) + " | tr '\\0' '\\n'"))) {
             if (!fs::path(line).filename().string().starts_with(".git")) {
@@ -48,7 +48,7 @@ class GitAdapter : public Adapter {
     std::string comment(const std::string &file) override {
         return trimmed(git("log -1 --format=%B HEAD -- " + path(file)));
     }
-    /// What is no UTF-8 Git takes for Latin-1, and says so.
+    /// Git treats text that is not UTF-8 as Latin-1, with a warning.
     [[nodiscard]] std::string asArchived(const std::string &comment) const override {
         try {
             static_cast<void>(nlohmann::json(comment).dump());

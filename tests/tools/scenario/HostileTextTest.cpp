@@ -1,5 +1,5 @@
-// Comments, labels and names that would be commands: nothing that they hold is run, and no file appears.
-#include "tests/tools/scenario/Project.h"
+// Tests comments, labels and names that contain commands: none of these is run, and no file appears.
+#include "tests/tools/scenario/ScenarioProject.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ using tools::Ran;
 
 namespace {
 
-/// PROOF stands for a file that appears if the text is run; it holds no blank.
+/// PROOF means a file that appears if the text is run; it contains no space.
 constexpr auto corpus = std::to_array<const char *>({
     ";touch PROOF",
     "x; touch PROOF; x",
@@ -69,6 +69,7 @@ constexpr auto corpus = std::to_array<const char *>({
 
 struct HostileText : testing::TestWithParam<const char *> {
     HostileText() : project(GetParam(), Names()) {
+        project.archive().keepToolRunning();
         good({"connect"}, project.archive().archive().empty()
                               ? std::vector<std::string>{}
                               : std::vector<std::string>{project.archive().archive()});
@@ -79,14 +80,14 @@ struct HostileText : testing::TestWithParam<const char *> {
         const Ran ran = project.run(words, items);
         ASSERT_EQ(ran.exit, 0) << words.front() << ran.out << ran.err;
     }
-    /// The text with another in the place of PROOF.
+    /// Returns the text with PROOF replaced by another text.
     static std::string armed(std::string text, const std::string &proof) {
         for (auto at = text.find("PROOF"); at != std::string::npos; at = text.find("PROOF", at + proof.size())) {
             text.replace(at, 5, proof);
         }
         return text;
     }
-    /// The corpus, each text with a path of its own, so that it can be told afterwards which one was run.
+    /// Returns the corpus, each text with its own path, which shows afterwards which text was run.
     std::map<std::string, std::string> armedCorpus() {
         std::map<std::string, std::string> proofs;
         for (const char *const plain : corpus) {
@@ -109,7 +110,7 @@ struct HostileText : testing::TestWithParam<const char *> {
     void TearDown() override { fs::remove_all(outside); }
 };
 
-/// As tools keep a comment: each has line ends of its own, and none at the end.
+/// Returns a comment without the differences between tools: uniform line ends, and none at the end.
 std::string asKept(const std::string &text) {
     std::string kept;
     for (const char character : text) {

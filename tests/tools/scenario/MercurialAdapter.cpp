@@ -1,6 +1,7 @@
 // Mercurial: a shared repository in a directory whose name holds a blank, and a clone of Bob's own.
 #include "tests/tools/scenario/Adapter.h"
 
+#include <cstdlib>
 #include <stdexcept>
 
 namespace scenario {
@@ -59,6 +60,16 @@ class MercurialAdapter : public Adapter {
         must("cd " + quoted(mine.string()) + " && sed -i " + quoted("s|" + from + "|" + to + "|") + " -- " +
              path(file) + " && " + english + "hg commit --quiet --user bob --message 'of Bob' -- " + path(file) +
              " && " + english + "hg push --quiet");
+    }
+    /// By Mercurial's own server, which ends by itself when its socket is gone with the test's directory.
+    void keepToolRunning() override {
+        const fs::path programs = place().directory().parent_path() / "programs";
+        fs::create_directory(programs);
+        const std::string hg = trimmed(must("command -v hg"));
+        fs::create_symlink(trimmed(must("command -v chg")), programs / "hg");
+        place().setEnvironment("CHGHG", hg);
+        place().setEnvironment("CHGSOCKNAME", (programs / "socket").string());
+        place().setEnvironment("PATH", programs.string() + ":" + std::getenv("PATH"));
     }
 
   private:

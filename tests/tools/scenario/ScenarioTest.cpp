@@ -1,12 +1,14 @@
 // A model's life under configuration management, from nothing to the last delete: the same for every tool, for
-// names that are hard to quote, and under another language. What Orchard says is held against what the tool itself
-// says.
-#include "tests/tools/scenario/Project.h"
+// names that are hard to quote, and under another language. What Orchard says is compared with what the tool
+// itself says. Each step is a test; one that is run alone brings the archive into the state that it needs.
+#include "tests/tools/scenario/ScenarioProject.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <map>
+#include <memory>
 #include <tuple>
 
 namespace fs = std::filesystem;
@@ -26,16 +28,18 @@ std::string fileOf(const std::string &unit) { return unit + ".ocl"; }
 
 enum class Circumstances { plainNames, hardNames, hardNamesInGerman };
 
-struct Scenario : testing::TestWithParam<std::tuple<const char *, Circumstances>> {
-    Scenario()
-        : project(std::get<0>(GetParam()),
-                  std::get<1>(GetParam()) == Circumstances::plainNames ? Names() : scenario::hardNames()) {
-        if (std::get<1>(GetParam()) == Circumstances::hardNamesInGerman) {
+struct Scenario {
+    Scenario(const char *tool, Circumstances circumstances)
+        : project(tool, circumstances == Circumstances::plainNames ? Names() : scenario::hardNames()) {
+        if (circumstances == Circumstances::hardNamesInGerman) {
             speakGerman(project);
+        }
+        if (circumstances != Circumstances::plainNames) {
+            archive.keepToolRunning();
         }
     }
 
-    /// A locale of the test's own, so that none has to be installed.
+    /// A locale that the test provides, so that none has to be installed.
     static void speakGerman(tools::Workplace &place) {
         const fs::path locales = place.directory() / "locales";
         fs::create_directory(locales);
@@ -59,7 +63,7 @@ struct Scenario : testing::TestWithParam<std::tuple<const char *, Circumstances>
         EXPECT_EQ(ran.exit, 1) << words.front() << '\n' << ran.out << ran.err;
         return ran;
     }
-    /// What "archive" lists, file by file.
+    /// Returns what "archive" lists, by file.
     std::map<std::string, nlohmann::json> listed() {
         std::map<std::string, nlohmann::json> files;
         const nlohmann::json json = good({"--json", "archive"}).json();
@@ -216,7 +220,7 @@ void Scenario::undo() {
     expectLocker(valve, "");
 }
 
-// The archived version bears another name than the unit has now, whose file was named after it.
+// The archived version has another name than the unit, and the unit's file is named after the unit.
 void Scenario::undoToAnotherName() {
     const std::string panel = names.operators + "/Panel.ocl";
     archive.changeAsBob(panel, "<name>Panel</name>", "<name>Console</name>");
@@ -360,67 +364,99 @@ void Scenario::remove() {
     EXPECT_EQ(archive.files(), project.files());
 }
 
-TEST_P(Scenario, RunsFromNothingToTheLastDelete) {
-    const auto step = [&](const char *name, void (Scenario::*work)()) {
-        const testing::ScopedTrace trace(__FILE__, __LINE__, name);
-        if (!HasFailure()) {
-            (this->*work)();
+struct Step {
+    const char *name;
+    void (Scenario::*work)();
+};
+
+/// In this order; each starts with the archive as the previous one left it.
+constexpr auto steps = std::to_array<Step>({{"Connect", &Scenario::connect},
+                                            {"Add", &Scenario::addAll},
+                                            {"List", &Scenario::list},
+                                            {"CheckOut", &Scenario::checkOut},
+                                            {"CheckIn", &Scenario::checkIn},
+                                            {"History", &Scenario::history},
+                                            {"LockAndUnlock", &Scenario::lockAndUnlock},
+                                            {"LockOfAnother", &Scenario::lockOfAnother},
+                                            {"Undo", &Scenario::undo},
+                                            {"Fetch", &Scenario::fetch},
+                                            {"Label", &Scenario::label},
+                                            {"Rename", &Scenario::rename},
+                                            {"Move", &Scenario::move},
+                                            {"MoveDirectory", &Scenario::moveDirectory},
+                                            {"Delete", &Scenario::remove},
+                                            {"ListAgain", &Scenario::list}});
+
+struct ScenarioStep : testing::TestWithParam<std::tuple<const char *, Circumstances, std::size_t>> {
+    static void TearDownTestSuite() { life.reset(); }
+
+    /// Runs the steps up to this one that have not been run yet.
+    static void reach(const char *tool, Circumstances circumstances, std::size_t step) {
+        if (!life || life->tool != tool || life->circumstances != circumstances || life->done > step) {
+            life = std::make_unique<Life>(tool, circumstances);
         }
+        for (; life->done <= step; ++life->done) {
+            const testing::ScopedTrace trace(__FILE__, __LINE__, steps.at(life->done).name);
+            ASSERT_FALSE(life->isBroken) << "a step before this one failed";
+            (life->scenario.*steps.at(life->done).work)();
+            life->isBroken = HasFailure();
+        }
+    }
+
+  private:
+    /// What the steps of one tool share.
+    struct Life {
+        Life(const char *itsTool, Circumstances itsCircumstances)
+            : tool(itsTool), circumstances(itsCircumstances), scenario(itsTool, itsCircumstances) {}
+        std::string tool;
+        Circumstances circumstances;
+        Scenario scenario;
+        std::size_t done = 0;
+        bool isBroken = false;
     };
-    step("connect", &Scenario::connect);
-    step("add", &Scenario::addAll);
-    step("list", &Scenario::list);
-    step("check out", &Scenario::checkOut);
-    step("check in", &Scenario::checkIn);
-    step("history", &Scenario::history);
-    step("lock and unlock", &Scenario::lockAndUnlock);
-    step("lock of another", &Scenario::lockOfAnother);
-    step("undo", &Scenario::undo);
-    step("fetch", &Scenario::fetch);
-    step("label", &Scenario::label);
-    step("rename", &Scenario::rename);
-    step("move", &Scenario::move);
-    step("move a directory", &Scenario::moveDirectory);
-    step("delete", &Scenario::remove);
-    step("list again", &Scenario::list);
+    static inline std::unique_ptr<Life> life;
+};
+
+TEST_P(ScenarioStep, LeavesModelFilesAndArchiveInAgreement) {
+    const auto [tool, circumstances, step] = GetParam();
+    reach(tool, circumstances, step);
 }
 
-struct Undo : Scenario {};
+struct Undo : testing::TestWithParam<const char *> {
+    void SetUp() override {
+        scenario.connect();
+        scenario.addAll();
+        ASSERT_FALSE(HasFailure());
+    }
+    Scenario scenario{GetParam(), Circumstances::plainNames};
+};
 
-TEST_P(Undo, BringsBackTheArchivedName) {
-    connect();
-    addAll();
-    ASSERT_FALSE(HasFailure());
-    undoToAnotherName();
-}
+TEST_P(Undo, BringsBackTheArchivedName) { scenario.undoToAnotherName(); }
 
-TEST_P(Undo, TakesTheFileAlongWithTheNameWhereItsOwnerMayBeChanged) {
-    connect();
-    addAll();
-    ASSERT_FALSE(HasFailure());
-    undoToAnotherNameWithItsOwner();
-}
+TEST_P(Undo, TakesTheFileAlongWithTheNameWhereItsOwnerMayBeChanged) { scenario.undoToAnotherNameWithItsOwner(); }
 
-// The name of each test ends in its tool and the circumstances: the build runs the tests of each tool by
-// themselves.
 const auto allTools = testing::Values("RCS", "CVS", "Subversion", "Git", "Mercurial");
 
-std::string nameOf(const testing::TestParamInfo<std::tuple<const char *, Circumstances>> &row) {
-    const auto [tool, circumstances] = row.param;
-    return std::string(tool) + (circumstances == Circumstances::plainNames  ? "PlainNames"
-                                : circumstances == Circumstances::hardNames ? "HardNames"
-                                                                            : "HardNamesInGerman");
+// The build runs the steps of each tool and its circumstances in a separate process, which it selects by the
+// name up to the underscore.
+std::string nameOf(const testing::TestParamInfo<ScenarioStep::ParamType> &row) {
+    const auto [tool, circumstances, step] = row.param;
+    return std::string(tool) +
+           (circumstances == Circumstances::plainNames  ? "PlainNames_"
+            : circumstances == Circumstances::hardNames ? "HardNames_"
+                                                        : "HardNamesInGerman_") +
+           steps.at(step).name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Tools, Scenario,
+INSTANTIATE_TEST_SUITE_P(Tools, ScenarioStep,
                          testing::Combine(allTools,
                                           testing::Values(Circumstances::plainNames, Circumstances::hardNames,
-                                                          Circumstances::hardNamesInGerman)),
+                                                          Circumstances::hardNamesInGerman),
+                                          testing::Range<std::size_t>(0, steps.size())),
                          nameOf);
-INSTANTIATE_TEST_SUITE_P(Tools, Undo, testing::Combine(allTools, testing::Values(Circumstances::plainNames)),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Tools, Undo, allTools, [](const auto &row) { return std::string(row.param); });
 
-// What a tool can't do, and why: the list is complete, and whoever shortens it has to teach the tool.
+// What a tool can't do, and why. The list is complete: an entry may go only when the tool can do it.
 struct Skills : testing::TestWithParam<const char *> {};
 
 TEST_P(Skills, ThatAToolLacksAreTheseForTheseReasons) {

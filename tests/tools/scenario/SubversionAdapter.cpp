@@ -57,7 +57,8 @@ class SubversionAdapter : public Adapter {
         return {};
     }
     [[nodiscard]] std::string self() const override {
-        return trimmed(place().shell("id -un").out); // a repository on the same machine goes by the account
+        return trimmed(
+            place().shell("id -un").out); // a repository on the same machine uses the name of the account
     }
 
     void lockAsBob(const std::string &file) override { svn("lock --username bob " + address(file)); }

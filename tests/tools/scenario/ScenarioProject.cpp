@@ -1,4 +1,4 @@
-#include "tests/tools/scenario/Project.h"
+#include "tests/tools/scenario/ScenarioProject.h"
 
 #include <stdexcept>
 
@@ -22,7 +22,7 @@ Project::Project(const std::string &tool, Names names) : names_(std::move(names)
     if (made.exit != 0) {
         throw std::runtime_error("no project: " + made.out + made.err);
     }
-    // A second subsystem with a directory of its own.
+    // A second subsystem with its own directory.
     const std::string root = names_.project + ".ory";
     fs::create_directory(units() / "Operator");
     fs::rename(units() / "Operator.osb", units() / "Operator/Operator.osb");

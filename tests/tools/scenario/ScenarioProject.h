@@ -1,4 +1,4 @@
-// Project: the sample model under one tool, with names of a test's choice, and orchard-cm at work on it.
+// Provides the sample model under one tool, with names that a test chooses, and runs orchard-cm on it.
 #pragma once
 
 #include "tests/tools/scenario/Adapter.h"
@@ -15,8 +15,8 @@ struct Names {
     std::string project = "station";
     std::string pump = "Pump";                 ///< a class in the directory for units
     std::string valve = "Valve";               ///< another
-    std::string renamed = "Booster";           ///< what the pump becomes
-    std::string control = "Control";           ///< a subsystem with a directory of its own
+    std::string renamed = "Booster";           ///< the new name of the pump
+    std::string control = "Control";           ///< a subsystem with its own directory
     std::string controller = "PumpController"; ///< a class in that directory
     std::string operators = "Operator";        ///< another subsystem with its own
     std::string plan = "wiring.txt";           ///< an embedded file
@@ -39,11 +39,11 @@ class Project : public tools::Workplace {
 
     /// Runs orchard-cm on the project: the words, then "--" and the items.
     tools::Ran run(std::vector<std::string> words, const std::vector<std::string> &items = {});
-    /// Runs a batch to its end, one command a line, and gives the numbers of the lines that failed.
+    /// Runs a batch to its end, one command a line, and returns the numbers of the lines that failed.
     std::set<std::size_t> failedLines(const std::string &lines);
-    /// What "show" tells of a unit.
+    /// Returns what "show" reports about a unit.
     nlohmann::json show(const std::string &unit);
-    /// The files in the directory for units but for those of the tool, relative to it.
+    /// Returns the files in the directory for units except those of the tool, relative to it.
     [[nodiscard]] std::set<std::string> files() const;
 
     /// Replaces a text in a unit's file, which has to hold it.
@@ -52,7 +52,7 @@ class Project : public tools::Workplace {
     [[nodiscard]] std::string text(const std::string &file) const { return read(units() / file); }
 
   private:
-    /// Another name for a unit whose file stands in the directory for units, or below.
+    /// Changes the name of a unit whose file is in the directory for units, or below.
     void call(const std::string &directory, const std::string &owner, const std::string &extension,
               const std::string &from, const std::string &to);
 
