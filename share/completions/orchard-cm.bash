@@ -1,6 +1,6 @@
 # Completion of orchard-cm for bash. Unit names, tools and property keys come from the project itself.
 
-# The project that the command line names, as options; nothing where it names none.
+# Prints the project of the command line as options, or nothing without one.
 _orchard_cm_project() {
     local i word
     for ((i = 1; i < COMP_CWORD; i++)); do
@@ -12,7 +12,7 @@ _orchard_cm_project() {
     done
 }
 
-# The lines of standard input that begin with the present word, quoted for the command line.
+# Offers the lines of standard input that begin with the current word, quoted for the command line.
 _orchard_cm_lines() {
     local line
     COMPREPLY=()
@@ -21,7 +21,7 @@ _orchard_cm_lines() {
     done
 }
 
-# Units by their paths, or else by their names.
+# Offers units by their paths, or else by their names.
 _orchard_cm_units() {
     local line paths
     mapfile -t paths < <(orchard-cm "${project[@]}" list --paths 2>/dev/null)

@@ -1,30 +1,30 @@
-# What takes more than one command of CVS. The property set cvs.toml calls it, in the directory for units:
+# Runs the steps that take several commands of CVS. The property set cvs.toml calls it in the directory for units:
 #
-#   cvs.sh connect ROOT MODULE              makes repository and module where they lack; makes this their workspace
-#   cvs.sh add [-kb] FILE COMMENT           puts a file under CVS; -kb leaves keywords in it alone
-#   cvs.sh checkout VERSION MODE FILE       the archived file, whatever is here; MODE is "edit" or "unedit"
-#   cvs.sh checkin MODE COMMENT FILE TAG    commits a file that was edited; tags it, if the tag is not empty
+#   cvs.sh connect ROOT MODULE              creates repository and module if missing; makes this their workspace
+#   cvs.sh add [-kb] FILE COMMENT           adds a file to CVS; -kb turns keyword expansion off
+#   cvs.sh checkout VERSION MODE FILE       gets the archived file over any local one; MODE is "edit" or "unedit"
+#   cvs.sh checkin MODE COMMENT FILE TAG    commits an edited file; tags it if TAG is not empty
 #   cvs.sh edit FILE                        makes a file writable, if nobody else edits it
-#   cvs.sh list                             one record a file of the module: name, version, who edits it
-#   cvs.sh update VERSION FILE              the archived file, if the one here has no changes
+#   cvs.sh list                             one record for each file of the module: name, version, editor
+#   cvs.sh update VERSION FILE              gets the archived file if the local one has no changes
 #   cvs.sh fetch VERSION DIRECTORY FILE     writes an archived file into another directory
-#   cvs.sh move OLD NEW                     a file, or a directory with all in it, under a new name or place
-#   cvs.sh delete FILE                      removes a file, also from the archive's newest state
+#   cvs.sh move OLD NEW                     moves or renames a file, or a directory with its contents
+#   cvs.sh delete FILE                      removes a file, also from the newest state of the archive
 #
-# Every file is named from within its own directory, as a remote repository takes no full paths. What goes wrong is
-# told on the error channel, by the program that could not do it.
+# Commands run in the directory of a file, since a remote repository accepts no full paths. The program
+# that fails reports the error on the error channel.
 set -eu
 export LC_ALL=C.UTF-8 LANGUAGE=
 action=$1
 shift
 
-# CVS says on the error channel what goes well; quiet it says what goes wrong, too quiet not even that.
+# CVS reports success on the error channel; with -q it reports only errors, with -Q not even those.
 cvs() { command cvs -f -q "$@"; }
 silent_cvs() { command cvs -f -Q "$@"; }
 directory_of() { case $1 in /*/*|[!/]*/*) printf %s "${1%/*}" ;; /*) printf / ;; *) printf . ;; esac; }
 name_of() { printf %s "${1##*/}"; }
 
-# place_of PATH: where it is in the directory for units, as comments tell it.
+# place_of PATH: the path in the directory for units, for comments.
 units=$PWD
 place_of() {
   case $1 in
@@ -33,7 +33,7 @@ place_of() {
   esac
 }
 
-# Puts a directory under CVS, after those that it stands in. They need no comment and no commit.
+# Adds a directory to CVS, after its parents. Directories need no comment and no commit.
 add_directory() (
   if [ -d "$1/CVS" ]; then exit 0; fi
   owner=$(directory_of "$1")
@@ -44,7 +44,7 @@ add_directory() (
   add_directory "$owner" && cd -- "$owner" && silent_cvs add -- "$(name_of "$1")"
 )
 
-# Says who it is that edits a file already. CVS keeps what a file was before an edit of one's own, here, in CVS/Base.
+# Reports who already edits a file. For an edit of the user's own, CVS keeps the earlier file in CVS/Base.
 edit() {
   if [ -e "CVS/Base/$1" ]; then
     chmod u+w -- "$1"
@@ -56,8 +56,8 @@ edit() {
   }
 }
 
-# bring NAME OPTION...: updates a file. One that is brought anew is edited no longer, and is read-only; but CVS keeps
-# what it was before the edit, and would take the file back to that some day.
+# bring NAME OPTION...: updates a file. A file that is fetched again is no longer edited, and is read-only; but CVS keeps
+# the copy from before the edit, and would restore it later.
 bring() {
   name=$1
   shift
@@ -68,7 +68,7 @@ bring() {
   fi
 }
 
-# Makes a directory that the archive has and the workspace has not.
+# Creates a directory that is in the archive but not in the workspace.
 bring_directory() (
   if [ -d "$1" ]; then exit 0; fi
   bring_directory "$(directory_of "$1")"
@@ -76,7 +76,7 @@ bring_directory() (
   cvs update -d -l -- "$(name_of "$1")"
 )
 
-# CVS takes a version that there never was for one in which the file is deleted, and deletes it here.
+# CVS takes an unknown version for one in which the file is deleted, and deletes the local file.
 check_version() {
   case $1 in
     -r*)
@@ -89,8 +89,8 @@ check_version() {
   esac
 }
 
-# add_file KEYWORDS FILE COMMENT. From now on the file is read-only for everybody until "cvs edit". A file that an
-# earlier run has got half-way needs no second add. Callers may ask whether it went well: hence each "&&".
+# add_file KEYWORDS FILE COMMENT: also makes the file read-only for everybody until "cvs edit". A file that an earlier,
+# interrupted run has added needs no second add. Callers may test the status, hence each "&&".
 add_file() (
   add_directory "$(directory_of "$2")" && cd -- "$(directory_of "$2")" || exit 1
   name=$(name_of "$2")
@@ -109,11 +109,11 @@ remove_file() (
 
 is_known() (
   cd -- "$(directory_of "$1")"
-  # Names of the directory's entries, each after the slash that a file has in front.
+  # The names of the entries, each with a slash before it as files have.
   [ -e CVS/Entries ] && cut -d/ -f1,2 CVS/Entries | grep -qxF -e "/$(name_of "$1")"
 )
 
-# move_file OLD NEW: CVS knows no other way than a new file; its history begins anew.
+# move_file OLD NEW: adds a new file, as CVS has no other way; its history begins again.
 move_file() {
   if ! is_known "$1"; then
     echo "cvs remove: $1: not under CVS" >&2
@@ -126,7 +126,7 @@ move_file() {
   keywords=$(cd -- "$(directory_of "$1")" && cvs status -- "$(name_of "$1")" |
     sed -n 's/.*Sticky Options:[[:space:]]*\(-k[a-z]*\).*/\1/p')
   mkdir -p -- "$(directory_of "$2")"
-  # What is being worked on stays so under its new name.
+  # A file that is edited stays so under its new name.
   open=
   if [ -e "$(directory_of "$1")/CVS/Base/$(name_of "$1")" ]; then open=yes; fi
   # The host may have moved the file itself.
@@ -145,7 +145,7 @@ move_directory() {
     echo "cvs add: $2: exists already; $1 was not moved" >&2
     return 1
   fi
-  # Names of files hold no line ends. The list is made first, as files come and go meanwhile.
+  # File names hold no line ends. The list is complete before the loop, which adds and removes files.
   files=$(cd -- "$1" && find . -name CVS -prune -o -type f -print)
   if [ -n "$files" ]; then
     printf '%s\n' "$files" | while IFS= read -r file; do
@@ -158,7 +158,7 @@ move_directory() {
       fi
     done
   fi
-  # CVS keeps directories for ever; here the empty ones go.
+  # CVS keeps directories for ever; the workspace loses its empty ones.
   find "$1" -depth -type d ! -name CVS ! -path '*/CVS/*' -exec sh -c '
     [ -z "$(find "$1" ! -type d ! -path "*/CVS/*" | head -n 1)" ] && rm -rf -- "$1"' sh '{}' ';' || true
 }
@@ -182,7 +182,7 @@ case $action in
       }
       rmdir -- "$empty"
     fi
-    # A file that is here already stays as it is.
+    # An existing file is unchanged.
     silent_cvs -d "$root" checkout -d . -- "$module"
     printf '%s/%s\n' "$root" "$module"
     ;;
@@ -196,7 +196,7 @@ case $action in
     cd -- "$(directory_of "$3")"
     name=$(name_of "$3")
     check_version "$1" "$name"
-    # First, so that nothing is thrown away for a file that somebody else edits.
+    # First, so that nothing is discarded if somebody else edits the file.
     if [ "$2" != unedit ]; then edit "$name"; fi
     bring "$name" -C "$1"
     if [ "$2" = unedit ]; then cvs unedit -- "$name"; else edit "$name"; fi
@@ -204,7 +204,7 @@ case $action in
   checkin)
     cd -- "$(directory_of "$3")"
     name=$(name_of "$3")
-    # -c: not without an edit that was made known.
+    # -c: refuses a commit without an announced edit.
     cvs commit -c -m "$2" -- "$name"
     if [ "$1" = unedit ]; then cvs unedit -- "$name"; else edit "$name"; fi
     if [ -n "$4" ]; then cvs tag -c -- "$4" "$name"; fi
@@ -214,7 +214,7 @@ case $action in
     edit "$(name_of "$1")"
     ;;
   list)
-    # Who edits which file, then the headers of the archive files: their place, less the repository's, is the name.
+    # The editors of the files, then the headers of the archive files: their path below the repository is the name.
     # Files in an Attic are deleted.
     { command cvs -f -Q editors; command cvs -f -Q rlog -h -N -- "$(cat CVS/Repository)"; } | awk -F '\t' '
       BEGIN {
@@ -239,7 +239,7 @@ case $action in
       echo "cvs update: '$2' has changes that a fetch would lose; check it in, or undo the check out" >&2
       exit 1
     fi
-    # Whoever edits it goes on.
+    # An edit of the file continues.
     open=
     if [ -e "CVS/Base/$name" ]; then open=yes; fi
     bring "$name" "$1"

@@ -1,28 +1,29 @@
-# What takes more than one command of Git. The property set git.toml calls it, in the directory for units:
+# Runs the steps that take several commands of Git. The property set git.toml calls it in the directory for units:
 #
 #   git.sh connect ARCHIVE PROJECT                   uses the repository that holds the units, or else makes one in the
-#                                                    directory PROJECT: a copy of ARCHIVE, if something is in there
-#   git.sh add ARCHIVE MODE FILE COMMENT             puts a file under Git
-#   git.sh checkin ARCHIVE LABEL MODE FILE COMMENT   commits a file; with a LABEL that is not empty it tags the commit
-#   git.sh get ARCHIVE LABEL MODE FILE               the committed file, whatever is here
-#   git.sh update ARCHIVE LABEL MODE FILE            the committed file, unless a writable one has changes
-#   git.sh undo MODE FILE                            the file as it was committed last, as far as is known here
+#                                                    directory PROJECT: a copy of ARCHIVE, if it is not empty
+#   git.sh add ARCHIVE MODE FILE COMMENT             adds a file to Git
+#   git.sh checkin ARCHIVE LABEL MODE FILE COMMENT   commits a file and tags the commit if LABEL is not empty
+#   git.sh get ARCHIVE LABEL MODE FILE               gets the committed file over any local one
+#   git.sh update ARCHIVE LABEL MODE FILE            gets the committed file unless a writable one has changes
+#   git.sh undo MODE FILE                            gets the last committed file of the local repository
 #   git.sh fetch ARCHIVE LABEL DIRECTORY FILE        writes a committed file into another directory
-#   git.sh list ARCHIVE LABEL                        the committed files and the names of their contents
-#   git.sh move ARCHIVE OLD NEW                      moves a file, or a directory with all in it
-#   git.sh delete ARCHIVE PATH                       removes a file, or a directory with all in it
+#   git.sh list ARCHIVE LABEL                        lists the committed files and the names of their contents
+#   git.sh move ARCHIVE OLD NEW                      moves a file, or a directory with its contents
+#   git.sh delete ARCHIVE PATH                       removes a file, or a directory with its contents
 #
-# ARCHIVE is the shared repository, whose commits are taken in first and to which each commit is pushed; it may be empty.
-# LABEL names a commit; if it is empty, the newest is meant. MODE is what chmod understands. What goes wrong is told on the error channel, by the program that could not do it.
+# ARCHIVE is the shared repository, whose commits are fetched first and to which each commit is pushed; may be empty.
+# LABEL names a commit; if empty, the newest one. MODE is a mode of chmod. The program that fails reports the error on
+# the error channel.
 set -eu
-# The language is taken from LANGUAGE even where the locale is set.
+# LANGUAGE counts even if the locale is set.
 export LC_ALL=C.UTF-8 LANGUAGE= GIT_TERMINAL_PROMPT=0 GIT_EDITOR=:
 action=$1
 shift
 
 git() { command git --no-pager --literal-pathspecs -c core.quotePath=false -c color.ui=false "$@"; }
 
-# place_of PATH: where it is in the directory for units, as comments tell it.
+# place_of PATH: the path in the directory for units, for comments.
 units=$PWD
 place_of() {
   case $1 in
@@ -31,14 +32,14 @@ place_of() {
   esac
 }
 
-# commit COMMENT PATH...: these paths alone, whatever else is changed or staged.
+# commit COMMENT PATH...: commits only these paths, even if others are changed or staged.
 commit() {
   comment=$1
   shift
   git commit --quiet --only --allow-empty-message --cleanup=whitespace --message="$comment" -- "$@"
 }
 
-# What could not be pushed goes with the next commit.
+# A commit that can't be pushed goes with the next one.
 publish() {
   if [ -n "$archive" ]; then git push --quiet -- "$archive" HEAD; fi
 }
@@ -48,10 +49,10 @@ by_colleagues() {
   exit 1
 }
 
-# By the permission bits, as everything is writable for an administrator.
+# Looks at the permission bits, since every file is writable for an administrator.
 is_writable() { [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
 
-# newest: the newest commit of the shared repository if it goes on from the one here, and else the one here.
+# newest: the newest commit of the shared repository if it descends from the local one, else the local one.
 newest() {
   if [ -z "$archive" ]; then
     echo HEAD
@@ -68,7 +69,7 @@ newest() {
   if git merge-base --is-ancestor HEAD FETCH_HEAD; then git rev-parse FETCH_HEAD; else echo HEAD; fi
 }
 
-# is_unit PATH: a path in the repository, of what the model has files of.
+# is_unit PATH: whether a path in the repository is that of a unit file.
 is_unit() {
   case $1 in
     */.* | .*) return 1 ;;
@@ -77,9 +78,9 @@ is_unit() {
   return 1
 }
 
-# take_in [FILE]: goes on to the newest commit. Read-only files of units stay as they are: they are brought up to date
-# when they are checked out. All other files are brought up to date now. One with changes, but for FILE, must not have
-# been changed there as well: checking it in would take that back.
+# take_in [FILE]: advances to the newest commit. Read-only unit files stay as they are, since a check out updates them;
+# all other files are updated now. A file with local changes, except FILE, must not have been changed there as well:
+# checking it in would revert that change.
 take_in() {
   newest=$(newest)
   if [ "$newest" = HEAD ] || [ "$newest" = "$(git rev-parse HEAD)" ]; then return; fi
@@ -100,7 +101,7 @@ is_unchanged() {
   git ls-files --error-unmatch -- "$1" >/dev/null 2>&1 && git diff --quiet HEAD -- "$1" 2>/dev/null
 }
 
-# Until Git is done, a second name holds on to the old file, which is put back if Git fails or is ended.
+# A second link keeps the old file until Git has finished; the file is restored if Git fails or is ended.
 kept=
 give_back() {
   if [ -n "$kept" ] && [ -e "$kept" ]; then
@@ -115,8 +116,8 @@ give_back() {
 trap give_back EXIT
 trap 'exit 1' HUP INT TERM
 
-# get REVISION MODE: writes the file anew, with the version in its header. Git leaves alone what it takes for
-# unchanged, which would keep an old header: hence the touch with a time of long ago.
+# get REVISION MODE: writes the file again, with the version in its header. Git skips a file that it takes for
+# unchanged, which would keep an old header; a touch with an old time prevents that.
 get() {
   if [ -e "$file" ]; then
     kept=$file.orc~
@@ -142,8 +143,8 @@ check_in() {
   get HEAD "$1"
 }
 
-# tag LABEL: the units of one command are one commit each, and the tag moves on with them; but a tag that stands on
-# another commit than the one before stays there, and Git says so.
+# tag LABEL: each unit of a command is a commit, and the tag moves to the last one. A tag on any other commit than the
+# one before is not moved, and Git reports it.
 tag() {
   if [ -n "$(git tag --list --points-at HEAD --points-at HEAD~1 -- "$1" 2>/dev/null)" ]; then
     git tag --force -- "$1" >/dev/null
@@ -155,7 +156,7 @@ tag() {
   if [ -n "$archive" ]; then git push --quiet "$force" -- "$archive" "refs/tags/$1"; fi
 }
 
-# A copy without files: those that are there already stay as they are; those that are missing are brought.
+# A clone without files: existing files are unchanged, missing files are added.
 copy_archive() {
   git clone --quiet --no-checkout -- "$archive" "$1/.orchard-link"
   mv -- "$1/.orchard-link/.git" "$1/.git"
@@ -172,7 +173,7 @@ make_repository() {
       *:*) ;;
       *) if [ ! -e "$archive" ]; then git init --quiet --bare -- "$archive"; fi ;;
     esac
-    # An address that doesn't answer ends it here.
+    # Ends here if the address doesn't answer.
     newest=$(git ls-remote -- "$archive" HEAD)
     if [ -n "$newest" ]; then
       copy_archive "$1"
@@ -183,7 +184,7 @@ make_repository() {
   if [ -n "$archive" ]; then git -C "$1" remote add -- origin "$archive"; fi
 }
 
-# "ident" makes Git fill in the keyword Id in unit files; colleagues get it with the repository.
+# "ident" makes Git expand the keyword Id in unit files; colleagues get it with the repository.
 set_attributes() {
   case $(git check-attr ident -- unit.ory) in
     *': set') ;;
@@ -234,7 +235,7 @@ case $action in
   fetch)
     archive=$1
     commit=${2:-$(newest)}
-    # By the path in the repository, as that of a version holds none of the file system.
+    # Uses the path in the repository, since a version has no path in the file system.
     path=$(git ls-tree -r --full-name --name-only "$commit" -- "$4")
     if [ -z "$path" ]; then
       echo "error: ${4##*/} is not in the archive" >&2
@@ -253,12 +254,12 @@ case $action in
     archive=$1
     take_in
     if [ -e "$2" ]; then
-      # An empty directory may be waiting for what comes; into a full one Git would put it.
+      # The target may be an empty directory; Git would move into a directory that is not empty.
       if [ -d "$3" ]; then rmdir -- "$3"; fi
       mkdir -p -- "${3%/*}"
       git mv -- "$2" "$3"
     elif [ -z "$(git ls-files -- "$2")" ] && [ -n "$(git ls-files -- "$3")" ]; then
-      # It went along with the directory that it stands in.
+      # It has moved with its directory.
       exit 0
     else
       # The host has moved it already.
@@ -272,7 +273,7 @@ case $action in
     archive=$1
     take_in
     if [ -d "$2" ]; then
-      # Files in there that Git doesn't know stay.
+      # Files that Git doesn't know remain.
       git rm -r --quiet --force -- "$2"
     else
       git rm --quiet --force --cached -- "$2"

@@ -1,32 +1,34 @@
-# What takes more than one command of Mercurial. The property set mercurial.toml calls it, in the directory for units:
+# Runs the steps that take several commands of Mercurial. The property set mercurial.toml calls it in the directory for
+# units:
 #
 #   mercurial.sh connect ARCHIVE PROJECT                   uses the repository that holds the units, or else makes one
 #                                                          in the directory PROJECT, as a copy of ARCHIVE
-#   mercurial.sh add ARCHIVE MODE FILE COMMENT             puts a file under Mercurial
-#   mercurial.sh checkin ARCHIVE LABEL MODE FILE COMMENT   commits a file; with a LABEL that is not empty it tags the
-#                                                          changeset
-#   mercurial.sh get ARCHIVE LABEL MODE FILE               the committed file, whatever is here
-#   mercurial.sh update ARCHIVE LABEL MODE FILE            the committed file, unless a writable one has changes
-#   mercurial.sh undo MODE FILE                            the file as it was committed last, as far as is known here
+#   mercurial.sh add ARCHIVE MODE FILE COMMENT             adds a file to Mercurial
+#   mercurial.sh checkin ARCHIVE LABEL MODE FILE COMMENT   commits a file and tags the changeset if LABEL is not
+#                                                          empty
+#   mercurial.sh get ARCHIVE LABEL MODE FILE               gets the committed file over any local one
+#   mercurial.sh update ARCHIVE LABEL MODE FILE            gets the committed file unless a writable one has changes
+#   mercurial.sh undo MODE FILE                            gets the last committed file of the local repository
 #   mercurial.sh fetch ARCHIVE LABEL DIRECTORY FILE        writes a committed file into another directory
-#   mercurial.sh list ARCHIVE LABEL                        the committed files and the changesets that changed them last
-#   mercurial.sh move ARCHIVE OLD NEW                      moves a file, or a directory with all in it
-#   mercurial.sh delete ARCHIVE PATH                       removes a file, or a directory with all in it
+#   mercurial.sh list ARCHIVE LABEL                        lists the committed files, each with its last changeset
+#   mercurial.sh move ARCHIVE OLD NEW                      moves a file, or a directory with its contents
+#   mercurial.sh delete ARCHIVE PATH                       removes a file, or a directory with its contents
 #
-# ARCHIVE is the shared repository, whose changesets are taken in first and to which each changeset is pushed; it may be
-# empty. LABEL names a changeset; if it is empty, the newest is meant. MODE is what chmod understands. What goes wrong is told on the error channel, by the program that could not do it.
+# ARCHIVE is the shared repository, whose changesets are pulled first and to which each changeset is pushed; may be
+# empty. LABEL names a changeset; if empty, the newest one. MODE is a mode of chmod. The program that fails reports the
+# error on the error channel.
 set -eu
-# The language is taken from LANGUAGE even where the locale is set. HGPLAIN keeps out the user's own defaults.
+# LANGUAGE counts even if the locale is set. HGPLAIN turns the user's own defaults off.
 export LC_ALL=C.UTF-8 LANGUAGE= HGPLAIN=1 HGENCODING=UTF-8 HGEDITOR=false
 action=$1
 shift
 
-# A lock that another command holds is waited for half a minute. Directories that get empty stay.
+# Waits half a minute for a lock of another command. Directories that become empty remain.
 hg() {
   command hg --noninteractive --quiet --config ui.timeout=30 --config experimental.removeemptydirs=false "$@"
 }
 
-# place_of PATH: where it is in the directory for units, as comments tell it.
+# place_of PATH: the path in the directory for units, for comments.
 units=$PWD
 place_of() {
   case $1 in
@@ -35,14 +37,14 @@ place_of() {
   esac
 }
 
-# commit COMMENT PATH...: these paths alone, whatever else is changed.
+# commit COMMENT PATH...: commits only these paths, even if others are changed.
 commit() {
   comment=$1
   shift
   hg commit --message="$comment" -- "$@"
 }
 
-# What could not be pushed goes with the next changeset. Status 1: there was nothing to push.
+# A changeset that can't be pushed goes with the next one. Status 1: there is nothing to push.
 publish() {
   if [ -n "$archive" ]; then
     hg push -- "$archive" || [ $? -eq 1 ]
@@ -54,10 +56,11 @@ by_colleagues() {
   exit 1
 }
 
-# By the permission bits, as everything is writable for an administrator.
+# Looks at the permission bits, since every file is writable for an administrator.
 is_writable() { [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
 
-# newest: the newest changeset of the branch if it alone goes on from the one here, and else the one here.
+# newest: the newest changeset of the branch if it is the only head that descends from the local one, else
+# the local one.
 newest() {
   if [ -n "$archive" ]; then hg pull -- "$archive" >&2; fi
   heads=$(hg log --rev 'heads(.:: and branch(.)) - .' --template '{node}\n')
@@ -68,7 +71,7 @@ newest() {
   esac
 }
 
-# is_unit PATH: a path in the repository, of what the model has files of.
+# is_unit PATH: whether a path in the repository is that of a unit file.
 is_unit() {
   case $1 in
     */.* | .*) return 1 ;;
@@ -77,9 +80,9 @@ is_unit() {
   return 1
 }
 
-# take_in [FILE]: goes on to the newest changeset. Read-only files of units stay as they are: they are brought up to date
-# when they are checked out. All other files are brought up to date now. One with changes, but for FILE, must not have
-# been changed there as well: checking it in would take that back.
+# take_in [FILE]: advances to the newest changeset. Read-only unit files stay as they are, since a check out updates
+# them; all other files are updated now. A file with local changes, except FILE, must not have been changed there as
+# well: checking it in would revert that change.
 take_in() {
   newest=$(newest)
   if [ "$newest" = . ]; then return; fi
@@ -104,7 +107,7 @@ take_in() {
 
 is_unchanged() { [ -n "$(hg status --clean -- "$1")" ]; }
 
-# Until Mercurial is done, a second name holds on to the old file, which is put back if Mercurial fails or is ended.
+# A second link keeps the old file until Mercurial has finished; the file is restored if Mercurial fails or is ended.
 kept=
 give_back() {
   if [ -n "$kept" ] && [ -e "$kept" ]; then
@@ -132,8 +135,8 @@ get() {
   kept=
 }
 
-# check_in MODE COMMENT. Mercurial takes no empty comment, and writes the header into the file by itself. Status 1:
-# nothing has changed.
+# check_in MODE COMMENT: Mercurial accepts no empty comment, and writes the header into the file itself. Status 1 means
+# that nothing has changed.
 check_in() {
   if is_writable "$file"; then
     commit "${2:-Check in ${file##*/}}" "$file" || { [ $? -eq 1 ] && tell_unchanged; }
@@ -147,11 +150,11 @@ check_in() {
 }
 tell_unchanged() { echo "${file##*/} is unchanged: nothing to check in"; }
 
-# found REVSET: whether there is such a changeset.
+# found REVSET: whether the changeset exists.
 found() { [ -n "$(hg log --limit 1 --rev "$1" --template x)" ]; }
 
-# tag LABEL: a tag is a changeset of its own. The units of one command are one changeset each, and the tag moves on
-# with them; but a tag that stands on another than the one before stays there, and Mercurial says so.
+# tag LABEL: a tag is a changeset of its own. Each unit of a command is a changeset, and the tag moves to the last
+# one. A tag on any other changeset than the one before is not moved, and Mercurial reports it.
 tag() {
   tagged="present(tag(\"literal:$1\"))"
   if found "parents(.) and $tagged"; then
@@ -163,7 +166,7 @@ tag() {
   fi
 }
 
-# A copy without files: those that are there already stay as they are; those that are missing are brought.
+# A clone without files: existing files are unchanged, missing files are added.
 copy_archive() {
   hg clone --noupdate -- "$archive" "$1/.orchard-link"
   mv -- "$1/.orchard-link/.hg" "$1/.hg"
@@ -189,8 +192,8 @@ make_repository() {
   copy_archive "$1"
 }
 
-# An extension that comes with Mercurial fills in the keyword Revision in unit files. It is told to the repository in
-# its own settings, which are not copied with it: each copy is connected once.
+# An extension of Mercurial expands the keyword Revision in unit files. The settings of the repository turn it on; a
+# clone does not copy them, so each clone is connected once.
 set_keywords() {
   if [ -z "$(hg config keywordmaps.Revision)" ]; then
     {
@@ -248,7 +251,7 @@ case $action in
     archive=$1
     revision=${2:-$(newest)}
     changed='revset("max(filelog(%s) and ::%s)", relpath(path), node) % "{node|short}"'
-    # Status 1: there is no file.
+    # Status 1 means that there is no file.
     hg files --rev "$revision" --template "{relpath(path)}\\t{$changed}\\n" --include . || [ $? -eq 1 ]
     ;;
   move)
@@ -258,7 +261,7 @@ case $action in
     [ -e "$from" ] || from=$3
     read_only=$(find "$from" -type f ! -perm -u+w)
     if [ -e "$2" ]; then
-      # An empty directory may be waiting for what comes; into a full one Mercurial would put it.
+      # The target may be an empty directory; Mercurial would move into a directory that is not empty.
       if [ -d "$3" ]; then rmdir -- "$3"; fi
       mkdir -p -- "${3%/*}"
       if [ -d "$2" ]; then
@@ -267,14 +270,14 @@ case $action in
         hg move -- "$2" "$3"
       fi
     elif ! hg files -- "$2" >/dev/null 2>&1 && hg files -- "$3" >/dev/null 2>&1; then
-      # It went along with the directory that it stands in.
+      # It has moved with its directory.
       exit 0
     else
       # The host has moved it already.
       hg move --after -- "$2" "$3"
     fi
     commit "Move $(place_of "$2") to $(place_of "$3")" "$2" "$3"
-    # The header is written anew into the files, which makes them writable.
+    # Mercurial writes the header into the files again, which makes them writable: restore read-only files.
     printf '%s\n' "$read_only" | while IFS= read -r file; do
       [ -z "$file" ] || chmod a-w -- "$3${file#"$from"}"
     done
@@ -284,7 +287,7 @@ case $action in
     archive=$1
     take_in
     if [ -d "$2" ]; then
-      # Files in there that Mercurial doesn't know stay.
+      # Files that Mercurial doesn't know remain.
       hg --config experimental.removeemptydirs=true remove --force -- "$2"
     else
       hg remove --force -- "$2"

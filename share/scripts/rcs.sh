@@ -1,13 +1,13 @@
-# What takes more than one command of RCS. The property set rcs.toml calls it, in the directory for units:
+# Runs the steps that take several commands of RCS. The property set rcs.toml calls it in the directory for units:
 #
-#   rcs.sh connect ARCHIVE                    makes the archive directory, or a directory RCS beside all files
-#   rcs.sh add [-kb] ARCHIVE FILE COMMENT     puts a file under RCS; -kb leaves keywords in it alone
-#   rcs.sh list ARCHIVE                       what rlog says of all archives, with their names as those of the files
-#   rcs.sh move ARCHIVE OLD NEW               moves a file, or a directory with all in it, and what is archived of it
-#   rcs.sh delete ARCHIVE FILE                removes a file; its archive goes into a directory Attic
+#   rcs.sh connect ARCHIVE                    creates the archive directory, or directories RCS beside all files
+#   rcs.sh add [-kb] ARCHIVE FILE COMMENT     adds a file to RCS; -kb turns keyword expansion off
+#   rcs.sh list ARCHIVE                       prints rlog of all archives, with the names of the files
+#   rcs.sh move ARCHIVE OLD NEW               moves a file, or a directory with its contents, and its archives
+#   rcs.sh delete ARCHIVE FILE                removes a file; moves its archive to a directory Attic
 #
-# ARCHIVE is the archive directory; it is empty where archives stand in directories RCS beside the files. What goes
-# wrong is told on the error channel, by the program that could not do it.
+# ARCHIVE is the archive directory; empty if the archives are in directories RCS beside the files. The
+# program that fails reports the error on the error channel.
 set -eu
 export LC_ALL=C.UTF-8 LANGUAGE=
 action=$1
@@ -16,11 +16,11 @@ if [ "$2" = -kb ]; then keywords=-kb; shift; fi
 archive=$2
 units=$(pwd)
 
-# directory_of FILE, name_of FILE: as dirname and basename, but line ends at the end of a name stay.
+# directory_of FILE, name_of FILE: like dirname and basename, but keep line ends at the end of a name.
 directory_of() { case $1 in /*/*|[!/]*/*) printf %s "${1%/*}" ;; /*) printf / ;; *) printf . ;; esac; }
 name_of() { printf %s "${1##*/}"; }
 
-# Where the archived form of a file or directory of the workspace is kept, in the tree of the archive directory.
+# The place in the archive directory of a file or directory of the workspace.
 in_archive() {
   case $1 in
     "$units"/*) printf %s "$archive${1#"$units"}" ;;
@@ -36,7 +36,7 @@ archive_of() {
   fi
 }
 
-# move_to FROM TO: never onto something that is there.
+# move_to FROM TO: never overwrites.
 move_to() {
   if [ -e "$2" ]; then
     echo "rcs: $2: exists already; $1 was not moved" >&2
@@ -60,7 +60,7 @@ move_file() {
   fi
 }
 
-# An empty directory may be waiting for what comes.
+# The target may be an empty directory.
 move_directory() {
   if [ -d "$2" ]; then rmdir -- "$2"; fi
   move_to "$1" "$2"

@@ -1,24 +1,25 @@
-# What takes more than one command of Subversion. The property set subversion.toml calls it, in the directory for units:
+# Runs the steps that take several commands of Subversion. The property set subversion.toml calls it in the directory
+# for units:
 #
-#   subversion.sh connect ARCHIVE NAME              makes what lacks of the repository; makes this a working copy of
-#                                                   the directory NAME there, and prints its address
-#   subversion.sh checkout REVISION LOCK FILE       the archived file, whatever is here; with a LOCK that is not empty
-#                                                   it is locked, else a lock of one's own is given up
-#   subversion.sh lock FILE                         locks it, if that was not done before
+#   subversion.sh connect ARCHIVE NAME              creates the repository if missing; makes this a working copy of its
+#                                                   directory NAME, and prints the address
+#   subversion.sh checkout REVISION LOCK FILE       gets the archived file over any local one; locks it if LOCK is not
+#                                                   empty, else releases the user's own lock
+#   subversion.sh lock FILE                         locks the file if the user has no lock yet
 #   subversion.sh checkin OPTION COMMENT FILE       commits the file; OPTION is --no-unlock, --label=..., or empty
-#   subversion.sh undo FILE                         throws changes and the lock away
-#   subversion.sh add [-kb] FILE COMMENT            puts a file, and the directories that it stands in, into the
-#                                                   archive; -kb leaves keywords in it alone
-#   subversion.sh list                              what is archived, and who has it locked
-#   subversion.sh update REVISION FILE              the archived file, if the one here has no changes
+#   subversion.sh undo FILE                         discards changes and releases the lock
+#   subversion.sh add [-kb] FILE COMMENT            adds a file and its directories to the archive; -kb turns keyword
+#                                                   expansion off
+#   subversion.sh list                              lists the archive with the holders of locks
+#   subversion.sh update REVISION FILE              gets the archived file if the local one has no changes
 #   subversion.sh fetch REVISION DIRECTORY FILE     writes an archived file into another directory
-#   subversion.sh move OLD NEW                      moves a file, or a directory with all in it
-#   subversion.sh delete PATH                       removes a file, or a directory with all in it
+#   subversion.sh move OLD NEW                      moves a file, or a directory with its contents
+#   subversion.sh delete PATH                       removes a file, or a directory with its contents
 #
-# REVISION is empty or an option such as -r7. What goes wrong is told on the error channel, by the program that could
-# not do it. The "@" behind a name keeps Subversion from looking for a revision in it.
+# REVISION is empty or an option such as -r7. The program that fails reports the error on the error channel. The "@"
+# after a name keeps Subversion from looking for a revision in it.
 set -eu
-# The language is taken from LANGUAGE even where the locale is set.
+# LANGUAGE counts even if the locale is set.
 export LC_ALL=C.UTF-8 LANGUAGE=
 action=$1
 shift
@@ -29,14 +30,14 @@ directory_of() { case $1 in /*/*|[!/]*/*) printf %s "${1%/*}" ;; /*) printf / ;;
 is_known() { svn info -- "$1@" >/dev/null 2>&1; }
 has_lock() { svn info -- "$1@" | grep -q '^Lock Token: '; }
 
-# Not quiet: Subversion would not even say who holds the lock. A file may be read-only in spite of a lock.
+# Without --quiet, which would hide who holds the lock. A file may be read-only in spite of a lock.
 lock() {
   has_lock "$1" || svn lock -- "$1@"
   chmod u+w -- "$1"
 }
 give_up_lock() { ! has_lock "$1" || svn unlock -- "$1@"; }
 
-# place_of PATH: where it is in the directory for units, as comments tell it.
+# place_of PATH: the path in the directory for units, for comments.
 units=$PWD
 place_of() {
   case $1 in
@@ -45,8 +46,8 @@ place_of() {
   esac
 }
 
-# commit COMMENT PATH...: with the directories above the first path that are new to the archive. Directories without
-# what is in them, as other files may wait there; with depth=infinity the paths are committed with all in them.
+# commit COMMENT PATH...: also commits the new directories above the first path. Commits directories without their
+# contents, which may hold other new files; with depth=infinity the paths are committed with their contents.
 commit() {
   comment=$1
   shift
@@ -88,14 +89,14 @@ case $action in
     if ! is_known "$address"; then
       svn mkdir -q --parents --message='A project of Orchard' -- "$address@"
     fi
-    # A file that is here already stays as it is.
+    # An existing file is unchanged.
     svn checkout -q --force -- "$address@" .
     svn info --show-item url -- .
     ;;
   checkout)
-    # A version from before the file was there would take it away.
+    # A version older than the file would remove it.
     if [ -n "$1" ]; then svn info "$1" -- "$3@" >/dev/null; fi
-    # Nothing is thrown away for a lock that somebody else holds: Subversion says who.
+    # Discards nothing if somebody else holds the lock: Subversion reports who.
     if [ -n "$2" ] && [ -e "$3" ] && ! has_lock "$3" &&
       svn info -r HEAD -- "$3@" | grep -q '^Lock Token: '; then
       svn lock -- "$3@"
@@ -112,9 +113,9 @@ case $action in
         exit 1
         ;;
     esac
-    # A comment may be the name of a file: --force-log.
+    # --force-log: a comment may be the name of a file.
     svn commit -q --force-log ${1:+"$1"} --message="$2" -- "$3@"
-    # A commit without changes leaves the lock.
+    # A commit without changes does not release the lock.
     if [ -z "$1" ]; then give_up_lock "$3"; fi
     ;;
   lock) lock "$1" ;;
@@ -126,13 +127,13 @@ case $action in
     keywords=yes
     if [ "$1" = -kb ]; then keywords=; shift; fi
     svn add -q --force --parents -- "$1@"
-    # Read-only for everybody who holds no lock.
+    # Makes the file read-only for everybody without the lock.
     svn propset -q svn:needs-lock yes -- "$1@"
     if [ -n "$keywords" ]; then svn propset -q svn:keywords 'Revision Date Author' -- "$1@"; fi
     depth=empty commit "$2" "$1@"
     ;;
   list)
-    # By its address: asked for a working copy, Subversion tells no locks of the files in it.
+    # Uses the address: for a working copy, Subversion does not list the locks of its files.
     svn info --recursive -- "$(svn info --show-item url -- .)@"
     ;;
   update)
@@ -148,21 +149,21 @@ case $action in
   fetch)
     from=$3
     if ! is_known "$3"; then
-      # Nobody has brought it here yet. In an address a "%" begins a code.
+      # The file is not in the working copy yet. In an address a "%" begins a code.
       from=$(svn info --show-item url -- .)/$(printf %s "${3#"$(pwd)"/}" | sed 's/%/%25/g')
     fi
     svn export -q --force "${1:--rHEAD}" -- "$from@" "$2/${3##*/}@"
     ;;
   move)
-    # The host may have moved the file itself; an empty directory may be waiting for what comes.
+    # The host may have moved the file itself; the target may be an empty directory.
     if [ ! -e "$1" ] && [ -f "$2" ]; then mv -- "$2" "$1"; fi
-    # What is being worked on stays so under its new name: its lock is taken anew.
+    # Files that are checked out stay so under their new names: they are locked again.
     open=$(cd -- "$(directory_of "$1")" && find "./${1##*/}" -name .svn -prune -o -type f -perm -u+w -print)
     depth=empty
     if [ -d "$1" ]; then
       depth=infinity
       if [ -d "$2" ]; then rmdir -- "$2"; fi
-      # A directory can be moved only as a whole of one revision.
+      # A directory can be moved only if all of it has one revision.
       svn update -q -- "$1@"
     fi
     svn move -q --parents -- "$1@" "$2"
