@@ -1,5 +1,5 @@
 # Installs what a program needs to embed the library: the shared library, the parts of CM/platform that the headers
-# use, the headers of the host's interface and of the exports, a CMake package and a pkg-config file.
+# use, the headers of the host's interface, of the exports and of the SCC API, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 
 set(orc_cm_headers
@@ -35,7 +35,7 @@ set(orc_cm_headers
 set(orc_cm_include ${CMAKE_INSTALL_INCLUDEDIR}/orc_cm)
 set(orc_cm_package ${CMAKE_INSTALL_LIBDIR}/cmake/orc_cm)
 
-install(TARGETS orc_cm_dll orc_host orc_platform orc_platform_dialog
+install(TARGETS orc_cm_dll orc_host orc_platform orc_platform_dialog orc_scc
   EXPORT orc_cmTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT orc_cm NAMELINK_COMPONENT orc_cm
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT orc_cm
@@ -46,7 +46,7 @@ foreach(header ${orc_cm_headers})
   cmake_path(GET header PARENT_PATH folder)
   install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${orc_cm_include}/${folder} COMPONENT orc_cm)
 endforeach()
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/CM/platform ${PROJECT_SOURCE_DIR}/CM/host
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/CM/platform ${PROJECT_SOURCE_DIR}/CM/scc ${PROJECT_SOURCE_DIR}/CM/host
   DESTINATION ${orc_cm_include}/CM
   COMPONENT orc_cm
   FILES_MATCHING PATTERN *.h
