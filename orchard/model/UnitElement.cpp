@@ -189,15 +189,15 @@ std::string UnitElement::faultOfNewName(const std::string &file) const {
         return fault;
     }
     if (kind() == Kind::project) {
-        return "the project file names it";
+        return "its name comes from the project file";
     }
     const std::string to = ownDirectory() + '/' + file;
     const UnitElement *const there = model() == nullptr ? nullptr : model()->files().byPath(to);
     if (there != nullptr && there != this) {
-        return "that is the file of '" + there->name() + "'";
+        return "that file belongs to the unit '" + there->name() + "'";
     }
     // If only the new file exists, a tool has renamed it already.
-    return platform::fileExists(to) && platform::fileExists(fullFileName()) ? "there is such a file already" : "";
+    return platform::fileExists(to) && platform::fileExists(fullFileName()) ? "the file already exists" : "";
 }
 
 void UnitElement::rename(std::string_view name) {
@@ -248,7 +248,7 @@ void UnitElement::moveTo(std::string_view directory) {
         const UnitElement *const there = model()->files().byPath(fullFileName());
         directory_ = formerly;
         if (there != nullptr && there != this) {
-            fault = "the file of '" + there->name() + "' is in its place";
+            fault = "its file would be that of the unit '" + there->name() + "'";
         }
     }
     if (!fault.empty()) {

@@ -83,16 +83,16 @@ void FileMoves::findFaults(std::vector<std::pair<const UnitElement *, std::strin
     for (const Entry &entry : entries_) {
         // If only the new one exists, a tool has moved it already.
         if (!entry.directory && isThere(entry.to) && isThere(entry.from)) {
-            faults.emplace_back(entry.unit, "there is a file " + entry.to + " already");
+            faults.emplace_back(entry.unit, "the file " + entry.to + " already exists");
         }
         if (entry.directory && halfWayPlace(entry) != entry.from && isThere(halfWayPlace(entry))) {
-            faults.emplace_back(entry.unit, "there is a file " + halfWayPlace(entry) + " already");
+            faults.emplace_back(entry.unit, "the file " + halfWayPlace(entry) + " already exists");
         }
     }
     for (const Directory &directory : directories_) {
         if (isThere(directory.to) && isThere(directory.from)) {
             faults.emplace_back(entries_[directory.entries.front()].unit,
-                                "there is a directory " + directory.to + " already");
+                                "the directory " + directory.to + " already exists");
         }
     }
 }
@@ -205,7 +205,7 @@ void FileMoves::takeBack(Problems &problems) {
     for (auto at = moved_.rbegin(); at != moved_.rend(); ++at) {
         if (const int error = moveWithoutReplacing(at->second, at->first); error != 0) {
             problems.push_back(
-                {at->second, 0, 0, "it can't be moved back to " + at->first + ": " + std::strerror(error)});
+                {at->second, 0, 0, "can't be moved back to " + at->first + ": " + std::strerror(error)});
         }
     }
     moved_.clear();

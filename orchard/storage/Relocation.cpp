@@ -130,7 +130,8 @@ void Relocation::findPlaces(UnitElement &unit, bool below) {
             const bool goesAlong = step.directory && liesIn(from, directories_[*step.directory].from);
             places_.push_back({inner, std::move(from), {}, goesAlong ? step.directory : std::nullopt});
             if (inner->is(UnitElement::stub) && !step.directory && below && inner->elsewhere().empty()) {
-                refuse(*inner, "it isn't loaded, so the files of the units in it are unknown; load it first");
+                refuse(*inner,
+                       "the unit isn't loaded, so the files of the units in it are unknown; load it first");
             }
         }
         if (!below) {
@@ -170,9 +171,9 @@ void Relocation::checkPlaces() {
         }
         const UnitElement *const there = model_.files().byPath(place.to);
         if (there != nullptr && !moving.contains(there)) {
-            refuse(*place.unit, place.to + " is the file of '" + there->name() + "'");
+            refuse(*place.unit, "the file " + place.to + " belongs to the unit '" + there->name() + "'");
         } else if (!taken.insert(place.to).second) {
-            refuse(*place.unit, "two files would be " + place.to);
+            refuse(*place.unit, "two units would have the file " + place.to);
         }
     }
     if (problems.empty()) {
@@ -224,7 +225,8 @@ void Relocation::checkOwners() {
         }
         listing_.push_back(holder);
         if (const std::string fault = faultOfSaving(*holder); !fault.empty()) {
-            refuse(about, "the file " + holder->fullFileName() + ", which names it, can't be written: " + fault);
+            refuse(about,
+                   "the file " + holder->fullFileName() + ", which lists the unit, can't be written: " + fault);
         }
     };
     for (const Target &target : targets_) {
@@ -378,7 +380,7 @@ Problems Relocation::finish(FilesBy by) {
             const char *const who = by == FilesBy::tool ? "the CM tool" : "another program";
             told.push_back({entry.from, 0, 0,
                             std::string("the file is neither here nor at ") + entry.to + ": " + who +
-                                " has taken it elsewhere or removed it"});
+                                " has moved it elsewhere or removed it"});
             if (!touched && !moves_.any(State::open)) {
                 takeBack(told); // nothing has reached its new place
                 return told;
@@ -387,9 +389,9 @@ Problems Relocation::finish(FilesBy by) {
         const bool left = entry.state == State::open || entry.state == State::halfWay;
         const bool barred = entry.state == State::blocked || (entry.state == State::both && !copied);
         if (barred) {
-            told.push_back(
-                {entry.to, 0, 0,
-                 "it is in the way of '" + entry.unit->name() + "', whose file is still " + entry.from});
+            told.push_back({entry.to, 0, 0,
+                            "this file is in the way; the file of the unit '" + entry.unit->name() +
+                                "' is still " + entry.from});
         }
         if (barred && !touched) {
             takeBack(told);
@@ -397,7 +399,7 @@ Problems Relocation::finish(FilesBy by) {
         }
         if (by == FilesBy::tool && left && !touched) {
             told.push_back({entry.from, 0, 0,
-                            "the CM tool has not moved the file to " + entry.to + "; the model stays as it was"});
+                            "the CM tool has not moved the file to " + entry.to + "; the model is unchanged"});
             takeBack(told);
             return told;
         }
@@ -408,7 +410,7 @@ Problems Relocation::finish(FilesBy by) {
         } else if (entry.state == State::both && !barred) {
             told.push_back(
                 {entry.from, 0, 0,
-                 "the file is still there; the unit '" + entry.unit->name() + "' has " + entry.to + " now"});
+                 "the file still exists, but the unit '" + entry.unit->name() + "' now uses " + entry.to});
         }
     }
     const bool moved = moves_.carryOut(told);

@@ -46,7 +46,7 @@ void Removal::findFiles(std::size_t top) {
             const std::string path = unit->fullFileName();
             const bool readable = unit->isSaveUnit() && file.read(path) == FileRead::done;
             if (readable && unit->is(UnitElement::stub)) {
-                refuse(*unit, "it isn't loaded, so the files of the units in it are unknown; load it first");
+                refuse(*unit, "the unit isn't loaded, so the files of the units in it are unknown; load it first");
             } else if (readable && unit->bodyHash() != 0 && bodyHashOf(file.text) != unit->bodyHash()) {
                 refuse(*unit, "its file " + path + " was changed by another program; reload the unit first");
             }
@@ -78,7 +78,8 @@ void Removal::checkOwners() {
             continue;
         }
         if (const std::string fault = faultOfSaving(*holder); !fault.empty()) {
-            refuse(*top, "the file " + holder->fullFileName() + ", which names it, can't be written: " + fault);
+            refuse(*top,
+                   "the file " + holder->fullFileName() + ", which lists the unit, can't be written: " + fault);
         }
     }
 }
@@ -154,7 +155,7 @@ void Removal::removeFiles(Problems &told) const {
         if (!stays_[file.top] && ::unlink(file.path.c_str()) != 0 && errno != ENOENT && errno != ENOTDIR) {
             told.push_back({file.path, 0, 0,
                             std::string("the file can't be removed: ") + std::strerror(errno) +
-                                "; no unit of the model uses it now"});
+                                "; no unit of the model uses it any more"});
         }
     }
     // A directory stays if it contains files that the model doesn't know.

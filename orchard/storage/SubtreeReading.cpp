@@ -88,7 +88,7 @@ bool SubtreeReading::keptUnitsFit() {
                     {kept->fullFileName(), 0, 0,
                      "the unit '" + kept->name() +
                          (kept->modified() ? "' holds unsaved changes, and '" : "' is not read again, and '") +
-                         element.name() + "' in it is in another file now"});
+                         element.name() + "' in it is now in another file"});
             }
         });
     }
@@ -121,7 +121,7 @@ std::string SubtreeReading::faultOfFile(const UnitElement &unit) {
     const std::string path = unit.fullFileName();
     const UnitElement *const holder = model_.files().byPath(path);
     const bool taken = holder != nullptr && isOutside(*holder);
-    return taken || !paths_.insert(path).second ? "the file " + path + " belongs to another unit already"
+    return taken || !paths_.insert(path).second ? "the file " + path + " already belongs to another unit"
                                                 : std::string();
 }
 

@@ -60,18 +60,18 @@ int depthOf(const Element &element) {
 
 std::string faultOfNewName(const UnitElement &unit, std::string_view name) {
     if (unit.kind() == Kind::project) {
-        return "the project file names it";
+        return "its name comes from the project file";
     }
     if (unit.is(UnitElement::stub)) {
         return "it isn't loaded";
     }
     if (name.empty() || name == "." || name == ".." || hasSeparator(name)) {
-        return "a name must not be empty, \".\" or \"..\", or hold a separator";
+        return "a name must not be empty, \".\" or \"..\", or contain a path separator";
     }
     if (const auto fault = faultOfValue(name)) {
         return *fault;
     }
-    return name == unit.name() ? "it has this name already" : "";
+    return name == unit.name() ? "it already has this name" : "";
 }
 
 struct Look {
@@ -187,27 +187,27 @@ std::unique_ptr<UnitChange::Work> planMove(const std::vector<IUnit *> &units, IU
             return refused(unit, "'" + unit->name() + "' can't be moved to '" + owner.name() + "': " + why);
         };
         if (unit->model() == nullptr || unit->model() != owner.model()) {
-            return refuse("they are not in one project");
+            return refuse("they are not in the same project");
         }
         if (unit->owner() == nullptr) {
-            return refuse("it is the project");
+            return refuse("it is the project itself");
         }
         if (unit == &owner || unit->owns(owner)) {
-            return refuse("that is the unit itself, or is in it");
+            return refuse("a unit can't contain itself");
         }
         if (!mayHold(owner.kind(), unit->kind())) {
             return refuse("a " + std::string(traitsOf(unit->kind()).tag) + " can't be in a " +
                           std::string(traitsOf(owner.kind()).tag));
         }
         if (depthOf(owner) + heightOf(*unit) > deepest) {
-            return refuse("units would be nested more than " + std::to_string(deepest) + " deep");
+            return refuse("units would be nested more than " + std::to_string(deepest) + " levels deep");
         }
         if (unit->owner() != &owner) {
             targets.push_back({unit, unit->name(), unit->fileName(), unit->directorySetting()});
         }
     }
     if (targets.empty()) {
-        return refused(&owner, "there is nothing to move to '" + owner.name() + "' that is not there already");
+        return refused(&owner, "there is nothing to move: every unit given is already in '" + owner.name() + "'");
     }
     return std::make_unique<Relocation>(*owner.model(), std::move(targets), &owner);
 }
@@ -216,10 +216,10 @@ std::unique_ptr<UnitChange::Work> planRemoval(const std::vector<IUnit *> &units)
     std::vector<UnitElement *> tops = outermost(units);
     for (const UnitElement *const unit : tops) {
         if (unit->model() == nullptr || unit->model() != tops.front()->model()) {
-            return refused(unit, "'" + unit->name() + "' can't be removed: the units are not in one project");
+            return refused(unit, "'" + unit->name() + "' can't be removed: the units are not in the same project");
         }
         if (unit->owner() == nullptr) {
-            return refused(unit, "'" + unit->name() + "' can't be removed: it is the project");
+            return refused(unit, "'" + unit->name() + "' can't be removed: it is the project itself");
         }
     }
     if (tops.empty()) {

@@ -227,7 +227,7 @@ void Filling::readEmbedded(const pugi::xml_node &node, Element &owner) {
 
 void Filling::readInner(const pugi::xml_node &node, Kind kind, Element &owner, int depth) {
     if (depth >= deepest) {
-        refuse(node, "elements are nested more than " + std::to_string(deepest) + " deep");
+        refuse(node, "elements are nested more than " + std::to_string(deepest) + " levels deep");
     }
     checkAttributes(node, {"id"});
     Element &element = owner.addChild(makeElement(kind));

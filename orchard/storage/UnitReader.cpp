@@ -31,7 +31,7 @@ std::string faultOfRoot(const UnitElement &unit, const UnitDocument &document) {
         return "the file holds the unit " + document.id().text() + "; its owner names it as " + unit.id().text();
     }
     if (depthOf(unit) > deepest) {
-        return "units are nested more than " + std::to_string(deepest) + " deep";
+        return "units are nested more than " + std::to_string(deepest) + " levels deep";
     }
     return {};
 }

@@ -84,7 +84,7 @@ TEST_F(Rename, AnotherUnitsFileIsNotTaken) {
     const std::string panel = read(unitFile("Panel.ocl"));
     unit("Valve")->setFileName("Panel");
     EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
-    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("that is the file of 'Panel'")));
+    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("that file belongs to the unit 'Panel'")));
     std::filesystem::remove(unitFile("Panel.ocl"));
     unit("Valve")->setFileName("Panel");
     EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl") << "Panel may be saved again";
@@ -97,7 +97,7 @@ TEST_F(Rename, AFileThatNoUnitHasIsNotTakenEither) {
     unit("Valve")->setFileName("Gate");
     EXPECT_EQ(unit("Valve")->getFileName(), "Valve.ocl");
     EXPECT_EQ(read(unitFile("Gate.ocl")), "mine");
-    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("there is such a file already")));
+    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("the file already exists")));
 }
 
 TEST_F(Rename, AReadOnlyFileFollowsToo) {
@@ -132,7 +132,7 @@ TEST_F(Rename, TheProjectUnitKeepsItsName) {
     project->setFileName("Other");
     EXPECT_EQ(project->getFileName(), "Pump.ory");
     EXPECT_TRUE(std::filesystem::exists(unitFile("Pump.ory")));
-    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("the project file names it")));
+    EXPECT_THAT(messages, testing::ElementsAre(HasSubstr("its name comes from the project file")));
 }
 
 TEST_F(Rename, ADirectoryThatLeadsElsewhereIsRefused) {

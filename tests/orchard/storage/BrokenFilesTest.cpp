@@ -236,7 +236,7 @@ TEST_F(BrokenModel, ElementsNestedWithoutEnd) {
         nested += "</class>";
     }
     edit(unitFile("Valve.ocl"), "</class>", nested + "</class>");
-    EXPECT_THAT(stubWarning("Valve"), HasSubstr("nested more than 100 deep"));
+    EXPECT_THAT(stubWarning("Valve"), HasSubstr("nested more than 100 levels deep"));
 }
 
 TEST_F(BrokenModel, APipeInTheFilesPlace) {

@@ -197,7 +197,7 @@ TEST_F(MoveUnit, AFileThatCanNotBeMovedTakesAllOfItBack) {
     const std::string valve = read(unitFile("Valve.ocl"));
     const auto told = change.finish(FilesBy::host);
     ASSERT_EQ(told.size(), 1U);
-    EXPECT_THAT(told[0].text, HasSubstr("it is in the way of 'Valve'"));
+    EXPECT_THAT(told[0].text, HasSubstr("this file is in the way; the file of the unit 'Valve'"));
     EXPECT_FALSE(change.stands());
     EXPECT_EQ(places(), before);
     EXPECT_EQ(read(unitFile("Valve.ocl")), valve);
@@ -236,12 +236,12 @@ TEST_F(MoveUnit, UnitsKeptElsewhereStayWhereTheyAre) {
 }
 
 TEST_F(MoveUnit, WhatCanNotBeIsRefused) {
-    EXPECT_THAT(refusal("Drives", "Sensors"), HasSubstr("the unit itself, or is in it"));
-    EXPECT_THAT(refusal("Drives", "Drives"), HasSubstr("the unit itself"));
+    EXPECT_THAT(refusal("Drives", "Sensors"), HasSubstr("a unit can't contain itself"));
+    EXPECT_THAT(refusal("Drives", "Drives"), HasSubstr("a unit can't contain itself"));
     EXPECT_THAT(refusal("Control", "Valve"), HasSubstr("a subsystem can't be in a class"));
     EXPECT_THAT(refusal("Valve", "Drives"), HasSubstr("nothing to move"));
     EXPECT_THAT(UnitChange::move({project}, *unit("Drives")).problems().at(0).text,
-                HasSubstr("it is the project"));
+                HasSubstr("it is the project itself"));
     write(unitFile("Control/Valve.ocl"), "mine");
     EXPECT_THAT(refusal("Valve", "Control"), HasSubstr("already"));
     ::chmod(unitFile("Control/Control.osb").c_str(), 0444);
@@ -345,7 +345,8 @@ TEST_F(MoveUnit, OfTwoFilesOfOneNameIntoOneDirectoryIsRefused) {
     ASSERT_THAT(orchard::saveProject(project), IsEmpty());
     const UnitChange change = UnitChange::move({unit("Valve"), unit("AlarmList")}, *unit("Operator"));
     ASSERT_EQ(change.problems().size(), 1U);
-    EXPECT_THAT(change.problems()[0].text, HasSubstr("two files would be " + unitFile("Desk/Valve.ocl")));
+    EXPECT_THAT(change.problems()[0].text,
+                HasSubstr("two units would have the file " + unitFile("Desk/Valve.ocl")));
 }
 
 TEST_F(MoveUnit, TheDirectoryToGoIntoIsMadeForTheToolAndGoesIfItIsTakenBack) {
@@ -385,9 +386,10 @@ TEST_F(MoveUnit, UnitsOfTwoProjectsAreNotMixed) {
     ASSERT_TRUE(other) << other.problems.front().message();
     IUnit *const theirs = orchard::findUnit(*other.project, "Control").unit;
     ASSERT_NE(theirs, nullptr);
-    EXPECT_THAT(UnitChange::move({unit("Valve")}, *theirs).problems().at(0).text, HasSubstr("not in one project"));
+    EXPECT_THAT(UnitChange::move({unit("Valve")}, *theirs).problems().at(0).text,
+                HasSubstr("not in the same project"));
     EXPECT_THAT(UnitChange::remove({unit("Valve"), theirs}).problems().at(0).text,
-                HasSubstr("not in one project"));
+                HasSubstr("not in the same project"));
 }
 
 TEST_F(MoveUnit, WhatIsInTheWayBesideWhatHasArrivedIsNotWrittenOver) {
@@ -400,7 +402,8 @@ TEST_F(MoveUnit, WhatIsInTheWayBesideWhatHasArrivedIsNotWrittenOver) {
     write(unitFile("Control/Pump.ocl"), mine);
     const auto told = change.finish(FilesBy::tool);
     ASSERT_FALSE(told.empty());
-    EXPECT_THAT(told[0].message(), HasSubstr("Control/Pump.ocl: it is in the way of 'Pump'"));
+    EXPECT_THAT(told[0].message(),
+                HasSubstr("Control/Pump.ocl: this file is in the way; the file of the unit 'Pump'"));
     EXPECT_TRUE(change.stands()) << "Valve is there";
     EXPECT_EQ(read(unitFile("Control/Pump.ocl")), mine);
     EXPECT_EQ(unit("Pump.ocl")->getCMHeader().str(), header) << "that file's is not the unit's";
@@ -478,7 +481,7 @@ TEST_F(MoveUnit, DeeperThanAModelCanBeReadIsRefused) {
     chain('B', 51);
     reopen();
     ASSERT_TRUE(result) << result.problems.front().message();
-    EXPECT_THAT(refusal("B1", "A150"), HasSubstr("nested more than 200 deep"));
+    EXPECT_THAT(refusal("B1", "A150"), HasSubstr("nested more than 200 levels deep"));
     EXPECT_EQ(refusal("B2", "A150"), "");
     EXPECT_EQ(refusal("B1", "A149"), "");
 }

@@ -130,11 +130,11 @@ TEST_F(RemoveUnit, IsRefusedWhereWorkWouldBeLost) {
                 HasSubstr("changed by another program"));
     ASSERT_TRUE(orchard::setUnitLoaded(*unit("Control"), false).empty());
     EXPECT_THAT(UnitChange::remove({unit("Control")}).problems().at(0).text, HasSubstr("isn't loaded"));
-    EXPECT_THAT(UnitChange::remove({project}).problems().at(0).text, HasSubstr("it is the project"));
+    EXPECT_THAT(UnitChange::remove({project}).problems().at(0).text, HasSubstr("it is the project itself"));
     EXPECT_FALSE(UnitChange::remove({}));
     ::chmod(unitFile("Pump.ory").c_str(), 0444);
     EXPECT_THAT(UnitChange::remove({unit("Operator")}).problems().at(0).text,
-                HasSubstr("Pump.ory, which names it"));
+                HasSubstr("Pump.ory, which lists the unit"));
 }
 
 TEST_F(RemoveUnit, WhereTheOwnersFileCanNotBeSavedAllIsAsBefore) {

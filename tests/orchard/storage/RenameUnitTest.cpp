@@ -105,7 +105,7 @@ TEST_F(RenameUnit, AToolThatHasCopiedLeavesBothFiles) {
     std::filesystem::copy_file(unitFile("Valve.ocl"), unitFile("Gate.ocl"));
     const auto told = change.finish(FilesBy::tool);
     ASSERT_EQ(told.size(), 1U);
-    EXPECT_THAT(told[0].message(), HasSubstr("Valve.ocl: the file is still there"));
+    EXPECT_THAT(told[0].message(), HasSubstr("Valve.ocl: the file still exists"));
     EXPECT_TRUE(change.stands());
     EXPECT_TRUE(exists(unitFile("Valve.ocl")));
     expectSaved();
@@ -290,10 +290,10 @@ TEST_F(RenameUnit, ADirectoryOfAnotherNameKeepsIt) {
 TEST_F(RenameUnit, IsRefusedWhereTheDirectoryOrAFileInItIsThereAlready) {
     write(unitFile("Control/Logic.osb"), "mine");
     EXPECT_THAT(UnitChange::rename(*unit("Control"), "Logic").problems().at(0).text,
-                HasSubstr("there is a file " + unitFile("Control/Logic.osb") + " already"));
+                HasSubstr("the file " + unitFile("Control/Logic.osb") + " already exists"));
     std::filesystem::create_directory(unitFile("Order"));
     EXPECT_THAT(UnitChange::rename(*unit("Control"), "Order").problems().at(0).text,
-                HasSubstr("there is a directory " + unitFile("Order") + " already"));
+                HasSubstr("the directory " + unitFile("Order") + " already exists"));
 }
 
 TEST_F(RenameUnit, AnEmptyDirectoryThatWasMadeMeanwhileIsNotInTheWay) {
@@ -337,7 +337,7 @@ TEST_F(RenameUnit, ADirectoryInTheWayIsNoCopyOfTheTools) {
     std::filesystem::create_directory(unitFile("Gate.ocl"));
     const auto told = change.finish(FilesBy::tool);
     ASSERT_EQ(told.size(), 1U);
-    EXPECT_THAT(told[0].message(), HasSubstr("it is in the way of 'Gate'"));
+    EXPECT_THAT(told[0].message(), HasSubstr("this file is in the way; the file of the unit 'Gate'"));
     EXPECT_FALSE(change.stands());
     std::filesystem::remove(unitFile("Gate.ocl"));
     expectSaved();
