@@ -243,7 +243,7 @@ TEST_F(MoveUnit, WhatCanNotBeIsRefused) {
     EXPECT_THAT(UnitChange::move({project}, *unit("Drives")).problems().at(0).text,
                 HasSubstr("it is the project itself"));
     write(unitFile("Control/Valve.ocl"), "mine");
-    EXPECT_THAT(refusal("Valve", "Control"), HasSubstr("already"));
+    EXPECT_THAT(refusal("Valve", "Control"), HasSubstr("already exists"));
     ::chmod(unitFile("Control/Control.osb").c_str(), 0444);
     EXPECT_THAT(refusal("Pump.ocl", "Control"), HasSubstr("can't be written: the file is read-only"));
     EXPECT_EQ(read(unitFile("Control/Valve.ocl")), "mine");

@@ -115,7 +115,7 @@ TEST_F(RenameUnit, AFileThatIsThereIsNotWrittenOver) {
     write(unitFile("Gate.ocl"), "mine");
     EXPECT_THAT(UnitChange::rename(*unit("Valve"), "Gate").problems().at(0).text, HasSubstr("already"));
     EXPECT_THAT(UnitChange::rename(*unit("Valve"), "Panel").problems().at(0).text,
-                HasSubstr("the file of 'Panel'"));
+                HasSubstr("belongs to the unit 'Panel'"));
     EXPECT_EQ(read(unitFile("Gate.ocl")), "mine");
     UnitChange change = UnitChange::rename(*unit("Valve"), "Late");
     change.begin();
