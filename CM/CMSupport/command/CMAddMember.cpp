@@ -26,21 +26,23 @@ namespace {
 
 constexpr const char *source = "../CM/CMSupport/AddMember";
 
-// --- One command a unit.
+// --- One command for each unit.
 
 class Run : public command::CommandRun<IUnit> {
   public:
     Run(CMArgumentList &args, CString &error)
         : CommandRun({.property = IPN::CMAddMember,
                       .source = source,
-                      .beforeRun = nullptr, // nothing is logged, deliberately
+                      .beforeRun = nullptr, // required: AddMember.WritesNoLogLine
                       .afterRun = nullptr,
                       .guard = CMORYHandler::ORYAdd},
                      args, error) {}
 
   protected:
     bool isWanted(IUnit &unit) override {
-        command::selectArchive(unit); // also for a unit that is then refused
+        // Required also for a unit that is then refused.
+        // Test: AddMemberInTheOldLayout.TheArchiveIsSelectedForALeftOutUnitToo.
+        command::selectArchive(unit);
         if (!CMProperty::isPre40Compatible() || dynamic_cast<const IProject *>(&unit) != nullptr) {
             return true;
         }
@@ -48,7 +50,7 @@ class Run : public command::CommandRun<IUnit> {
         if (unit.getOwnDirectory() == working) {
             return true;
         }
-        report().fail(CMOutcome::Kind::refused, tellOutside(unit, working));
+        report().fail(CMOutcome::Kind::refused, reportOutside(unit, working));
         return false;
     }
 
@@ -67,8 +69,8 @@ class Run : public command::CommandRun<IUnit> {
     }
 
   private:
-    /// The message.
-    static CString tellOutside(const IUnit &unit, const CString &working) {
+    /// Shows that the unit's file is outside the working directory. Returns the message.
+    static CString reportOutside(const IUnit &unit, const CString &working) {
         const CString text =
             resources::format(resources::Text::unitOutsideWorkingDirectory,
                               {unit.getFileName(), working, unit.getMetaClassDisplayName(), unit.getName()});
@@ -81,7 +83,7 @@ class Run : public command::CommandRun<IUnit> {
     }
 };
 
-// --- Each directory once.
+// --- One check out and check in for each directory.
 
 bool isOncePerDirectory() {
     const IProperty *const tool = findGeneralProperty(IPN::CMTool);
@@ -89,7 +91,8 @@ bool isOncePerDirectory() {
     if (name.CompareNoCase("None") == 0) {
         return false;
     }
-    // A missing tool counts as one without a name, deliberately.
+    // Required: a missing tool counts as one with an empty name.
+    // Test: AddMemberByDirectory.AMissingToolCountsAsOneWithoutAName.
     const IProperty *const once = findProjectProperty(name, keys::addOncePerDirectory);
     return once != nullptr && once->getBool();
 }
@@ -117,7 +120,9 @@ int runStep(CMOperation &operation, const DirectoryStep &step, std::initializer_
         return 0;
     }
     CString root;
-    if (oqGetRoot(root, error) != 1) { // the root itself isn't used, deliberately
+    // Required, although the root itself isn't used.
+    // Test: AddMemberByDirectory.WithoutAnInstallationRootNothingRuns.
+    if (oqGetRoot(root, error) != 1) {
         report.lacksValue(step.property, "$OQROOT");
         return 0;
     }
@@ -140,7 +145,8 @@ int checkOut(CMAddMember &operation, const CString &directory, CMDiagnosticList 
                                     {.source = source,
                                      .before = "Executing the following command to check out the directory: ",
                                      .after = "Check out directory command returned the following: "}};
-    // The directory stands in the place of the label, deliberately.
+    // Required: the directory replaces the label.
+    // Test: AddMemberByDirectory.PlaceholdersAreReplacedEverywhereAndOtherNamesStay.
     return runStep(operation, step, {{"$mode", CString()}, {"$LabelPart", directory}}, diags, report);
 }
 
@@ -157,7 +163,8 @@ int checkIn(CMAddMember &operation, const CString &directory, CMDiagnosticList &
                                     {.source = source,
                                      .before = "Executing the following command to check in the directory: ",
                                      .after = "Check in directory command returned the following: "}};
-    // Without a comment, whatever the caller's arguments hold, deliberately.
+    // Required: no comment, even if the caller's arguments contain one.
+    // Test: AddMemberByDirectory.TheCallersArgumentsAreNotUsed.
     return runStep(operation, step, {{"$LogPart", CString("-nc")}, {"$UnitPath", directory}}, diags, report);
 }
 
@@ -243,7 +250,9 @@ int CMAddMember::addByDirectories(CMUnitList &units, CMArgumentList &args, CMDia
             report.send();
         }
         if (result != 0) {
-            result = checkInDirectory(directory, args, diags); // whatever became of the files, deliberately
+            // Required: the results of the files don't count.
+            // Test: AddMemberByDirectory.AFailedAddKeepsTheOthersAndTheCheckIn.
+            result = checkInDirectory(directory, args, diags);
         }
     }
     return result;

@@ -1,5 +1,5 @@
-// CMAddMember: puts units under the command tool; one command a unit, or, as the tool's property says, each
-// directory checked out once, all its units added, and the directory checked in once.
+// Puts units under the command tool: by one command for each unit or, if the property keys::addOncePerDirectory is
+// true, by checking each directory out once, adding all its units, and checking it in once.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -7,20 +7,22 @@
 
 class CMAddMember final : public CMWorkspaceOperation {
   public:
-    /// Units by the directory that their files stand in. The lists belong to the map's owner.
+    /// Maps a directory to the units with files directly in it. The owner of the map owns the lists.
     using UnitsByDirectory = CMap<CString, const char *, CMUnitList *, CMUnitList *>;
 
-    /// The hybrid flag is ignored. Returns the outcome of the last unit that was worked on; on the
-    /// once-per-directory way that of the last command.
+    /// Adds the units; ignores `hybrid`. If the host has a save callback, first marks all units as modified and
+    /// saves the model. Returns CommandRun::result() or, once for each directory, the result of the last check out
+    /// or check in of a directory; 0 without a tool, which makes one diagnostic.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 
-    /// Files each unit under the directory of its file, once; null entries are passed over. The lists that the map
-    /// lacks are made by `new`.
+    /// Adds each unit once to the list of its file's directory, and creates missing lists with `new`. Skips null
+    /// entries.
     void groupUnitsByPersistAs(CMUnitList &units, UnitsByDirectory &map);
 
-    // The commands of the once-per-directory way. Their templates are not expanded, deliberately: only the names
-    // that stand in the source are replaced. Each returns what Execute returned; 0 too without a template, without
-    // an installation root, or without a tool, which makes one diagnostic. The arguments are not used.
+    // The commands for a directory. In their templates only the names that the source lists are replaced, and
+    // `args` is not used. Test: AddMemberByDirectory.PlaceholdersAreReplacedEverywhereAndOtherNamesStay.
+    // Each returns 0 without a tool, which makes one diagnostic, without a template or an installation root, and
+    // for a path that no command can quote; else the result of runLogged().
     int checkOutDirectory(const CString &directory, CMArgumentList &args, CMDiagnosticList &diags);
     int addMemberWithoutCheckInCheckOutDirectory(const CString &filePath, CMArgumentList &args,
                                                  CMDiagnosticList &diags);

@@ -1,10 +1,11 @@
-// CMCheckIn: checks units in with the command tool, after saving the model.
+// Checks units in with the command tool, after saving the model.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMCheckIn final : public CMWorkspaceOperation {
   public:
-    /// The hybrid flag is ignored. Returns the outcome of the last unit that was worked on.
+    /// Saves the model, unless the list is empty, and checks each unit in; ignores `hybrid`. Returns
+    /// CommandRun::result(); 0 without a tool, which makes one diagnostic.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

@@ -19,12 +19,13 @@ class Run : public command::CheckOutRun<IUnit> {
         : CheckOutRun({.property = IPN::CMCheckOut,
                        .source = "../CM/CMSupport/CheckOut",
                        .beforeRun = "Executing the following command to check out the file: ",
-                       .afterRun = "Check in command returned the following: ", // of check in, deliberately
+                       // Required: "Check in". Test: CheckOut.LogsTheToolsOutput.
+                       .afterRun = "Check in command returned the following: ",
                        .guard = CMORYHandler::ORYCheckOut},
                       args, error),
           batch_(units) {}
 
-    /// Works on the units front to back. Reloaded units take the place of the old ones in the list.
+    /// Works on the units from first to last. Reloaded units replace the old ones in the list.
     void workThrough() {
         batch_.open();
         readQuestion();
@@ -48,7 +49,8 @@ class Run : public command::CheckOutRun<IUnit> {
     void followUp(IUnit &unit, CMORYHandler *guard) override {
         const CString file = unit.getFullFileName();
         guard->commit();
-        // Also for an embedded file, whose first picture was never taken, deliberately.
+        // Required also for an embedded file, whose content before the run was not loaded.
+        // Test: CheckOutReload.AnEmbeddedFileIsComparedWithoutAFirstPictureAndNotReloaded.
         comparison_->LoadFile2();
         const bool isSame = comparison_->Compare() != 0;
         log("Performing ATM for the file " + file);

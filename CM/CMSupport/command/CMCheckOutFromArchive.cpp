@@ -25,7 +25,7 @@ class Run : public command::CheckOutRun<CMArchiveItem> {
     void followUp(CMArchiveItem &item, CMORYHandler *guard) override {
         const CString type = item.getType();
         if (type.IsEmpty()) {
-            return; // no file of the model: the guard is left to roll back
+            return; // not a file of the model; the guard rolls back
         }
         guard->commit();
         CString path;

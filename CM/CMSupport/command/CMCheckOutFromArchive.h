@@ -1,10 +1,12 @@
-// CMCheckOutFromArchive: checks files of the archive out, and brings each into the model, where it may be new.
+// Checks files of the archive out and loads each into the model, which may not contain it yet.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMCheckOutFromArchive final : public CMArchiveOperation {
   public:
-    /// Returns the outcome of the last item that was worked on.
+    /// Saves the model if the tool's properties ask for it, then works on each item. An item without a type is not
+    /// loaded. Returns CommandRun::result(), or 0 if the last file could not be loaded; 0 without a tool, which
+    /// makes one diagnostic.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) override;
 };

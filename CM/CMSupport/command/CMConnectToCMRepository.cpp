@@ -28,7 +28,7 @@ constexpr command::RunTexts afterConnecting{
     .before = "Executing the following command to perform post connect to archive operations: ",
     .after = "Post connect to archive command returned the following: "};
 
-/// The path as a header line may print it: "= PATH".
+/// Removes blanks and an equals sign in front of the path: tools print "= PATH".
 void tidyPath(CString &path) {
     path.Trim();
     if (path.GetAt(0) == '=') {
@@ -40,15 +40,18 @@ void tidyPath(CString &path) {
 void fillInArchivePath(const CString &key, CString &value, const CString &path) {
     if (CMProperty::getToolPropertyValue(key, value, false) != 0) {
         value.Replace("$ArchivePath", path);
-        CMProperty::setToolPropertyValue(key, value); // also if it holds no placeholder
+        // Required even without a placeholder.
+        // Test: ConnectToRepository.AValueWithoutThePlaceholderIsWrittenBackAsItWas.
+        CMProperty::setToolPropertyValue(key, value);
     }
 }
 
-/// Takes the archive's path from what the connect command has printed.
+/// Writes the archive's path, which the connect command has printed, into the properties.
 void takeOverRepository(const CString &output, CString &error, OutcomeReport &report) {
     CString path;
     int wasSet = 0;
-    // Whether the pattern matches has no effect, deliberately: without a match the placeholder becomes nothing.
+    // Required: without a match the placeholder is replaced by an empty text.
+    // Test: ConnectToRepository.WithoutAMatchThePlaceholderBecomesNothing.
     CMProperty::ExtractByProperty(keys::repositoryPathPattern, output, path, wasSet, error);
     debugTrace({"Archive Repository is: '", path, "'\n"});
     if (wasSet == 1) {
@@ -58,7 +61,7 @@ void takeOverRepository(const CString &output, CString &error, OutcomeReport &re
                 resources::format(resources::Text::archiveNotQuotable, {paths::shownPath(path), fault});
             CMOutputer::writeToCMOutputWnd(text);
             report.fail(CMOutcome::Kind::refused, text);
-            return; // every later command would hold it
+            return; // every later command would contain it
         }
         CString value;
         fillInArchivePath(keys::repository, value, path);
@@ -66,7 +69,8 @@ void takeOverRepository(const CString &output, CString &error, OutcomeReport &re
     }
 }
 
-/// The caller's arguments are all that the templates see: the archive among them is the one that was chosen.
+/// Runs the two commands. Their templates see only the caller's arguments, which contain the archive of the user's
+/// choice.
 int connect(CMArgumentList &args, CString &error, OutcomeReport &report) {
     CString command;
     int result = command::expandProperty(IPN::CMConnectToCMRepository, args, command, false, report);
@@ -90,7 +94,9 @@ int connect(CMArgumentList &args, CString &error, OutcomeReport &report) {
         result = command::runLogged(log, afterConnecting, command, output, error, report);
         report.printed(std::move(output));
     }
-    return result; // 0 without the second property, although the project is connected: deliberate
+    // Required: 0 without the second property, although the project is connected.
+    // Test: ConnectWithBareTool.WithoutASecondTemplateTheConnectIsReportedAsFailedThoughThePathIsWritten.
+    return result;
 }
 
 } // namespace
@@ -100,9 +106,9 @@ int CMConnectToCMRepository::operator()(CMUnitList &units, CMArgumentList &args,
     if (!command::isToolConfigured(*this, false, error, diags)) {
         return 0;
     }
-    core::saveModel(); // whatever IPN::CMSaveOnCheckOut says
+    core::saveModel(); // required: ConnectToRepository.SavesTheModelWhateverTheToolsPropertySays
     const IUnit *const chooser = units.IsEmpty() ? CurrentWorkspace::GetActiveProject() : units.GetHead();
-    if (chooser != nullptr) { // else ConnectToRepository.WithoutUnitsAndWithoutAProjectPassesTheSelectionOver
+    if (chooser != nullptr) { // may be: ConnectToRepository.WithoutUnitsAndWithoutAProjectPassesTheSelectionOver
         command::selectArchive(*chooser);
     }
 

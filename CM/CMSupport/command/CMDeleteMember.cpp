@@ -37,7 +37,9 @@ class Run : public command::CommandRun<IUnit> {
         if (!readDirectoryTemplate(hybrid_).IsEmpty() && hasOwnDirectory(&unit)) {
             return command::expandProperty(keys::deleteDirectory, arguments(), command, hybrid_, report());
         }
-        return CommandRun::expand(unit, command); // without the hybrid flag, deliberately
+        // Required: without the hybrid flag.
+        // Test: DeleteMember.InHybridModeOnlyTheTemplateForDirectoriesIsThatOfTheProvidersName.
+        return CommandRun::expand(unit, command);
     }
 
   private:
@@ -59,8 +61,10 @@ int runForDirectory(const CString &directory, bool hybrid, CString &error, Outco
     if (!command::mayReachCommand({directory}, report)) {
         return 0;
     }
+    // Required: nothing else is expanded. Test:
+    // DeleteDirectory.ReplacesTheRootAndTheDirectoryAndExpandsNothingElse.
     command.Replace("$OQROOT", root);
-    command.Replace("$UnitDirPath", directory); // these two are all that is expanded: deliberate
+    command.Replace("$UnitDirPath", directory);
     CString output;
     LogTrace::Log log(LogTrace::Log::cm);
     const int result = command::runLogged(log,

@@ -1,15 +1,17 @@
-// CMDeleteMember: deletes in the archive what is deleted in the model: units, or a directory.
+// Deletes from the archive what is deleted from the model: units, or a directory.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMDeleteMember final : public CMWorkspaceOperation {
   public:
-    /// A subsystem with a directory of its own goes with its directory, where the tool has a template for that.
-    /// Returns the outcome of the last unit that was worked on.
+    /// Deletes each unit; a subsystem with a directory of its own goes with the directory if the tool has a
+    /// template for that. Returns CommandRun::result(); 0 without a tool, which makes one diagnostic.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 
-    /// Deletes a directory. 0 without a tool, a template or an installation root; else what the run gave.
+    /// Deletes a directory. In the template only $OQROOT and $UnitDirPath are replaced, and `args` is not used.
+    /// Returns 0 without a tool, which makes one diagnostic, without a template or an installation root, and for a
+    /// directory that no command can quote; else the result of runLogged().
     virtual int deleteDirectory(const CString &directory, CMArgumentList &args, CMDiagnosticList &diags,
                                 bool hybrid);
 };

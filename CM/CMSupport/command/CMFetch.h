@@ -1,11 +1,11 @@
-// CMFetch: brings the archived files of units to disk with the command tool.
+// Brings the archived files of units to disk with the command tool.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMFetch final : public CMWorkspaceOperation {
   public:
-    /// With the hybrid flag the template is that of the provider in use. The units stay as they are loaded.
-    /// Returns the outcome of the last unit that was worked on.
+    /// Fetches the file of each unit and reloads none. With `hybrid` the template is that of the provider in use.
+    /// Returns CommandRun::result(); 0 without a tool, which makes one diagnostic.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

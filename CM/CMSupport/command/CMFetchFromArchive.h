@@ -1,10 +1,11 @@
-// CMFetchFromArchive: brings files of the archive to disk with the command tool.
+// Brings files of the archive to disk with the command tool.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMFetchFromArchive final : public CMArchiveOperation {
   public:
-    /// Returns the outcome of the last item that was worked on.
+    /// Fetches each item. Returns CommandRun::result(); 0 without a tool, which makes one
+    /// diagnostic.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) override;
 };

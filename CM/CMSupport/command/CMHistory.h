@@ -1,11 +1,11 @@
-// CMHistory: asks the command tool for the history of units. The answer is read by the user in the CM output
-// window.
+// Shows the history of units in the CM output window, as the command tool prints it.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMHistory final : public CMWorkspaceOperation {
   public:
-    /// The hybrid flag is ignored. Returns the outcome of the last unit that was worked on.
+    /// Runs the tool's command for each unit; ignores `hybrid`. Returns CommandRun::result(); 0 without a tool,
+    /// which makes one diagnostic.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

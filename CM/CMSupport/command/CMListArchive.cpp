@@ -28,7 +28,7 @@ command::ListingRules rulesOf(const IProject &project) {
             .wantsADot = isGeneralPropertyTrue(keys::ignoreWithoutDot, true)};
 }
 
-/// Runs the tool's command; what it prints becomes the output.
+/// Runs the tool's command and appends what it prints to `output`.
 int list(CMArgumentList &args, CString &output, CString &error, OutcomeReport &report) {
     CString command;
     const int result = command::expandProperty(IPN::CMListArchive, args, command, false, report);

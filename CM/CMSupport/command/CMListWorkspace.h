@@ -1,12 +1,12 @@
-// CMListWorkspace: the units of the workspace that can be under configuration management. Runs no command.
+// Lists the units of the workspace that can be under configuration management. Runs no command.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMListWorkspace final : public CMWorkspaceOperation {
   public:
-    /// Empties the list and fills it: all units with files of their own but references, what they hold, the
-    /// workspace, and subsystems that are hidden from configuration management. The other arguments are not used.
-    /// Always 1.
+    /// Replaces the contents of the list by all units with files of their own, except references, embedded files
+    /// of references, the workspace, and subsystems that are hidden from configuration management. The other
+    /// arguments are not used. Returns 1.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

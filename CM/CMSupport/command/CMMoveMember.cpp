@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Moves one unit after the other, each by a template of which some placeholders are filled in by hand.
+/// Moves units one by one. Fills in those placeholders of their templates that the expansion doesn't know.
 class Run : public command::CommandRun<IUnit> {
   public:
     Run(const char *beforeRun, const char *afterRun, bool hybrid, CMArgumentList &args, CString &error)
@@ -21,11 +21,12 @@ class Run : public command::CommandRun<IUnit> {
                      args, error),
           hybrid_(hybrid) {}
 
-    /// False if there is no template for the unit. `isPackage`: the unit is the one whose directory moves.
+    /// Moves the unit's file. Returns false if there is no template for it. `isPackage`: the unit's own directory
+    /// moves.
     [[nodiscard]] bool move(IUnit &unit, const command::Directories &directories, bool isPackage) {
-        OutcomeReport without(unit); // of a unit for which no command is made
+        OutcomeReport withoutRun(unit); // sent if no command is made for the unit
         if (!hasFile(unit) || directories.from == directories.to) {
-            without.sendAs(CMOutcome::Kind::nothingToDo);
+            withoutRun.sendAs(CMOutcome::Kind::nothingToDo);
             return true;
         }
         const CString persistAs = unit.getPersistAs();
@@ -41,13 +42,13 @@ class Run : public command::CommandRun<IUnit> {
             template_ = read(key_);
         }
         if (template_.IsEmpty()) {
-            without.lacksCommand(key_);
-            without.send();
+            withoutRun.lacksCommand(key_);
+            withoutRun.send();
             return false;
         }
-        if (!command::mayReachCommand({directories.from, directories.to, persistAs}, without)) {
-            without.send();
-            return true; // the next unit is taken as usual
+        if (!command::mayReachCommand({directories.from, directories.to, persistAs}, withoutRun)) {
+            withoutRun.send();
+            return true; // the result doesn't change
         }
         command::fillInMove(template_, directories, unit, {.isPackage = isPackage, .asDirectory = movesDirectory});
         work(&unit);
@@ -70,15 +71,15 @@ class Run : public command::CommandRun<IUnit> {
     }
 
     bool hybrid_;
-    CString key_;      ///< of the template for the unit at hand
-    CString template_; ///< of the unit at hand, with its placeholders filled in
+    CString key_;      ///< of the current unit's template
+    CString template_; ///< of the current unit, with its placeholders filled in
 };
 
 } // namespace
 
 int CMMoveMember::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) {
     if (units.IsEmpty()) {
-        return 1; // also without a tool: deliberate
+        return 1; // required even without a tool: MoveMember.AnEmptyListGivesOneEvenWithoutATool
     }
     CString error;
     if (!command::isToolConfigured(*this, hybrid, error, diags)) {
@@ -97,7 +98,7 @@ int CMMoveMember::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnost
             return 0;
         }
     }
-    return 1; // whatever the commands gave: deliberate
+    return 1; // required even after failed runs: MoveMember.ARunThatFailsDoesNotChangeTheResult
 }
 
 int CMMoveMember::movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath,
@@ -114,5 +115,5 @@ int CMMoveMember::movePackageContent(IUnit *package, CMUnitList &units, const CS
             return 0;
         }
     }
-    return 1; // whatever the commands gave: deliberate
+    return 1; // required even after failed runs: MovePackage.FailuresNeitherStopNorChangeTheResult
 }

@@ -1,17 +1,20 @@
-// CMMoveMember: keeps the archive in step when units move to another owner, or with their package's directory.
+// Moves files in the archive when units move to another owner, or together with their package's directory.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMMoveMember final : public CMWorkspaceOperation {
   public:
-    /// `units` is a flat list of triples: the unit, its old owner, its new owner. A triple with a null in it, at
-    /// the end for want of entries, is passed over. 1, also if commands failed: the CM output window tells that. 0
-    /// without a tool, or as soon as a unit has no template: the units behind it are left as they are.
+    /// Moves the file of each unit. `units` is a flat list of triples: the unit, its old owner, its new owner; a
+    /// triple that is incomplete or contains a null is skipped. Returns 1 for an empty list, even without a tool,
+    /// and if commands could not be made or failed, which only the CM output window and the outcomes show. Returns
+    /// 0 without a tool, which makes one diagnostic, or as soon as a unit has no template: the units after it are
+    /// not moved.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 
-    /// Moves `units`, a plain list of what lies in `package` and of the package itself, when the package's
-    /// directory moves from `oldPath` to `newPath`. Returns as above.
+    /// Moves the files of `units` when the directory of `package` moves from `oldPath` to `newPath`. `units` is a
+    /// plain list of the package and the units in it; nulls are skipped. Returns as above, but needs a tool even
+    /// for an empty list.
     virtual int movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath,
                                    const CString &newPath, CMArgumentList &args, CMDiagnosticList &diags,
                                    bool hybrid);

@@ -28,7 +28,8 @@ int CMRecCheckOutFromArchive::operator()(CMArchiveItemList &items, CMArgumentLis
     if (!command::isToolConfigured(*this, false, error, diags)) {
         return 0;
     }
-    // The caller asks for the save with saveOnCheckout(1): a command that comes here level by level saves once.
+    // A caller that works level by level saves once: it requests the save by saveOnCheckout(1), which is cleared
+    // here.
     if (!items.IsEmpty() && core::isSaveOnCheckOutWanted() && CMProperty::saveOnCheckout(-1) != 0 &&
         core::saveModel()) {
         CMProperty::saveOnCheckout(0);

@@ -1,11 +1,11 @@
-// CMRecCheckOutFromArchive: checks out the files of the archive that a recursive command has gathered; its caller
-// brings them into the model afterwards.
+// Checks out the files of the archive that a recursive command has collected. The caller loads them into the model
+// afterwards.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMRecCheckOutFromArchive final : public CMArchiveOperation {
   public:
-    /// Returns the outcome of the last item that was worked on.
+    /// Checks out each item. Returns CommandRun::result(); 0 without a tool, which makes one diagnostic.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) override;
 };

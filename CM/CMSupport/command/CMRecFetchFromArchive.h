@@ -1,10 +1,10 @@
-// CMRecFetchFromArchive: fetches the files of the archive that a recursive command has gathered.
+// Fetches the files of the archive that a recursive command has collected.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMRecFetchFromArchive final : public CMArchiveOperation {
   public:
-    /// Returns the outcome of the last item that was worked on.
+    /// Does the same as CMFetchFromArchive, with other log lines.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) override;
 };

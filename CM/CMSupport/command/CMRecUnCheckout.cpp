@@ -8,7 +8,7 @@ namespace {
 class Run : public command::CommandRun<IUnit> {
   public:
     Run(CMArgumentList &args, CString &error)
-        : CommandRun({.property = IPN::CMUnLockItem, // there is no template of its own
+        : CommandRun({.property = IPN::CMUnLockItem, // undo has no template of its own
                       .source = "../CM/CMSupport/RecUnCheckout",
                       .beforeRun = "Executing the following command to recursively uncheck out the file(s): ",
                       .afterRun = "Recursive uncheck out command returned the following: "},
@@ -20,7 +20,9 @@ class Run : public command::CommandRun<IUnit> {
 int CMRecUnCheckout::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags,
                                 bool /*hybrid*/) {
     if (units.IsEmpty()) {
-        return 1; // nothing to undo is a success here, unlike in the other operations, deliberately
+        // Required, unlike in the other operations.
+        // Test: UndoWithoutReload.RecursivelyOfAnEmptyListSucceedsEvenWithoutATool.
+        return 1;
     }
     CString error;
     if (!command::isToolConfigured(*this, false, error, diags)) {

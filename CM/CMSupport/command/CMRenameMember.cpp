@@ -15,7 +15,8 @@
 namespace {
 
 constexpr auto source = "../CM/CMSupport/RenameMember";
-/// Deliberate: the run that renames the file leaves no line in the log.
+/// Required: the run that renames the file writes no log lines.
+/// Test: RenameMember.WithinOneDirectoryRunsOneCommandWithoutLogLines.
 constexpr command::RunTexts renamingFile{.source = source, .before = nullptr, .after = nullptr};
 constexpr command::RunTexts renamingDirectory{.source = source,
                                               .before = "Executing the following command to rename the file: ",
@@ -49,7 +50,7 @@ int rename(IUnit &unit, const CString &oldPath, const CString &newPath, bool hyb
         directoryTemplate = readTemplate(keys::renameDirectory, hybrid);
         if (!directoryTemplate.IsEmpty()) {
             command::fillInRenameDirectory(directoryTemplate, fileTemplate, {oldDirectory, newDirectory});
-            // The file keeps to the old directory first: the directory follows with all that is in it.
+            // The file is renamed in its old directory; then the directory moves with all its contents.
             fileTo = paths::join(oldDirectory, unit.getFileName());
         }
     }
@@ -77,7 +78,7 @@ int rename(IUnit &unit, const CString &oldPath, const CString &newPath, bool hyb
         error.Empty();
         run(directoryTemplate, keys::renameDirectory, renamingDirectory);
     }
-    return 1; // whatever the two runs gave: deliberate
+    return 1; // required: the runs don't count. Test: RenameMember.ASecondRunThatFailsChangesNoResult
 }
 
 } // namespace
@@ -95,7 +96,7 @@ int CMRenameMember::operator()(IUnit *unit, const CString &oldPath, const CStrin
     OutcomeReport report(*unit);
     if (oldPath == newPath) {
         report.sendAs(CMOutcome::Kind::nothingToDo);
-        return 1; // also without a tool: deliberate
+        return 1; // required even without a tool: RenameMember.WithEqualPathsGivesOneAndAsksForNoTool
     }
     CString error;
     if (!command::isToolConfigured(*this, hybrid, error, diags)) {

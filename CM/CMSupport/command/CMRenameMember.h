@@ -1,5 +1,4 @@
-// CMRenameMember: keeps the archive in step when the file of a unit gets another name, or comes into another
-// directory.
+// Renames files in the archive when the file of a unit gets another name or moves to another directory.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -9,9 +8,11 @@ class CMRenameMember final : public CMWorkspaceOperation {
     /// Does nothing and returns 0: units are renamed one by one.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 
-    /// Both paths are those of the unit's file. Across directories and with a template for directories the file is
-    /// renamed in its old directory first, and the directory follows. 1, also if a command failed: the CM output
-    /// window tells that. 0 without a unit, a tool or a template.
+    /// Renames the unit's file from the full name `oldPath` to `newPath`. If the directories differ and the tool
+    /// has a template for directories, renames the file in its old directory first, then the directory. Returns 1
+    /// for equal paths, even without a tool, and if the commands could not be made or failed, which only the CM
+    /// output window and the outcome show. Returns 0 without a unit, a tool (one diagnostic) or a template, and
+    /// for a name that no command can quote.
     virtual int operator()(IUnit *unit, const CString &oldPath, const CString &newPath, CMDiagnosticList &diags,
                            bool hybrid);
 };

@@ -14,15 +14,15 @@ constexpr auto source = "../CM/CMSupport/UnCheckout";
 class UnitRun : public command::CommandRun<IUnit> {
   public:
     UnitRun(CMUnitList &units, CMArgumentList &args, CString &error)
-        : CommandRun({.property = IPN::CMUnLockItem, // there is no template of its own
+        : CommandRun({.property = IPN::CMUnLockItem, // undo has no template of its own
                       .source = source,
                       .beforeRun = "Executing the following command to uncheck out the file: ",
                       .afterRun = "Uncheck out command returned the following: "},
                      args, error),
           batch_(units) {}
 
-    /// Works on the units front to back. Reloaded units take the place of the old ones in the list; one that could
-    /// not be loaded stays until the end, and may be dead.
+    /// Works on the units from first to last. Reloaded units replace the old ones in the list. A unit that could
+    /// not be loaded stays in the list until the batch is closed, and may be deleted by then.
     void workThrough() {
         batch_.open();
         batch_.start();
@@ -35,7 +35,7 @@ class UnitRun : public command::CommandRun<IUnit> {
   protected:
     void followUp(IUnit &unit, CMORYHandler * /*guard*/) override {
         if (dynamic_cast<const IEmbededFile *>(&unit) != nullptr) {
-            return; // not part of the model: no reload, and no update of header and mode either
+            return; // not part of the model: neither reloaded nor updated
         }
         const CString file = unit.getFullFileName();
         log("Performing ATM for the file " + file);

@@ -1,5 +1,5 @@
-// Undoes check outs with the command tool, by the template of unlocking. The tool restores the archived file, and
-// each unit is reloaded from it.
+// Undoes check outs with the command tool, using the template for unlocking. The tool restores the archived file,
+// and each unit is reloaded from it.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -8,11 +8,12 @@
 
 class CMUnCheckout final : public CMWorkspaceOperation {
   public:
-    /// Undoes the check out of each unit once and returns the outcome of the last one that was worked on; the
-    /// hybrid flag is ignored. Afterwards the list contains the same units in the same order as after CMCheckOut.
-    /// Without a tool the list is unchanged.
+    /// Undoes the check out of each unit once; ignores `hybrid`. Returns CommandRun::result(), or 0 if the last
+    /// file could not be loaded; 0 without a tool, which makes one diagnostic and leaves the list unchanged.
+    /// Afterwards the list contains the same units in the same order as after CMCheckOut.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
-    /// Runs the command for each item and returns the outcome of the last one. The caller updates the model.
+    /// Runs the command for each item; the caller updates the model. Returns CommandRun::result(); 0 without a
+    /// tool, which makes one diagnostic.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
 
     /// Lets the unit's file follow its name after a reload that has changed the name, if the file was named after

@@ -1,10 +1,11 @@
-// CMUnLockItem: gives the locks of units back with the command tool. The model is not saved.
+// Releases the locks of units in the archive with the command tool.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
 
 class CMUnLockItem final : public CMWorkspaceOperation {
   public:
-    /// The hybrid flag is ignored. Returns the outcome of the last unit that was worked on.
+    /// Unlocks each unit without saving the model; ignores `hybrid`. Returns CommandRun::result(); 0 without a
+    /// tool, which makes one diagnostic.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

@@ -1,4 +1,4 @@
-// CheckOutRun: adds to the steps of every command the question about a writable file.
+// Adds the question about a writable file to the steps of a command.
 #pragma once
 
 #include "CM/CMSupport/command/CommandRun.h"
@@ -17,9 +17,9 @@ template <class ITEM> class CheckOutRun : public CommandRun<ITEM> {
     }
 
   protected:
-    /// To be called before the first item: its place among the visible steps is after the host's callback.
+    /// Reads whether to ask. Call it before the first item, and after the host's callback before reloads.
     void readQuestion() { question_.emplace(); }
-    /// Throws if the question was not read: no file is overwritten unasked by mistake.
+    /// Throws if readQuestion() was not called, so that no file is overwritten by mistake.
     bool isWanted(ITEM &item) override {
         const bool mayOverwrite = question_.value().mayOverwrite(item);
         if (!mayOverwrite) {

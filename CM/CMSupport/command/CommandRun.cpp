@@ -29,7 +29,7 @@ template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
     }
     report_.emplace(*item);
     workOn(*item);
-    report_->send(); // the guard of the project file has done its part by now
+    report_->send(); // after the guard has committed or rolled back
 }
 
 template <class ITEM> void CommandRun<ITEM>::workOn(ITEM &item) {
@@ -41,10 +41,10 @@ template <class ITEM> void CommandRun<ITEM>::workOn(ITEM &item) {
         return;
     }
     prepare(item);
-    std::optional<CMORYHandler> guard; // rolls back at the end what was not committed
+    std::optional<CMORYHandler> guard; // rolls back at the end unless it was committed
     const auto startGuard = [&] {
         if (texts_.guard) {
-            // Its result is ignored, deliberately: a file that needs no guard answers 0 as well.
+            // The result is ignored: a file that needs no guard returns 0 too.
             guard.emplace(&item).startTranscation(*texts_.guard);
         }
     };
@@ -57,7 +57,7 @@ template <class ITEM> void CommandRun<ITEM>::workOn(ITEM &item) {
             result_ = expand(item, command);
         } else {
             result_ = expand(item, command);
-            startGuard(); // also after an expansion that failed
+            startGuard(); // required even if it failed: Fetch.StartsTheGuardAfterAFailedExpansionAndRollsItBack
         }
         if (result_ == 1) {
             beforeRun(item);

@@ -1,6 +1,6 @@
-// CommandRun: the steps that every command operation goes through, written once: the arguments pushed for the
-// length of the call, the expansion of a template, the guard of the project file, the run with its two log lines,
-// and the rule on the result. An operation derives its own run and fills in what is special to it.
+// Runs the command of an operation for each item, in the steps that all command operations share: it pushes the
+// arguments for the time of the call, expands the template, guards the project file, runs the command between two
+// log lines, and determines the result. An operation derives its own run and overrides what is special to it.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchive.h"
@@ -18,7 +18,7 @@
 
 namespace command {
 
-/// What an operation's command is called and made from.
+/// Describes an operation's command.
 struct CommandTexts {
     enum class Order { expansionThenGuard, guardThenExpansion };
 
@@ -27,17 +27,17 @@ struct CommandTexts {
     const char *beforeRun;                           ///< the log line before the run; the command follows
     const char *afterRun;                            ///< the log line after the run; the output follows. Null for
                                                      ///< both: the operation logs nothing
-    std::optional<CMORYHandler::ORYOPER> guard = {}; ///< without one the operation uses no guard
+    std::optional<CMORYHandler::ORYOPER> guard = {}; ///< empty: the operation uses no guard
     Order order = Order::expansionThenGuard;
-    bool hybrid = false; ///< goes to the expansion
+    bool hybrid = false; ///< passed to the expansion
 };
 
-/// Asks CMOperation::isCMTool. Without a tool, the one diagnostic that a command operation makes is appended, and
-/// the operation returns 0. `errorText` receives the message.
+/// Returns the result of CMOperation::isCMTool, which assigns a message to `errorText`. Without a tool appends a
+/// diagnostic with the message, the only one that a command operation makes, and reports the outcome.
 [[nodiscard]] bool isToolConfigured(CMOperation &operation, bool hybrid, CString &errorText,
                                     CMDiagnosticList &diags);
 
-/// An argument that is at the end of the list while this object lives.
+/// Keeps an argument at the end of the list while this object lives.
 class PushedArgument {
   public:
     PushedArgument(CMArgumentList &args, CMArgument &argument) : args_(args) { args_.AddTail(&argument); }
@@ -49,54 +49,56 @@ class PushedArgument {
     CMArgumentList &args_;
 };
 
-/// ITEM is IUnit or CMArchiveItem. The archive's argument stands on the list while the run lives.
+/// ITEM is IUnit or CMArchiveItem. The argument list contains the archive while the run lives.
 template <class ITEM> class CommandRun {
   public:
     /// `errorText` is required to be one text for the complete run: the errors of one item precede those of the
-    /// next. The shell shows and tests all of it each time, so many failures cost the square of what they print.
-    /// Test: CheckOut.ErrorsOfOneUnitStandInFrontOfThoseOfTheNext.
+    /// next. The shell shows and tests all of it each time, so the cost of many failures is quadratic in their
+    /// text. Test: CheckOut.ErrorsOfOneUnitStandInFrontOfThoseOfTheNext.
     CommandRun(CommandTexts texts, CMArgumentList &args, CString &errorText);
     virtual ~CommandRun() = default;
     CommandRun(const CommandRun &) = delete;
     CommandRun &operator=(const CommandRun &) = delete;
 
-    /// Works on one item; null is skipped. An item with a name that can't be quoted is refused before anything
-    /// else is done for it: see NameGuard.h. A failure is seen in the result, and in the outcome that is reported
-    /// at the end of the item; the next one is taken as usual.
+    /// Works on one item; skips null. Refuses an item with a name that can't be quoted before doing anything else
+    /// for it: see NameGuard.h. A failure affects only result() and the outcome, which is reported at the end of
+    /// each item; the next item is worked on as usual.
     void work(ITEM *item);
-    /// Works on all items of a list that the run doesn't change.
+    /// Works on all items of a list, which must not change meanwhile.
     template <class LIST> void workAll(const LIST &items) {
         for (ITEM *const item : items) {
             work(item);
         }
     }
 
-    /// The outcome of the last item that was worked on, deliberately not a summary; 0 at the start.
+    /// Returns the result of the last item that was worked on, which is required not to be a summary (test:
+    /// CheckOut.OnlyTheLastUnitDecidesTheResult): 1 after a run, even if the tool failed; 0 if its name can't be
+    /// quoted, or if its command could not be made or run. 0 if no item was worked on.
     [[nodiscard]] int result() const { return result_; }
 
   protected:
-    /// Before anything is done for the item; false passes it over and leaves the result as it was. Whoever answers
-    /// so says why in the report.
+    /// Returns whether to work on the item. Called before anything is done for it. An override that returns false
+    /// records the reason in the report; the result stays unchanged.
     virtual bool isWanted(ITEM & /*item*/) { return true; }
-    /// Before the item's argument is pushed.
+    /// Called before the item's argument is pushed.
     virtual void prepare(ITEM & /*item*/) {}
-    /// The key of the template for this item; the default is that of the texts.
+    /// Returns the key of the template for this item; the default is CommandTexts::property.
     [[nodiscard]] virtual CString templateFor(ITEM & /*item*/) { return texts_.property; }
-    /// Makes the command; what it returns becomes the result. The default expands that template.
+    /// Makes the command; the return value becomes the result. The default expands the template.
     virtual int expand(ITEM &item, CString &command);
-    /// Between a good expansion and the first log line.
+    /// Called between a successful expansion and the first log line.
     virtual void beforeRun(ITEM & /*item*/) {}
-    /// After a good run. `guard` is null if the operation uses none. The default commits the guard.
+    /// Called after a successful run. `guard` is null if the operation uses none. The default commits the guard.
     virtual void followUp(ITEM &item, CMORYHandler *guard);
-    /// At the end of each item that was wanted, before its guard goes.
+    /// Called at the end of each item that was wanted, before its guard is destroyed.
     virtual void afterItem() {}
 
     void setResult(int result) { result_ = result; }
     [[nodiscard]] CString &errorText() { return errorText_; }
     [[nodiscard]] CMArgumentList &arguments() { return args_; }
-    /// That of the item at hand.
+    /// Returns the report of the current item.
     [[nodiscard]] OutcomeReport &report() { return *report_; }
-    /// The line that is logged is that of the caller.
+    /// Logs `text` with the caller's line number.
     void log(const CString &text, int line = __builtin_LINE());
 
   private:

@@ -3,7 +3,7 @@
 namespace command {
 
 void updateHeader(IUnit &unit) {
-    unit.updateCMHeader(); // a file that can't be read leaves the header as it was, and is no failure here
+    unit.updateCMHeader(); // failing is allowed: UpdatingOperation.AHeaderThatCannotBeReadIsNoFailure
 }
 
 void updateMode(IUnit &unit) { unit.updateMode(""); }

@@ -1,13 +1,13 @@
-// Brings header and mode of a unit into line after its command.
+// Updates the header and the mode of a unit after its command.
 #pragma once
 
 #include "CM/host/IUnit.h"
 
 namespace command {
 
-/// Takes the unit's CM header from its file. A file that can't be read leaves the header as it was.
+/// Reads the unit's CM header from its file. If the file can't be read, the header is unchanged.
 void updateHeader(IUnit &unit);
-/// Brings the unit's mode into line with what its file permits.
+/// Sets the unit's mode from the permissions of its file.
 void updateMode(IUnit &unit);
 
 } // namespace command

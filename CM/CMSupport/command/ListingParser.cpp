@@ -12,8 +12,9 @@ namespace command {
 
 namespace {
 
-/// What stands behind the last backslash and, only without one, behind the last slash, deliberately: a name that
-/// an item makes of the same path is cut at whichever is the last.
+/// Returns the text after the last backslash or, only if there is none, after the last slash. Required, although
+/// an item cuts the same path at whichever is last. Test:
+/// ProjectFilter.CutsAtABackslashEvenIfASlashStandsFurtherRight.
 std::string_view lastComponent(std::string_view path) {
     std::size_t last = path.rfind('\\');
     if (last == std::string_view::npos) {
@@ -46,7 +47,7 @@ int ListingParser::Field::extract(std::string_view record, std::string_view &val
 ListingParser::ListingParser(ListingRules rules)
     : rules_(std::move(rules)), traces_(isDebugTraceOn()), workingFile_(IPN::CMListArchiveItsWorkingFile, traces_),
       version_(IPN::CMListArchiveItsVersion, traces_), mode_(IPN::CMListArchiveItsMode, traces_),
-      locker_(IPN::CMListArchiveItsLocker, traces_), modeTellsLocker_(!traces_ && mode_.isSameAs(locker_)) {}
+      locker_(IPN::CMListArchiveItsLocker, traces_), modeCapturesLocker_(!traces_ && mode_.isSameAs(locker_)) {}
 
 std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
     std::string_view workingFile;
@@ -56,7 +57,7 @@ std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
         debugTrace({"Archive working file: '", workingFile, "'\n"});
     }
     if (isOfAnotherProject(workingFile) || result_ != 1 || wasSet == 0) {
-        return nullptr; // also what is no record of a file, such as text in front of the first one
+        return nullptr; // this includes text that is not a record, such as a heading
     }
 
     const std::string_view version = extractOrEmpty(version_, record);
@@ -64,18 +65,19 @@ std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
         debugTrace({"Archive version: '", version, "'\n"});
     }
 
-    std::string_view captured; // that the pattern matches is all that counts
+    std::string_view captured; // counts only if the locker has the same pattern
     int modeWasSet = 0;
     result_ = mode_.extract(record, captured, modeWasSet);
     if (traces_) {
-        // ReadWrite also for an empty pattern, whose mode is unknown, deliberately.
+        // Required: ReadWrite also for an empty pattern, for which the mode is unknown.
+        // Test: TracedRecord.OfAnEmptyModePatternSaysReadWriteWhileTheModeIsUnknown.
         debugTrace({"Archive file mode: ", result_ == 1 ? "ReadWrite" : "ReadOnly", "\n"});
     }
     const CMArchiveItem::Mode mode = modeWasSet == 0 ? CMArchiveItem::unknown
                                      : result_ == 1  ? CMArchiveItem::readWrite
                                                      : CMArchiveItem::readOnly;
 
-    const std::string_view locker = modeTellsLocker_ ? captured : extractOrEmpty(locker_, record);
+    const std::string_view locker = modeCapturesLocker_ ? captured : extractOrEmpty(locker_, record);
     if (traces_) {
         debugTrace({"Archive Locker: '", locker, "'\n"});
     }
@@ -83,7 +85,7 @@ std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
     if (rules_.wantsADot && !hasDotInFileName(workingFile)) {
         return nullptr;
     }
-    // As the tool printed it, blanks and separators included.
+    // The path stays as the tool printed it, with blanks and separators.
     return std::make_unique<CMArchiveItem>(
         CMArchiveItem::Listed{.fileNameWithPath = workingFile, .version = version, .mode = mode, .locker = locker},
         texts_);
@@ -107,7 +109,7 @@ int parseListing(const CString &output, ListingRules rules, CMArchiveItemList &i
     const IProperty *const delimiter =
         CMProperty::getToolProperty(IPN::CMMultiRecordDelimiter, nullptr, IProperty::inherited, false);
     if (delimiter == nullptr) {
-        return 1; // the output is thrown away, deliberately
+        return 1; // required: ListArchive.WithoutADelimiterThrowsTheOutputAwayAndGivesOne
     }
     ListingParser parser(std::move(rules));
     SPPattern(delimiter->getValue()).split(output, [&](std::string_view record) {

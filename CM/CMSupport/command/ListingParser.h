@@ -1,5 +1,5 @@
-// ListingParser: what a record of a tool's listing says about one file of the archive. The tool's four patterns
-// say where in the record it stands.
+// Makes archive items from the records of a tool's listing. The tool has a pattern for each of the four fields of
+// an item.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -13,22 +13,23 @@
 
 namespace command {
 
-/// Which files of a listing are wanted.
+/// Selects the files of a listing that are wanted.
 struct ListingRules {
     CString projectFile;   ///< file name of the active project, without directory
-    CString projectSuffix; ///< what marks a file as that of a project: it stands anywhere in the path
-    bool showsAll = false; ///< the project files of other projects too
-    bool wantsADot = true; ///< names without an extension are left out
+    CString projectSuffix; ///< marks a file as that of a project, anywhere in the path
+    bool showsAll = false; ///< keeps the project files of other projects too
+    bool wantsADot = true; ///< skips names without an extension
 };
 
 class ListingParser {
   public:
-    /// Looks the tool's patterns up; with the debug trace on, each extraction does so instead.
+    /// Looks up the tool's patterns. If the debug trace is on, each extraction looks up its pattern instead.
     explicit ListingParser(ListingRules rules);
 
-    /// The item that the record tells of, or null: it holds no file of the archive, or one that is not wanted.
+    /// Returns the item that the record describes; null if it contains no file of the archive, or one that is not
+    /// wanted.
     std::unique_ptr<CMArchiveItem> parse(std::string_view record);
-    /// What the last extraction returned, whatever it was; 1 before the first one.
+    /// Returns the result of the last extraction; 1 before the first one.
     [[nodiscard]] int result() const { return result_; }
 
   private:
@@ -36,32 +37,32 @@ class ListingParser {
       public:
         Field(const CString &key, bool traces);
         int extract(std::string_view record, std::string_view &value, int &wasSet);
-        /// Only while nothing is traced.
+        /// Returns whether both patterns are equal. Not to be called with the debug trace on.
         [[nodiscard]] bool isSameAs(const Field &other) const { return pattern_->isSameAs(*other.pattern_); }
 
       private:
         const CString &key_;
         bool traces_;
-        std::optional<ToolPattern> pattern_; ///< while it is traced, none before the first extraction
+        std::optional<ToolPattern> pattern_; ///< with the debug trace on, empty before the first extraction
     };
 
     std::string_view extractOrEmpty(Field &field, std::string_view record);
     [[nodiscard]] bool isOfAnotherProject(std::string_view workingFile) const;
 
     ListingRules rules_;
-    bool traces_; ///< asked once for a listing: nothing can switch it meanwhile
+    bool traces_; ///< the debug trace is on; it can't change during a listing
     Field workingFile_;
     Field version_;
     Field mode_;
     Field locker_;
-    bool modeTellsLocker_; ///< both have one pattern, as for tools whose files are writable where they are locked
+    bool modeCapturesLocker_; ///< both patterns are equal, as for tools whose locked files are writable
     ItemTexts texts_;
     int result_ = 1;
 };
 
-/// Cuts what a tool has printed into records, and appends an item for each that tells of a wanted file; the items
-/// are made by `new`. Returns what the last extraction returned; 1 if there was none, or if the tool has no
-/// delimiter.
+/// Splits a tool's output into records and appends an item, made by `new`, for each wanted file. Returns the
+/// result of the last extraction; 1 if there was none, or if the tool has no delimiter, so that the output is
+/// discarded.
 int parseListing(const CString &output, ListingRules rules, CMArchiveItemList &items);
 
 } // namespace command

@@ -12,9 +12,9 @@ namespace command {
 namespace {
 
 /// Logs `before` and `text` as one line. Builds the line in `text` itself and restores it afterwards, so that no
-/// second text of a listing's size exists while the line is written; the insertion moves the text. From 1 GiB on,
-/// the line is a copy.
-void logBehind(LogTrace::Log &log, const RunTexts &texts, const char *before, CString &text, int line) {
+/// second text of a listing's size exists while the line is written; the insertion moves the text. For texts of
+/// 1 GiB and more, copies the text.
+void logWithPrefix(LogTrace::Log &log, const RunTexts &texts, const char *before, CString &text, int line) {
     constexpr std::size_t tooLongForPositions = std::size_t{1} << 30; // positions in a CString are of type int
     if (text.view().size() >= tooLongForPositions) {
         log.Min(texts.source, line, before + text);
@@ -35,7 +35,7 @@ int runLogged(LogTrace::Log &log, const RunTexts &texts, const CString &command,
     CMToolRun run;
     const int result = theCMToolShellInterface()->Execute(command, output, errorText, run);
     if (texts.after != nullptr) {
-        logBehind(log, texts, texts.after, output, __LINE__);
+        logWithPrefix(log, texts, texts.after, output, __LINE__);
     }
     if (command.IsEmpty()) {
         report.fail(CMOutcome::Kind::noCommand,

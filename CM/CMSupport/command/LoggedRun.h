@@ -7,7 +7,7 @@
 
 namespace command {
 
-/// The log lines around a run.
+/// Describes the log lines around a run.
 struct RunTexts {
     const char *source; ///< source path for the log
     const char *before; ///< the line before the run; the command follows

@@ -25,7 +25,7 @@ bool mayReachCommand(std::initializer_list<CString> paths, OutcomeReport &report
 
 bool mayReachCommand(const CMArchiveItem &item, OutcomeReport &report) {
     const CString name = item.getFileNameWithPath();
-    // Doubled, a separator "\" can be left at the end of the directory; without one nothing is asked of the host.
+    // Of a doubled backslash, one remains at the end of the directory. Without any, the host is not asked.
     return mayReachCommand({name}, report) &&
            (name.Find('\\') < 0 || mayReachCommand({item.getLocalPath()}, report));
 }
@@ -33,7 +33,7 @@ bool mayReachCommand(const CMArchiveItem &item, OutcomeReport &report) {
 bool mayReachCommand(const IUnit &unit, OutcomeReport &report) {
     const CString name = unit.getFullFileName();
     CString own = unit.getOwnDirectory();
-    own.TrimRight(platform::separators); // may be a root; a template sees it without
+    own.TrimRight(platform::separators); // templates see even a root without them
     return mayReachCommand({name, platform::directoryOfPath(name), unit.getFileName(), own}, report);
 }
 

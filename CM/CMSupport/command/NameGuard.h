@@ -1,4 +1,4 @@
-// The last look at the names that go into a command: what a template can't quote never reaches a shell.
+// Refuses items with names that no template can quote, before such a name reaches a shell.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -10,11 +10,12 @@
 
 namespace command {
 
-/// Whether a command may be run for the item or unit: its full name, its directories and its file name can be
-/// quoted. If not, a line in the output window names the file and what it holds, and the report says so too.
+/// Returns whether a command can quote the full name, the directories and the file name of the item or unit. If
+/// not, writes a line with the name and the offending character to the CM output window, and records the refusal
+/// in the report.
 [[nodiscard]] bool mayReachCommand(const CMArchiveItem &item, OutcomeReport &report);
 [[nodiscard]] bool mayReachCommand(const IUnit &unit, OutcomeReport &report);
-/// The same for paths that take the place of placeholders; the line names the first that can't be quoted.
+/// Does the same for paths that replace placeholders. The line names the first one that can't be quoted.
 [[nodiscard]] bool mayReachCommand(std::initializer_list<CString> paths, OutcomeReport &report);
 
 } // namespace command

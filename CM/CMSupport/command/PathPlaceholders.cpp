@@ -15,8 +15,9 @@ void fillInMove(CString &text, const Directories &directories, const IUnit &unit
     const auto nameIn = [&](const CString &directory) {
         CString name = directory;
         if (!form.isPackage) {
-            name =
-                paths::join(name, unit.getPersistAs()); // also if it is empty: the doubled separator is deliberate
+            // Required: an empty setting doubles the separator.
+            // Test: MoveMember.MovesAFileWithADoubledSeparatorWhereItHasNoDirectory.
+            name = paths::join(name, unit.getPersistAs());
         }
         return form.asDirectory ? name : paths::join(name, unit.getFileName());
     };

@@ -1,5 +1,5 @@
-// The names that a move or a rename fills into its template before the template is expanded. Each operation has
-// names of its own, and their capitals count.
+// Replaces the placeholders of moves and renames in a template, before the template is expanded. Each operation
+// has its own placeholders. Their case matters.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -14,22 +14,24 @@ struct Directories {
 };
 
 struct MoveForm {
-    bool isPackage = false;   ///< the unit is the one whose directory moves, so that its setting isn't appended
+    bool isPackage = false;   ///< the unit's own directory moves; its directory setting isn't appended
     bool asDirectory = false; ///< the unit's directory moves, not its file
 };
 
-/// "$olddir", "$newdir", "$oldName" and "$newName" of "Move" and "MoveDirectory".
+/// Replaces "$olddir", "$newdir", "$oldName" and "$newName" in "Move" or "MoveDirectory".
 ORC_CM_API void fillInMove(CString &text, const Directories &directories, const IUnit &unit, MoveForm form);
 
-/// "$dir", "$olddir", "$newdir", "$oldName" and "$newName" of "Rename". The paths are those of the file.
+/// Replaces "$dir", "$olddir", "$newdir", "$oldName" and "$newName" in "Rename". `from` and `to` are full names of
+/// the file.
 ORC_CM_API void fillInRename(CString &text, const CString &from, const CString &to);
 
-/// The names of "RenameDirectory". What `renameTemplate`, the value of "Rename", holds decides on "$dir",
-/// "$oldDir" and "$newdir"; "$oldDir" is spelt with a capital here: deliberate.
+/// Replaces "$oldName" and "$newName" in "RenameDirectory"; also "$dir" and "$oldDir" if `renameTemplate`, the
+/// value of "Rename", contains "$olddir" or "$dir", and "$newdir" if it contains "$newdir". Required: "$oldDir"
+/// has a capital here. Test: RenameMember.TheSmallSpellingIsNotReplacedInTheTemplateForDirectories.
 ORC_CM_API void fillInRenameDirectory(CString &text, const CString &renameTemplate,
                                       const Directories &directories);
 
-/// The directory that holds `directory`; `directory` itself if there is none.
+/// Returns the directory that contains `directory`; `directory` itself if there is none.
 [[nodiscard]] CString outerDirectory(const CString &directory);
 
 } // namespace command

@@ -12,7 +12,7 @@ int reported(int result, const Expansion::Fault &fault, const CString &key, Outc
     if (result == 1) {
         return result;
     }
-    if (fault.name.IsEmpty()) { // then there is no such property
+    if (fault.name.IsEmpty()) { // there is no such property
         report.lacksCommand(key);
     } else if (fault.isEndless) {
         report.fail(CMOutcome::Kind::notExpanded,

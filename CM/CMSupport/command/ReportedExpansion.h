@@ -1,4 +1,4 @@
-// Expands the template of a command, and puts the reason of a failure into the report of the item.
+// Expands the template of a command and records the reason of a failure in the item's report.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -7,10 +7,11 @@
 
 namespace command {
 
-/// As CMProperty::ExpandProperty.
+/// Works as CMProperty::ExpandProperty.
 int expandProperty(const CString &key, CMArgumentList &args, CString &command, bool useToolName,
                    OutcomeReport &report);
-/// As CMProperty::Expand on the route of the command tool; `key` is that of the property that the text comes from.
+/// Works as CMProperty::Expand on the route of the command tool. `key` is that of the property that contained
+/// `text`.
 int expandTemplate(const CString &text, const CString &key, CMArgumentList &args, CString &command,
                    OutcomeReport &report);
 

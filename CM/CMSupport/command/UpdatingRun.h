@@ -1,5 +1,5 @@
-// What check in, lock and unlock share: they change what the archive says about a unit, and the unit itself stays
-// loaded as it is; its header and its mode are brought into line with the file.
+// Implements check in, lock and unlock: they change the archive's record of a unit and don't reload the unit, but
+// update its header and its mode from the file.
 #pragma once
 
 #include "CM/CMSupport/command/CommandRun.h"
@@ -9,8 +9,9 @@ namespace command {
 
 enum class SaveFirst { no, yes };
 
-/// Works on the units front to back, without touching the list. With SaveFirst::yes the host's save callback is
-/// called before, once, unless the list is empty; no property is asked. Returns the outcome of the last unit.
+/// Works on the units from first to last and leaves the list unchanged. With SaveFirst::yes first calls the host's
+/// save callback, whatever the properties say, unless the list is empty. Returns CommandRun::result(); 0 without a
+/// tool, which makes one diagnostic.
 int updateUnits(CMOperation &operation, CommandTexts texts, SaveFirst save, const CMUnitList &units,
                 CMArgumentList &args, CMDiagnosticList &diags);
 
