@@ -4,6 +4,7 @@
 #include "CM/CMSupport/core/CMFacade.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,6 +49,7 @@ class OutcomeRecorder final : public CMOutcomeObserver {
     OutcomeRecorder(const OutcomeRecorder &) = delete;
     OutcomeRecorder &operator=(const OutcomeRecorder &) = delete;
 
+    bool mayBegin(const CMOutcome &next) override { return !mayBeginIf || mayBeginIf(next); }
     void report(const CMOutcome &outcome) override { outcomes.push_back(outcome); }
 
     /// Returns a line for each outcome, such as "Pump.ocl done"; without a file name if there is no file.
@@ -63,6 +65,7 @@ class OutcomeRecorder final : public CMOutcomeObserver {
     [[nodiscard]] const CMOutcome &last() const { return outcomes.at(outcomes.size() - 1); }
 
     std::vector<CMOutcome> outcomes;
+    std::function<bool(const CMOutcome &)> mayBeginIf; ///< empty: each item begins
 
   private:
     CMOutcomeObserver *before_;

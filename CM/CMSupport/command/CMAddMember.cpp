@@ -237,10 +237,16 @@ int CMAddMember::addByDirectories(CMUnitList &units, CMArgumentList &args, CMDia
     int result = 0;
     for (const auto &[directory, list] : directories.map) {
         OutcomeReport ofDirectory(directory);
+        if (!ofDirectory.mayBegin()) {
+            continue;
+        }
         result = checkOut(*this, directory, diags, ofDirectory);
         ofDirectory.send();
         for (IUnit *const unit : *list) {
             OutcomeReport report(*unit);
+            if (!report.mayBegin()) {
+                continue;
+            }
             if (result == 0) {
                 report.fail(CMOutcome::Kind::failed, resources::format(resources::Text::outcomeNoDirectory,
                                                                        {directory, ofDirectory.reason()}));

@@ -28,6 +28,9 @@ template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
         return;
     }
     report_.emplace(*item);
+    if (!report_->mayBegin()) {
+        return;
+    }
     workOn(*item);
     report_->send(); // after the guard has committed or rolled back
 }

@@ -60,9 +60,9 @@ template <class ITEM> class CommandRun {
     CommandRun(const CommandRun &) = delete;
     CommandRun &operator=(const CommandRun &) = delete;
 
-    /// Works on one item; skips null. Refuses an item with a name that can't be quoted before doing anything else
-    /// for it: see NameGuard.h. A failure affects only result() and the outcome, which is reported at the end of
-    /// each item; the next item is worked on as usual.
+    /// Works on one item; skips null, and an item that the outcome observer does not let begin. Refuses an item
+    /// with a name that can't be quoted before doing anything else for it: see NameGuard.h. A failure affects only
+    /// result() and the outcome, which is reported at the end of each item; the next item is worked on as usual.
     void work(ITEM *item);
     /// Works on all items of a list, which must not change meanwhile.
     template <class LIST> void workAll(const LIST &items) {

@@ -67,9 +67,13 @@ struct CMOutcome {
     bool fileChanged = false;  ///< its content differs from that before the run, or it appeared or disappeared
 };
 
-/// Receives the outcomes one by one, on the thread of the operation.
+/// Receives the outcomes one by one, on the thread of the operation, and can end an operation between two items.
 class CMOutcomeObserver {
   public:
+    /// Called before anything is done for an item, or for a directory. Of `next`, only `unit`, `item` and `file`
+    /// are set. If it returns false, the operation does nothing for the item, does not report it, and asks about
+    /// the next one. The default lets each item begin.
+    virtual bool mayBegin(const CMOutcome & /*next*/) { return true; }
     /// Called at the end of each item, in the order of the work. An item during which the host throws is not
     /// reported.
     virtual void report(const CMOutcome &outcome) = 0;

@@ -39,6 +39,11 @@ OutcomeReport OutcomeReport::ofDeadUnit(IUnit *unit) {
     return report;
 }
 
+bool OutcomeReport::mayBegin() const {
+    CMOutcomeObserver *const observer = CMFacade::outcomeObserver();
+    return observer == nullptr || observer->mayBegin(outcome_);
+}
+
 void OutcomeReport::fail(CMOutcome::Kind kind, const CString &reason) {
     if (outcome_.kind == CMOutcome::Kind::done) {
         outcome_.kind = kind;

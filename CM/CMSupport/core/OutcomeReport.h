@@ -15,6 +15,8 @@ class OutcomeReport {
     /// Reports on a unit that may be deleted.
     static OutcomeReport ofDeadUnit(IUnit *unit);
 
+    /// Returns whether the observer lets the item begin; true without an observer. If not, the report is not sent.
+    [[nodiscard]] bool mayBegin() const;
     /// Records the key of the command's template.
     void uses(const CString &property) { outcome_.property = property; }
     /// Records why the item is not done. The first reason counts, since later ones are its consequences.

@@ -46,7 +46,7 @@ class HostSetup::Impl {
           attachment_({.dialogs = &dialogs_,
                        .cmOutput = &output.window(),
                        .runs = {[this](const std::string &command) { started(command); },
-                                [this](const RunEnd &end) { ended(end); }, [] { return isInterrupted(); }},
+                                [this](const RunEnd &end) { ended(end); }, [this] { return !mayGoOn(); }},
                        .library = &theCMFacade,
                        .logFile = options.logFile}) {
         if (options.trace) {
@@ -69,7 +69,9 @@ class HostSetup::Impl {
     void expectRuns(std::size_t count) {
         expected_ = count;
         done_ = 0;
+        timedOut_ = false;
     }
+    [[nodiscard]] bool mayGoOn() const { return !timedOut_ && !isInterrupted(); }
 
   private:
     void started(const std::string &command) {
@@ -78,6 +80,7 @@ class HostSetup::Impl {
     }
 
     void ended(const RunEnd &end) {
+        timedOut_ = end.kind == RunEnd::Kind::timedOut;
         if (end.kind == RunEnd::Kind::interrupted) {
             setWindow(&silence_); // no command that is announced from here on is run
         }
@@ -91,6 +94,7 @@ class HostSetup::Impl {
     orchard::Attachment attachment_;
     std::size_t expected_ = 0;
     std::size_t done_ = 0;
+    bool timedOut_ = false;
 };
 
 HostSetup::HostSetup(const GlobalOptions &options, Output &output) try
@@ -110,5 +114,7 @@ void HostSetup::setWindow(std::ostream *stream) {
 }
 
 void HostSetup::expectRuns(std::size_t count) { impl_->expectRuns(count); }
+
+bool HostSetup::mayGoOn() const { return impl_->mayGoOn(); }
 
 } // namespace orchard_cm

@@ -21,8 +21,11 @@ class HostSetup {
 
     /// Sets the function that saves the model when an operation asks for it. It may throw.
     void onSave(std::function<void()> save);
-    /// Sets how many runs of the tool are to come, for the progress display on a terminal.
+    /// Begins an operation that runs the tool so many times, for the progress display on a terminal.
     void expectRuns(std::size_t count);
+    /// Returns whether the operation may begin a further step: false after Ctrl-C, and from the moment at which a
+    /// run of the tool has exceeded its time limit until the next operation. No tool is started then.
+    [[nodiscard]] bool mayGoOn() const;
     /// Returns the stream of the CM output window, which is the program's own.
     [[nodiscard]] std::ostream &window();
     /// Sends what is meant for the window to another stream; with null, to the window again.

@@ -8,8 +8,12 @@ const char *nameOf(ItemResult::Outcome outcome, const Wording &wording) {
     switch (outcome) {
     case ItemResult::Outcome::done:
         return wording.done;
+    case ItemResult::Outcome::passedOver:
+        return "passed over";
     case ItemResult::Outcome::skipped:
         return "skipped";
+    case ItemResult::Outcome::notBegun:
+        return "not begun";
     case ItemResult::Outcome::failed:
         break;
     }
@@ -91,6 +95,25 @@ void write(std::ostream &out, const ItemResult &result, const Wording &wording) 
         out << (after.exists ? " (the file has changed)" : " (the file is gone)");
     }
     out << '\n';
+}
+
+void write(std::ostream &out, const std::vector<ItemResult> &results, const Wording &wording) {
+    const ItemResult *first = nullptr;
+    std::size_t notBegun = 0;
+    for (const ItemResult &result : results) {
+        if (result.outcome != ItemResult::Outcome::notBegun) {
+            write(out, result, wording);
+        } else if (notBegun++ == 0) {
+            first = &result;
+        }
+    }
+    if (first != nullptr) {
+        out << first->name;
+        if (notBegun > 1) {
+            out << " and " << notBegun - 1 << (notBegun > 2 ? " others" : " other");
+        }
+        out << ": not begun; the same command does the rest\n";
+    }
 }
 
 std::string unmet(const Expectation &expected, const ItemResult &result) {

@@ -5,6 +5,7 @@
 
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace orchard_cm {
 
@@ -20,7 +21,13 @@ struct ItemState {
 };
 
 struct ItemResult {
-    enum class Outcome { done, skipped, failed };
+    enum class Outcome {
+        done,
+        passedOver, ///< it was before as the operation would make it
+        skipped,    ///< the user did not agree
+        failed,
+        notBegun, ///< the operation ended before it came to the item
+    };
 
     std::string name; ///< path in the model; the file for an item that was not in the model
     std::string file;
@@ -45,6 +52,8 @@ struct Wording {
 Json toJson(const ItemResult &result, const Wording &wording);
 /// Writes a line such as "Drives/Pump: checked out, file changed, version 1.2 -> 1.3, RO -> RW, reloaded".
 void write(std::ostream &out, const ItemResult &result, const Wording &wording);
+/// Writes a line for each item, and one for all that were not begun.
+void write(std::ostream &out, const std::vector<ItemResult> &results, const Wording &wording);
 
 /// What must be true of an item after a successful run.
 struct Expectation {

@@ -80,11 +80,13 @@ void reload(Items &items, Reload which) {
 
 /// Decides the outcome of an item from what was reported about it. `shared` is the fault of the call or of a
 /// command for a directory, if there was one.
-void judge(Item &item, const Operation &operation, const std::optional<std::string> &shared) {
+void judge(Item &item, const Operation &operation, const std::optional<std::string> &shared, bool mayGoOn) {
     ItemResult &result = item.result;
     lookAgain(item);
-    if (!item.isReported) {
-        fail(result, isInterrupted() ? "interrupted before its turn" : shared.value_or("it was not worked on"));
+    if (!item.isReported && !mayGoOn) {
+        result.outcome = Outcome::notBegun;
+    } else if (!item.isReported) {
+        fail(result, shared.value_or("it was not worked on"));
     } else if (result.outcome == Outcome::done) {
         std::string fault = unmet(operation.expected, result);
         if (fault.empty() && operation.alsoJudge) {
@@ -103,7 +105,8 @@ OperationReport run(Context &context, Items items, const Operation &operation,
         operation.arguments(arguments);
     }
     CMDiagnosticList diagnostics;
-    context.session.setup().expectRuns(items.size());
+    HostSetup &setup = context.session.setup();
+    setup.expectRuns(items.size());
     const std::size_t errorsBefore = context.output.errorCount();
     std::optional<std::string> shared;
     const auto take = [&](const CMOutcome &outcome) {
@@ -119,7 +122,7 @@ OperationReport run(Context &context, Items items, const Operation &operation,
         held.emplace(context.session);
     }
     {
-        const OutcomeWatch watch(take);
+        const OutcomeWatch watch(take, [&setup](const CMOutcome &) { return setup.mayGoOn(); });
         const CMAskOnCheckoutGuard answersHoldTillHere;
         const UndoBracket undo;
         result = entry(arguments.list(), diagnostics);
@@ -130,12 +133,13 @@ OperationReport run(Context &context, Items items, const Operation &operation,
     tellDiagnostics(context, diagnostics);
     OperationReport report;
     for (Item &item : items) {
-        judge(item, operation, shared);
+        judge(item, operation, shared, setup.mayGoOn());
         report.items.push_back(std::move(item.result));
     }
-    report.good =
-        result != 0 && !shared && context.output.errorCount() == errorsBefore &&
-        std::ranges::all_of(report.items, [](const ItemResult &item) { return item.outcome == Outcome::done; });
+    report.good = result != 0 && !shared && context.output.errorCount() == errorsBefore &&
+                  std::ranges::all_of(report.items, [](const ItemResult &item) {
+                      return item.outcome == Outcome::done || item.outcome == Outcome::passedOver;
+                  });
     if (held && !report.good) {
         held->release();
     }
@@ -179,11 +183,8 @@ ExitCode tell(Context &context, const OperationReport &report, const Wording &wo
     for (const auto &item : report.items) {
         items.push_back(toJson(item, wording));
     }
-    context.output.result({{"items", std::move(items)}}, [&](std::ostream &out) {
-        for (const auto &item : report.items) {
-            write(out, item, wording);
-        }
-    });
+    context.output.result({{"items", std::move(items)}},
+                          [&](std::ostream &out) { write(out, report.items, wording); });
     return report.good ? ExitCode::done : ExitCode::failed;
 }
 

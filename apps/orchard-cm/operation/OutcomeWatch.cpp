@@ -19,8 +19,9 @@ bool isFault(const CMOutcome &outcome) {
     return outcome.kind != done && outcome.kind != nothingToDo && outcome.kind != modelSaved;
 }
 
-OutcomeWatch::OutcomeWatch(Take take)
-    : take_(std::move(take)), before_(std::exchange(CMFacade::outcomeObserver(), this)) {}
+OutcomeWatch::OutcomeWatch(Take take, MayBegin mayBegin)
+    : take_(std::move(take)), mayBegin_(std::move(mayBegin)),
+      before_(std::exchange(CMFacade::outcomeObserver(), this)) {}
 
 OutcomeWatch::~OutcomeWatch() { CMFacade::outcomeObserver() = before_; }
 

@@ -15,7 +15,9 @@ namespace orchard_cm {
 class OutcomeWatch final : public CMOutcomeObserver {
   public:
     using Take = std::function<void(const CMOutcome &)>;
-    explicit OutcomeWatch(Take take = {});
+    using MayBegin = std::function<bool(const CMOutcome &)>;
+    /// `take` gets each outcome; `mayBegin` decides whether an item begins. Both may be empty.
+    explicit OutcomeWatch(Take take = {}, MayBegin mayBegin = {});
     ~OutcomeWatch();
     OutcomeWatch(const OutcomeWatch &) = delete;
     OutcomeWatch &operator=(const OutcomeWatch &) = delete;
@@ -28,9 +30,11 @@ class OutcomeWatch final : public CMOutcomeObserver {
     [[nodiscard]] bool wasCutOff() const { return wasCutOff_; }
 
   private:
+    bool mayBegin(const CMOutcome &next) override { return !mayBegin_ || mayBegin_(next); }
     void report(const CMOutcome &outcome) override;
 
     Take take_;
+    MayBegin mayBegin_;
     CMOutcomeObserver *before_;
     CMOutcome fault_;
     bool wasCutOff_ = false;

@@ -49,6 +49,25 @@ TEST(Expectation, IsNotMetByAUnitThatLeftTheModel) {
     EXPECT_EQ(unmet({.unit = false}, result), "");
 }
 
+TEST(ResultText, SumsUpWhatWasNotBegunInOneLine) {
+    auto done = pump(true);
+    done.outcome = Outcome::done;
+    auto later = pump(true);
+    later.outcome = Outcome::notBegun;
+    later.name = "Drives/Valve";
+    std::vector<ItemResult> results{done, later};
+    const auto lastLine = [&] {
+        std::ostringstream out;
+        write(out, results, {"checked out"});
+        const std::string all = out.str();
+        return all.substr(all.find('\n') + 1);
+    };
+    EXPECT_EQ(lastLine(), "Drives/Valve: not begun; the same command does the rest\n");
+    results.push_back(later);
+    EXPECT_EQ(lastLine(), "Drives/Valve and 1 other: not begun; the same command does the rest\n");
+    results.insert(results.end(), 598, later);
+    EXPECT_EQ(lastLine(), "Drives/Valve and 599 others: not begun; the same command does the rest\n");
+}
 TEST(ResultText, TellsWhatChanged) {
     auto result = pump(true);
     result.outcome = Outcome::done;

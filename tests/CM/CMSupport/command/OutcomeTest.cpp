@@ -71,6 +71,21 @@ TEST_F(Outcome, ComesOneByOneInTheOrderOfTheList) {
     EXPECT_THAT(seen.lines(), ElementsAre("modelSaved", "Valve.ocl done", "Pump.ocl done", "Tank.ocl done"));
 }
 
+TEST_F(Outcome, AnItemThatTheObserverDoesNotLetBeginIsLeftAloneAndNotReported) {
+    auto &pump = unitWithFile("Pump");
+    auto &valve = unitWithFile("Valve");
+    auto &tank = unitWithFile("Tank");
+    std::vector<std::string> commands;
+    toolDoes([&](const CString &command) {
+        commands.push_back(command.str());
+        return recording::ToolRun{};
+    });
+    seen.mayBeginIf = [&](const CMOutcome &next) { return next.unit != &valve; };
+    EXPECT_EQ(runOn<CMCheckIn>(pump, valve, tank), 1);
+    EXPECT_THAT(seen.lines(), ElementsAre("modelSaved", "Pump.ocl done", "Tank.ocl done"));
+    EXPECT_THAT(commands, ElementsAre("ci Pump.ocl", "ci Tank.ocl"));
+}
+
 TEST_F(Outcome, IsReportedToNobodyWithoutAnObserver) {
     CMFacade::outcomeObserver() = nullptr;
     EXPECT_EQ(runOn<CMCheckIn>(unitWithFile("Pump")), 1);
