@@ -29,6 +29,7 @@ set(orc_cm_headers
   CM/CMSupport/core/PropertyKeys.h
   CM/CMSupport/core/UnitFiles.h
   CM/CMSupport/core/Variable.h
+  CM/CMSupport/provider/CMProviderFault.h
   CM/CMSupport/provider/pvContextStruct.h
   CM/CMSupport/questions/CMAskOnCheckoutGuard.h)
 

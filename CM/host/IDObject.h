@@ -25,6 +25,9 @@ class ORC_HOST_API IObject {
 
 class ORC_HOST_API INObject : public IObject {
   public:
+    /// The text that names this object in the log.
+    [[nodiscard]] virtual CString getMyStrForLog() const = 0;
+
     /// While one exists, changes of the model don't count for code generation. Can be nested.
     class ORC_HOST_API IgnoreCGModification {
       public:

@@ -16,7 +16,8 @@ class ORC_HOST_API IProperty {
         local = 1,     ///< on the object itself only
     };
 
-    /// Makes a copy without a holder; IDObject::storeProperty attaches it.
+    /// Makes a copy without a holder, for null one without name, type and value; IDObject::storeProperty attaches
+    /// it.
     explicit IProperty(const IProperty *other);
     virtual ~IProperty();
     IProperty(const IProperty &) = delete;

@@ -14,6 +14,7 @@ template <class INTERFACE, class STATE> class ElementObject : public INTERFACE, 
 
     void doNotify() override { this->changed(); }
 
+    [[nodiscard]] CString getMyStrForLog() const override { return getMetaClassDisplayName() + " " + getName(); }
     [[nodiscard]] CString getName() const override { return this->name(); }
     [[nodiscard]] CString getMetaClassDisplayName() const override { return traitsOf(this->kind()).displayName; }
     [[nodiscard]] OrId getOrId() const override { return OrId(this->id().text()); }

@@ -14,11 +14,12 @@
 #include "CM/host/IProperty.h"
 #include "CM/platform/CList.h"
 #include "CM/platform/CString.h"
-#include "CM/platform/CStringList.h"
 
 class CMArchiveItem;
+class FileNameList;
 class IProject;
 class IUnit;
+class SCCdll;
 class pvContextStruct;
 
 class ORC_CM_API CMProperty {
@@ -125,6 +126,9 @@ class ORC_CM_API CMProperty {
 
     // The state of the provider route, stored in the provider folder. Every setter returns 1.
 
+    /// The binding to the provider's library: the only one of the process.
+    static SCCdll &getSCCdll();
+    /// Whether the library was to be loaded. It stays 1, also if loading has failed.
     static int getIsLoaded();
     static int setIsLoaded(int value);
     static int getIsInitialized();
@@ -143,10 +147,10 @@ class ORC_CM_API CMProperty {
     static void *getPvOptions();
     static void **getPvOptionsPtr();
     static int setVoidPvOptions();
-    /// File names for the provider route.
-    static CStringList &getFileNamesList();
+    /// The names that the provider has enumerated. The caller of SccPopulateList empties the list first.
+    static FileNameList &getFileNamesList();
     using ContextList = CList<pvContextStruct *, pvContextStruct *>;
-    /// Returns the open contexts. The caller deletes a context that it removes from the list.
+    /// Returns the open contexts in the order of their creation. Entries may be null.
     static ContextList &getPvContextStructList();
     /// Capabilities of the provider. A non-zero argument is stored, zero is not. Returns the stored value; nothing
     /// clears it.
@@ -156,8 +160,9 @@ class ORC_CM_API CMProperty {
     static pvContextStruct *addPvStruct();
     /// Returns the first context with this name, ignoring case; null if there is none or the name is empty.
     static pvContextStruct *findPvStructByContextName(const CString &name);
-    /// Does the same and removes the context from the list; the caller then owns it.
-    static pvContextStruct *removePvStructByContextName(const CString &name);
+    /// Takes the same context off the list and returns 1; 0 if there is none. It stays open at the provider, and
+    /// pointers to it stay valid.
+    static int removePvStructByContextName(const CString &name);
 
     // Log lines around provider calls, assigned to the last argument, which stays unchanged for a null file or
     // array.

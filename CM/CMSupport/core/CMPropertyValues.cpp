@@ -42,18 +42,18 @@ bool CMProperty::CheckCustomButton() {
            hasText(findProjectProperty("CustomButton", "CustomButtonImg"));
 }
 
-int CMProperty::closeProjectNeeded() { return hasText(findProjectProperty("SCC", "ProjName")) ? 0 : 1; }
+int CMProperty::closeProjectNeeded() { return hasText(findProviderProperty(keys::projName)) ? 0 : 1; }
 
 int CMProperty::getSccArchiveRecursive(const IUnit *unit, CString &projName, CString &auxPath) {
     if (unit != nullptr && unit->getSccArchiveRecursive(projName, auxPath) != 0) {
         return 1;
     }
-    const IProperty *name = findProjectProperty("SCC", "ProjName");
+    const IProperty *name = findProviderProperty(keys::projName);
     if (name == nullptr) {
         return 0;
     }
     projName = name->getValue();
-    if (const IProperty *path = findProjectProperty("SCC", "AuxProjPath")) {
+    if (const IProperty *path = findProviderProperty(keys::auxProjPath)) {
         auxPath = path->getValue();
     }
     return projName.IsEmpty() ? 0 : 1;

@@ -14,3 +14,10 @@ bool isGeneralPropertyTrue(const CString &key, bool otherwise) {
     const IProperty *const property = findGeneralProperty(key);
     return property == nullptr ? otherwise : property->getBool();
 }
+
+const IProperty *findProviderProperty(const CString &key) { return findProjectProperty("SCC", key); }
+
+bool isProviderPropertyTrue(const CString &key) {
+    const IProperty *const property = findProviderProperty(key);
+    return property != nullptr && property->getBool();
+}

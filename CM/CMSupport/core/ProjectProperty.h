@@ -10,3 +10,7 @@
 [[nodiscard]] const IProperty *findGeneralProperty(const CString &key);
 /// Returns its value as IProperty::getBool reads it; `otherwise` without the property.
 [[nodiscard]] bool isGeneralPropertyTrue(const CString &key, bool otherwise);
+/// Returns the property under "SCC", the metaclass of the properties of all providers.
+[[nodiscard]] const IProperty *findProviderProperty(const CString &key);
+/// Returns its value as IProperty::getBool reads it; false without the property.
+[[nodiscard]] bool isProviderPropertyTrue(const CString &key);

@@ -42,4 +42,12 @@ inline constexpr auto respectSynchronized = "EnableRespectSynchronizedCM";
 inline constexpr auto startSeparator = "CMOperationStartSeparator";
 inline constexpr auto useProvider = "UseSCCtool";
 
+// Values of the project, for all providers.
+inline constexpr auto auxProjPath = "AuxProjPath";
+inline constexpr auto enableCancel = "EnableSCCCancel";
+inline constexpr auto namelessProvider = "BaslatSCCName"; ///< the provider whose projects have its own name
+inline constexpr auto projName = "ProjName";
+inline constexpr auto queryOneByOne = "QuerySCCStatusOneByOne";
+inline constexpr auto redirectOutput = "RedirectOutputToOrchard";
+
 } // namespace keys

@@ -23,7 +23,8 @@ pvContextStructList::POSITION findContext(const CString &name) {
     const pvContextStructList &contexts = providerState().contexts;
     for (auto position = contexts.GetHeadPosition(); position;) {
         const auto here = position;
-        if (contexts.GetNext(position)->getpvContextName().CompareNoCase(name) == 0) {
+        const pvContextStruct *const context = contexts.GetNext(position);
+        if (context != nullptr && context->getpvContextName().CompareNoCase(name) == 0) {
             return here;
         }
     }
@@ -32,6 +33,7 @@ pvContextStructList::POSITION findContext(const CString &name) {
 
 } // namespace
 
+SCCdll &CMProperty::getSCCdll() { return providerState().library; }
 int CMProperty::getIsLoaded() { return providerState().isLoaded; }
 int CMProperty::setIsLoaded(int value) { return store(providerState().isLoaded, value); }
 int CMProperty::getIsInitialized() { return providerState().isInitialized; }
@@ -48,7 +50,7 @@ void **CMProperty::getPvContextPtr() { return &providerState().context; }
 void *CMProperty::getPvOptions() { return providerState().options; }
 void **CMProperty::getPvOptionsPtr() { return &providerState().options; }
 int CMProperty::setVoidPvOptions() { return store<void *>(providerState().options, nullptr); }
-CStringList &CMProperty::getFileNamesList() { return providerState().fileNames; }
+FileNameList &CMProperty::getFileNamesList() { return providerState().fileNames; }
 CMProperty::ContextList &CMProperty::getPvContextStructList() { return providerState().contexts; }
 int CMProperty::isSetSCC_CAP_REENTRANT(int value) { return storeSticky(providerState().isReentrant, value); }
 int CMProperty::isSetSCC_CAP_COMMENTCHECKOUT(int value) {
@@ -66,12 +68,12 @@ pvContextStruct *CMProperty::findPvStructByContextName(const CString &name) {
     return position ? providerState().contexts.GetAt(position) : nullptr;
 }
 
-pvContextStruct *CMProperty::removePvStructByContextName(const CString &name) {
+int CMProperty::removePvStructByContextName(const CString &name) {
     const auto position = findContext(name);
     if (!position) {
-        return nullptr;
+        return 0;
     }
-    auto *removed = providerState().contexts.GetAt(position);
+    providerState().formerContexts.emplace_back(providerState().contexts.GetAt(position));
     providerState().contexts.RemoveAt(position);
-    return removed;
+    return 1;
 }

@@ -2,11 +2,16 @@
 // through CMProperty.
 #pragma once
 
+#include "CM/CMSupport/provider/FileNameList.h"
+#include "CM/CMSupport/provider/SCCdll.h"
 #include "CM/CMSupport/provider/pvContextStruct.h"
-#include "CM/platform/CStringList.h"
+
+#include <memory>
+#include <vector>
 
 struct ProviderState {
-    int isLoaded = 0; ///< the provider library is loaded
+    SCCdll library;
+    int isLoaded = 0; ///< the provider library was to be loaded
     int isInitialized = 0;
     int isSetProjectPath = 0;
     int isConnected = 0;
@@ -15,8 +20,10 @@ struct ProviderState {
     void *options = nullptr;            ///< the command options that were chosen last
     int isReentrant = 0;                ///< these two capabilities are never cleared
     int hasCheckOutComment = 0;
-    CStringList fileNames{10};
+    FileNameList fileNames;
     pvContextStructList contexts{10}; ///< in the order of their creation
+    /// Records that have left the list, and that callers may still use.
+    std::vector<std::unique_ptr<pvContextStruct>> formerContexts;
 };
 
 /// The one of this process. It is never destroyed: at the end of the process the contexts are the provider's.

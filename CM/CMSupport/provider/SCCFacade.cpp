@@ -1,10 +1,15 @@
 #include "CM/CMSupport/provider/SCCFacade.h"
 
+#include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/provider/RouteMissing.h"
+#include "CM/CMSupport/provider/SCCConnectToCMRepository.h"
+#include "CM/CMSupport/provider/SCCdll.h"
 
 using provider::routeMissing;
 
-int SCCFacade::SCCConnectToArchive(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
+int SCCFacade::SCCConnectToArchive(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return SCCConnectToCMRepository()(units, args, diags);
+}
 
 int SCCFacade::SCCCheckOut(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
 int SCCFacade::SCCRecCheckOut(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
@@ -42,6 +47,28 @@ int SCCFacade::SCCHistory(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { 
 int SCCFacade::SCCAltHistory(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
 int SCCFacade::SCCProperties(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
 
-int SCCFacade::doSetUpSCC() { return routeMissing(); }
-int SCCFacade::doCleanUpSCC() { return routeMissing(); }
+int SCCFacade::doSetUpSCC() {
+    if (CMProperty::useSccCompliantTool() == 0) {
+        return 1;
+    }
+    if (CMProperty::getIsLoaded() != 0) {
+        return doCloseProjectSCC();
+    }
+    CMProperty::getSCCdll().LoadDll(CMProperty::getSCCProviderDLL());
+    CMProperty::setIsLoaded(1);
+    return 1;
+}
+
+int SCCFacade::doCleanUpSCC() {
+    if (CMProperty::getIsLoaded() != 0) {
+        CMProperty::getSCCdll().SccUninitialize(CMProperty::getPvContext());
+    }
+    return 1;
+}
+
+int SCCFacade::doCloseProjectSCC() {
+    CMProperty::getSCCdll().SccCloseProject(CMProperty::getPvContext());
+    return 1;
+}
+
 int SCCFacade::SCCRunToolExe() { return 1; }

@@ -41,10 +41,16 @@ class SCCFacade {
     static int SCCAltHistory(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
     static int SCCProperties(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
 
-    /// Prepares the provider for a project that was opened.
+    // The start and the end of a project. All return 1. They concern the current context,
+    // CMProperty::getPvContext(), and leave the list of contexts as it is.
+
+    /// Loads the provider's library; if that was done before, closes the current context's project. Does nothing
+    /// in a project that works by commands.
     static int doSetUpSCC();
-    /// Ends the provider's work; only to be called while its library is loaded.
+    /// Ends the current context, if the library was to be loaded.
     static int doCleanUpSCC();
-    /// Does nothing and returns 1.
+    /// Closes the current context's project.
+    static int doCloseProjectSCC();
+    /// Does nothing: a provider's own program is not run.
     static int SCCRunToolExe();
 };

@@ -1,16 +1,25 @@
 #include "CM/CMSupport/provider/StatusProvider.h"
 
+#include "CM/CMSupport/provider/SCCConnectToCMRepository.h"
+#include "CM/CMSupport/provider/SccQuery.h"
+
 namespace {
 
-class NoProvider : public StatusProvider {
+class BoundProvider : public StatusProvider {
   public:
-    pvContextStruct *contextOf(IUnit & /*unit*/) override { return nullptr; }
-    void queryAndSetStatus(CMUnitList & /*units*/, void * /*context*/) override {}
+    pvContextStruct *contextOf(IUnit &unit) override {
+        pvContextStruct *context = nullptr;
+        SCCConnectToCMRepository().getSccContext(context, &unit);
+        return context;
+    }
+    void queryAndSetStatus(CMUnitList &units, void *context) override {
+        SccQuery::queryAndSetStatus(units, context);
+    }
 };
 
 } // namespace
 
 StatusProvider &statusProvider() {
-    static NoProvider none;
-    return none;
+    static BoundProvider provider;
+    return provider;
 }

@@ -14,5 +14,5 @@ class StatusProvider {
     virtual void queryAndSetStatus(CMUnitList &units, void *context) = 0;
 };
 
-/// The provider of this process. This version has no provider route: no unit has a context, and nothing is shown.
+/// The provider that this process is bound to.
 StatusProvider &statusProvider();

@@ -169,6 +169,94 @@ const char *text(Text number) {
         return "the tool could not be started: %s";
     case Text::callFailed:
         return "the provider's call %s failed with result %s";
+    case Text::providerFaulted:
+        return "The Source Code Control provider crashed in its entry %s. Save your work and start the program "
+               "again before you use the provider again.";
+    case Text::providerThrew:
+        return "The Source Code Control provider ended the operation with an exception.";
+    case Text::providerNotConnected:
+        return "The unit is not connected to an archive. Connect the project, or the unit, to an archive first.";
+    case Text::providerConnectAnew:
+        return "The unit is connected to an archive already. Give up this connection and connect to another "
+               "archive?";
+    case Text::providerConnected:
+        return "The project is connected to the archive.";
+    case Text::providerErrorOpening:
+        return "The Source Code Control provider reported an error: ";
+    case Text::providerWarningOpening:
+        return "The Source Code Control provider reported: ";
+    case Text::providerClosing:
+        return " The configuration management output may show more.";
+    case Text::providerSuccess:
+        return "The Source Code Control provider has finished: %s";
+    case Text::resultInitializeFailed:
+        return "The provider could not be started. Check its installation.";
+    case Text::resultUnknownProject:
+        return "The provider doesn't know the project. Connect the model to an archive again.";
+    case Text::resultProjectNotCreated:
+        return "The provider could not create the project or the new name. Check that you may do so.";
+    case Text::resultNotCheckedOut:
+        return "The file is not checked out. Check it out first.";
+    case Text::resultAlreadyCheckedOut:
+        return "The file is checked out already.";
+    case Text::resultFileLocked:
+        return "The file is locked by another user. Wait until the lock is released, or ask its holder.";
+    case Text::resultOutExclusively:
+        return "Another user has checked the file out exclusively. Wait until it is checked in.";
+    case Text::resultAccessFailure:
+        return "The archive could not be reached. Check the network and your rights, then try again.";
+    case Text::resultCheckInConflict:
+        return "The file conflicts with the version in the archive. Fetch that version, merge the two, then check "
+               "in again.";
+    case Text::resultFileExists:
+        return "The archive has a file of this name already.";
+    case Text::resultNotControlled:
+        return "The file is not under the provider's control. Add it to the archive first.";
+    case Text::resultFileCheckedOut:
+        return "The file is checked out. Check it in or undo the check out first.";
+    case Text::resultNoVersion:
+        return "The archive has no such version.";
+    case Text::resultNotSupported:
+        return "The provider doesn't support the operation.";
+    case Text::resultNonspecificError:
+        return "The Source Code Control provider reported an error without a reason.";
+    case Text::resultNotPerformed:
+        return "The provider did not perform the operation.";
+    case Text::resultTypeNotSupported:
+        return "The archive can't store a file of this type.";
+    case Text::resultVerifyMerge:
+        return "The file was merged with the version in the archive. Check the result, then check in again.";
+    case Text::resultFixMerge:
+        return "The file could not be merged with the version in the archive. Resolve the conflicts, then check "
+               "in again.";
+    case Text::resultShellFailure:
+        return "The provider could not start a program that it needs.";
+    case Text::resultInvalidUser:
+        return "The provider doesn't accept the user name or the password.";
+    case Text::resultProjectAlreadyOpen:
+        return "The provider has a project open already.";
+    case Text::resultProjectSyntax:
+        return "The provider doesn't understand the name of the project. Connect the model to an archive again.";
+    case Text::resultInvalidPath:
+        return "The provider doesn't accept the path.";
+    case Text::resultProjectNotOpen:
+        return "The provider has no open project. Connect the model to an archive first.";
+    case Text::resultNotAuthorized:
+        return "You are not allowed to do this. Ask the administrator of the archive.";
+    case Text::resultFileSyntax:
+        return "The provider doesn't understand the name of the file.";
+    case Text::resultFileMissing:
+        return "The file doesn't exist on the disk. Fetch it from the archive first.";
+    case Text::resultConnectionFailure:
+        return "The provider could not connect to the archive. Check the network, then try again.";
+    case Text::resultOptionsExist:
+        return "The provider has further options for the operation.";
+    case Text::resultCancelled:
+        return "The operation was cancelled.";
+    case Text::resultProjectCreated:
+        return "The provider has created the project.";
+    case Text::resultNotAffected:
+        return "The file was not affected.";
     }
     return "?"; // a number from outside the enumeration
 }

@@ -76,8 +76,50 @@ enum class Text : unsigned {
     runInterrupted,
     runWithheld,
     runNotInstalled,
-    runNotStarted, ///< the system's error
-    callFailed,    ///< the provider's entry, its result
+    runNotStarted,         ///< the system's error
+    callFailed,            ///< the provider's entry, its result
+    providerFaulted = 500, ///< entry
+    providerThrew,
+    providerNotConnected,
+    providerConnectAnew,
+    providerConnected,
+    providerErrorOpening,   ///< the message of a result follows
+    providerWarningOpening, ///< the message of a result may follow
+    providerClosing,        ///< ends every message about a result
+    providerSuccess,        ///< what has succeeded
+    resultInitializeFailed, ///< the messages of results, in the order of the API's codes
+    resultUnknownProject,
+    resultProjectNotCreated,
+    resultNotCheckedOut,
+    resultAlreadyCheckedOut,
+    resultFileLocked,
+    resultOutExclusively,
+    resultAccessFailure,
+    resultCheckInConflict,
+    resultFileExists,
+    resultNotControlled,
+    resultFileCheckedOut,
+    resultNoVersion,
+    resultNotSupported,
+    resultNonspecificError,
+    resultNotPerformed,
+    resultTypeNotSupported,
+    resultVerifyMerge,
+    resultFixMerge,
+    resultShellFailure,
+    resultInvalidUser,
+    resultProjectAlreadyOpen,
+    resultProjectSyntax,
+    resultInvalidPath,
+    resultProjectNotOpen,
+    resultNotAuthorized,
+    resultFileSyntax,
+    resultFileMissing,
+    resultConnectionFailure,
+    resultOptionsExist,
+    resultCancelled,
+    resultProjectCreated,
+    resultNotAffected,
 };
 
 /// Returns the text with this number; "?" for an unknown number.

@@ -52,6 +52,7 @@ template <class BASE, class STATE = ObjectState> class ObjectOf : public BASE, p
     ObjectOf() { this->self = this; }
 
     void doNotify() override { this->noteNotified(); }
+    [[nodiscard]] CString getMyStrForLog() const override { return this->metaClassName + " " + this->name; }
     [[nodiscard]] CString getName() const override { return this->name; }
     [[nodiscard]] CString getMetaClassDisplayName() const override { return this->metaClassName; }
     [[nodiscard]] OrId getOrId() const override { return OrId(this->id); }

@@ -3,7 +3,8 @@
 #include "CM/host/IDObject.h"
 #include "tests/support/recording_host/RecordingHost.h"
 
-IProperty::IProperty(const IProperty *other) : data_(std::make_unique<Data>(*other->data_)) {
+IProperty::IProperty(const IProperty *other)
+    : data_(other == nullptr ? std::make_unique<Data>() : std::make_unique<Data>(*other->data_)) {
     data_->holder = nullptr;
 }
 IProperty::IProperty(std::unique_ptr<Data> data) : data_(std::move(data)) {}

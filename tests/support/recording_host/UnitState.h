@@ -72,7 +72,10 @@ template <class BASE> class UnitOf : public ObjectOf<BASE, UnitState> {
     }
     void setSccArchive(const CString &projName, const CString &auxPath) override {
         this->note("set scc archive", projName + "," + auxPath);
-        this->sccArchive = {projName, auxPath};
+        this->sccArchive.reset(); // two empty texts mean none
+        if (!projName.IsEmpty() || !auxPath.IsEmpty()) {
+            this->sccArchive = {projName, auxPath};
+        }
     }
     int getBatchArchiveRecursive(CString &archive) const override { return this->findBatchArchive(archive); }
     void setBatchArchive(const CString &archive) override {

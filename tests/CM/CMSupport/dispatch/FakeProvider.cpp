@@ -74,6 +74,7 @@ int SCCFacade::SCCHistory(Units &u, Args &a, Diags &d) { return answer("SCCHisto
 int SCCFacade::SCCAltHistory(Items &i, Args &a, Diags &d) { return answer("SCCAltHistory", i, a, d); }
 int SCCFacade::SCCProperties(Units &u, Args &a, Diags &d) { return answer("SCCProperties", u, a, d); }
 int SCCFacade::doSetUpSCC() { return answer("doSetUpSCC"); }
+int SCCFacade::doCloseProjectSCC() { return answer("doCloseProjectSCC"); }
 int SCCFacade::doCleanUpSCC() { return answer("doCleanUpSCC"); }
 int SCCFacade::SCCRunToolExe() { return answer("SCCRunToolExe"); }
 

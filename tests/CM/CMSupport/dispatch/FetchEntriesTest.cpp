@@ -69,7 +69,7 @@ TEST_F(FetchEntries, AreSoundAfterAnException) {
 
 TEST_F(FetchEntries, GoToTheProviderOnItsRouteAlsoInHybridMode) {
     useProviderNamed("Basalt", true);
-    for (const Entry &entry : {fetch, fetchFromArchive, recFetchFromArchive, history, connect}) {
+    for (const Entry &entry : {fetch, fetchFromArchive, recFetchFromArchive, history}) {
         host.clearRecords();
         EXPECT_EQ(entry.call(), 0) << entry.name;
         EXPECT_TRUE(wentToProvider()) << entry.name;

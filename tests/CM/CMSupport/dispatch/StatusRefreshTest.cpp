@@ -285,12 +285,13 @@ TEST_F(StatusRefresh, TheEntryOfTheHostAsksItsQuestionOnTheProviderRouteOnly) {
     EXPECT_EQ(host.messages.shown.size(), 1U);
     host.messages.answers = {IDYES};
     facade.RefreshCMStatus();
-    EXPECT_EQ(host.messages.shown.size(), 2U);
+    ASSERT_EQ(host.messages.shown.size(), 3U);
+    EXPECT_EQ(host.messages.shown[2].text, resources::text(resources::Text::providerNotConnected));
     setGeneral("UseSCCtool", "No");
     CMProperty::useSccCompliantTool();
     setToolProperty("RefreshCMStatusAtProjectOpenup", "Ask User");
     facade.RefreshCMStatus();
-    EXPECT_EQ(host.messages.shown.size(), 2U);
+    EXPECT_EQ(host.messages.shown.size(), 3U);
     EXPECT_EQ(pump.cmState, 3);
 }
 

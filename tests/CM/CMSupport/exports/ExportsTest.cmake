@@ -4,7 +4,7 @@ string(REPLACE ";" "," table "${table}")
 string(REPLACE "\n" ";" lines "${table}")
 
 set(classes "CM(Archive|ArchiveItem|ArchiveItemListWrapper|Argument|AskOnCheckoutGuard|Diagnostic|Facade|Label|Log")
-string(APPEND classes "|Mode|Outputer|Property|PropertyArgument|PropertyDirectedArgument")
+string(APPEND classes "|Mode|Outputer|Property|PropertyArgument|PropertyDirectedArgument|ProviderFault")
 string(APPEND classes "|Status|SuppressOKMessage|TargetFile|ToolInterface|ToolShellInterface|TraitFacade|Unit")
 string(APPEND classes "|UserBasedArgument|Workspace)")
 set(functions "(getMainCMOutputer|getOverlayImage|theCMToolShellInterface|shouldSetInformationFilesCheckBox")

@@ -1,7 +1,8 @@
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/provider/FileNameList.h"
 #include "CM/CMSupport/provider/pvContextStruct.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <memory>
 
 namespace {
@@ -67,10 +68,19 @@ TEST(ProviderState, KeepsACapabilityOnceItIsSet) {
     EXPECT_EQ(CMProperty::isSetSCC_CAP_REENTRANT(0), reentrant);
 }
 
-TEST(ProviderState, ListsFileNames) {
-    CMProperty::getFileNamesList().AddTail("a.ocl");
-    EXPECT_EQ(CMProperty::getFileNamesList().GetCount(), 1);
-    CMProperty::getFileNamesList().RemoveAll();
+TEST(ProviderState, ListsEachFileNameOnce) {
+    FileNameList &names = CMProperty::getFileNamesList();
+    for (const char *const name : {"b.ocl", "a.ocl", "b.ocl", "B.ocl"}) {
+        names.AddTail(name);
+    }
+    EXPECT_THAT(names.names(), testing::ElementsAre("b.ocl", "a.ocl", "B.ocl")) << "each once, in their order";
+    EXPECT_TRUE(names.contains("a.ocl"));
+    names.RemoveAll();
+    EXPECT_TRUE(names.IsEmpty());
+    EXPECT_FALSE(names.contains("a.ocl"));
+    names.AddTail("a.ocl");
+    EXPECT_EQ(names.GetCount(), 1);
+    names.RemoveAll();
 }
 
 TEST(ProviderContexts, AreFoundAndRemovedByNameInAnyCase) {
@@ -83,11 +93,10 @@ TEST(ProviderContexts, AreFoundAndRemovedByNameInAnyCase) {
     third->setpvContextName("plant");
     EXPECT_EQ(CMProperty::findPvStructByContextName("PLANT"), second);
     EXPECT_EQ(CMProperty::findPvStructByContextName("Mill"), nullptr);
-    EXPECT_EQ(CMProperty::removePvStructByContextName("Mill"), nullptr);
+    EXPECT_EQ(CMProperty::removePvStructByContextName("Mill"), 0);
 
-    const std::unique_ptr<pvContextStruct> removed(CMProperty::removePvStructByContextName("plANT"));
-    EXPECT_EQ(removed.get(), second) << "taken off, and not deleted";
-    EXPECT_EQ(removed->getpvContextName(), "Plant");
+    EXPECT_EQ(CMProperty::removePvStructByContextName("plANT"), 1);
+    EXPECT_EQ(second->getpvContextName(), "Plant") << "taken off, and not deleted";
     EXPECT_EQ(CMProperty::findPvStructByContextName("Plant"), third);
     EXPECT_EQ(CMProperty::getPvContextStructList().GetCount(), 2);
     for (pvContextStruct *context : {first, third}) {
@@ -99,8 +108,16 @@ TEST(ProviderContexts, AreFoundAndRemovedByNameInAnyCase) {
 TEST(ProviderContexts, AreNotFoundByTheEmptyName) {
     const std::unique_ptr<pvContextStruct> unnamed(CMProperty::addPvStruct());
     EXPECT_EQ(CMProperty::findPvStructByContextName(""), nullptr);
-    EXPECT_EQ(CMProperty::removePvStructByContextName(""), nullptr);
+    EXPECT_EQ(CMProperty::removePvStructByContextName(""), 0);
     EXPECT_EQ(CMProperty::getPvContextStructList().GetCount(), 1);
+    CMProperty::getPvContextStructList().RemoveAll();
+}
+
+TEST(ProviderContexts, AreFoundBehindAnEmptyPlace) {
+    CMProperty::getPvContextStructList().AddTail(nullptr);
+    const std::unique_ptr<pvContextStruct> context(CMProperty::addPvStruct());
+    context->setpvContextName("Plant");
+    EXPECT_EQ(CMProperty::findPvStructByContextName("plant"), context.get());
     CMProperty::getPvContextStructList().RemoveAll();
 }
 

@@ -1,8 +1,7 @@
-// Tests a project with a provider in a version without the provider route.
+// Tests the forms that the provider route does not have yet.
 #include "CM/CMSupport/provider/DeleteMemberSCC.h"
 #include "CM/CMSupport/provider/MoveMemberSCC.h"
 #include "CM/CMSupport/provider/SCCFacade.h"
-#include "CM/CMSupport/provider/StatusProvider.h"
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/core/shared/CoreFixture.h"
@@ -31,18 +30,13 @@ class RouteMissing : public CoreFixture {
 
 TEST_F(RouteMissing, EveryFormOnUnitsReportsItAndTouchesNoList) {
     using Form = int (*)(CMUnitList &, CMArgumentList &, CMDiagnosticList &);
-    const std::pair<const char *, Form> forms[] = {{"SCCConnectToArchive", SCCFacade::SCCConnectToArchive},
-                                                   {"SCCCheckOut", SCCFacade::SCCCheckOut},
-                                                   {"SCCRecCheckOut", SCCFacade::SCCRecCheckOut},
-                                                   {"SCCCheckIn", SCCFacade::SCCCheckIn},
-                                                   {"SCCUncheckout", SCCFacade::SCCUncheckout},
-                                                   {"SCCAddMember", SCCFacade::SCCAddMember},
-                                                   {"SCCMoveMember", SCCFacade::SCCMoveMember},
-                                                   {"SCCDeleteMember", SCCFacade::SCCDeleteMember},
-                                                   {"SCCFetch", SCCFacade::SCCFetch},
-                                                   {"SCCFetchForDiff", SCCFacade::SCCFetchForDiff},
-                                                   {"SCCHistory", SCCFacade::SCCHistory},
-                                                   {"SCCProperties", SCCFacade::SCCProperties}};
+    const std::pair<const char *, Form> forms[] = {
+        {"SCCCheckOut", SCCFacade::SCCCheckOut},         {"SCCRecCheckOut", SCCFacade::SCCRecCheckOut},
+        {"SCCCheckIn", SCCFacade::SCCCheckIn},           {"SCCUncheckout", SCCFacade::SCCUncheckout},
+        {"SCCAddMember", SCCFacade::SCCAddMember},       {"SCCMoveMember", SCCFacade::SCCMoveMember},
+        {"SCCDeleteMember", SCCFacade::SCCDeleteMember}, {"SCCFetch", SCCFacade::SCCFetch},
+        {"SCCFetchForDiff", SCCFacade::SCCFetchForDiff}, {"SCCHistory", SCCFacade::SCCHistory},
+        {"SCCProperties", SCCFacade::SCCProperties}};
     for (const auto &[name, form] : forms) {
         expectReport(form(units, args, diags), name);
     }
@@ -72,19 +66,12 @@ TEST_F(RouteMissing, TheOtherFormsReportIt) {
     expectReport(MoveMemberSCC().movePackageContent(&pump, units, "/old", "/new", args, diags, false),
                  "movePackageContent");
     expectReport(DeleteMemberSCC().DeleteDirectory("/w/d", args, diags), "DeleteDirectory");
-    expectReport(SCCFacade::doSetUpSCC(), "doSetUpSCC");
-    expectReport(SCCFacade::doCleanUpSCC(), "doCleanUpSCC");
 }
 
 TEST_F(RouteMissing, TheToolOfAProviderIsNeverRun) {
     EXPECT_EQ(SCCFacade::SCCRunToolExe(), 1);
     EXPECT_THAT(host.messages.shown, IsEmpty());
     EXPECT_THAT(host.worker.commands, IsEmpty());
-}
-
-TEST_F(RouteMissing, NoUnitHasAContextAndNothingIsShown) {
-    EXPECT_EQ(statusProvider().contextOf(pump), nullptr);
-    EXPECT_THAT(host.messages.shown, IsEmpty());
 }
 
 } // namespace

@@ -9,7 +9,7 @@ using resources::text;
 
 namespace {
 
-// The numbers of the table are those of the five runs of the enumeration, to their last names.
+// The numbers of the table are those of the six runs of the enumeration, to their last names.
 template <class CHECK> void forEachText(CHECK check) {
     const auto run = [&check](Text first, Text last) {
         for (auto number = static_cast<unsigned>(first); number <= static_cast<unsigned>(last); ++number) {
@@ -21,6 +21,7 @@ template <class CHECK> void forEachText(CHECK check) {
     run(Text::questionTitle, Text::questionNotAnswered);
     run(Text::statusCheckedOut, Text::statusRefreshQuestion);
     run(Text::outcomeDeclined, Text::callFailed);
+    run(Text::providerFaulted, Text::resultNotAffected);
 }
 
 int placeholders(const std::string &shown) {
@@ -73,6 +74,8 @@ TEST(Texts, TakeTheArgumentsThatTheirNumbersPromise) {
         {Text::runKilled, 2},
         {Text::runNotStarted, 1},
         {Text::callFailed, 2},
+        {Text::providerFaulted, 1},
+        {Text::providerSuccess, 1},
     };
     forEachText([&withArguments](Text number) {
         const auto found = withArguments.find(number);
