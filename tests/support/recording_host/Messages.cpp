@@ -6,7 +6,7 @@
 namespace {
 
 int answer() {
-    recording::Messages &messages = RecordingHost::current().messages;
+    recording::MessageState &messages = RecordingHost::current().messages;
     if (messages.onShow) {
         messages.onShow();
     }

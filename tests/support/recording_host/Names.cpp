@@ -36,7 +36,7 @@ const CString IPN::CMSaveOnCheckOut = "SaveBeforeCheckOut";
 
 namespace {
 
-recording::Model &model() { return RecordingHost::current().model; }
+recording::ModelState &model() { return RecordingHost::current().model; }
 
 } // namespace
 

@@ -4,7 +4,7 @@
 #include "CM/host/IDObject.h"
 #include "CM/host/IUnit.h"
 #include "CM/host/OrId.h"
-#include "tests/support/recording_host/Properties.h"
+#include "tests/support/recording_host/PropertyState.h"
 
 #include <functional>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "tests/support/recording_host/Places.h"
+#include "tests/support/recording_host/SystemState.h"
 
 #include "CM/host/Utilities.h"
 #include "CM/platform/PathText.h"
@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-recording::Places &places() { return RecordingHost::current().places; }
+recording::SystemState &places() { return RecordingHost::current().places; }
 
 template <class VALUE>
 std::optional<VALUE> scripted(const std::map<CString, VALUE> &answers, const CString &path) {

@@ -1,4 +1,4 @@
-#include "tests/support/recording_host/Properties.h"
+#include "tests/support/recording_host/PropertyState.h"
 
 #include "CM/host/IDObject.h"
 #include "tests/support/recording_host/RecordingHost.h"

@@ -4,11 +4,11 @@
 // with an effect, in order.
 #pragma once
 
-#include "tests/support/recording_host/Messages.h"
-#include "tests/support/recording_host/Model.h"
-#include "tests/support/recording_host/Places.h"
-#include "tests/support/recording_host/Reload.h"
+#include "tests/support/recording_host/MessageState.h"
+#include "tests/support/recording_host/ModelState.h"
+#include "tests/support/recording_host/ReloadScript.h"
 #include "tests/support/recording_host/Storage.h"
+#include "tests/support/recording_host/SystemState.h"
 #include "tests/support/recording_host/Window.h"
 #include "tests/support/recording_host/Worker.h"
 
@@ -52,13 +52,13 @@ class RecordingHost {
 
     // --- Settings of a test.
 
-    recording::Model model;
-    recording::Messages messages;
-    recording::Places places;
+    recording::ModelState model;
+    recording::MessageState messages;
+    recording::SystemState places;
     recording::OutputWindow window;
     recording::Environment environment;
     recording::MainWindow mainWindow;
-    recording::Reload reload;
+    recording::ReloadScript reload;
     recording::Worker worker;
     struct {
         bool exists = true;

@@ -5,7 +5,7 @@
 namespace {
 
 void note(const CString &call) { RecordingHost::current().note(call); }
-recording::Reload &script() { return RecordingHost::current().reload; }
+recording::ReloadScript &script() { return RecordingHost::current().reload; }
 CString nameOf(const IUnit *unit) { return unit == nullptr ? CString("none") : unit->getName(); }
 CString number(int value) { return std::to_string(value); }
 

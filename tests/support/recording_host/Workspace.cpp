@@ -7,7 +7,7 @@
 
 namespace {
 
-recording::Model &model() { return RecordingHost::current().model; }
+recording::ModelState &model() { return RecordingHost::current().model; }
 
 } // namespace
 

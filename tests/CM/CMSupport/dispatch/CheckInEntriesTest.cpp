@@ -136,7 +136,7 @@ TEST_P(CheckInEntries, OnTheProviderRouteLocksByCommandAllTheSameAndChecksNothin
     EXPECT_EQ(call(), row().hasProviderRoute ? 0 : 1);
     const auto timesTold = [this] {
         return std::ranges::count(host.messages.shown, CString(resources::text(Text::providerRouteMissing)),
-                                  &recording::Messages::Shown::text);
+                                  &recording::MessageState::Shown::text);
     };
     if (row().hasProviderRoute) {
         EXPECT_EQ(timesTold(), 1);

@@ -35,7 +35,7 @@ class EntriesFixture : public CheckOutFixture {
     /// Returns how often the provider's route would have been used.
     [[nodiscard]] std::ptrdiff_t providerCalls() const {
         return std::ranges::count(host.messages.shown, resources::text(resources::Text::providerRouteMissing),
-                                  &recording::Messages::Shown::text);
+                                  &recording::MessageState::Shown::text);
     }
     [[nodiscard]] bool wentToProvider() const { return providerCalls() == 1 && host.worker.commands.empty(); }
 

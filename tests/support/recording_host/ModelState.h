@@ -14,7 +14,7 @@ struct ExtensionPair {
     CString older;
 };
 
-struct Model {
+struct ModelState {
     Project *activeProject = nullptr;
     bool hasWorkspace = true;
     Workspace *workspace = nullptr;

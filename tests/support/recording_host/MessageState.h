@@ -9,7 +9,7 @@
 
 namespace recording {
 
-struct Messages {
+struct MessageState {
     struct Shown {
         CString text;
         unsigned int flags = 0;

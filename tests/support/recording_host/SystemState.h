@@ -10,7 +10,7 @@
 
 namespace recording {
 
-struct Places {
+struct SystemState {
     /// Settings by section and key.
     std::map<std::pair<CString, CString>, CString> settings;
     std::vector<std::pair<CString, CString>> settingsRead; ///< every setting that was read

@@ -8,7 +8,7 @@
 
 namespace recording {
 
-struct Reload {
+struct ReloadScript {
     /// By default every unit can be reloaded in place.
     std::function<bool(const IUnit *unit, int flag)> canReload;
     /// By default returns the unit itself. Null means a file that could not be read.
