@@ -50,8 +50,8 @@ int CMProperty::useSccCompliantTool() {
     theProject = project;
     hasCheckedSccTool = 1;
     DLLokay = 1;
-    if (const auto path = provider::findLibrary()) {
-        SCCProviderDLL = keep(*path);
+    if (const auto library = provider::findLibrary()) {
+        SCCProviderDLL = keep(library->path);
     } else {
         notifyUserAndAsk(resources::text(resources::Text::providerNotFound), MB_ICONHAND, 0, messageLevelDefault);
         DLLokay = 0;

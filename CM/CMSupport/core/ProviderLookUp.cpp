@@ -2,6 +2,7 @@
 
 #include "CM/host/LogTrace.h"
 #include "CM/platform/Files.h"
+#include "CM/platform/PathText.h"
 #include "CM/platform/Registry.h"
 
 namespace provider {
@@ -42,7 +43,7 @@ CString formatOneArgument(std::string_view format, std::string_view argument) {
     return formatted;
 }
 
-std::optional<CString> findLibrary() {
+std::optional<RegisteredLibrary> findLibrary() {
     const auto registry = platform::Registry::open(report);
     const auto providerKey =
         textValue(registry, CString(machine) + "Software\\SourceCodeControlProvider", "ProviderRegKey");
@@ -50,11 +51,12 @@ std::optional<CString> findLibrary() {
         return std::nullopt;
     }
     const CString key = CString(machine) + formatOneArgument(*providerKey, "SCCServerName");
-    auto path = textValue(registry, key, "SccServerPath");
-    if (!path || !platform::fileExists(*path)) {
+    const auto path = textValue(registry, key, "SccServerPath");
+    // A relative path would depend on the current directory, which changes with the project.
+    if (!path || !platform::isAbsolutePath(*path) || !platform::fileExists(*path)) {
         return std::nullopt;
     }
-    return path;
+    return RegisteredLibrary{*path, key};
 }
 
 } // namespace provider

@@ -7,9 +7,15 @@
 
 namespace provider {
 
-/// Returns the full path of the provider library that is registered for this machine, or none if a key or value is
-/// missing, a value is not a text, or the file doesn't exist. Faults of the registry itself are logged.
-std::optional<CString> findLibrary();
+/// A provider library, as the registry names it.
+struct RegisteredLibrary {
+    CString path; ///< full path
+    CString key;  ///< the key that holds the path
+};
+
+/// Returns the provider library that is registered for this machine, or none if a key or value is missing, a value
+/// is not a text, the path is not a full one, or the file doesn't exist. Faults of the registry itself are logged.
+std::optional<RegisteredLibrary> findLibrary();
 
 /// Replaces the first "%s" of a format by `argument` and each "%%" by "%". Other conversions are plain text, since
 /// the format comes from the registry and must not read arguments that do not exist:

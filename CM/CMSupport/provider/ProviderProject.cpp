@@ -5,6 +5,7 @@
 #include "CM/CMSupport/core/HostPaths.h"
 #include "CM/CMSupport/core/ProjectProperty.h"
 #include "CM/CMSupport/core/PropertyKeys.h"
+#include "CM/CMSupport/provider/ProviderLibrary.h"
 #include "CM/CMSupport/provider/ProviderState.h"
 #include "CM/CMSupport/provider/SCCTextOutProc.h"
 #include "CM/CMSupport/provider/SCCdll.h"
@@ -39,7 +40,10 @@ bool ProviderProject::findDirectory() {
 }
 
 bool ProviderProject::initialize(pvContextStruct *&context, LogsResult logsResult) {
-    loadLibrary();
+    if (CMProperty::getIsLoaded() == 0) {
+        logCall("LoadDll");
+        loadLibrary();
+    }
     if (context == nullptr) {
         context = CMProperty::addPvStruct();
     }
@@ -94,14 +98,6 @@ bool ProviderProject::open(LogsResult logsResult) {
 
 CString ProviderProject::providerName() const {
     return std::string_view(providerName_.data(), ::strnlen(providerName_.data(), SCC_NAME_LEN));
-}
-
-void ProviderProject::loadLibrary() {
-    if (CMProperty::getIsLoaded() == 0) {
-        logCall("LoadDll");
-        CMProperty::getSCCdll().LoadDll(CMProperty::getSCCProviderDLL());
-        CMProperty::setIsLoaded(1); // also if it could not be loaded: then all calls do nothing
-    }
 }
 
 void ProviderProject::switchCancelMode() {

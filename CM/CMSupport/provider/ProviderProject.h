@@ -36,7 +36,6 @@ class ProviderProject {
     [[nodiscard]] CString providerName() const;
 
   private:
-    void loadLibrary();
     void switchCancelMode();
     void rememberCapabilities() const;
     /// Writes the line before a call.

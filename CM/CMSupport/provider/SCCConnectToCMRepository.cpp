@@ -4,6 +4,7 @@
 #include "CM/CMSupport/core/ProjectProperty.h"
 #include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/CMSupport/provider/CMProviderFault.h"
+#include "CM/CMSupport/provider/ProviderLibrary.h"
 #include "CM/CMSupport/provider/ProviderProject.h"
 #include "CM/CMSupport/provider/ProviderState.h"
 #include "CM/CMSupport/resources/Texts.h"
@@ -170,6 +171,7 @@ int openContext(pvContextStruct *&context, IUnit *unit, OutcomeReport &report) {
             }
             CMProperty::setIsConnected(1);
         }
+        provider::reportLibrary(report);
     } catch (const CMProviderFault &fault) {
         reject(report, CMOutcome::Kind::failed, fault.what());
     } catch (...) { // required: nothing is shown
@@ -198,6 +200,7 @@ int SCCConnectToCMRepository::operator()(CMUnitList &units, CMArgumentList & /*a
     const bool isConnected = isAssociated && !giveUp(association, *project, *unit)
                                  ? connectToKnown(association, report)
                                  : connectToChosen(association, *project, report);
+    provider::reportLibrary(report);
     report.send();
     return isConnected ? 1 : 0;
 }

@@ -1,6 +1,7 @@
 #include "CM/CMSupport/provider/SCCFacade.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/provider/ProviderLibrary.h"
 #include "CM/CMSupport/provider/RouteMissing.h"
 #include "CM/CMSupport/provider/SCCConnectToCMRepository.h"
 #include "CM/CMSupport/provider/SCCdll.h"
@@ -54,8 +55,7 @@ int SCCFacade::doSetUpSCC() {
     if (CMProperty::getIsLoaded() != 0) {
         return doCloseProjectSCC();
     }
-    CMProperty::getSCCdll().LoadDll(CMProperty::getSCCProviderDLL());
-    CMProperty::setIsLoaded(1);
+    provider::loadLibrary();
     return 1;
 }
 

@@ -174,6 +174,12 @@ const char *text(Text number) {
                "again before you use the provider again.";
     case Text::providerThrew:
         return "The Source Code Control provider ended the operation with an exception.";
+    case Text::providerNotLoaded:
+        return "The library of the Source Code Control provider, %s, can't be loaded: %s. Install the provider "
+               "again, or correct SccServerPath in the registry's key %s.";
+    case Text::providerNotOne:
+        return "The library %s is not one of a Source Code Control provider: it exports no SccInitialize. Correct "
+               "SccServerPath in the registry's key %s.";
     case Text::providerNotConnected:
         return "The unit is not connected to an archive. Connect the project, or the unit, to an archive first.";
     case Text::providerConnectAnew:

@@ -80,6 +80,8 @@ enum class Text : unsigned {
     callFailed,            ///< the provider's entry, its result
     providerFaulted = 500, ///< entry
     providerThrew,
+    providerNotLoaded, ///< path, the system's reason, registry key
+    providerNotOne,    ///< path, registry key
     providerNotConnected,
     providerConnectAnew,
     providerConnected,

@@ -449,4 +449,11 @@ TEST_F(ConnectFailure, IsReportedWithItsReason) {
     EXPECT_THAT(outcomes.last().reason.str(), HasSubstr("77"));
 }
 
+TEST_F(ConnectFailure, OfTheLibraryIsReportedThoughTheCallSucceeds) {
+    registerLibrary(DOUBLE_PROVIDER_WITHOUT_START);
+    support::OutcomeRecorder outcomes;
+    EXPECT_EQ(connect(), 1) << "required";
+    EXPECT_EQ(outcomes.last().kind, CMOutcome::Kind::noTool);
+}
+
 } // namespace

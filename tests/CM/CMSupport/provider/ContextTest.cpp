@@ -276,11 +276,7 @@ TEST_F(Context, WithoutAProjectNothingIsOpenedAndNoRecordIsMade) {
 }
 
 TEST_F(Context, OfALibraryThatCannotBeLoadedHasNoProviderContextAndNoMessage) {
-    writeRegistry(unitsDirectory().string());
-    host.model.activeProject = nullptr;
-    CMProperty::ResetIfActiveProjectChanged();
-    host.model.activeProject = &project();
-    CMProperty::useSccCompliantTool();
+    registerLibrary(unitsDirectory().string());
     associate("Plant");
     EXPECT_EQ(get(&pump), 1);
     ASSERT_NE(context, nullptr);
@@ -372,6 +368,46 @@ TEST_F(Context, ReportsWhyThereIsNone) {
     context = provider::contextFor(&pump, threw);
     threw.send();
     EXPECT_EQ(outcomes.last().reason, resources::text(Text::providerThrew));
+}
+
+TEST_F(Context, ReportsALibraryThatCannotBeLoadedForEveryUnit) {
+    write(scratch / "text.so", "no library");
+    registerLibrary((scratch / "text.so").string());
+    associate("Plant");
+    support::OutcomeRecorder outcomes;
+    for (int unit = 0; unit < 2; ++unit) {
+        OutcomeReport report;
+        context = provider::contextFor(&pump, report);
+        report.send();
+        EXPECT_EQ(outcomes.last().kind, CMOutcome::Kind::noTool);
+        EXPECT_THAT(outcomes.last().reason.str(), HasSubstr((scratch / "text.so").string()));
+        EXPECT_THAT(outcomes.last().reason.str(), HasSubstr("HKEY_LOCAL_MACHINE\\Software\\Double"));
+    }
+    EXPECT_THAT(host.messages.shown, IsEmpty());
+}
+
+TEST_F(Context, ReportsALibraryThatIsNoProvider) {
+    registerLibrary(DOUBLE_PROVIDER_WITHOUT_START);
+    associate("Plant");
+    support::OutcomeRecorder outcomes;
+    OutcomeReport report;
+    context = provider::contextFor(&pump, report);
+    report.send();
+    EXPECT_EQ(outcomes.last().kind, CMOutcome::Kind::noTool);
+    EXPECT_THAT(outcomes.last().reason.str(), HasSubstr("SccInitialize"));
+    EXPECT_THAT(outcomes.last().reason.str(), HasSubstr(DOUBLE_PROVIDER_WITHOUT_START));
+}
+
+TEST_F(Context, ReportsThatNoLibraryIsRegistered) {
+    registerLibrary("/nowhere/none.so");
+    CMProperty::setIsLoaded(1);
+    associate("Plant");
+    support::OutcomeRecorder outcomes;
+    OutcomeReport report;
+    context = provider::contextFor(&pump, report);
+    report.send();
+    EXPECT_EQ(outcomes.last().kind, CMOutcome::Kind::noTool);
+    EXPECT_EQ(outcomes.last().reason, resources::text(Text::providerNotFound));
 }
 
 } // namespace

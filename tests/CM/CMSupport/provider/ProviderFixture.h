@@ -45,6 +45,15 @@ class ProviderFixture : public CoreFixture {
                                         "[HKEY_LOCAL_MACHINE\\Software\\Double]\n\"SccServerPath\"=\"" +
                                             library + "\"\n");
     }
+    /// Registers another library, which the project finds from now on.
+    void registerLibrary(const std::string &library) {
+        writeRegistry(library);
+        host.model.activeProject = nullptr;
+        CMProperty::ResetIfActiveProjectChanged();
+        host.model.activeProject = &project();
+        CMProperty::useSccCompliantTool();
+        host.clearRecords();
+    }
     /// Sets a property of all providers.
     void setProviderProperty(const CString &key, const CString &value) {
         host.setProperty(nullptr, IPN::CM, "SCC", key, value);

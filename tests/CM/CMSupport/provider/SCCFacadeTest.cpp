@@ -40,10 +40,7 @@ TEST_F(ProjectWithProvider, IsNotSetUpIfItWorksByCommands) {
 }
 
 TEST_F(ProjectWithProvider, CountsAsLoadedEvenIfTheLibraryCannotBeLoaded) {
-    writeRegistry(unitsDirectory().string());
-    host.model.activeProject = nullptr;
-    CMProperty::ResetIfActiveProjectChanged();
-    host.model.activeProject = &project();
+    registerLibrary(unitsDirectory().string());
     EXPECT_EQ(SCCFacade::doSetUpSCC(), 1);
     EXPECT_FALSE(CMProperty::getSCCdll().isHeld());
     EXPECT_EQ(CMProperty::getIsLoaded(), 1);

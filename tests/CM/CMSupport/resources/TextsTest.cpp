@@ -75,6 +75,8 @@ TEST(Texts, TakeTheArgumentsThatTheirNumbersPromise) {
         {Text::runNotStarted, 1},
         {Text::callFailed, 2},
         {Text::providerFaulted, 1},
+        {Text::providerNotLoaded, 3},
+        {Text::providerNotOne, 2},
         {Text::providerSuccess, 1},
     };
     forEachText([&withArguments](Text number) {

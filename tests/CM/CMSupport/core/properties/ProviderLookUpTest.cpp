@@ -24,7 +24,10 @@ class ProviderLookUp : public CoreFixture {
 
 TEST_F(ProviderLookUp, FollowsTheKeyThatTheRegistryNames) {
     writeRegistry("\"Software\\\\Basalt\"", "Software\\Basalt", quotedPath());
-    EXPECT_EQ(provider::findLibrary(), CString((scratch / "basalt.so").string()));
+    const auto library = provider::findLibrary();
+    ASSERT_TRUE(library.has_value());
+    EXPECT_EQ(library->path, (scratch / "basalt.so").string());
+    EXPECT_EQ(library->key, "HKEY_LOCAL_MACHINE\\Software\\Basalt");
 }
 
 TEST_F(ProviderLookUp, PutsTheServerNameIntoAKeyThatIsAFormat) {
@@ -39,6 +42,14 @@ TEST_F(ProviderLookUp, IsNotHurtByAHostileFormat) {
 
 TEST_F(ProviderLookUp, FailsOnAProviderFileThatDoesNotExist) {
     writeRegistry("\"Software\\\\Basalt\"", "Software\\Basalt", "\"/nowhere/basalt.so\"");
+    EXPECT_FALSE(provider::findLibrary().has_value());
+}
+
+TEST_F(ProviderLookUp, RefusesARelativePath) {
+    std::filesystem::current_path(scratch);
+    writeRegistry("\"Software\\\\Basalt\"", "Software\\Basalt", "\"basalt.so\"");
+    EXPECT_FALSE(provider::findLibrary().has_value());
+    writeRegistry("\"Software\\\\Basalt\"", "Software\\Basalt", "\"./basalt.so\"");
     EXPECT_FALSE(provider::findLibrary().has_value());
 }
 
