@@ -1,5 +1,5 @@
-// Provides what the library's dialogs need from the host besides controls: icons, trees that show the state of
-// units, a sorter, and window layout. Independent of a toolkit, like the dialogs.
+// Declares what dialogs need from the host besides controls: icons, trees that show the state of units, a sorter,
+// and window layout. Independent of a toolkit, like the dialogs.
 #pragma once
 
 #include "CM/host/HostApi.h"

@@ -36,6 +36,7 @@ ORC_HOST_API void ParseToDirFileNameAndExtension(const CString &path, CString &d
 ORC_HOST_API void OQ_disableSE();
 ORC_HOST_API void OQ_enableSE();
 
-/// Flags of the host that the library sets during some operations.
+/// Flags of the host that the library changes during an undo of check outs: isOk2All becomes false, reloadForDupId
+/// true. Their meaning is the host's (see the host guide).
 extern ORC_HOST_API bool isOk2All;
 extern ORC_HOST_API bool reloadForDupId;

@@ -19,9 +19,9 @@ namespace orchard {
 struct Hooks {
     platform::DialogDriver *dialogs = nullptr; ///< runs the dialogs and message boxes
     std::ostream *cmOutput = nullptr;          ///< the CM output window
-    RunWatch runs{};                           ///< observes the tools that are run
+    RunWatch runs{};                           ///< observes the runs of tools
     IBaseCMFacade *library = nullptr;          ///< provides the default header of new files
-    std::filesystem::path logFile{};           ///< receives what is logged
+    std::filesystem::path logFile{};           ///< receives the log
 };
 
 class ORCHARD_API Attachment {

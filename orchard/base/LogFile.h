@@ -1,4 +1,4 @@
-// Writes the lines of the host's log channels to a file that the program names. The log is off until then.
+// Writes the host's log to a file. Logging is off until a file is set.
 #pragma once
 
 #include "orchard/OrchardApi.h"

@@ -1,4 +1,4 @@
-// Names the directories that belong to the user.
+// Returns the user's directories for configuration and cache.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -11,8 +11,8 @@ namespace orchard {
 /// without a home directory.
 ORCHARD_API std::filesystem::path userDirectory();
 
-/// The directory of what can be recreated at any time, "orchard" below XDG_CACHE_HOME or below ~/.cache. It may
-/// not exist. Empty without a home directory.
+/// The cache directory, whose contents can be recreated at any time, "orchard" below XDG_CACHE_HOME or below
+/// ~/.cache. It may not exist. Empty without a home directory.
 ORCHARD_API std::filesystem::path cacheDirectory();
 
 } // namespace orchard

@@ -1,4 +1,4 @@
-// Provides the host's CM window, which is a stream in a program without windows.
+// Provides the host's CM output window; in a program without windows it is a stream.
 #pragma once
 
 #include "orchard/OrchardApi.h"

@@ -6,8 +6,8 @@
 
 namespace orchard {
 
-/// Sets the driver that runs dialogs from now on. It must live until it is replaced. With null nobody can be
-/// asked: messages go to the standard error stream, and each question gets the answer that loses nothing.
+/// Sets the driver that runs dialogs from now on. It must live until it is replaced. With null there is nobody to
+/// ask: messages go to the standard error stream, and each question gets the safe answer.
 ORCHARD_API void setDialogDriver(platform::DialogDriver *driver);
 /// Returns the driver, or null if there is none.
 [[nodiscard]] platform::DialogDriver *dialogDriver();

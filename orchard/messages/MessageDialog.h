@@ -1,4 +1,5 @@
-// Defines MessageDialog, which shows a message box of the host as a dialog, so that there is one way to the user.
+// Defines MessageDialog, which shows the host's message boxes as dialogs, so that all interaction goes through
+// dialogs.
 #pragma once
 
 #include "CM/platform/dialog/CDialog.h"
@@ -11,7 +12,7 @@ class MessageDialog : public CDialog {
     /// the user can turn the box off for good.
     MessageDialog(CString title, CString text, unsigned int flags, const CString &checkBox = {});
 
-    /// Returns the id of the button that loses nothing, for a question that nobody answers.
+    /// Returns the id of the safe button, for a question that nobody answers.
     [[nodiscard]] int safeAnswer() const { return no_.isVisible() ? IDNO : IDOK; }
     /// Returns the text of the button with this id; empty for a button that the box does not have.
     [[nodiscard]] CString captionOf(int answer) const;

@@ -39,7 +39,7 @@ std::optional<int> answerOf(MessageDialog &question) {
     return given;
 }
 
-/// Returns the answer that loses nothing, and shows the user that it was given.
+/// Returns the safe answer, and shows the user that it was given.
 int safeAnswer(const MessageDialog &question, unsigned int flags) {
     const int safe = question.safeAnswer();
     show(question.title(), question.prompt() + " [" + question.captionOf(safe) + ": there is nobody to ask]",

@@ -30,8 +30,8 @@ class ScriptedDialogDriver : public platform::DialogDriver {
         CString text;
     };
 
-    /// Sets the script for the next run of the dialog with this name. Runs of a dialog use its scripts in order,
-    /// each once.
+    /// Sets the script for the next run of the dialog with this name. Each run of a dialog uses the next of its
+    /// scripts.
     void play(const CString &dialog, DialogScript script);
     /// Sets the script for runs that have none of their own. It is empty at first, so that nobody answers.
     void setDefaultScript(DialogScript script) { defaultScript_ = std::move(script); }

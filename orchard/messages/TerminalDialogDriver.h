@@ -14,13 +14,13 @@ namespace orchard {
 
 /// Lists what can be typed, where N is the number of a field as shown:
 ///   N or a button's text   press the button (the first letters do); an empty line presses the default one
-///   N                      switch a check box over
-///   N TEXT                 fill a text field; N alone asks for its lines, ended by a line with a dot
+///   N                      toggle a check box
+///   N TEXT                 fill in a text field; N alone reads lines up to a line with only a dot
 ///   N K                    choose option K, or select rows K of a list or items K of a tree (several with blanks)
 ///   N !K                   activate a row or an item         N ^K   sort a list by column K
-///   N +K, N -K             open and close an item            N xK   switch an item's box over
+///   N +K, N -K             open and close an item            N xK   toggle an item's check box
 ///   ?                      these rules                       q      close the dialog, if it can be closed
-/// A dialog in which there is nothing to decide is written and ends at once.
+/// A dialog that only informs is written and ends at once.
 class ORCHARD_API TerminalDialogDriver : public platform::DialogDriver {
   public:
     /// Both streams must outlive the driver. Control characters in what a dialog shows do not reach the output.

@@ -17,8 +17,8 @@ std::string_view trimmed(std::string_view text);
 /// Returns the whole number that the text spells, or no value.
 std::optional<int> wholeNumber(std::string_view text);
 /// Returns the index of the option that was typed: its number from 1, or the beginning of its text regardless of
-/// case. If several options fit, the one that is the beginning of all the others is chosen. Otherwise returns no
-/// value.
+/// case. If several options match, returns the one that is a prefix of all the others; if there is none, returns
+/// no value.
 std::optional<std::size_t> typedOption(std::string_view typed, const std::vector<std::string> &options);
 
 } // namespace orchard

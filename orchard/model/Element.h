@@ -28,7 +28,7 @@ class Element {
     Element(const Element &) = delete;
     Element &operator=(const Element &) = delete;
 
-    /// The same object as the library sees it, and the way back; null for null.
+    /// Convert between the element and the object that the library sees. of() returns null for null.
     [[nodiscard]] virtual IDObject &object() = 0;
     [[nodiscard]] const IDObject &object() const { return const_cast<Element *>(this)->object(); }
     [[nodiscard]] static Element *of(const IDObject *object);
@@ -46,7 +46,7 @@ class Element {
     // Rarely used data, stored separately.
     [[nodiscard]] std::string_view type() const;
     [[nodiscard]] std::string_view description() const;
-    /// On a fragment: the element that it represents.
+    /// For a fragment: the element that it represents.
     [[nodiscard]] ElementId standsFor() const;
     /// On a configuration: whether it keeps code respect information.
     [[nodiscard]] bool respectMode() const;
@@ -65,7 +65,7 @@ class Element {
     void setId(const ElementId &id) { id_ = id; }
     void setName(std::string_view name) { name_ = name; }
     void setModel(Model *model) { model_ = model; }
-    /// For an element that belongs to `owner` but is not yet among its children.
+    /// Sets the owner of an element that is not yet among the owner's children.
     void setOwner(Element *owner) { owner_ = owner; }
     /// Adds at the end, or before the child at `index`.
     Element &addChild(std::unique_ptr<Element> child, std::size_t index = static_cast<std::size_t>(-1));
@@ -83,12 +83,12 @@ class Element {
     void putChildren(std::vector<Placed> placed);
     /// Replaces a child and returns the old one, which the caller then owns.
     [[nodiscard]] std::unique_ptr<Element> replaceChild(std::size_t index, std::unique_ptr<Element> child);
-    /// Returns the number of children if `child` is not one of them. Fast when children are asked for in order;
+    /// Returns the number of children if `child` is not one of them. Fast if children are looked up in order;
     /// otherwise linear.
     [[nodiscard]] std::size_t indexOf(const Element &child) const;
     /// Moves all children to `other`, whose own children are deleted.
     void giveChildrenTo(Element &other);
-    /// Takes over the element's own data (name, texts, properties), but not its place or its children.
+    /// Takes over the data of `other` (name, texts, properties), but not its owner or children.
     void takeFacts(Element &other);
 
     // Implementation of the host's interface.
@@ -96,7 +96,7 @@ class Element {
     [[nodiscard]] bool owns(const Element &other) const;
     [[nodiscard]] IHandle *makeHandle();
     [[nodiscard]] bool modified() const { return modified_; }
-    /// Also marks the unit that holds the element; clearing touches this element only.
+    /// Setting the flag also sets it on the unit that contains the element; clearing affects only this element.
     void setModified(bool modified);
     /// Reports a change of content: marks the unit as modified and notifies the observers.
     void changed();
@@ -106,7 +106,7 @@ class Element {
                                              std::string_view key) const;
     void storeProperty(std::string_view subject, std::string_view metaclass, const IProperty *property);
 
-    /// What handles to the element refer to; null if there are none.
+    /// The slot shared by all handles to the element; null if there are none.
     [[nodiscard]] HandleSlot *slot() const { return slot_; }
     void setSlot(HandleSlot *slot) { slot_ = slot; }
 

@@ -32,10 +32,10 @@ class FileIndex {
     using Names = std::set<std::pair<std::string, UnitElement *>>;
     [[nodiscard]] const Names &names() const;
 
-    /// Keyed by the hash of the path: the paths of a large model would take more memory than the rest of the
-    /// index.
+    /// Keyed by the hash of the path: storing the paths of a large model would take more memory than the rest of
+    /// the index.
     std::unordered_multimap<std::size_t, UnitElement *> paths_;
-    /// Built on first use: opening a model and listing it do not need it.
+    /// Built on first use, because opening and listing a model don't need it.
     mutable Names names_;
     mutable bool namesStand_ = false;
 };

@@ -6,7 +6,7 @@
 
 namespace orchard {
 
-/// Writing to a file, replacing it or setting its mode gives it a new change time, which no program can choose
+/// Writing to a file, replacing it or changing its mode gives it a new change time, which programs can't set
 /// (POSIX, "File Times Update"). Some file systems keep no change times, see keepsChangeTimes().
 struct FileState {
     std::uint64_t inode = 0;   ///< 0: unknown

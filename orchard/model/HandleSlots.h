@@ -24,8 +24,8 @@ class HandleSlots {
 
   private:
     friend class HandleSlot;
-    /// The slots without an element. Each of the others is known only to its element, so that a handle costs no
-    /// look-up.
+    /// The slots that have no element. A slot with an element is reachable only from that element, so handles need
+    /// no look-up.
     std::unordered_map<ElementId, HandleSlot *> empty_;
 };
 

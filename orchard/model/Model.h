@@ -18,7 +18,7 @@
 
 namespace orchard {
 
-/// Reads and writes unit files; the model knows no more about files than this.
+/// Reads and writes unit files; this is all that the model knows about files.
 class UnitStorage {
   public:
     virtual ~UnitStorage() = default;
@@ -26,8 +26,8 @@ class UnitStorage {
     /// overwrite a unit's own file if it changed since it was last read or saved.
     virtual bool save(UnitElement &unit, const std::string &path, std::string &error) = 0;
     /// Reads the header at the top of the unit's own file; for an embedded file, its first lines. If it can't be
-    /// read, returns false, leaves `header` unchanged and, unless `quietly`, reports the reason to the user, once
-    /// until the header can be read again.
+    /// read, returns false and leaves `header` unchanged; unless `quietly`, also tells the user the reason, but
+    /// only once until the header can be read again.
     virtual bool readHeader(const UnitElement &unit, std::string &header, bool quietly) = 0;
 };
 
@@ -47,7 +47,7 @@ class Model {
     [[nodiscard]] const UnitElement &project() const { return *project_; }
     [[nodiscard]] IProject &projectObject() { return static_cast<IProject &>(project_->unit()); }
 
-    /// The elements that already have the identifier or the file of an element that is to enter.
+    /// The elements that already have the identifier or the file of an element to be added.
     struct Clash {
         Element *sameId = nullptr;
         UnitElement *sameFile = nullptr;

@@ -1,4 +1,4 @@
-// Handles paths of units as text, with either separator, and checks which of them a unit may have.
+// Handles unit paths as text, with either separator, and checks whether a unit may have a given path.
 #pragma once
 
 #include "CM/platform/PathText.h"
@@ -26,8 +26,8 @@ using platform::isSeparator;
 /// The normal path from `directory` to `path`, with ".." where needed.
 [[nodiscard]] std::string relativePath(std::string_view path, std::string_view directory);
 
-/// Why a unit's file or directory can't have this name, in words that end a sentence; empty if it can. Refuses
-/// names that a command template can't quote.
+/// Returns why a unit's file or directory can't have this name, as a clause to be appended to a message; empty if
+/// it can. Refuses names that a command template can't quote.
 [[nodiscard]] std::string faultOfFileName(std::string_view name);
 /// The same for a path, which ends up on the same command line as the name. Allows empty parts, "." and "..".
 [[nodiscard]] ORCHARD_API std::string faultOfPath(std::string_view path);

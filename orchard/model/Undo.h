@@ -1,4 +1,4 @@
-// Records the undo brackets as they are opened and closed.
+// Records undo transactions (brackets) as they are opened and closed.
 #pragma once
 
 #include "CM/host/Undoer.h"
@@ -17,7 +17,7 @@ class ORCHARD_API UndoRecorder final : public Undoer {
     struct Bracket {
         int flag = 0;           ///< as passed at the start
         int depth = 0;          ///< 0 for an outermost one
-        bool doNothing = false; ///< makes no undo entry
+        bool doNothing = false; ///< creates no undo entry
         bool open = true;
         std::size_t changes = 0; ///< changes of elements inside this bracket and its nested ones
     };

@@ -180,7 +180,7 @@ bool UnitElement::keepsFileNameOfPart(std::string_view name) const {
     return !name.empty() && !faultOfFileName(name).empty();
 }
 
-/// Why the unit's file can't get this name, in words that end a sentence; empty if it can.
+/// Returns why the unit's file can't get this name, as a clause for a message; empty if it can.
 std::string UnitElement::faultOfNewName(const std::string &file) const {
     if (file == fileName_) {
         return {};

@@ -37,7 +37,8 @@ class UnitElement : public Element {
     /// The extension with its dot; the text lives as long as the file name.
     [[nodiscard]] const char *fileExtension() const;
     [[nodiscard]] const std::string &oldFileName() const;
-    /// For a unit kept elsewhere, its path as written in its owner's file; else empty.
+    /// For a unit whose file is outside its owner's directory, the path as written in the owner's file; otherwise
+    /// empty.
     [[nodiscard]] const std::string &elsewhere() const;
 
     // Building, as for elements. To change the file name, directory and the like of a unit that is in a model, use
@@ -89,7 +90,7 @@ class UnitElement : public Element {
     /// The unit's own archive settings, or null.
     [[nodiscard]] const Archive *archive() const;
     [[nodiscard]] Archive &makeArchive();
-    /// Search the unit and its owners; if one has an archive, assign it and return 1.
+    /// Search the unit and its owners; if one has an archive, assign it and return 1; otherwise return 0.
     int sccArchiveRecursive(CString &project, CString &auxPath) const;
     int batchArchiveRecursive(CString &archive) const;
 
@@ -105,12 +106,13 @@ class UnitElement : public Element {
     /// any name.
     [[nodiscard]] bool keepsFileNameOfPart(std::string_view name) const;
     /// Sets the directory, which is created when something is saved in it. Refuses a directory outside the owner's
-    /// directory, or one that would give the file the path of another unit's; the user is notified of the reason.
+    /// directory, or one in which the file would have the path of another unit's file; the user is notified of the
+    /// reason.
     void moveTo(std::string_view directory);
     /// Returns 1 on success; on failure, notifies the user of the reason and keeps the old file.
     int save(std::string_view path, bool always);
     int saveToOwnFile(bool always);
-    /// Call when the unit's file matches the model: clears the modified flags of everything in that file.
+    /// Clears the modified flags of everything in the unit's file. Call this when the file matches the model.
     void noteSaved();
 
   private:

@@ -1,6 +1,6 @@
-// Loads the property sets of this machine: one file "NAME.toml" for each CM tool, in the directory "toolsets" of
-// what is installed with the host, and in that of the user's configuration directory. A property of a user's set
-// takes precedence over the same property of an installed one.
+// Loads the property sets of this machine: files "NAME.toml" in the directory "toolsets" of the installed share
+// directory, and in that of the user's configuration directory. A property of a user's set takes precedence over
+// the same property of an installed one.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -17,7 +17,7 @@ namespace orchard {
 class ORCHARD_API InstalledSets {
   public:
     /// Reads the sets of the directories, the most important directory first. Leaves out a set with a mistake and
-    /// reports the mistake in problems(). A directory that doesn't exist holds no sets.
+    /// reports the mistake in problems(). A directory that doesn't exist contains no sets.
     explicit InstalledSets(const std::vector<std::filesystem::path> &directories);
     InstalledSets(const InstalledSets &) = delete;
     InstalledSets &operator=(const InstalledSets &) = delete;
@@ -29,7 +29,7 @@ class ORCHARD_API InstalledSets {
 
     /// One message for each set or directory that can't be used, with file, line and column.
     [[nodiscard]] const std::vector<std::string> &problems() const { return problems_; }
-    /// The sets, in order of precedence.
+    /// The number of sets; at() returns them in order of precedence.
     [[nodiscard]] std::size_t count() const { return sets_.size(); }
     [[nodiscard]] const PropertySet &at(std::size_t index) const { return *sets_[index]; }
 
@@ -75,8 +75,7 @@ class ORCHARD_API InstalledSetRange {
 /// to the user.
 ORCHARD_API InstalledSetRange installedPropertySets();
 
-/// Finds a property in the installed property sets, the last place of every look-up; returns null if there is
-/// none.
+/// Finds a property in the installed property sets, where every look-up ends; returns null if there is none.
 [[nodiscard]] ORCHARD_API IProperty *findInstalledProperty(std::string_view subject, std::string_view metaclass,
                                                            std::string_view name);
 

@@ -25,8 +25,8 @@ namespace orchard {
 /// Describes a property for a message: its name, its tool or metaclass, and where it was set.
 std::string describe(const IProperty &property);
 
-/// Handles a change of a property of an installed set, such as by storing the value on the project, and returns
-/// true. If it returns false, or there is no handler, the value changes only until the process ends.
+/// Handles a change to a property of an installed set, for example by storing the value on the project; returns
+/// whether it did. Otherwise, or without a handler, the change lasts only until the process ends.
 using InstalledChangeHandler = std::function<bool(const std::string &subject, const std::string &metaclass,
                                                   const IProperty &property, const CString &value)>;
 void setInstalledChangeHandler(InstalledChangeHandler handler);

@@ -22,7 +22,7 @@ class ORCHARD_API PropertySet {
     PropertySet &operator=(const PropertySet &) = delete;
 
     /// Reads a set from text. For a text with a mistake, returns null and sets `problem` to "NAME:LINE:COLUMN:
-    /// what is wrong": a set with a mistake is not used at all.
+    /// what is wrong": a set with a mistake is ignored completely.
     static std::unique_ptr<PropertySet> parse(std::string_view text, const std::string &name,
                                               std::string &problem);
     /// The same for a file.

@@ -45,7 +45,7 @@ class ORCHARD_API PropertyTable {
     /// Returns whether the property was there.
     bool remove(std::string_view subject, std::string_view metaclass, std::string_view name);
     [[nodiscard]] const std::vector<Entry> &entries() const { return entries_; }
-    /// Call when the table moves to another object.
+    /// Call this when the table is moved to another object.
     void setHolder(IObject &holder);
 
   private:

@@ -7,7 +7,7 @@ namespace orchard {
 
 /// Shows one message for all problems of a reload: the first completely, the others in the log.
 void reportReloadProblems(const Problems &problems);
-/// The same for warnings about a file that was read; only in the log while isOk2All is set.
+/// Does the same for warnings about a file that was read. While isOk2All is set, only logs them.
 void reportReloadWarnings(const Problems &warnings);
 
 } // namespace orchard

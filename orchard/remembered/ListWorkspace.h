@@ -11,16 +11,16 @@
 namespace orchard {
 
 struct ListOptions {
-    OpenOptions opening; ///< its progress and cancelling also apply to the check of the files
+    OpenOptions opening; ///< its callbacks for progress and cancelling are also used while the files are checked
     /// Opens the entire project; called unless a kept list can be used. May throw.
     std::function<IProject &()> open;
-    /// Whether the rows come only from the files of the model, not from a provider that is queried at opening.
-    /// Called while the project is active.
+    /// Returns whether the rows depend only on the model's files, not on a provider that is queried when the
+    /// project is opened. Called while the project is active.
     std::function<bool()> areRowsInFiles;
 };
 
-/// Visits the rows of workspaceUnits() of the project at `path` (as for openProject()) in order. A row and its
-/// unit are valid until `visit` returns; of the unit, only the header may be queried.
+/// Visits, in order, the rows that workspaceUnits() returns for the project at `path` (see openProject()). A row
+/// and its unit are valid until `visit` returns; of the unit, only the header may be queried.
 ORCHARD_API void listWorkspace(const std::string &path, const ListOptions &options,
                                const std::function<void(const UnitRow &)> &visit);
 

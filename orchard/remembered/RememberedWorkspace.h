@@ -17,14 +17,14 @@ class RememberedWorkspace {
   public:
     /// Keeps the list of an open project for the next time. `openedAt` is when its opening began. Does nothing if
     /// the list can't be kept or could not be trusted: a unit is missing, broken or modified, a file was changed
-    /// within the last seconds before the opening, the file system keeps no reliable change times (see FileState),
-    /// or the cache directory can't be written. Keeps the most recently listed projects.
+    /// within the two seconds before the opening, the file system keeps no reliable change times (see FileState),
+    /// or the cache directory can't be written. Keeps the 16 records that were written last.
     static void keep(const IProject &project, std::chrono::system_clock::time_point openedAt);
 
     /// Returns the list kept for a project, or null if any file of the model has changed. `path` is as for
-    /// openProject(); the progress and cancelling of `options` are used. Meanwhile the project is open and active,
-    /// but only as much of it is loaded as is needed to find properties as in the complete project; no project of
-    /// this path may be open already.
+    /// openProject(); the progress and cancelling of `options` are used. As long as this object exists, the
+    /// project is open and active, but only the units needed to look up properties are loaded. The project must
+    /// not be open already.
     [[nodiscard]] static std::unique_ptr<RememberedWorkspace> open(const std::string &path,
                                                                    const OpenOptions &options = {});
     /// Closes the project.

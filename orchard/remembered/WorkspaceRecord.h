@@ -1,4 +1,4 @@
-// Holds the data of a workspace list, with the states of all files that it comes from, as one text:
+// Holds the data of a workspace list as one text, with the states of all files from which it was made:
 //
 //     the mark of the format and of the program's version, a hash of what follows
 //     the project file and its state
@@ -32,7 +32,7 @@ struct RecordedUnit {
     std::string_view path; ///< as in UnitRow
     std::string_view file; ///< as in UnitRow
     std::string_view header;
-    FileState fileState; ///< unknown for a unit that is not to be loaded
+    FileState fileState; ///< unknown for a unit that the user has chosen not to load
 };
 
 class WorkspaceRecord {

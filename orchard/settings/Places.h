@@ -9,9 +9,9 @@ namespace orchard {
 
 /// Returns the directory of the installed property sets, headers and samples, "$OQROOT" in a template. The
 /// environment variable ORCHARD_SHARE names it, relative to the current directory at the first call; a name that
-/// is not a directory is reported once. Without such a directory it is "share/orchard" beside the directory of the
-/// library or program, in a build tree as in an installation; else the planned place of installation. Empty if
-/// none of these is a directory.
+/// is not a directory is reported once. Without the variable: "share/orchard" below one of the three directories
+/// above the library or program, or else the configured installation directory. Empty if none of these contains
+/// property sets.
 ORCHARD_API std::filesystem::path shareDirectory();
 
 } // namespace orchard

@@ -17,7 +17,7 @@ class ORCHARD_API Settings {
   public:
     /// Reads a TOML text with a table for each section. Values are texts, numbers, or true and false, which are
     /// read as "TRUE" and "FALSE". Reports each unusable value in `problems` with its place and reads the rest;
-    /// returns no settings for a text that is not TOML.
+    /// returns empty settings for text that is not TOML.
     static Settings parse(std::string_view text, const std::string &name, std::vector<std::string> &problems);
     /// Reads a file; one that doesn't exist yields no settings and no problem.
     static Settings read(const std::filesystem::path &file, std::vector<std::string> &problems);

@@ -7,8 +7,8 @@
 
 namespace orchard {
 
-/// The text of the file that the property HeaderFile of the element's CM tool names, or an empty text. In the
-/// active project the library provides it if there is one (see LibraryFacade.h).
+/// The text of the file that the property HeaderFile of the element's CM tool names, or an empty text. For the
+/// active project it is obtained from the library if the program has one (see LibraryFacade.h).
 [[nodiscard]] std::string defaultHeaderOf(const Element &element);
 
 } // namespace orchard

@@ -24,7 +24,7 @@ class DiskStorage final : public UnitStorage {
 
 /// Whether the file exists and its permission bits forbid writing.
 [[nodiscard]] bool isWriteProtected(const std::string &path);
-/// Why the unit's own file can't be written now, in words that end a sentence; empty if it can.
+/// Returns why the unit's own file can't be written now, as a clause to be appended to a message; empty if it can.
 [[nodiscard]] std::string faultOfSaving(const UnitElement &unit);
 /// Writes the unit's own file and clears the modified flags of what is in it. On failure, leaves the file and the
 /// flags unchanged and adds a problem.

@@ -5,7 +5,7 @@
 
 namespace orchard {
 
-/// Whether both, according to their files, consist of the same elements and list the same units.
+/// Returns whether the files of both units contain the same elements and list the same units.
 [[nodiscard]] bool haveSameStructure(const Element &left, const Element &right);
 
 /// Copies the data of `fresh`, which has the same structure, to `old`, and likewise for the elements in the same

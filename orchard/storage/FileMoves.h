@@ -15,11 +15,11 @@ namespace orchard {
 class FileMoves {
   public:
     enum class State {
-        open,    ///< the file is where it was
+        open,    ///< the file is still at its old place
         done,    ///< the file is at its new place
         halfWay, ///< it has its new name, in the directory that has not been moved yet
         both,    ///< there is a file at each place, both the unit's
-        blocked, ///< something else is at its new place
+        blocked, ///< another file is at its new place
         lost,    ///< it was there when makeRoom() looked, and is at none of these places now
         none,    ///< there is no file, for example of a unit that was never saved
     };
@@ -41,8 +41,7 @@ class FileMoves {
     /// Appends the reasons why a move can't be made, given what is on disk now, each with its unit.
     void findFaults(std::vector<std::pair<const UnitElement *, std::string>> &faults) const;
 
-    /// Creates the directories that files and directories move into, remembers them for takeBack(), and notes
-    /// which files exist.
+    /// Creates the target directories, remembers them for takeBack(), and records which files exist.
     void makeRoom();
     /// Finds out where each file is.
     void look();
@@ -50,7 +49,7 @@ class FileMoves {
     [[nodiscard]] bool any(State state) const;
     /// Moves the files that are still open. Returns false and adds a problem if one can't be moved.
     [[nodiscard]] bool carryOut(Problems &problems);
-    /// Moves back what carryOut() moved, and removes the directories that are empty again.
+    /// Moves back what carryOut() moved, and removes the directories that makeRoom() created if they are empty.
     void takeBack(Problems &problems);
 
   private:

@@ -16,19 +16,19 @@ constexpr std::size_t largestUnitFile = std::size_t{64} << 20U;
 /// A regular file, read from its start.
 class OpenFile {
   public:
-    /// Check fault() afterwards. Anything but a regular file is refused without waiting for it.
+    /// Check fault() afterwards. Anything but a regular file is refused, without blocking.
     explicit OpenFile(const std::string &path);
     ~OpenFile();
     OpenFile(const OpenFile &) = delete;
     OpenFile &operator=(const OpenFile &) = delete;
 
     [[nodiscard]] bool isMissing() const { return isMissing_; }
-    /// Why nothing can be read, in words that end a sentence; empty while there is no error.
+    /// Returns why nothing can be read, as a clause to be appended to a message; empty while there is no error.
     [[nodiscard]] const std::string &fault() const { return fault_; }
     [[nodiscard]] std::size_t size() const { return size_; }
     [[nodiscard]] bool isReadOnly() const { return readOnly_; }
     [[nodiscard]] const FileState &state() const { return state_; }
-    /// Continues reading until `text`, which must hold what was read before, has `bytes` bytes. Returns true if
+    /// Continues reading until `text`, which must contain what was read before, has `bytes` bytes. Returns true if
     /// the end of the file was reached by then.
     [[nodiscard]] bool readUpTo(std::size_t bytes, std::string &text);
 

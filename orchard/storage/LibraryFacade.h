@@ -7,8 +7,8 @@
 namespace orchard {
 
 /// Sets the library object that provides the default header of new unit files of the active project. It must live
-/// until it is replaced. With null, the host reads the file itself and replaces only "$OQROOT", as it does for a
-/// project that is not active, such as one that is being created.
+/// until it is replaced. With null, the host reads the header file itself and replaces only "$OQROOT" in its name.
+/// It also does this for projects that are not active, such as one being created.
 ORCHARD_API void setCMFacade(IBaseCMFacade *facade);
 
 /// Returns null if there is none.

@@ -18,13 +18,13 @@ class ModelLoader {
   public:
     ModelLoader(Model &model, const OpenOptions &options) : model_(model), options_(options) {}
 
-    // All are called on the caller's thread, in the order in which files list units.
+    // These are called on the caller's thread, in the order in which the files list the units.
     /// Called for each unit that a file lists, before its file is read; false leaves the unit a stub.
     std::function<bool(UnitElement &)> wanted;
     /// Called for each listed unit whose file is missing; true suppresses the warning.
     std::function<bool(UnitElement &)> missing;
-    /// Called, with the problem, for each listed unit whose file can't be read or contains something else; true
-    /// leaves the unit a stub without reporting the problem.
+    /// Called with the problem for each listed unit whose file can't be read or does not contain that unit.
+    /// Returning true leaves the unit a stub and doesn't report the problem.
     std::function<bool(UnitElement &, const Problem &)> broken;
     /// Called for each element once it is complete; returns a fault of the element ("" for none).
     std::function<std::string(Element &)> admit;

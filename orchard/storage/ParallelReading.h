@@ -14,8 +14,8 @@ struct ListedUnit {
     UnitReading reading;
 };
 
-/// Reads the files of all units in the span, on several threads if there are many. Until it returns, nothing else
-/// may use the units, or the names and places of their owners. Rethrows an exception of a reading.
+/// Reads the files of all units in the span, on several threads if there are many. Until this returns, nothing
+/// else may use the units, or change the names and places of their owners. Rethrows an exception of a reading.
 void readFiles(Model &model, std::span<ListedUnit> units);
 
 } // namespace orchard

@@ -9,9 +9,9 @@
 
 namespace orchard {
 
-/// Opens a project as openProject() does, but loads only the project unit and the named units; units that no
-/// loaded unit lists are not known at all. Suitable for queries that need no other unit, such as the look-up of
-/// properties.
+/// Opens a project as openProject() does, but loads only the project unit and the named units; units that are
+/// listed by no loaded unit don't exist in the model. Suitable for queries that need no other unit, such as the
+/// look-up of properties.
 [[nodiscard]] OpenResult openPart(const std::string &path, const std::unordered_set<ElementId> &units);
 
 } // namespace orchard

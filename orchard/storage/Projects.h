@@ -38,9 +38,9 @@ struct OpenResult {
 
 /// Opens a project and makes it active. `path` names the project file (NAME.orp), or a directory that contains
 /// exactly one. A unit whose file is missing, can't be read or doesn't contain that unit becomes a stub, and its
-/// file is never overwritten; the file can be fetched or checked out again. Opens no project if the project file
-/// or the project unit can't be read, or if two elements have the same identifier or two units the same file.
-/// Returns a project that is already open as it is.
+/// file is never overwritten; the file can be fetched or checked out again. The opening fails if the project file
+/// or the project unit can't be read, if two elements have the same identifier, or if two units have the same
+/// file. If the project is already open, returns it as it is.
 [[nodiscard]] ORCHARD_API OpenResult openProject(const std::string &path, const OpenOptions &options = {});
 
 /// The full path of the project file that openProject() would open for `path`; empty if there is none, or if the
@@ -71,9 +71,9 @@ ORCHARD_API void saveActiveProject();
 /// The project file of an open project, with its full path.
 [[nodiscard]] ORCHARD_API std::string projectFileOf(const IProject &project);
 
-/// Unloads a unit (it and the units below become stubs, unless something there is modified) or loads a stub.
-/// Saving the project stores the choice in the project file. Returns the problems, or nothing on success. The call
-/// may destroy the passed object and others below it: look the unit up again before the next use.
+/// Unloads a unit, so that it and the units below become stubs (fails if anything there is modified), or loads a
+/// stub. Saving the project stores the choice in the project file. Returns the problems, or nothing on success.
+/// The call may destroy the passed object and others below it: look the unit up again before the next use.
 [[nodiscard]] ORCHARD_API Problems setUnitLoaded(IUnit &unit, bool loaded);
 
 } // namespace orchard

@@ -12,7 +12,7 @@ namespace orchard {
 
 class Relocation final : public UnitChange::Work {
   public:
-    /// A unit with its intended data; carrying out the plan swaps it with the unit's data.
+    /// A unit and its intended data. apply() swaps this data with that of the unit.
     struct Target {
         UnitElement *unit;
         std::string name;

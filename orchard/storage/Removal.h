@@ -12,7 +12,7 @@ class Removal final : public UnitChange::Work {
   public:
     Removal(Model &model, std::vector<UnitElement *> tops);
 
-    /// A tool must be given the units while they exist, so they are removed at the end.
+    /// The units are removed only at the end, because the tool needs them.
     void begin() override {}
     void cancel() override { phase_ = Phase::over; }
     Problems finish(FilesBy by) override;
@@ -31,7 +31,7 @@ class Removal final : public UnitChange::Work {
 
     Model &model_;
     std::vector<UnitElement *> tops_;
-    std::vector<bool> stays_; ///< for each of tops_: kept in the model after all
+    std::vector<bool> stays_; ///< for each of tops_, whether it is kept because the tool removed none of its files
     std::vector<File> found_;
     std::vector<std::string> directories_; ///< the units' own directories, outer ones first
     std::vector<std::unique_ptr<Element>> gone_;

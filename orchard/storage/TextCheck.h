@@ -1,4 +1,4 @@
-// Checks what the text of a unit file may contain, whatever its elements are.
+// Checks the text of a unit file independently of its elements.
 #pragma once
 
 #include "orchard/storage/FileText.h"
@@ -13,7 +13,7 @@ namespace orchard {
 [[nodiscard]] std::optional<Fault> firstTextFault(std::string_view text, std::size_t from);
 
 /// Checks that a text can be written to a unit file: UTF-8 without control characters except tab and line ends.
-/// Returns nothing if it can, else the reason, in words that end a sentence.
+/// Returns nothing if it can, else the reason, as a clause to be appended to a message.
 [[nodiscard]] std::optional<std::string> faultOfValue(std::string_view value);
 
 } // namespace orchard

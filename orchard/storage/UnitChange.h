@@ -7,7 +7,7 @@
 //     problems = change.finish(orchard::FilesBy::tool);
 //
 // Nothing is lost on the way: an unfinished change is taken back, a file is never overwritten, and a file that
-// could not be brought to its place is reported with the place where it is.
+// could not be moved is reported with its current place.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -24,8 +24,8 @@ namespace orchard {
 
 /// Who moves or removes the files.
 enum class FilesBy {
-    host, ///< finish() does it; it accepts what a tool has done already
-    tool, ///< a tool has done it before; if it has done nothing, the change is taken back
+    host, ///< finish() does it, and accepts what a tool has already done
+    tool, ///< a tool has done it before finish(); if it has done nothing, the change is taken back
 };
 
 /// A file or directory to be moved or removed.
@@ -56,15 +56,17 @@ class ORCHARD_API UnitChange {
     /// in use or can't be a file name, and if the file of the unit or of its owner can't be written (read-only, a
     /// reference, changed by another program).
     [[nodiscard]] static UnitChange rename(IUnit &unit, std::string_view name);
-    /// Moves units to another owner. Units below others of the list move along with these. Files go into the
-    /// directory of the new owner, a subsystem's own directory moves as one, external and referenced files stay
-    /// where they are. Refused for a new owner that is the unit itself or below it, can't hold it, or is a stub or
-    /// a reference; for a file or directory that exists at the new place; and if the file of an owner can't be
-    /// written. A unit whose own file is read-only moves, too; its file names the new owner after its next save.
+    /// Moves units to another owner. Units that are below other units in the list move along with them. Files go
+    /// into the directory of the new owner, a subsystem's own directory moves as one, external and referenced
+    /// files stay where they are. Refused for a new owner that is the unit itself or below it, can't hold it, or
+    /// is a stub or a reference; for a file or directory that exists at the new place; and if the file of an owner
+    /// can't be written. A unit with a read-only file can be moved; its file will name the new owner after it is
+    /// next saved.
     [[nodiscard]] static UnitChange move(const std::vector<IUnit *> &units, IUnit &newOwner);
     /// Removes units and everything below them from the model. External and referenced files stay, and so do files
-    /// that the model doesn't know and any directory that contains them. Refused for the project, if the owner's
-    /// file can't be written, and if another program has changed a file, because its contents were never loaded.
+    /// that the model doesn't know and any directory that contains them. Refused for the project, for a stub whose
+    /// file exists, if the owner's file can't be written, and if another program has changed a file, because the
+    /// model doesn't know what that file now lists.
     [[nodiscard]] static UnitChange remove(const std::vector<IUnit *> &units);
 
     UnitChange(UnitChange &&other) noexcept;
@@ -92,8 +94,8 @@ class ORCHARD_API UnitChange {
     /// directories that files move into. Files stay in place, and units to be removed stay in the model, because a
     /// tool must still be able to refer to them.
     void begin();
-    /// Brings files and model in line, and saves the files of the unit and of its owners. Begins the change if
-    /// that was not done. Returns what the user should know; stands() returns whether the change was made. After a
+    /// Makes the files and the model agree, and saves the files of the unit and its owners. Begins the change if
+    /// necessary. Returns what the user should know; stands() returns whether the change was made. After a
     /// successful removal the units no longer exist.
     Problems finish(FilesBy by);
     /// Takes back a change that was begun; has no effect on a finished one.

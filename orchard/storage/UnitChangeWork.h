@@ -32,16 +32,16 @@ class UnitChange::Work {
     void refuse(const UnitElement &unit, std::string why);
 };
 
-/// The units of the host's objects, without those that are below others of the list; refused if they are not all
-/// in one project.
+/// Returns the units without those that are below other units in the list, each once, in order. The caller checks
+/// that all are in one project.
 [[nodiscard]] std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units);
 
 [[nodiscard]] std::unique_ptr<UnitChange::Work> planRename(IUnit &unit, std::string_view name);
 [[nodiscard]] std::unique_ptr<UnitChange::Work> planMove(const std::vector<IUnit *> &units, IUnit &newOwner);
 [[nodiscard]] std::unique_ptr<UnitChange::Work> planRemoval(const std::vector<IUnit *> &units);
 
-/// Whether all files of units in the directory belong to `root` or units below it, or there is no directory.
-/// Examines only what is on disk, so that the cost depends only on the size of the directory.
+/// Returns whether the directory contains only files of `root` and of units below it, or doesn't exist. Looks only
+/// at the files on disk, so the cost depends on the size of the directory.
 [[nodiscard]] bool isDirectoryOf(const UnitElement &root, const std::string &directory);
 /// A unit whose file is in the directory and that is neither `root` nor below it; null if there is none.
 [[nodiscard]] UnitElement *otherUnitIn(const UnitElement &root, const std::string &directory);

@@ -1,4 +1,4 @@
-// Reads the text of one unit file, checks all of it, and fills a unit with what it says.
+// Parses and checks the text of one unit file and fills a unit from it.
 //
 // A unit file is one root element named after the kind of the unit, behind an optional header:
 //
@@ -18,8 +18,8 @@
 //     </class>
 //
 // Anything else is refused with its place: an element or attribute that is not known, a document type, a
-// processing instruction, a comment in the body, a second root. No entity but XML's own is known, so nothing is
-// ever fetched or expanded.
+// processing instruction, a comment in the body, a second root. Only the entities that XML predefines are known,
+// so nothing is ever fetched or expanded.
 #pragma once
 
 #include "orchard/model/UnitElement.h"

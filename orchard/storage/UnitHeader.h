@@ -22,18 +22,18 @@ struct HeaderScan {
     enum State {
         found,   ///< `text` is the header, possibly empty, and a unit's root element follows
         tooFew,  ///< more of the file is needed
-        foreign, ///< this is not a complete unit file; `fault` says why, in words that end a sentence
+        foreign, ///< this is not a complete unit file; `fault` says why, as a clause to be appended to a message
     };
     State state = foreign;
     std::string_view text;
     const char *fault = "";
 };
-/// Scans the first part of a file; `isWhole` means that there is no more. For a part, the result is the same as
-/// for the complete file, or tooFew.
+/// Scans the first part of a file; `isWhole` means that there is no more. If `part` isn't the whole file, the
+/// result is the one for the complete file, or tooFew.
 [[nodiscard]] HeaderScan scanHeader(std::string_view part, bool isWhole);
 
-/// Hashes what a file contains after its header, so that a change there shows; both kinds of line end are equal.
-/// Never returns 0.
+/// Hashes the file's contents after the header, to detect changes. Treats both kinds of line end as equal. Never
+/// returns 0.
 [[nodiscard]] std::uint64_t bodyHashOf(std::string_view text);
 
 } // namespace orchard

@@ -15,13 +15,13 @@ struct Replacement {
     Problems warnings;           ///< what the user should know about a successful reading
 };
 
-/// Reads the unit's file again. It, and the files below that must be read, are checked completely before anything
-/// in the model changes; on a fault the model stays as it was.
+/// Reads the unit's file again. Checks this file, and the files below it that must be read, completely before it
+/// changes the model. On a fault the model stays unchanged.
 ///
 /// If the file names the same elements and units as before, the object stays and takes over the new data, and
 /// units below are left alone. Otherwise, and always with `alwaysNew`, the unit and all loaded units below it are
-/// read again and get new objects, except that a project and a stub keep theirs. Units below that have unsaved
-/// changes or whose files are missing are moved over as they are, the latter with a warning. A new unit below
+/// read again and get new objects, except that a project and a stub keep theirs. Of the units below, those with
+/// unsaved changes and those whose files are missing are kept as they are (the latter with a warning). A new unit
 /// whose file is broken becomes a stub, with a warning. Handles lead to the new objects.
 [[nodiscard]] Replacement readAnew(UnitElement &unit, bool alwaysNew = false);
 

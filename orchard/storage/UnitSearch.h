@@ -23,7 +23,7 @@ struct UnitSearch {
 /// Finds a unit by its name ("Valve"), by its path in the model ("Drives/Left/Valve", starting below the project;
 /// leading parts may be omitted if the rest is unique), or by its file (with or without directory, either
 /// separator; a path is relative to the current directory or to the units directory). Matching is case-sensitive.
-/// Words that match several units find none, and `candidates` lists the matches.
+/// If the words match several units, none is returned, and `candidates` lists the matches.
 [[nodiscard]] ORCHARD_API UnitSearch findUnit(const IProject &project, std::string_view words);
 
 enum class UnitState {

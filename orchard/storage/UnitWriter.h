@@ -1,4 +1,4 @@
-// Writes the text of a unit file, one fact per line; the same unit always yields the same text.
+// Writes the text of a unit file, one item per line; the same unit always yields the same text.
 #pragma once
 
 #include "orchard/model/UnitElement.h"

@@ -23,7 +23,7 @@ struct Span {
     }
 };
 
-/// Limits the total time of one call of the text class. It starts with the first query.
+/// Limits the total time of one call of SPString or SPPattern. The time starts with the first query.
 class TimeAllowance {
   public:
     using Clock = std::chrono::steady_clock;
@@ -32,7 +32,7 @@ class TimeAllowance {
     static TimeAllowance forSize(std::size_t bytes);
     /// Returns when the time will be used up.
     Clock::time_point end();
-    /// Returns whether it is used up. Reads the clock at one of many calls only, and returns false at the others.
+    /// Returns whether the time is used up. Reads the clock only now and then; otherwise returns false.
     bool isUsedUpNowAndThen();
     /// Adds time that was spent on something else.
     void extend(Clock::duration by) { end_ = end_ ? std::optional(*end_ + by) : std::nullopt; }
@@ -54,11 +54,11 @@ class CompiledPattern {
     CompiledPattern &operator=(const CompiledPattern &) = delete;
 
     /// Searches for the first match that begins at or after `start`; with `notEmptyAtStart` an empty match at
-    /// `start` doesn't count. On a match `spans` holds the complete match and then each group. A search that runs
-    /// out of steps, memory or time is reported and counts as no match.
+    /// `start` doesn't count. On a match `spans` contains the complete match and then each group. A search that
+    /// runs out of steps, memory or time is reported and counts as no match.
     bool search(std::string_view subject, std::size_t start, bool notEmptyAtStart, TimeAllowance &time,
                 std::vector<Span> &spans) const;
-    /// The same for as many spans as there is room for; groups that the pattern lacks become `none`.
+    /// Does the same for as many spans as fit; spans without a group become `none`.
     bool search(std::string_view subject, std::size_t start, bool notEmptyAtStart, TimeAllowance &time,
                 std::span<Span> spans) const;
 

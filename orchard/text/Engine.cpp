@@ -10,7 +10,7 @@ namespace {
 
 using CompileContext = std::unique_ptr<pcre2_compile_context, Freed<pcre2_compile_context_free>>;
 
-constexpr std::uint32_t heapLimit = 256 * 1024; // KiB for the engine if machine code has no stack left
+constexpr std::uint32_t heapLimit = 256 * 1024; // KiB for the engine if JIT code has no stack left
 constexpr std::size_t jitStackStart = 32 * 1024;
 constexpr std::size_t jitStackLimit = 64 * 1024 * 1024;
 constexpr unsigned calloutsPerLook = 32; // a callout may follow a walk through the complete subject

@@ -43,12 +43,12 @@ struct Request {
     std::optional<std::chrono::steady_clock::time_point> end;
 };
 
-/// Holds what a match needs besides the pattern; each thread has one for all its matches. The steps of every short
-/// match are defined here, so that they are inlined.
+/// The data that a match needs besides the pattern; each thread has one. The functions that every match uses are
+/// defined here, so that they are inlined.
 class Workspace {
   public:
     Workspace();
-    /// Returns that of this thread, with room for a match with `pairs` pairs of positions.
+    /// Returns this thread's workspace, with room for `pairs` pairs of positions.
     static Workspace &ofThisThread(std::uint32_t pairs) {
         Workspace &work = known_ != nullptr ? *known_ : makeForThisThread();
         if (pairs > work.pairs_) {
@@ -57,7 +57,7 @@ class Workspace {
         return work;
     }
 
-    /// Like pcre2_match. Uses machine code if there is some and its stack suffices.
+    /// Works like pcre2_match. Uses JIT code if available and its stack is large enough.
     int match(const pcre2_code *code, bool hasMachineCode, const Request &request) {
         if (steps_ != request.steps || lastStart_ != request.lastStart) {
             setLimits(request);
@@ -126,7 +126,7 @@ class Starts {
   private:
     std::bitset<256> bytes_;
     bool atLines_ = false;
-    bool isOne_ = false; ///< there is only one such byte
+    bool isOne_ = false; ///< exactly one byte can begin a match
     char only_ = '\0';
 };
 

@@ -15,7 +15,7 @@ namespace orchard {
 /// Holds a limited number of patterns. Only one thread uses it.
 class PatternCache {
   public:
-    /// Holds at most twice `generation` patterns. Drops the least recently used ones, many at a time.
+    /// Holds at most 2 * `generation` patterns. Drops the least recently used ones, many at a time.
     explicit PatternCache(std::size_t generation = 256) : generation_(generation) {}
 
     /// Returns the compiled pattern, from the cache if possible.

@@ -1,5 +1,5 @@
-// Translates the pattern dialect of property values, as pure text processing: what the regular expression engine
-// gets for a pattern, and which patterns need no engine.
+// Translates the pattern dialect of property values into that of the regular expression engine, and recognizes
+// patterns that need no engine. Pure text processing.
 #pragma once
 
 #include <cstddef>
@@ -21,8 +21,8 @@ struct TranslatedPattern {
 
 /// Translates a pattern for the engine. The dialect is that of the engine with one additional rule: in a bracket
 /// expression that would remain open because its closing bracket follows a backslash, backslashes are ordinary
-/// characters. So "[\]\$temp" is a class that holds a backslash, then a dollar and "temp".
-/// Needs time and memory in proportion to the length of the pattern.
+/// characters. So "[\]\$temp" is a class that contains a backslash, then a dollar and "temp". Needs time and
+/// memory in proportion to the length of the pattern.
 TranslatedPattern translatePattern(std::string_view pattern);
 
 /// Returns the text that the pattern matches, if it is plain text: letters, digits and other characters without a

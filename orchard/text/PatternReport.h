@@ -20,9 +20,9 @@ struct PatternProblem {
     [[nodiscard]] std::string message() const;
 };
 
-/// Receives each problem, once for each pattern and reason in the life of the process.
+/// Receives each problem, once per process for each pattern and reason.
 using PatternReporter = std::function<void(const PatternProblem &)>;
-/// Finds the origin of a pattern with this text; the empty text if it is unknown.
+/// Returns the origin of a pattern with this text; empty if it is unknown.
 using PatternOriginFinder = std::function<std::string(std::string_view pattern)>;
 
 /// Without a reporter, problems go to standard error.

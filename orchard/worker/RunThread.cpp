@@ -40,7 +40,7 @@ RunEnd endOf(const ChildResult &result) {
     return {};
 }
 
-/// Returns the line for the error channel about a child that did not end by itself; else the empty text.
+/// Returns the line for standard error about a child that did not end by itself; else an empty text.
 std::string lastWords(const std::string &command, const RunEnd &end) {
     switch (end.kind) {
     case RunEnd::Kind::killedBySignal:

@@ -9,13 +9,13 @@
 
 namespace orchard {
 
-/// All members may be empty. `started` and `ended` are called on the thread that waits for the tool, but not for
-/// a run that an interruption has prevented.
+/// All members may be empty. `started` and `ended` are called on the thread that waits for the tool, but not for a
+/// run that was not started because of an interruption.
 struct RunWatch {
     std::function<void(const std::string &command)> started;
     std::function<void(const RunEnd &end)> ended;
-    /// Called before a tool starts and about ten times a second while it runs, on any thread. True ends the tool
-    /// with all its processes and prevents others from starting.
+    /// Called on any thread, before a tool starts and about ten times a second while it runs. Returning true ends
+    /// the tool and all its processes, and prevents further tools from starting.
     std::function<bool()> interrupted;
 };
 

@@ -1,7 +1,7 @@
-// Offers the operations of the library to hosts and dialogs. An operation takes the caller's lists and returns the
-// outcome of the last unit or item, not a summary: non-zero if it succeeded. Most operations also return 0,
-// without a message, if nothing was left to do; by command, MoveMember, movePackageContent, RenameMember and
-// RecUncheckout return 1 then. An invalid transaction gives 0 as well: the tool "None" is shown to the user, a
+// Offers the operations of the library to hosts and dialogs. An operation takes the caller's lists. Its result is
+// about the last unit or item only: non-zero if its command was run, even if the tool failed. Most operations also
+// return 0, without a message, if nothing was left to do; by command, MoveMember, movePackageContent, RenameMember
+// and RecUncheckout return 1 then. An invalid transaction gives 0 as well: the tool "None" is shown to the user, a
 // missing active project is not. Only ListWorkspace and doConnectToArcDlg ignore this. A diagnostic reports that
 // no tool is configured; the outcome observer receives the outcome of each unit.
 #pragma once

@@ -29,8 +29,8 @@ class CMOperation {
 
 class CMWorkspaceOperation : public CMOperation {
   public:
-    /// Runs the operation. Returns non-zero if the last unit worked on succeeded. `hybrid` is true if a project on
-    /// the provider route uses a command for this operation.
+    /// Runs the operation. Returns non-zero if the command of the last unit was run, even if the tool failed.
+    /// `hybrid` is true if a project on the provider route uses a command for this operation.
     virtual int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) = 0;
 
   protected:

@@ -6,8 +6,8 @@ namespace dispatch {
 /// Shows a modal dialog without a parent window. Its result is not asked for.
 using ModalDialog = void (*)();
 
-/// The dialog that CMFacade::doConnectToArcDlg shows, assigned once by the folder of the dialogs, which is above
-/// this one. Null until then: the transaction opens and closes, and nothing is shown.
+/// The dialog that CMFacade::doConnectToArcDlg shows, to be assigned by a program that has such a dialog. While it
+/// is null, the transaction opens and closes, and nothing is shown.
 ModalDialog &connectToArchiveDialog();
 
 } // namespace dispatch

@@ -7,8 +7,8 @@
 
 namespace orchard_cm {
 
-/// Returns what the editor shows at first: an empty line, and remarks that name the units and what is to be `done`
-/// to them ("checked in"). Remarks begin with '#'.
+/// Returns the editor's initial text: an empty line, and comment lines that name the units and what is to be
+/// `done` to them ("checked in"). Comment lines begin with '#'.
 std::string remarksFor(std::string_view done, const std::vector<std::string> &names);
 /// Returns the text without its remark lines.
 std::string withoutRemarks(std::string_view text);

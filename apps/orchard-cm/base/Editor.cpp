@@ -59,7 +59,7 @@ class DraftFile {
     std::string path_;
 };
 
-/// Leaves Ctrl-C to the editor alone while it lives.
+/// Leaves Ctrl-C to the editor alone while it exists.
 class InterruptsAway {
   public:
     InterruptsAway() {

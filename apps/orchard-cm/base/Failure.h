@@ -1,4 +1,4 @@
-// Defines Failure: why a command can't continue, with what the user needs to know to go on.
+// Defines Failure, the exception of a command that can't continue: a message, a hint and suggestions.
 #pragma once
 
 #include "apps/orchard-cm/base/ExitCode.h"

@@ -1,5 +1,5 @@
-// Turns Ctrl-C into a flag. The program never ends in the middle of its work: it ends the running tool, leaves
-// files complete, and reports that the command was interrupted.
+// Turns Ctrl-C and similar signals into a flag, so that the program ends the running tool, leaves files complete,
+// and reports the interruption, instead of ending in the middle of its work.
 #pragma once
 
 namespace orchard_cm {
@@ -9,7 +9,7 @@ namespace orchard_cm {
 void watchForInterrupt();
 /// Returns whether the user has asked the program to end.
 [[nodiscard]] bool isInterrupted();
-/// Makes isInterrupted() answer `interrupted`.
+/// Sets the result of isInterrupted().
 void setInterrupted(bool interrupted);
 
 } // namespace orchard_cm

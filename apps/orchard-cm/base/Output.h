@@ -1,6 +1,6 @@
-// Writes everything that the program outputs. As text, results go to the standard output, and reports (messages,
-// the CM output window, errors) go to the standard error. As JSON, each command writes one object on a line of its
-// own to the standard output, errors included:
+// Writes all output of the program. As text, results go to the standard output, and reports (messages, the CM
+// output window, errors) go to the standard error. As JSON, each command writes one object on a line of its own to
+// the standard output, errors included:
 //   {"command": "list", "ok": true, "exit": 0, ...the command's own fields...,
 //    "messages": [{"kind": "error", "text": "..."}], "window": "the CM output window's text",
 //    "error": {"message": "...", "hint": "...", "suggestions": [...]}, "file": "...", "line": 3}
@@ -36,7 +36,7 @@ class Output {
 
     Output(Form form, std::ostream &results, std::ostream &reports, bool reportsOnTerminal);
 
-    /// Begins the record of a command. A record that is still open is suspended until the new one has ended.
+    /// Begins the record of a command. If a record is already open, it is suspended until the new one ends.
     void begin(std::string_view command, const std::optional<Place> &place = {});
     /// Ends the record. As JSON, writes the object.
     void end(ExitCode code);

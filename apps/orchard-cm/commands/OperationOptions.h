@@ -1,4 +1,4 @@
-// Defines OperationOptions, the command line options that commands which run an operation have in common.
+// Defines OperationOptions, the command-line options shared by all commands that run an operation.
 #pragma once
 
 #include "apps/orchard-cm/operation/Operation.h"
@@ -25,8 +25,8 @@ class OperationOptions {
     [[nodiscard]] const std::string &label() const { return label_; }
 
     /// Runs the operation on the named units or files, reports the result, and saves what it changed in the model.
-    /// The entry for the archive may be null if --archive is not declared. Throws a Failure for a name that fits
-    /// no unit, and for a label that can't be part of a command line; nothing has been done then.
+    /// The entry for the archive may be null if --archive is not declared. Throws a Failure, before anything is
+    /// done, for a name that matches no unit and for a label that can't be part of a command line.
     ExitCode run(Context &context, const Operation &operation, const UnitEntry &onUnits,
                  const ArchiveEntry &onArchive = nullptr) const;
     /// Returns the named units, and with --recursive also the units below them.
@@ -39,8 +39,8 @@ class OperationOptions {
     std::string label_;
 };
 
-/// Throws a Failure for a label with characters that the tool's set refuses (property RefusedInLabel), or that any
-/// shell would interpret if the set has no such property.
+/// Throws a Failure for a label with a character that the tool's set refuses (property RefusedInLabel). If the set
+/// has no such property, refuses the characters that a shell would interpret.
 void requireLabel(const std::string &label);
 
 } // namespace orchard_cm

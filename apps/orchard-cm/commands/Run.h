@@ -9,8 +9,8 @@
 
 namespace orchard_cm {
 
-/// Runs `work` as the record of the command called `name`, and reports a Failure or another exception from it.
-/// After Ctrl-C the result is ExitCode::interrupted, whatever `work` returns.
+/// Runs `work`, writes its output as the record of the command `name`, and reports any exception. After Ctrl-C the
+/// result is ExitCode::interrupted, whatever `work` returns.
 ExitCode runRecorded(Output &output, std::string_view name, const std::optional<Place> &place,
                      const std::function<ExitCode()> &work);
 

@@ -1,4 +1,4 @@
-// Connects the library's dialogs with whoever answers them.
+// Answers the library's dialogs: from the command-line options, on the terminal, or with the safe answer.
 #pragma once
 
 #include "CM/platform/dialog/CDialog.h"
@@ -7,8 +7,8 @@
 
 namespace orchard_cm {
 
-/// Shows messages as the program's own, and answers questions with the answer that the options give, or else on
-/// the terminal. If nobody is at the terminal, and after Ctrl-C, it gives the answer that loses nothing.
+/// Shows messages as the program's own. Answers questions as the options say, otherwise asks on the terminal.
+/// Without a terminal, and after Ctrl-C, gives the safe answer.
 class AnsweringDriver : public platform::DialogDriver {
   public:
     /// `terminal` is null if there is none. All arguments must outlive the driver.

@@ -1,11 +1,11 @@
-// Provides what a dialog of the host does before and after an operation.
+// Defines UndoBracket, which makes the changes of an operation one undoable step.
 #pragma once
 
 #include "CM/host/Undoer.h"
 
 namespace orchard_cm {
 
-/// Groups changes into one undoable step, which stays open as long as the object lives.
+/// Keeps an undoable step open as long as the object exists.
 class UndoBracket {
   public:
     UndoBracket() {

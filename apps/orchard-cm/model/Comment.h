@@ -20,7 +20,7 @@ class CommentOptions {
     /// set refuses it (property RefusedInLog), or if its text would not arrive unchanged.
     [[nodiscard]] std::string required(Context &context, std::string_view done,
                                        const std::vector<std::string> &names) const;
-    /// Returns the comment, or the empty text if the command line has none.
+    /// Returns the comment, or an empty text if the command line has none.
     [[nodiscard]] std::string optional(Context &context) const;
 
   private:

@@ -1,4 +1,4 @@
-// Plugs the program into the reference host and the library, for as long as the setup lives.
+// Connects the program to the reference host and the library for as long as the object exists.
 #pragma once
 
 #include "apps/orchard-cm/base/Output.h"
@@ -12,8 +12,8 @@ namespace orchard_cm {
 
 class HostSetup {
   public:
-    /// Both arguments must outlive the setup, of which there is one at a time. Throws a Failure of usage if the
-    /// log file can't be opened.
+    /// Both arguments must outlive the setup, of which there is one at a time. Throws a Failure with
+    /// ExitCode::usage if the log file can't be opened.
     HostSetup(const GlobalOptions &options, Output &output);
     ~HostSetup();
     HostSetup(const HostSetup &) = delete;
@@ -21,7 +21,7 @@ class HostSetup {
 
     /// Sets the function that saves the model when an operation asks for it. It may throw.
     void onSave(std::function<void()> save);
-    /// Begins an operation that runs the tool so many times, for the progress display on a terminal.
+    /// Begins an operation that runs the tool `count` times, for the progress display on a terminal.
     void expectRuns(std::size_t count);
     /// Returns whether the operation may begin a further step: false after Ctrl-C, and from the moment at which a
     /// run of the tool has exceeded its time limit until the next operation. No tool is started then.

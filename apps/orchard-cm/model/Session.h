@@ -31,7 +31,7 @@ class Session {
     /// Returns the project file that the options name, or the only one in the current directory. Throws a Failure
     /// if there is none.
     [[nodiscard]] std::string projectFile() const;
-    /// Returns the progress, warnings and cancelling of an opening.
+    /// Returns the options for opening a project: progress, warnings and cancelling.
     [[nodiscard]] orchard::OpenOptions openOptions();
     /// Saves all modified units. Throws a Failure that names each file that could not be saved.
     void save();
@@ -49,7 +49,8 @@ class Session {
     IProject *project_ = nullptr;
 };
 
-/// Holds back the text for the CM output window while it lives, if that would only repeat the command's result.
+/// Holds back the text for the CM output window as long as this object exists; used where the text would only
+/// repeat the command's result.
 class WindowHold {
   public:
     explicit WindowHold(Session &session);

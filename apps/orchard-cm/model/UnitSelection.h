@@ -10,7 +10,7 @@
 namespace orchard_cm {
 
 /// Returns the unit that `words` name: by name, by path in the model, or by file. Throws a Failure if they name
-/// none or more than one, with the names that may have been meant.
+/// none or more than one, with suggestions.
 IUnit &unitNamed(const IProject &project, const std::string &words);
 /// Returns all named units, each once, in the order given.
 std::vector<IUnit *> unitsNamed(const IProject &project, const std::vector<std::string> &words);

@@ -24,7 +24,7 @@ Item itemOf(IUnit *unit, const std::string &file);
 IUnit *unitNow(const Item &item);
 /// Records what the library reports about the item, and with `keepsOutput` also the tool's output.
 void take(Item &item, const CMOutcome &outcome, bool keepsOutput);
-/// Records the state of the item in the model after the operation: a unit and its file may have another name.
+/// Records the item's state after the operation; the unit and its file may have new names.
 void lookAgain(Item &item);
 
 } // namespace orchard_cm

@@ -1,4 +1,4 @@
-// Runs an entry of the library's facade as a dialog of the host would run it, and reports the result of each item.
+// Runs an operation of CMFacade the way a dialog of a host would, and reports the result of each item.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -16,14 +16,14 @@ class IUnit;
 
 namespace orchard_cm {
 
-/// Which units are read again after the operation, if the library leaves that to its caller.
+/// Which units the program reloads after the operation.
 enum class Reload {
     byLibrary, ///< none: the library has already done it, or nothing changes
     changed,   ///< the units whose files the tool has changed
     all,       ///< all that the tool has worked on, including those that the model doesn't contain yet
 };
 
-/// What is special to an operation.
+/// Describes an operation.
 struct Operation {
     Wording wording;
     Expectation expected = {};
@@ -31,7 +31,7 @@ struct Operation {
     std::function<void(TemplateArguments &)> arguments = {};
     Reload reload = Reload::byLibrary;
     bool showsOutput = false; ///< the tool's output is the result; the CM window shows it only on failure
-    /// Returns what a finished item lacks in view of its states; empty if nothing.
+    /// Returns why an item that the library reports as done still counts as failed; empty if it doesn't.
     std::function<std::string(const ItemResult &)> alsoJudge = {};
 };
 

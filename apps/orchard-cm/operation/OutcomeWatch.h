@@ -11,7 +11,7 @@ namespace orchard_cm {
 /// Returns whether the outcome is that of an item that was not done.
 [[nodiscard]] bool isFault(const CMOutcome &outcome);
 
-/// Observes the library while it exists, and then restores the previous observer.
+/// Observes the library as long as this object exists; the destructor restores the previous observer.
 class OutcomeWatch final : public CMOutcomeObserver {
   public:
     using Take = std::function<void(const CMOutcome &)>;
@@ -26,7 +26,7 @@ class OutcomeWatch final : public CMOutcomeObserver {
     [[nodiscard]] const CMOutcome &fault() const { return fault_; }
     /// Returns the reason of that fault; empty if there was none.
     [[nodiscard]] std::string reason() const { return fault_.reason.str(); }
-    /// Returns whether a run was started and did not end by itself, so that its effects are unknown.
+    /// Returns whether a run was started but was cut short, so that its effects are unknown.
     [[nodiscard]] bool wasCutOff() const { return wasCutOff_; }
 
   private:

@@ -14,7 +14,7 @@ struct ReloadedFiles {
 };
 
 /// Reloads the units of these files, owners first. A file that the model does not contain is loaded into it.
-/// Embedded files are ignored. The facade's callbacks inform the host of the beginning and the end.
+/// Embedded files are ignored. Calls the facade's callbacks before and after.
 ReloadedFiles reloadFiles(const std::vector<std::string> &files);
 
 } // namespace orchard_cm

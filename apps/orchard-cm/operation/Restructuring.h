@@ -19,8 +19,8 @@ struct Restructuring {
     std::function<int(orchard::UnitChange &, CMArgumentList &, CMDiagnosticList &)> entry;
 };
 
-/// Carries out the change for `units`, which are those that the user named. Throws a Failure if it can't be done;
-/// nothing has changed then. If something fails later, the item reports the state of model and file.
+/// Carries out the change for the units that the user named. Throws a Failure, with nothing changed, if it can't
+/// be done. If something fails later, the item reports the state of model and file.
 OperationReport restructure(Context &context, orchard::UnitChange change, const std::vector<IUnit *> &units,
                             const Restructuring &how);
 

@@ -1,5 +1,5 @@
-// Defines Command, one verb of the program. Its options are members; declare() binds them to the command line,
-// run() does the work with what the context offers. A command that can't continue throws a Failure.
+// Defines Command, one verb of the program. Its options are members. declare() binds them to the command line;
+// run() does the work in the given context. A command that can't continue throws a Failure.
 #pragma once
 
 #include "apps/orchard-cm/base/ExitCode.h"

@@ -13,12 +13,12 @@ namespace orchard_cm {
 
 struct Invocation {
     GlobalOptions options;
-    std::string name;                 ///< of the command, with its action: "property get"; empty with text only
+    std::string name; ///< the command with its action ("property get"); empty if there is only text
     std::unique_ptr<Command> command; ///< null if there is only text to show
     std::string text;                 ///< help or version, when asked for
 };
 
-/// Parses the words after the program's name. Throws a Failure of usage.
+/// Parses the words after the program's name. Throws a Failure with ExitCode::usage.
 Invocation parseCommandLine(const std::vector<std::string> &words, std::span<const CommandEntry> commands);
 /// Parses the words of one line of a batch: a command with its own options, without the global ones.
 Invocation parseBatchLine(const std::vector<std::string> &words, std::span<const CommandEntry> commands);

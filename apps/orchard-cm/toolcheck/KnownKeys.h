@@ -1,4 +1,4 @@
-// Lists the keys of a tool's property set that the library reads, and what each may contain.
+// Lists the keys of a tool's property set that the library or this program reads, and what each may contain.
 #pragma once
 
 #include <span>
@@ -7,10 +7,10 @@
 namespace orchard_cm {
 
 enum class KeyKind {
-    command,          ///< a template that every set should have; an empty one means that the tool can't do it
-    optionalCommand,  ///< a template without which the operation does something else, or is not available
-    rawCommand,       ///< a text in which only some names are replaced
-    pattern,          ///< a pattern of which only the match counts
+    command,         ///< a template that every set should have; it may be empty if the tool can't do the operation
+    optionalCommand, ///< a template without which the operation does something else, or is not available
+    rawCommand,      ///< a text in which only some names are replaced
+    pattern,         ///< a pattern of which only the match counts
     patternWithGroup, ///< a pattern of which the first group is used
     truth,
     number,

@@ -31,7 +31,7 @@ namespace fs = std::filesystem;
 
 constexpr auto sampleComment = "a comment";
 
-/// Keeps a sample project open as long as the object lives. Its path contains a blank, for templates without
+/// Keeps a sample project open as long as the object exists. Its path contains a blank, for templates without
 /// quotes.
 class Sample {
   public:

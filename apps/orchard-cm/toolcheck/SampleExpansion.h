@@ -11,8 +11,7 @@ namespace orchard_cm {
 struct Expanded {
     std::string key;
     std::string command; ///< as far as it could be expanded
-    bool isFull =
-        false; ///< whether expanded with a label, a comment and an archive, or only with what is required
+    bool isFull = false; ///< with a label, a comment and an archive, not only with what is required
 };
 
 struct SampleExpansions {

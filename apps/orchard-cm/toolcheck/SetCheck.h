@@ -20,8 +20,8 @@ struct Finding {
     std::string place;
 };
 
-/// Returns missing commands and patterns, patterns that are invalid, lack their group or match everything, values
-/// without a meaning, and keys that nobody reads.
+/// Returns missing commands and patterns, patterns that are invalid, lack their group or match everything,
+/// meaningless values, and unused keys.
 std::vector<Finding> checkSet(const std::vector<SetEntry> &entries);
 
 /// Returns what is wrong with a value for this key; empty if nothing is, or if the key is unknown.
@@ -30,8 +30,8 @@ std::string faultOfValue(std::string_view key, const std::string &value);
 /// Returns the entry with this key, found regardless of case; null if there is none.
 const SetEntry *entryOf(const std::vector<SetEntry> &entries, std::string_view key);
 
-/// Returns whether every occurrence of `text` in a command is inside shell quotes. Quoting begins afresh within
-/// "$( )".
+/// Returns whether every occurrence of `text` in a command is inside shell quotes. Quoting starts anew inside a
+/// command substitution.
 bool standsInQuotes(std::string_view command, std::string_view text);
 
 } // namespace orchard_cm
