@@ -4,15 +4,10 @@
 
 namespace platform {
 
-namespace {
-
-bool holdsConditional(std::string_view path) {
-    const auto open = path.find('(');
-    const auto question = open == path.npos ? open : path.find('?', open);
-    return question != path.npos && path.find(')', question) != path.npos;
+bool canMakeConditional(std::string_view names) {
+    return std::ranges::all_of(std::string_view("(?)"),
+                               [names](char character) { return names.find(character) != names.npos; });
 }
-
-} // namespace
 
 std::optional<Unquotable> findUnquotable(std::string_view path) {
     constexpr std::string_view refused = "\"$`>";
@@ -23,7 +18,7 @@ std::optional<Unquotable> findUnquotable(std::string_view path) {
         using enum Unquotable::Kind;
         return Unquotable{isControlCharacter(*found) ? controlCharacter : character, *found};
     }
-    if (holdsConditional(path)) {
+    if (canMakeConditional(path)) {
         return Unquotable{Unquotable::Kind::conditional, '\0'};
     }
     if (path.ends_with('\\')) {

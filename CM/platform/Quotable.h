@@ -12,7 +12,7 @@ struct Unquotable {
     enum class Kind {
         character,        ///< ends or changes a quoted text, or (">") redirects the output wherever it is
         controlCharacter, ///< below a blank, or 0x7F
-        conditional,      ///< "(", then "?", then ")": the name is filled in before conditionals are looked for
+        conditional,      ///< "(", "?" and ")": see canMakeConditional()
         backslashAtEnd,   ///< would take the closing quote for itself
     };
     Kind kind;
@@ -21,6 +21,11 @@ struct Unquotable {
 
 /// Looks through a path, or a part of one. A backslash before the end is a separator.
 [[nodiscard]] std::optional<Unquotable> findUnquotable(std::string_view path);
+
+/// Returns whether a template could take the names for a conditional. `names` is the text of all names that reach
+/// one command. Names are filled in before conditionals are looked for, each any number of times, so that the
+/// order of the characters doesn't matter.
+[[nodiscard]] bool canMakeConditional(std::string_view names);
 
 [[nodiscard]] constexpr bool isControlCharacter(char character) {
     const auto code = static_cast<unsigned char>(character);

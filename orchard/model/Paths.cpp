@@ -47,8 +47,7 @@ std::string faultOfQuoting(std::string_view path) {
         return text;
     }
     case Kind::conditional:
-        return "it holds a \"(\", a \"?\" and a \")\" in this order, which a command template takes for a "
-               "condition";
+        return "it holds a \"(\", a \"?\" and a \")\", which a command template could take for a condition";
     case Kind::backslashAtEnd:
         break;
     }

@@ -85,7 +85,7 @@ int CMDeleteMember::operator()(CMUnitList &units, CMArgumentList &args, CMDiagno
     }
     Run run(hybrid, args, error);
     run.workAll(units);
-    return run.result();
+    return run.hasRefused() ? 0 : run.result();
 }
 
 int CMDeleteMember::deleteDirectory(const CString &directory, CMArgumentList & /*args*/, CMDiagnosticList &diags,

@@ -6,7 +6,8 @@
 class CMDeleteMember final : public CMWorkspaceOperation {
   public:
     /// Deletes each unit; a subsystem with a directory of its own goes with the directory if the tool has a
-    /// template for that. Returns CommandRun::result(); 0 without a tool, which makes one diagnostic.
+    /// template for that. Returns 0 without a tool, which makes one diagnostic, and if a name of any unit can't be
+    /// quoted; the other units are deleted all the same. Else returns CommandRun::result().
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 
     /// Deletes a directory. In the template only $OQROOT and $UnitDirPath are replaced, and `args` is not used.

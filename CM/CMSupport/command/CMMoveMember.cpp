@@ -46,9 +46,11 @@ class Run : public command::CommandRun<IUnit> {
             withoutRun.send();
             return false;
         }
-        if (!command::mayReachCommand({directories.from, directories.to, persistAs}, withoutRun)) {
+        directories_ = {directories.from, directories.to, persistAs};
+        if (!command::mayReachCommand(directories_, withoutRun)) {
+            refuse();
             withoutRun.send();
-            return true; // the result doesn't change
+            return true;
         }
         command::fillInMove(template_, directories, unit, {.isPackage = isPackage, .asDirectory = movesDirectory});
         work(&unit);
@@ -56,6 +58,11 @@ class Run : public command::CommandRun<IUnit> {
     }
 
   protected:
+    [[nodiscard]] command::Names namesBeside() const override {
+        command::Names names = CommandRun::namesBeside();
+        names.insert(names.end(), directories_.begin(), directories_.end());
+        return names;
+    }
     int expand(IUnit & /*unit*/, CString &command) override {
         return command::expandTemplate(template_, key_, arguments(), command, report());
     }
@@ -71,8 +78,9 @@ class Run : public command::CommandRun<IUnit> {
     }
 
     bool hybrid_;
-    CString key_;      ///< of the current unit's template
-    CString template_; ///< of the current unit, with its placeholders filled in
+    command::Names directories_; ///< of the current unit
+    CString key_;                ///< of the current unit's template
+    CString template_;           ///< of the current unit, with its placeholders filled in
 };
 
 } // namespace
@@ -98,7 +106,8 @@ int CMMoveMember::operator()(CMUnitList &units, CMArgumentList &args, CMDiagnost
             return 0;
         }
     }
-    return 1; // required even after failed runs: MoveMember.ARunThatFailsDoesNotChangeTheResult
+    // One even after failed runs is required: MoveMember.ARunThatFailsDoesNotChangeTheResult
+    return run.hasRefused() ? 0 : 1;
 }
 
 int CMMoveMember::movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath,
@@ -115,5 +124,6 @@ int CMMoveMember::movePackageContent(IUnit *package, CMUnitList &units, const CS
             return 0;
         }
     }
-    return 1; // required even after failed runs: MovePackage.FailuresNeitherStopNorChangeTheResult
+    // One even after failed runs is required: MovePackage.FailuresNeitherStopNorChangeTheResult
+    return run.hasRefused() ? 0 : 1;
 }

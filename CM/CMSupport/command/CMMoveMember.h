@@ -8,8 +8,8 @@ class CMMoveMember final : public CMWorkspaceOperation {
     /// Moves the file of each unit. `units` is a flat list of triples: the unit, its old owner, its new owner; a
     /// triple that is incomplete or contains a null is skipped. Returns 1 for an empty list, even without a tool,
     /// and if commands could not be made or failed, which only the CM output window and the outcomes show. Returns
-    /// 0 without a tool, which makes one diagnostic, or as soon as a unit has no template: the units after it are
-    /// not moved.
+    /// 0 without a tool, which makes one diagnostic; as soon as a unit has no template: the units after it are
+    /// not moved; and if a name of any unit can't be quoted: the units after it are moved all the same.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 
     /// Moves the files of `units` when the directory of `package` moves from `oldPath` to `newPath`. `units` is a

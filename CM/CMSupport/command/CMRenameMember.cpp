@@ -40,10 +40,15 @@ int rename(IUnit &unit, const CString &oldPath, const CString &newPath, bool hyb
     CString directoryTemplate;
     const CString oldDirectory = paths::hostDirectoryOf(oldPath);
     const CString newDirectory = paths::hostDirectoryOf(newPath);
-    if (!command::mayReachCommand(unit, report) ||
-        !command::mayReachCommand({oldPath, newPath, oldDirectory, newDirectory,
+    CMArgumentList args(10);
+    CMArchive archive("");
+    const command::PushedArgument pushedArchive(args, archive);
+    command::Names names = command::namesIn(args);
+    names.insert(names.end(), {oldPath, newPath});
+    if (!command::mayReachCommand({oldPath, newPath, oldDirectory, newDirectory,
                                    command::outerDirectory(oldDirectory), command::outerDirectory(newDirectory)},
-                                  report)) {
+                                  report) ||
+        !command::mayReachCommand(unit, names, report)) {
         return 0;
     }
     if (oldDirectory != newDirectory) {
@@ -55,9 +60,6 @@ int rename(IUnit &unit, const CString &oldPath, const CString &newPath, bool hyb
         }
     }
 
-    CMArgumentList args(10);
-    CMArchive archive("");
-    const command::PushedArgument pushedArchive(args, archive);
     CMUnit unitArgument(&unit);
     const command::PushedArgument pushedUnit(args, unitArgument);
     LogTrace::Log log(LogTrace::Log::cm);

@@ -1,7 +1,6 @@
 #include "CM/CMSupport/command/CommandRun.h"
 
 #include "CM/CMSupport/command/LoggedRun.h"
-#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/command/ReportedExpansion.h"
 #include "CM/CMSupport/core/CMUnit.h"
 
@@ -36,8 +35,8 @@ template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
 }
 
 template <class ITEM> void CommandRun<ITEM>::workOn(ITEM &item) {
-    if (!mayReachCommand(item, report())) {
-        result_ = 0;
+    if (!mayReachCommand(item, namesBeside(), report())) {
+        refuse();
         return;
     }
     if (!isWanted(item)) {

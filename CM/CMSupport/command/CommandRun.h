@@ -3,6 +3,7 @@
 // log lines, and determines the result. An operation derives its own run and overrides what is special to it.
 #pragma once
 
+#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/core/CMArchive.h"
 #include "CM/CMSupport/core/CMArchiveItem.h"
 #include "CM/CMSupport/core/CMArgument.h"
@@ -75,11 +76,16 @@ template <class ITEM> class CommandRun {
     /// CheckOut.OnlyTheLastUnitDecidesTheResult): 1 after a run, even if the tool failed; 0 if its name can't be
     /// quoted, or if its command could not be made or run. 0 if no item was worked on.
     [[nodiscard]] int result() const { return result_; }
+    /// Returns whether an item was refused because no command can quote its name.
+    [[nodiscard]] bool hasRefused() const { return hasRefused_; }
 
   protected:
     /// Returns whether to work on the item. Called before anything is done for it. An override that returns false
     /// records the reason in the report; the result stays unchanged.
     virtual bool isWanted(ITEM & /*item*/) { return true; }
+    /// Returns the names that reach the item's command beside its own; by default the archive and the target
+    /// directory.
+    [[nodiscard]] virtual Names namesBeside() const { return namesIn(args_); }
     /// Called before the item's argument is pushed.
     virtual void prepare(ITEM & /*item*/) {}
     /// Returns the key of the template for this item; the default is CommandTexts::property.
@@ -94,6 +100,11 @@ template <class ITEM> class CommandRun {
     virtual void afterItem() {}
 
     void setResult(int result) { result_ = result; }
+    /// Sets the result of an item with a name that no command can quote.
+    void refuse() {
+        result_ = 0;
+        hasRefused_ = true;
+    }
     [[nodiscard]] CString &errorText() { return errorText_; }
     [[nodiscard]] CMArgumentList &arguments() { return args_; }
     /// Returns the report of the current item.
@@ -112,6 +123,7 @@ template <class ITEM> class CommandRun {
     PushedArgument pushedArchive_{args_, archive_};
     LogTrace::Log log_{LogTrace::Log::cm};
     int result_ = 0;
+    bool hasRefused_ = false;
     std::optional<OutcomeReport> report_;
 };
 

@@ -5,36 +5,79 @@
 #include "CM/CMSupport/core/Unquotable.h"
 #include "CM/CMSupport/resources/Format.h"
 #include "CM/platform/PathText.h"
+#include "CM/platform/Quotable.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 
 namespace command {
 
-bool mayReachCommand(std::initializer_list<CString> paths, OutcomeReport &report) {
-    for (const CString &path : paths) {
-        if (const std::string fault = paths::unquotableIn(path); !fault.empty()) {
-            const std::string shown = paths::shownPath(path);
-            CMOutputer::writeToCMOutputWnd(resources::format(resources::Text::nameNotQuotable, {shown, fault}));
-            report.fail(CMOutcome::Kind::refused,
-                        resources::format(resources::Text::outcomeRefused, {shown, fault}));
+namespace {
+
+void refuse(std::string_view path, std::string_view fault, OutcomeReport &report) {
+    const std::string shown = paths::shownPath(path);
+    CMOutputer::writeToCMOutputWnd(resources::format(resources::Text::nameNotQuotable, {shown, fault}));
+    report.fail(CMOutcome::Kind::refused, resources::format(resources::Text::outcomeRefused, {shown, fault}));
+}
+
+/// Checks the path together with the names beside it. Each can be quoted alone.
+bool mayGoTogether(const CString &path, const Names &beside, OutcomeReport &report) {
+    std::string together(path.view());
+    for (const CString &other : beside) {
+        together += other.view();
+        if (platform::canMakeConditional(together)) {
+            refuse(path, resources::format(resources::Text::conditionalOfSeveral, {paths::shownPath(other)}),
+                   report);
             return false;
         }
     }
     return true;
 }
 
-bool mayReachCommand(const CMArchiveItem &item, OutcomeReport &report) {
-    const CString name = item.getFileNameWithPath();
-    // Of a doubled backslash, one remains at the end of the directory. Without any, the host is not asked.
-    return mayReachCommand({name}, report) &&
-           (name.Find('\\') < 0 || mayReachCommand({item.getLocalPath()}, report));
+/// Checks each name alone.
+bool areQuotable(const Names &paths, OutcomeReport &report) {
+    for (const CString &path : paths) {
+        if (const std::string fault = paths::unquotableIn(path); !fault.empty()) {
+            refuse(path, fault, report);
+            return false;
+        }
+    }
+    return true;
 }
 
-bool mayReachCommand(const IUnit &unit, OutcomeReport &report) {
+} // namespace
+
+bool mayReachCommand(const Names &paths, OutcomeReport &report) {
+    return areQuotable(paths, report) && mayGoTogether(paths.front(), {paths.begin() + 1, paths.end()}, report);
+}
+
+bool mayReachCommand(const CMArchiveItem &item, const Names &beside, OutcomeReport &report) {
+    const CString name = item.getFileNameWithPath();
+    // Of a doubled backslash, one remains at the end of the directory. Without any, the host is not asked.
+    return areQuotable({name}, report) && (name.Find('\\') < 0 || areQuotable({item.getLocalPath()}, report)) &&
+           mayGoTogether(name, beside, report);
+}
+
+bool mayReachCommand(const IUnit &unit, const Names &beside, OutcomeReport &report) {
     const CString name = unit.getFullFileName();
     CString own = unit.getOwnDirectory();
     own.TrimRight(platform::separators); // templates see even a root without them
-    return mayReachCommand({name, platform::directoryOfPath(name), unit.getFileName(), own}, report);
+    return mayReachCommand({name, platform::directoryOfPath(name), unit.getFileName(), own}, report) &&
+           mayGoTogether(name, beside, report);
+}
+
+Names namesIn(const CMArgumentList &args) {
+    Names names;
+    for (const char *const variable : {"archive", "targetDir"}) {
+        const auto found = std::ranges::find_if(args, [variable](const CMArgument *argument) {
+            return argument != nullptr && argument->isNamed(variable) != 0;
+        });
+        if (found != args.end()) {
+            names.push_back((*found)->substitute(variable));
+        }
+    }
+    return names;
 }
 
 } // namespace command

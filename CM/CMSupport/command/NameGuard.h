@@ -2,20 +2,27 @@
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
+#include "CM/CMSupport/core/CMArgument.h"
 #include "CM/CMSupport/core/OutcomeReport.h"
 #include "CM/host/IUnit.h"
 #include "CM/platform/CString.h"
 
-#include <initializer_list>
+#include <vector>
 
 namespace command {
 
-/// Returns whether a command can quote the full name, the directories and the file name of the item or unit. If
-/// not, writes a line with the name and the offending character to the CM output window, and records the refusal
-/// in the report.
-[[nodiscard]] bool mayReachCommand(const CMArchiveItem &item, OutcomeReport &report);
-[[nodiscard]] bool mayReachCommand(const IUnit &unit, OutcomeReport &report);
+using Names = std::vector<CString>;
+
+/// Returns whether a command can quote the full name, the directories and the file name of the item or unit, and
+/// whether no template could take these and the names `beside`, which reach the same command, for a conditional.
+/// If not, writes a line with the name and what it holds to the CM output window, and records the refusal in the
+/// report.
+[[nodiscard]] bool mayReachCommand(const CMArchiveItem &item, const Names &beside, OutcomeReport &report);
+[[nodiscard]] bool mayReachCommand(const IUnit &unit, const Names &beside, OutcomeReport &report);
 /// Does the same for paths that replace placeholders. The line names the first one that can't be quoted.
-[[nodiscard]] bool mayReachCommand(std::initializer_list<CString> paths, OutcomeReport &report);
+[[nodiscard]] bool mayReachCommand(const Names &paths, OutcomeReport &report);
+
+/// Returns the archive and the target directory, if the list has such arguments.
+[[nodiscard]] Names namesIn(const CMArgumentList &args);
 
 } // namespace command

@@ -63,7 +63,10 @@ const char *text(Text number) {
     case Text::backslashAtEnd:
         return "a backslash at the end of the name or of a directory";
     case Text::conditionalOfTemplates:
-        return "a \"(\", a \"?\" and a \")\" in this order, which a command template takes for a condition";
+        return "a \"(\", a \"?\" and a \")\", which a command template could take for a condition";
+    case Text::conditionalOfSeveral:
+        return "together with %s, a \"(\", a \"?\" and a \")\", which a command template could take for a "
+               "condition";
     case Text::operationLock:
         return "Lock";
     case Text::operationFetch:

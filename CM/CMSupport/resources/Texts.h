@@ -27,7 +27,8 @@ enum class Text : unsigned {
     controlCharacter,
     backslashAtEnd,
     conditionalOfTemplates,
-    operationLock = 100, ///< display names of the transaction types, in order
+    conditionalOfSeveral, ///< the other name
+    operationLock = 100,  ///< display names of the transaction types, in order
     operationFetch,
     operationUnlock,
     operationHistory,

@@ -16,7 +16,7 @@ template <class CHECK> void forEachText(CHECK check) {
             check(static_cast<Text>(number));
         }
     };
-    run(Text::noToolSelected, Text::conditionalOfTemplates);
+    run(Text::noToolSelected, Text::conditionalOfSeveral);
     run(Text::operationLock, Text::operationTool);
     run(Text::questionTitle, Text::questionNotAnswered);
     run(Text::statusCheckedOut, Text::statusRefreshQuestion);
@@ -54,6 +54,7 @@ TEST(Texts, TheOperationsHaveDifferentNames) {
 TEST(Texts, TakeTheArgumentsThatTheirNumbersPromise) {
     const std::map<Text, int> withArguments{
         {Text::cannotEnterDirectory, 2},
+        {Text::conditionalOfSeveral, 1},
         {Text::stubLeftOut, 2},
         {Text::referenceLeftOut, 2},
         {Text::controlledFileCheckOut, 2},

@@ -8,6 +8,7 @@
 #include "CM/CMSupport/command/CMFetchFromArchive.h"
 #include "CM/CMSupport/command/CMMoveMember.h"
 #include "CM/CMSupport/command/CMRenameMember.h"
+#include "CM/CMSupport/core/CMTargetFile.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
 
 #include <list>
@@ -152,16 +153,65 @@ TEST_F(NameGuard, AMoveFromOrToADirectoryThatCannotBeQuotedRunsNothing) {
     auto &bad = host.addSubsystem("New");
     bad.partsDirectory = "/new\"";
     auto &pump = unitWithFile("/old", "P.ocl");
-    EXPECT_EQ(move(list(&pump, &owner, &bad)), 1);
-    EXPECT_EQ(move(list(&pump, &bad, &owner)), 1);
+    EXPECT_EQ(move(list(&pump, &owner, &bad)), 0);
+    EXPECT_EQ(move(list(&pump, &bad, &owner)), 0);
     EXPECT_THAT(host.worker.commands, IsEmpty());
     auto &package = host.addSubsystem("Package");
     package.persistAs = "$(id)";
     EXPECT_EQ(move(list(&package, &owner, &owner)), 1) << "nothing to move";
     auto &other = host.addSubsystem("Other");
     other.partsDirectory = "/other";
-    EXPECT_EQ(move(list(&package, &owner, &other)), 1);
+    EXPECT_EQ(move(list(&package, &owner, &other)), 0);
     expectRefused("$(id)", "the character $");
+}
+
+TEST_F(NameGuard, ARefusedUnitGivesZeroInAMoveAndADeletionWhoseOtherUnitsAreDone) {
+    setToolProperty("Move", "mv $Unit");
+    setToolProperty(IPN::Delete, "rm $Unit");
+    auto &from = host.addSubsystem("Old");
+    from.partsDirectory = "/old";
+    auto &to = host.addSubsystem("New");
+    to.partsDirectory = "/new";
+    auto &odd = unitWithFile("/old", "Q`.ocl");
+    auto &valve = unitWithFile("/old", "Valve.ocl");
+    EXPECT_EQ(move(list(&odd, &from, &to, &valve, &from, &to)), 0);
+    CMUnitList units = list(&odd, &valve);
+    EXPECT_EQ(CMMoveMember().movePackageContent(nullptr, units, "/old", "/new", args, diags, false), 0);
+    EXPECT_EQ(CMDeleteMember()(units, args, diags, false), 0);
+    EXPECT_THAT(host.worker.commands, ElementsAre("mv Valve.ocl", "mv Valve.ocl", "rm Valve.ocl"));
+}
+
+TEST_F(NameGuard, NamesThatMakeAConditionalOnlyTogetherAreRefused) {
+    // "(" and ")" come from the archive, the directories or the target; "?" comes from the unit.
+    auto &pump = unitWithFile("/w", "P?.ocl");
+    auto units = list(&pump);
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 1);
+    host.worker.commands.clear();
+
+    setToolProperty(IPN::CMArchive, "/archive (old)");
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 0);
+    expectRefused("/w/P?.ocl", "together with /archive (old), a \"(\", a \"?\" and a \")\"");
+    EXPECT_EQ(runOn({"/w/Q?.ocl"}), 0);
+    setToolProperty("Rename", "mv $oldName $newName");
+    EXPECT_EQ(CMRenameMember()(&pump, "/w/P?.ocl", "/w/Q.ocl", diags, false), 0);
+    setToolProperty(IPN::CMArchive, "/archive");
+
+    CMTargetFile target("/target (new)");
+    args.AddTail(&target);
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 0);
+    args.RemoveTail();
+
+    setToolProperty("Move", "mv $oldName $newName");
+    auto &from = host.addSubsystem("Old");
+    from.partsDirectory = "/old (1";
+    auto &to = host.addSubsystem("New");
+    to.partsDirectory = "/new)";
+    EXPECT_EQ(move(list(&pump, &from, &to)), 0);
+    EXPECT_THAT(host.worker.commands, IsEmpty());
+
+    auto &plain = unitWithFile("/w", "P.ocl");
+    EXPECT_EQ(move(list(&plain, &from, &to)), 1);
+    EXPECT_EQ(host.worker.commands.size(), 1U);
 }
 
 TEST_F(NameGuard, ARenameWithAPathThatCannotBeQuotedFails) {
