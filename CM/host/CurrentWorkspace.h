@@ -18,6 +18,6 @@ class ORC_HOST_API CurrentWorkspace {
 
 class ORC_HOST_API CurrentProject {
   public:
-    /// The project singleton, or null: only for testing that one is open.
+    /// The project singleton, or null. Use it only to test whether a project is open.
     [[nodiscard]] static CurrentProject *Project();
 };

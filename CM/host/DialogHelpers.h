@@ -40,7 +40,7 @@ class CTreeCtrlMultSel : public CTreeCtrl {
   public:
     CTreeCtrlMultSel(CDialog &dialog, CString id, CString caption, Handlers handlers = {})
         : CTreeCtrl(dialog, std::move(id), std::move(caption), Selection::many, std::move(handlers)) {}
-    /// Makes the next count a new one. The tree keeps the count itself, so there is nothing to discard.
+    /// Does nothing, because the tree doesn't cache the count.
     void InvalidateSelectionCountCaching() {}
     [[nodiscard]] int GetSelectedCount(int /*reserved*/ = 0) const { return selectedCount(); }
 };

@@ -13,10 +13,10 @@ class ORC_HOST_API IAbsEnvironmentInterface {
     virtual ~IAbsEnvironmentInterface() = default;
     /// The interface for output, or null.
     [[nodiscard]] static IAbsEnvironmentInterface *CurrentOutputInterface();
-    /// The interface to the user, or null in a program without one.
+    /// The user interface, or null in a program without one.
     [[nodiscard]] static IAbsEnvironmentInterface *CurrentEnvironmentGUIInterface();
 
-    /// The driver that runs the library's dialogs, or null if nobody can be asked.
+    /// The driver that runs the library's dialogs, or null if there is nobody to ask.
     [[nodiscard]] virtual platform::DialogDriver *dialogDriver() = 0;
 };
 

@@ -1,4 +1,4 @@
-// Declares the services of the library that the host reaches through one object.
+// Declares the library's services for the host.
 #pragma once
 
 #include "CM/host/HostApi.h"

@@ -28,7 +28,8 @@ class ORC_HOST_API INObject : public IObject {
     /// The text that names this object in the log.
     [[nodiscard]] virtual CString getMyStrForLog() const = 0;
 
-    /// While one exists, changes of the model don't count for code generation. Can be nested.
+    /// While an instance exists, changes to the model don't count as changes for code generation. Instances can be
+    /// nested.
     class ORC_HOST_API IgnoreCGModification {
       public:
         IgnoreCGModification();
@@ -53,7 +54,8 @@ class ORC_HOST_API IDObject : public INObject {
     [[nodiscard]] virtual IDObject *getOwner() const = 0;
     /// Whether `other` is anywhere below this element.
     [[nodiscard]] virtual bool isOwnedByMe(const IDObject *other) const = 0;
-    /// Returns a new handle to this object; release it with IHandle::release(). May fault on a dead pointer.
+    /// Returns a new handle to this object; release it with IHandle::release(). May fault if the object has been
+    /// destroyed.
     [[nodiscard]] virtual IHandle *getHandle() = 0;
 
     [[nodiscard]] virtual bool isModified() const = 0;
@@ -62,7 +64,8 @@ class ORC_HOST_API IDObject : public INObject {
     /// Whether the project was opened for a model merge.
     [[nodiscard]] virtual bool isLoadFromMMMode() const = 0;
 
-    /// The property, or null. `where` is an IProperty::IPropertyWhere; the arguments after it are fixed.
+    /// The property, or null. `where` is an IProperty::IPropertyWhere. Callers leave the further arguments at
+    /// their defaults.
     [[nodiscard]] virtual IProperty *findProperty(const CString &subject, const CString &metaclass,
                                                   const CString &key, int where, int = 1, int = 0, int = 0,
                                                   int = 1, int = 0, int = 0) const = 0;

@@ -11,8 +11,8 @@ class ORC_HOST_API IHandle {
     IHandle(const IHandle &) = delete;
     IHandle &operator=(const IHandle &) = delete;
 
-    /// The object with the identifier that the handle was made for, which a reload may replace by another object.
-    /// Null if there is none.
+    /// The object that currently has the handle's identifier; null if there is none. A reload may replace the
+    /// object.
     [[nodiscard]] virtual IDObject *doGetObject() const = 0;
     /// The same, but also null for an object that is being destroyed.
     [[nodiscard]] virtual IDObject *doGetSafeObject() const = 0;

@@ -11,7 +11,7 @@ struct ORC_HOST_API IPN {
 
     static const CString CMTool; ///< name of the tool
 
-    static const CString CMAddMember; ///< this and the next ten: command templates
+    static const CString CMAddMember; ///< command templates, up to and including `Delete`
     static const CString CMCheckIn;
     static const CString CMCheckOut;
     static const CString CMCheckOutFromArchive;
@@ -28,11 +28,11 @@ struct ORC_HOST_API IPN {
 
     static const CString CMChildThreadTimeOut; ///< limit of a tool's run in milliseconds, as decimal text
 
-    static const CString CMHeaderFile; ///< file that holds the default header; the next two: patterns on a header
-    static const CString CMHeaderItsLocker;
+    static const CString CMHeaderFile;      ///< path of the file with the default header
+    static const CString CMHeaderItsLocker; ///< patterns on a header
     static const CString CMHeaderItsVersion;
 
-    static const CString CMListArchiveItsLocker; ///< this and the next three: patterns on list output
+    static const CString CMListArchiveItsLocker; ///< patterns on list output
     static const CString CMListArchiveItsMode;
     static const CString CMListArchiveItsVersion;
     static const CString CMListArchiveItsWorkingFile;

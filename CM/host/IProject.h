@@ -24,7 +24,7 @@ class ORC_HOST_API IProject : public IUnit {
 
     /// Whether projects work with the external team server.
     [[nodiscard]] static bool isUsingTSV();
-    /// The display name of the unit type with this extension (dot included), or the empty text.
+    /// The display name of the unit type with this extension (dot included), or an empty text.
     [[nodiscard]] static CString fileExtension2UnitType(const CString &extension);
     /// Extensions, dot included: the new and the old format, and that of a project's unit directory.
     [[nodiscard]] static CString staticGetNewFileExtension();
@@ -44,7 +44,7 @@ class ORC_HOST_API ISubsystem : public IUnit {
     [[nodiscard]] virtual bool isHiddenFromCM() const = 0;
 };
 
-/// The file kind of subsystems.
+/// Declares the file extensions of subsystems.
 class ORC_HOST_API IFolder {
   public:
     [[nodiscard]] static CString staticGetNewFileExtension();
@@ -60,7 +60,7 @@ class ORC_HOST_API IClass : public IUnit, public IClassifier {
 /// A configuration of a component.
 class ORC_HOST_API ICodeGenConfigInfo : public IDObject {
   public:
-    /// Whether it keeps code respect information; only exactly true counts.
+    /// Whether it keeps code respect information.
     [[nodiscard]] virtual bool isRespectMode() const = 0;
 };
 

@@ -1,4 +1,5 @@
-// Holds a value with a name, a type and change notification. It ends with its holder, for example at a reload.
+// Declares a named, typed value that notifies observers of changes. It is destroyed together with its holder, for
+// example in a reload.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -12,7 +13,7 @@ class ORC_HOST_API IProperty {
   public:
     /// Where a look-up may find a property.
     enum IPropertyWhere {
-        inherited = 0, ///< wherever it is inherited from
+        inherited = 0, ///< on the object itself, or inherited from anywhere up its owners
         local = 1,     ///< on the object itself only
     };
 
@@ -28,9 +29,9 @@ class ORC_HOST_API IProperty {
     [[nodiscard]] CString getValue() const;
     /// True for a value that the host reads as true ("True", "Yes", "1", without regard to case).
     [[nodiscard]] bool getBool() const;
-    /// Sets the value and notifies the observers of the holder. The present value notifies nobody.
+    /// Sets the value and notifies the holder's observers, unless the value is unchanged.
     void setValue(const CString &value);
-    void setName(const CString &name); ///< for a copy; a property that belongs to an object keeps its name
+    void setName(const CString &name); ///< only for copies without a holder
     void setType(const CString &type);
     /// The file that the value names, or null.
     [[nodiscard]] IFile *getFile() const;

@@ -11,7 +11,7 @@ class IObjectList;
 /// How a unit is saved.
 enum ORYSaveLoadOption {
     orySaveDefault = 0, ///< only if it is modified
-    orySaveAlways = 1,  ///< also if it is not
+    orySaveAlways = 1,  ///< even if it is not modified
 };
 
 class ORC_HOST_API IUnit : public IDObject {
@@ -32,7 +32,7 @@ class ORC_HOST_API IUnit : public IDObject {
     [[nodiscard]] static IUnit *getByFile(const CString &path);
     /// All files of the model. The host owns the list, which is valid until the model changes.
     [[nodiscard]] static IObjectList *getRepositoryFiles();
-    /// Whether repository files hold full paths.
+    /// Whether names of repository files are full paths.
     [[nodiscard]] static bool isFullPathRepFiles();
 
     // Kinds of unit.
@@ -48,14 +48,14 @@ class ORC_HOST_API IUnit : public IDObject {
     // State under configuration management: the library sets it, the host stores it.
     [[nodiscard]] virtual long getCMState() const = 0;
     virtual void setCMState(long state) = 0;
-    [[nodiscard]] virtual CString getCMHeader() const = 0; ///< the stored header text, or the empty text
+    [[nodiscard]] virtual CString getCMHeader() const = 0; ///< the stored header text, or an empty text
     /// Re-reads the header from the file; true if the file could be read.
     virtual bool updateCMHeader() = 0;
     /// Updates the unit's read-only state from the file. `mode` is the mode text of the command.
     virtual void updateMode(const CString &mode) = 0;
 
-    // The unit's own archive setting. The getters search the unit and its owners. They return non-zero and assign
-    // the setting if they find one.
+    // The archive setting of the unit. The getters also search its owners; if they find a setting, they assign it
+    // and return non-zero.
     virtual int getSccArchiveRecursive(CString &projName, CString &auxPath) const = 0;
     virtual void setSccArchive(const CString &projName, const CString &auxPath) = 0;
     virtual int getBatchArchiveRecursive(CString &archive) const = 0;
@@ -67,12 +67,12 @@ class ORC_HOST_API IUnit : public IDObject {
     /// Whether the unit may have the file name, given with or without extension, after a rename in the archive.
     [[nodiscard]] virtual bool approveCMRename(const CString &name) = 0;
 
-    // As the owner of other units.
+    // Functions of a unit as the owner of other units.
     /// Non-zero if the file of a unit directly in this one has to keep its name, for example because this unit's
     /// own file, which names it, can't be written. `name` is the new file name; empty means any name.
     [[nodiscard]] virtual int keepsPartFileName(const CString &name) const = 0;
-    /// The directory that this unit gives to the files of the units in it, which a move passes to a CM tool. The
-    /// file of a part with a directory setting is in the directory of that name below it.
+    /// The directory for the files of this unit's parts; a move passes it to the CM tool. A part with a directory
+    /// setting has its file in the subdirectory with that name.
     [[nodiscard]] virtual CString getPartsDirectory() const = 0;
 
     /// Save to a given file, or to the unit's own. Return 1 on success; on failure 0, and the old file remains.

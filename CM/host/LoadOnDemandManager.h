@@ -11,6 +11,7 @@ class ORC_HOST_API LoadOnDemandManager {
     virtual ~LoadOnDemandManager() = default;
     /// The manager, or null in a host that always loads complete models.
     [[nodiscard]] static LoadOnDemandManager *instance();
-    /// Loads what is missing below `object` and shows `text`. Returns non-zero if all of it is loaded now.
+    /// Loads everything below `object` that isn't loaded yet, showing `text` meanwhile. Returns non-zero if all of
+    /// it is loaded afterwards.
     virtual int completeLoadScopeWithDialog(IDObject *object, const CString &text, int flag) = 0;
 };

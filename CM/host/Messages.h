@@ -5,7 +5,7 @@
 #include "CM/platform/CString.h"
 #include "CM/platform/dialog/DialogIds.h"
 
-/// The library always passes 2.
+/// The library always passes messageLevelDefault.
 enum MessageLevel { messageLevelDefault = 2 };
 
 // Flags of a box, with the numbers of the windows API; DialogIds.h has the ids of its buttons.

@@ -1,5 +1,5 @@
-// Reads a changed file back into the model. A reload may return another object than before, which the caller uses
-// from then on.
+// Reads a changed file back into the model. A reload may return a new object, which the caller must use from then
+// on.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -23,8 +23,8 @@ class ORC_HOST_API QuickATMFacade {
     /// Whether the unit can be reloaded in place. `flag` is 0 if the file changed in place, 1 if it comes from
     /// the archive.
     [[nodiscard]] static bool CanReloadUnit(const IUnit *unit, int flag);
-    /// Reloads from the unit's file. Returns the new unit, or null if the file could not be read; then the model
-    /// is unchanged.
+    /// Reloads from the unit's file. Returns the unit as reloaded, possibly the same object. If the file could not
+    /// be read, returns null and leaves the model unchanged.
     IUnit *reloadUnit(IUnit *unit, int flag, int = 0);
 
   private:
@@ -56,8 +56,9 @@ class ORC_HOST_API ATMFacade : public ATMbaseCallBack {
 /// Lists files for recursive commands. Appends the results, with the names of the repository files.
 class ORC_HOST_API ATMRecursiveHelper {
   public:
-    /// For a unit file: the files of the units that it names, with a non-zero flag also those of its information
-    /// units. For a directory: the files in it, with a non-zero flag also those in the directories below.
+    /// For a unit file: the files of the units that it lists, and with a non-zero flag also those of its
+    /// information units (the code files generated from it). For a directory: the files in it, with a non-zero
+    /// flag also those in the directories below.
     static void getListOFFilesIn(const CString &path, CStringList &files, int flag);
     /// The unit's own file, then with `recursive` those of the units below it, then with `information` those of
     /// their information units; each once.

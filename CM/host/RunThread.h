@@ -25,8 +25,8 @@ struct RunEnd {
     CString text; ///< the system's name of the signal or error; else empty
 };
 
-/// Runs a command and collects its output. The caller makes it by new and deletes it. The
-/// time limit of getStatus ends the child, the destructor does not.
+/// Runs a command and collects its output. The caller creates it with `new` and deletes it. getStatus kills the
+/// child at the time limit; the destructor doesn't kill it.
 class ORC_HOST_API RunThread {
   public:
     explicit RunThread(const CString &command);
@@ -37,8 +37,8 @@ class ORC_HOST_API RunThread {
     /// Waits for the child; -1 means no limit. Returns 0 at its end, WAIT_TIMEOUT if the limit was exceeded.
     int getStatus(int milliseconds);
 
-    // The output of the two channels, with line ends. An entry may hold several lines: only all entries together
-    // are the text.
+    // The output of the two channels, with line ends. An entry may contain several lines; the concatenation of all
+    // entries is the output.
     CStringList errorLines;
     CStringList outputLines;
     /// The end of the run, valid after getStatus. A host that does not know it leaves it unchanged.

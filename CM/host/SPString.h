@@ -1,5 +1,5 @@
-// Provides text with regular expressions. The host defines the dialect of the patterns; docs/configuration.md
-// describes that of the reference host.
+// Declares SPString, a string class with regular expressions. The host defines the dialect of the patterns;
+// docs/configuration.md describes that of the reference host.
 #pragma once
 
 #include "CM/host/HostApi.h"
@@ -25,8 +25,8 @@ class ORC_HOST_API SPString {
 
     /// Returns non-zero if the pattern matches. Flags: "i" ignores case. An invalid pattern matches nothing.
     [[nodiscard]] int m(const SPString &pattern, const char *flags = "") const;
-    /// The same; on a match the list holds the complete match, then group 1, group 2 and so on (a group that took
-    /// no part is empty); without a match it is empty.
+    /// The same; on a match the list holds the complete match, then group 1, group 2 and so on (empty for a group
+    /// that didn't participate in the match); without a match it is empty.
     int m(const SPString &pattern, SPStringList &matches, const char *flags = "") const;
     /// Replaces the first match, or all with the flag "g"; returns their number. In the replacement a backslash
     /// escapes a dollar or a backslash after it.
@@ -45,12 +45,12 @@ class ORC_HOST_API SPString {
 template <class TEXT> class SPList {
   public:
     [[nodiscard]] int count() const { return static_cast<int>(entries_.size() - first_); }
-    /// The entry with this index, counted from 0; the empty text for any other index.
+    /// The entry with this index, counted from 0; an empty text for any other index.
     [[nodiscard]] const TEXT &operator[](int index) const {
         static const TEXT none;
         return index >= 0 && index < count() ? entries_[first_ + static_cast<std::size_t>(index)] : none;
     }
-    /// Removes and returns the first entry; the empty text if there is none.
+    /// Removes and returns the first entry; an empty text if there is none.
     TEXT shift() { return count() == 0 ? TEXT() : std::move(entries_[first_++]); }
     void push(TEXT entry) { entries_.push_back(std::move(entry)); }
     void reset() {
@@ -72,8 +72,8 @@ class ORC_HOST_API SPStringList : public SPList<SPString> {
     int split(const SPString &text, const SPString &pattern, int limit = 0);
 };
 
-/// A pattern that is compiled once, for texts with many records. Its results are parts of the text that it is
-/// matched against, not copies.
+/// A pattern that is compiled once and matched many times. Its results are views into the matched text, not
+/// copies.
 class ORC_HOST_API SPPattern {
   public:
     /// Takes the flags of SPString::m. An invalid pattern matches nothing.
@@ -83,7 +83,7 @@ class ORC_HOST_API SPPattern {
     /// empty if there is no such group or it took no part; without a match it is unchanged.
     int m(std::string_view text, std::string_view &group) const;
     /// Like SPStringList::split with the limit -1: passes each part of `text` between the matches to `take`, empty
-    /// ones included. The empty text has no parts.
+    /// ones included. An empty text has no parts.
     void split(std::string_view text, const std::function<void(std::string_view)> &take) const;
 
   private:

@@ -13,7 +13,7 @@ class ORC_HOST_API Undoer {
     [[nodiscard]] static Undoer *instance();
     virtual void startTransaction(AbstractPackedViewParams *viewParams, int flag, int = 0, int = 0) = 0;
     static void endTransaction();
-    /// Bracket steps without an undo entry.
+    /// Start and end a group of steps for which no undo entry is made.
     static void startDoNothingTransaction();
     static void endDoNothingTransaction();
 };

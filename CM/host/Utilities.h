@@ -15,7 +15,7 @@ ORC_HOST_API CString oqGetCurrentDate();
 ORC_HOST_API CString oqGetCurrentUser();
 /// The text of the last error of the operating system.
 ORC_HOST_API CString oqGetErrorCodeString();
-/// The full path of a directory, of the current one for the empty text; empty with `error` set on failure.
+/// The full path of a directory, of the current one for an empty path; empty with `error` set on failure.
 ORC_HOST_API CString oqGetFullPathOfDirectory(const CString &directory, CString &error);
 ORC_HOST_API bool oqIsAbsolutePath(const CString &path);
 
@@ -24,7 +24,7 @@ ORC_HOST_API bool oqFileExistsAndNonEmpty(const CString &path);
 ORC_HOST_API bool oqFileHasWritePermission(const CString &path);
 /// Seconds since 1970-01-01 UTC, or -1.
 ORC_HOST_API long oqGetFileLastModifiedTime(const CString &path);
-/// 1 on success. The flag is always 1.
+/// Deletes a file. Returns 1 on success. `flag` is always 1.
 ORC_HOST_API int oqDeleteFile(const CString &path, int flag);
 /// Moves a file. Flags: 1 replace an existing target, 2 allow a copy across file systems. 1 on success.
 ORC_HOST_API int oqMoveFileEx(const CString &from, const CString &to, int flags);

@@ -6,12 +6,13 @@
 
 namespace platform {
 
-/// Writes beside the file, flushes and renames. A link is followed; permission bits of a file that is there
-/// already are kept. Empty on success; else why not, and the old file stays.
+/// Writes a temporary file in the same directory, flushes it and renames it over the target. Follows a link and
+/// keeps the permission bits of an existing file. Returns an empty string, or the reason for the failure; the old
+/// file is then unchanged.
 [[nodiscard]] std::string writeWholeFile(const std::string &path, std::string_view text);
 
-/// Makes a new file without flushing it: for a directory that is removed if anything goes wrong. One that is there
-/// already is a failure. Empty on success; else why not.
+/// Creates a file without flushing it, for use in a directory that is deleted if anything goes wrong. Fails if the
+/// file exists. Returns an empty string, or the reason for the failure.
 [[nodiscard]] std::string writeNewFile(const std::string &path, std::string_view text);
 
 } // namespace platform

@@ -43,7 +43,7 @@ template <class TYPE, class ARG = const TYPE &> class CList {
         entries_.insert(entries_.end(), copy.begin(), copy.end());
     }
 
-    /// The list must not be empty for the next four calls.
+    /// The next four functions require a list that is not empty.
     TYPE RemoveHead() {
         TYPE entry = std::move(entries_.front());
         entries_.pop_front();

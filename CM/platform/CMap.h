@@ -32,7 +32,7 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap {
         const Entry *entry_ = nullptr;
     };
 
-    /// For a range-based for, whose elements are pairs of references to key and value.
+    /// For range-based for loops; elements are pairs of references to key and value.
     class const_iterator {
       public:
         using value_type = std::pair<const KEY &, const VALUE &>;

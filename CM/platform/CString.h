@@ -13,7 +13,7 @@
 class CString {
   public:
     CString() = default;
-    /// A null pointer gives the empty text.
+    /// A null pointer gives an empty string.
     CString(const char *text) : text_(text == nullptr ? "" : text) {} // NOLINT(google-explicit-constructor)
     CString(std::string text) : text_(std::move(text)) {}             // NOLINT(google-explicit-constructor)
     CString(std::string_view text) : text_(text) {}                   // NOLINT(google-explicit-constructor)
@@ -49,9 +49,9 @@ class CString {
     [[nodiscard]] int Find(char what, int start = 0) const;
     /// The last position of `what`, or -1.
     [[nodiscard]] int ReverseFind(char what) const;
-    /// The first position that holds any of `characters`, or -1.
+    /// The first position that has any of `characters`, or -1.
     [[nodiscard]] int FindOneOf(std::string_view characters) const;
-    /// The last position that holds any of `characters`, or -1.
+    /// The last position that has any of `characters`, or -1.
     [[nodiscard]] int ReverseFindOneOf(std::string_view characters) const;
 
     /// Replaces every occurrence, left to right, without scanning the replacements; returns their number.
@@ -91,7 +91,8 @@ class CString {
     /// A writable buffer of at least `minimumLength` bytes and a closing NUL, zero-filled after the present
     /// text, for calls with a fixed-size buffer. Valid until the next change; close it with ReleaseBuffer.
     [[nodiscard]] char *GetBuffer(int minimumLength);
-    /// Ends the use of GetBuffer. With -1 the text ends at the first NUL, else after `newLength` bytes.
+    /// Ends the use of the buffer. The text then ends at the first NUL if `newLength` is -1, otherwise after
+    /// `newLength` bytes.
     void ReleaseBuffer(int newLength = -1);
 
     friend bool operator==(const CString &left, const CString &right) { return left.text_ == right.text_; }

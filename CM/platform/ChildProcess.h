@@ -1,4 +1,4 @@
-// Runs a child process in its own process group and collects both output channels.
+// Runs a child process in its own process group and collects its standard output and standard error.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -13,8 +13,8 @@ namespace platform {
 struct ChildResult {
     enum class End { exited, killedBySignal, timedOut, interrupted, notStarted };
     End end = End::notStarted;
-    /// The status of an exit, the number of a fatal signal, or the errno of a failed start; else 0.
-    /// -1 for an exit whose status other code in this process has collected.
+    /// The status of an exit, the number of a fatal signal, or the errno of a failed start; else 0. -1 if other
+    /// code in this process has already reaped the child.
     int code = 0;
     std::string output; ///< all bytes of standard output
     std::string errors; ///< all bytes of standard error
@@ -29,19 +29,19 @@ struct ChildOptions {
     std::function<bool()> interrupted;
 };
 
-/// Runs a command to its end: directly if plainWords returns words, else by "/bin/sh -c". The child starts by
-/// posix_spawn, so that the cost of a start doesn't depend on the size of this program. It gets its own process
-/// group without a terminal (its own session, if this process has a terminal), an empty standard input, no other
-/// open descriptor of this process, and all signals at their defaults. Both channels are read concurrently,
-/// without limit on size.
+/// Runs a command and waits for it: directly if plainWords returns words, otherwise with "/bin/sh -c". Uses
+/// posix_spawn, so that the cost of starting doesn't depend on the memory size of this process. The child gets its
+/// own process group without a terminal (its own session, if this process has a terminal), an empty standard
+/// input, no other open descriptor of this process, and all signals at their defaults. Both channels are read
+/// concurrently, without limit on size.
 ///
-/// On a time-out or an interruption the complete process group is ended (SIGTERM, after a second SIGKILL) and
+/// On a time-out or an interruption the whole process group gets SIGTERM and, one second later, SIGKILL, and is
 /// reaped; the output so far is kept. If the child has ended but a process of its group still holds a channel, the
 /// call waits half a second and then ends the group in the same way; the result is that of the child. A background
 /// process that holds no channel continues.
 ///
-/// A program that is missing or can't be executed gives End::notStarted; with a shell, the shell reports it on the
-/// error channel. A command that holds a NUL is not started (EINVAL).
+/// A program that is missing or can't be executed gives End::notStarted; with a shell, the shell reports it on
+/// standard error. A command that contains a NUL is not started (EINVAL).
 ChildResult runChild(const std::string &command, const ChildOptions &options = {});
 
 } // namespace platform

@@ -24,28 +24,29 @@ bool canStat(const CString &path);
 /// one of them doesn't exist.
 bool sameFile(const CString &one, const CString &other);
 /// Returns whether the owner's write bit allows this process to write to the file or directory. Only the
-/// permission bits count, also for root: a CM tool uses them to mark who may work on the file.
+/// permission bits count, even for root: a CM tool uses them to mark who may work on the file.
 bool hasWritePermission(const CString &path);
 
 /// Returns the first bytes of a regular file (links are followed), at most `limit`; none if it can't be opened for
 /// reading or is not a regular file.
 std::optional<std::string> readFile(const CString &path, std::size_t limit);
-/// Copies a regular file with its permission bits and modification time. Replaces an existing target, also a
-/// read-only one, and the file that a link leads to; with `failIfExists` an existing target fails the call.
-/// The copy is made beside the target and renamed, so the target is complete or unchanged. Not onto itself.
+/// Copies a regular file with its permission bits and modification time. Replaces an existing target, even a
+/// read-only one; if the target is a link, replaces the file that it points to. With `failIfExists`, an existing
+/// target fails the call. The copy is made beside the target and renamed, so the target is complete or unchanged.
+/// Fails if both are the same file.
 bool copyFile(const CString &from, const CString &to, bool failIfExists);
-/// Moves a file. Replaces an existing target, also a read-only one, and copies if a rename can't cross file
+/// Moves a file. Replaces an existing target, even a read-only one, and copies if a rename can't cross file
 /// systems.
 bool moveFile(const CString &from, const CString &to);
-/// Removes a file, also a read-only one, but not a directory.
+/// Removes a file, even a read-only one, but not a directory.
 bool deleteFile(const CString &path);
 /// Makes a file writable (adds the owner's write bit).
 bool makeWritable(const CString &path);
 
-/// Returns the current directory of the process, or the empty text if it is unknown.
+/// Returns the current directory of the process, or an empty text if it is unknown.
 CString currentDirectory();
 /// Enters a directory. A '\' in the path is a separator only if nothing with the exact name exists, so that the
-/// result of currentDirectory leads back.
+/// result of currentDirectory() can always be entered again.
 bool setCurrentDirectory(const CString &path);
 /// Returns the text of the last error of a function of this header (errno), for messages.
 CString lastErrorText();

@@ -9,8 +9,8 @@ namespace platform {
 /// other child inherits; the destructor closes it.
 class InheritableFile {
   public:
-    /// Opens the file for writing and empties an existing one. The name is literal, blanks included. Never waits:
-    /// a named pipe without a reader can't be opened: FileForAChild.DoesNotWaitForAReaderOfANamedPipe.
+    /// Opens the file for writing and empties an existing one. The name is literal, blanks included. Never blocks;
+    /// opening a named pipe without a reader fails. Test: FileForAChild.DoesNotWaitForAReaderOfANamedPipe.
     explicit InheritableFile(const CString &path);
     ~InheritableFile();
     InheritableFile(const InheritableFile &) = delete;

@@ -1,4 +1,4 @@
-// Paths as texts, without a look at the disk. A separator is either of '/' and '\'.
+// Handles paths as text, without disk access. Both '/' and '\' are separators.
 #pragma once
 
 #include <string_view>

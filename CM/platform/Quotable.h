@@ -1,5 +1,5 @@
-// Which names a command template can quote. A name may come from an archive's listing, from a model file or from a
-// file that somebody put on the disk; between "" in a template it must stay one word of the command.
+// Decides which names can be quoted in a command template. Names come from untrusted places (an archive listing, a
+// model file, the disk); in double quotes in a template, a name must remain a single word of the command.
 #pragma once
 
 #include <optional>
@@ -10,16 +10,16 @@ namespace platform {
 /// The first thing in a name that a template can't quote.
 struct Unquotable {
     enum class Kind {
-        character,        ///< ends or changes a quoted text, or (">") redirects the output wherever it is
+        character,        ///< ends or changes quoted text, or, for ">", redirects the output even inside quotes
         controlCharacter, ///< below a blank, or 0x7F
         conditional,      ///< "(", "?" and ")": see canMakeConditional()
-        backslashAtEnd,   ///< would take the closing quote for itself
+        backslashAtEnd,   ///< would escape the closing quote
     };
     Kind kind;
     char character; ///< of the first two kinds
 };
 
-/// Looks through a path, or a part of one. A backslash before the end is a separator.
+/// Searches a path or a part of one. A backslash that isn't at the end counts as a separator.
 [[nodiscard]] std::optional<Unquotable> findUnquotable(std::string_view path);
 
 /// Returns whether a template could take the names for a conditional. `names` is the text of all names that reach

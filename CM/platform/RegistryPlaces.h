@@ -1,4 +1,4 @@
-// Where the registry file of a machine is looked for.
+// Determines where the registry file is looked for.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -8,13 +8,13 @@
 namespace platform {
 
 struct RegistryPlaces {
-    /// The first that exists counts.
+    /// The candidates; the first one that exists is used.
     std::vector<CString> files;
-    /// The one file was named by the user; if it is missing, no other takes its place.
+    /// Whether the user has named the file, so that no other file is used if it is missing.
     bool isBinding = false;
 };
 
-/// The places that this user's environment gives.
+/// Returns the places for the current user's environment.
 RegistryPlaces registryPlaces();
 
 } // namespace platform

@@ -125,7 +125,7 @@ class RegistryParser {
     /// The values after a key that is broken or removed belong to no key.
     void keyLine() {
         key_ = nullptr;
-        const auto close = line_.rfind(']'); // a key's name may hold brackets
+        const auto close = line_.rfind(']'); // a key's name may contain brackets
         if (close == std::string_view::npos) {
             fail("the key has no closing bracket");
         } else if (!line_.starts_with("[-")) {
@@ -143,7 +143,7 @@ class RegistryParser {
         }
         line_ = trimmed(line_.substr(equals + 1));
         const std::string place = Registry::folded({*name});
-        key_->erase(place); // what is written last counts, also if it is no text
+        key_->erase(place); // what is written last counts, even if it is not a text
         if (auto text = textOfValue()) {
             key_->emplace(place, Registry::Value{{*name}, std::move(*text)});
         }

@@ -15,9 +15,9 @@ class SharedLibrary {
     SharedLibrary(SharedLibrary &&other) noexcept;
     SharedLibrary &operator=(SharedLibrary &&other) noexcept;
 
-    /// Loads the library at `path` with private symbols, instead of an earlier one. All libraries that it needs
-    /// must exist. A name without a separator is searched for by the system's loader. On failure returns false and
-    /// sets `error` to the reason.
+    /// Loads the library at `path` with private symbols, after unloading the previous one. Fails if a library that
+    /// it depends on is missing. A name without a separator is searched for by the system's loader. On failure
+    /// returns false and sets `error` to the reason.
     bool load(const CString &path, CString &error);
     /// Invalidates all addresses from entry(). Does nothing without a loaded library.
     void unload();

@@ -40,7 +40,7 @@ class ScriptedDialogDriver : public platform::DialogDriver {
     /// unanswered. A step that can't be done is skipped and added to problems().
     [[nodiscard]] bool run(CDialog &dialog) override;
 
-    /// Is called with each dialog when it is shown, before the first step; may be empty.
+    /// Called with each dialog when it is shown, before the first step; may be empty.
     std::function<void(CDialog &)> onShown;
 
     /// Returns the names of the dialogs that were shown, in order, without the notices.

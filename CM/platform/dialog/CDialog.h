@@ -34,8 +34,8 @@ class CDialog {
     /// Returns the button that closing the window presses: Cancel, or the OK button of a dialog that only informs.
     /// Null means that the window can't be closed because the dialog needs an answer.
     [[nodiscard]] CButton *closingButton() const;
-    /// Returns the button whose answer loses nothing: No, otherwise the closing button. Null if the dialog has
-    /// neither.
+    /// Returns the button for the safe answer, which loses no data: No, otherwise the closing button. Null if the
+    /// dialog has neither.
     [[nodiscard]] CButton *safeButton() const;
 
     /// What the dialog says: its visible texts, separated by blanks, and the first visible icon.
@@ -52,7 +52,7 @@ class CDialog {
 
     [[nodiscard]] bool isOpen() const { return open_; }
     /// Event: the user closes the window, which presses closingButton(). Returns false and does nothing if there
-    /// is no such button or the dialog isn't open: the dialog does not invent an answer for a user who gives none.
+    /// is no such button or the dialog isn't open: a dialog that needs an answer can't be closed without one.
     bool close();
 
   protected:
@@ -61,7 +61,7 @@ class CDialog {
     /// Ends the dialog as soon as the running handler returns.
     void EndDialog(int result);
 
-    /// Is called before the dialog is shown. It may end the dialog, which is then not shown.
+    /// Called before the dialog is shown. If it ends the dialog, the dialog isn't shown.
     virtual void OnInitDialog() {}
     virtual void OnOK() { EndDialog(IDOK); }
     /// Handles the Cancel button.

@@ -27,7 +27,7 @@ struct RowChange {
 /// Observes the rows of a list, so that a view updates only the rows that have changed. It must not throw.
 class RowObserver {
   public:
-    /// Is called while the list still shows the old rows; not called for `changed`.
+    /// Called while the list still shows the old rows; not called for `changed`.
     virtual void beforeChange(const RowChange & /*change*/) {}
     virtual void afterChange(const RowChange &change) = 0;
 
@@ -89,8 +89,7 @@ class CListCtrl : public CControl {
     void SetSource(RowSource *source);
     // The dialog reports what it does to the source: it calls rowsChanged after it has changed the contents of
     // rows, and passes in the change itself when rows are inserted, removed or reordered. Selected rows stay
-    // selected at their new places, which is not announced as a change of the selection. A count of 0 does
-    // nothing.
+    // selected at their new places, which is not reported as a change of the selection. A count of 0 does nothing.
     void rowsChanged(int first, int count = 1);
     void insertRows(int first, int count, const Change &insert);
     void removeRows(int first, int count, const Change &remove);

@@ -143,7 +143,7 @@ struct ItemChange {
 /// Observes the items of a tree, so that a view updates only the items that have changed. It must not throw.
 class ItemObserver {
   public:
-    /// Is called while the tree still holds the old items; not called for `changed`.
+    /// Called while the tree still has the old items; not called for `changed`.
     virtual void beforeChange(const ItemChange & /*change*/) {}
     virtual void afterChange(const ItemChange &change) = 0;
 

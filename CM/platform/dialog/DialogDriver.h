@@ -21,8 +21,8 @@ class DialogDriver {
     /// the dialog then ends unanswered, which is not the same as being closed by the user.
     [[nodiscard]] virtual bool run(CDialog &dialog) = 0;
 
-    /// Returns whether an answer to this dialog was given in advance, such as Yes to everything that the program
-    /// asks. Such an answer takes precedence over one that the user's settings remember.
+    /// Returns whether the dialog has been answered in advance, for example by an option of the program. Such an
+    /// answer takes precedence over one stored in the user's settings.
     [[nodiscard]] virtual bool answersInAdvance(const CDialog & /*dialog*/) const { return false; }
 };
 

@@ -1,4 +1,4 @@
-// Defines the ids with which boxes and dialogs end; they have the numbers of the windows API.
+// Defines the result ids of message boxes and dialogs, with the numbers of the Windows API.
 #pragma once
 
 constexpr int IDOK = 1;

@@ -14,7 +14,7 @@ class Channel {
     Descriptor end; ///< closed when the last writer has closed its end, or on an error
     std::string text;
 
-    /// Reads the pipe, up to a chunk; waits while it is empty.
+    /// Reads at most one chunk; blocks while the pipe is empty.
     void read();
     /// Reads all that the pipe holds, without waiting.
     void drain();

@@ -24,9 +24,10 @@ class Descriptor {
 
     [[nodiscard]] int get() const { return number_; }
     [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-    /// Closes it; false if what was written before could not be stored, as a network may find out only now.
+    /// Closes the descriptor. Returns false if earlier writes could not be stored, which a network file system may
+    /// report only now.
     [[nodiscard]] bool close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
-    /// Closes it; errno is unchanged, so that the reason of an earlier failure survives.
+    /// Closes the descriptor and preserves errno, which may hold the reason for an earlier failure.
     void reset() {
         if (number_ >= 0) {
             const int kept = errno;

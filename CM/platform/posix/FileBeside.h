@@ -1,4 +1,4 @@
-// A file that is written beside another one, and then takes its place in one step.
+// Defines a temporary file in the same directory as a target, which it can replace atomically.
 #pragma once
 
 #include "CM/platform/posix/Descriptor.h"
@@ -8,8 +8,8 @@
 
 namespace platform::posix {
 
-/// Is removed at the end unless it took the target's place. A call that fails returns false and leaves the reason
-/// in errno.
+/// The file is deleted by the destructor unless it has replaced the target. A call that fails returns false and
+/// leaves the reason in errno.
 class FileBeside {
   public:
     explicit FileBeside(std::string target);
@@ -19,8 +19,8 @@ class FileBeside {
 
     [[nodiscard]] bool isOpen() const { return file_.isOpen(); }
     [[nodiscard]] int get() const { return file_.get(); }
-    /// Writes to the disk what was written, so that after a crash the name can't exist without it. Some file
-    /// systems can't.
+    /// Flushes the file to disk, so that after a crash the name can't refer to missing contents. Also returns true
+    /// on a file system that doesn't support this.
     [[nodiscard]] bool flush();
     [[nodiscard]] bool replaceTarget();
     /// Takes the target's place only if nothing is there, in one step.
@@ -33,11 +33,10 @@ class FileBeside {
     bool present_ = false;
 };
 
-/// All of the text, however many calls that takes; on failure the reason is in errno.
+/// Writes the complete text, with as many calls as needed. On failure the reason is in errno.
 [[nodiscard]] bool writeAll(int file, std::string_view text);
 
-/// The file that a link leads to, so that the link stays one when the file is replaced; for any other path the
-/// path.
+/// Returns the target of a link, so that replacing the file keeps the link; returns any other path unchanged.
 [[nodiscard]] std::string behindLink(const std::string &path);
 
 } // namespace platform::posix

@@ -9,8 +9,8 @@
 
 namespace platform::posix {
 
-/// The first process of the child's group is not reaped before the group has ended, so that the system can't give
-/// the number of the group to another process in between.
+/// The first process of the group is reaped only after the group has ended, so that the system can't reuse the
+/// group's number in the meantime.
 class RunningChild {
   public:
     explicit RunningChild(const ChildOptions &options) : options_(options) {}
@@ -44,7 +44,7 @@ class RunningChild {
 
     const ChildOptions &options_;
     pid_t process_ = -1; ///< -1 before the start and after the reaping
-    Descriptor alarm_;   ///< becomes readable when the child ends; not open if the system has none
+    Descriptor alarm_;   ///< becomes readable when the child ends; not open without pidfd_open
     Channel output_;
     Channel errors_;
     Stage stage_ = Stage::running;
