@@ -4,8 +4,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build pkg-config ccache lld libpcre2-dev libpugixml-dev libtomlplusplus-dev libcli11-dev
-                nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev)
-test_packages=(git)
+                nlohmann-json3-dev libsvn-dev libgtest-dev libgmock-dev libbenchmark-dev)
+test_packages=(git sqlite3)
 bench_packages=(perl)
 fuzz_packages=(clang libclang-rt-14-dev)
 tidy_packages=(clang clang-tidy clang-format shellcheck)
