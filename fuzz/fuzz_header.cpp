@@ -17,17 +17,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (whole.state == HeaderScan::foreign ? *whole.fault == '\0' : whole.text != orchard::findHeader(text).text) {
         std::abort();
     }
-    bool isTold = false;
+    bool isReported = false;
     const std::size_t step = std::max<std::size_t>(1, size / 64);
     for (std::size_t length = 0; length <= size; length += step) {
         const HeaderScan part = orchard::scanHeader(text.substr(0, length), false);
         if (part.state == HeaderScan::tooFew) {
-            if (isTold) {
+            if (isReported) {
                 std::abort(); // a longer part found less
             }
             continue;
         }
-        isTold = true;
+        isReported = true;
         if (part.state != whole.state || part.text != whole.text) {
             std::abort();
         }

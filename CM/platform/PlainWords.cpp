@@ -12,7 +12,7 @@ using namespace std::string_view_literals;
 
 // Unquoted, each of these ends a command, redirects, quotes or expands in one of the shells that "sh" may
 // be.
-constexpr auto actedOnUnquoted = "\n|&;<>()$`\\*?[{}"sv;
+constexpr auto specialUnquoted = "\n|&;<>()$`\\*?[{}"sv;
 // A backslash in double quotes escapes these; before any other character it is literal.
 constexpr auto escapedInDoubleQuotes = "$`\"\\\n"sv;
 
@@ -103,7 +103,7 @@ class WordReader {
         // A tilde is a home directory at the start of a word, and in some shells also after '=' and ':'.
         const bool home = next == '~' && (word_.empty() || word_.back() == '=' || word_.back() == ':');
         const bool assignment = next == '=' && words_.empty();
-        if (comment || home || assignment || actedOnUnquoted.find(next) != std::string_view::npos) {
+        if (comment || home || assignment || specialUnquoted.find(next) != std::string_view::npos) {
             return false;
         }
         word_ += next;

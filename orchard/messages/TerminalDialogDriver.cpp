@@ -56,9 +56,9 @@ class Action final : public ControlVisitor {
         done = control.enter(typed_.empty() ? CString(readLines_()) : CString(typed_));
     }
     void visit(CListCtrl &control) override {
-        if (const auto row = numberBehind('!')) {
+        if (const auto row = numberAfter('!')) {
             done = control.activate(*row);
-        } else if (const auto column = numberBehind('^')) {
+        } else if (const auto column = numberAfter('^')) {
             done = control.clickColumn(*column);
         } else if (const auto rows = indices(typed_)) {
             done = control.select(*rows);
@@ -70,13 +70,13 @@ class Action final : public ControlVisitor {
             const bool holds = index && *index >= 0 && static_cast<std::size_t>(*index) < items.size();
             return holds ? items[static_cast<std::size_t>(*index)] : nullptr;
         };
-        if (CTreeCtrl::Item *const item = at(numberBehind('!'))) {
+        if (CTreeCtrl::Item *const item = at(numberAfter('!'))) {
             done = control.activate(*item);
-        } else if (CTreeCtrl::Item *const opened = at(numberBehind('+'))) {
+        } else if (CTreeCtrl::Item *const opened = at(numberAfter('+'))) {
             done = control.expand(*opened, true);
-        } else if (CTreeCtrl::Item *const closed = at(numberBehind('-'))) {
+        } else if (CTreeCtrl::Item *const closed = at(numberAfter('-'))) {
             done = control.expand(*closed, false);
-        } else if (CTreeCtrl::Item *const boxed = at(numberBehind('x'))) {
+        } else if (CTreeCtrl::Item *const boxed = at(numberAfter('x'))) {
             done = control.enterCheck(*boxed, boxed->check() != CTreeCtrl::Check::checked);
         } else if (const auto chosen = indices(typed_)) {
             std::vector<CTreeCtrl::Item *> selected;
@@ -91,7 +91,7 @@ class Action final : public ControlVisitor {
     }
 
   private:
-    [[nodiscard]] std::optional<int> numberBehind(char sign) const {
+    [[nodiscard]] std::optional<int> numberAfter(char sign) const {
         if (typed_.empty() || typed_.front() != sign) {
             return std::nullopt;
         }

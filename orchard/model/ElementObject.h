@@ -109,7 +109,7 @@ template <class INTERFACE> class UnitObject : public ElementObject<INTERFACE, Un
 
     void setFileName(const CString &name) override { this->rename(name); }
     void setMYpersAs(const CString &path) override { this->moveTo(path); }
-    [[nodiscard]] bool approveCMRename(const CString &name) override { return this->mayBear(name); }
+    [[nodiscard]] bool approveCMRename(const CString &name) override { return this->mayHaveName(name); }
 
     [[nodiscard]] int keepsPartFileName(const CString &name) const override {
         return this->keepsFileNameOfPart(name) ? 1 : 0;

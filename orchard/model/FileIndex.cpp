@@ -17,7 +17,7 @@ UnitElement *FileIndex::add(UnitElement &unit) {
         return there;
     }
     paths_.emplace(hashOf(path), &unit);
-    if (namesStand_) {
+    if (namesValid_) {
         names_.emplace(unit.fileName(), &unit);
     }
     return nullptr;
@@ -40,11 +40,11 @@ UnitElement *FileIndex::byPath(std::string_view path) const {
 }
 
 const FileIndex::Names &FileIndex::names() const {
-    if (!namesStand_) {
+    if (!namesValid_) {
         for (const auto &[hash, unit] : paths_) {
             names_.emplace(unit->fileName(), unit);
         }
-        namesStand_ = true;
+        namesValid_ = true;
     }
     return names_;
 }

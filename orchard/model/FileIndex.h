@@ -37,7 +37,7 @@ class FileIndex {
     std::unordered_multimap<std::size_t, UnitElement *> paths_;
     /// Built on first use, because opening and listing a model don't need it.
     mutable Names names_;
-    mutable bool namesStand_ = false;
+    mutable bool namesValid_ = false;
 };
 
 } // namespace orchard

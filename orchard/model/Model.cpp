@@ -22,14 +22,14 @@ Model::Clash Model::enter(Element &element) {
         return clash;
     }
     element.setModel(this);
-    namesStand_ = namesStand_ && element.asUnit() == nullptr; // names_ holds only units
+    namesValid_ = namesValid_ && element.asUnit() == nullptr; // names_ holds only units
     if (UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
         clash.sameFile = files_.add(*unit);
         if (clash) {
             ids_.erase(element.id());
             return clash;
         }
-        repositoryFilesStand_ = false;
+        repositoryFilesValid_ = false;
     }
     if (element.kind() == Kind::fragment) {
         fragments_.emplace(element.standsFor(), &element);
@@ -40,13 +40,13 @@ Model::Clash Model::enter(Element &element) {
 
 void Model::leave(Element &element) {
     slots_.left(element);
-    namesStand_ = namesStand_ && element.asUnit() == nullptr; // names_ holds only units
+    namesValid_ = namesValid_ && element.asUnit() == nullptr; // names_ holds only units
     if (const auto found = ids_.find(element.id()); found != ids_.end() && found->second == &element) {
         ids_.erase(found);
     }
     if (UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
         files_.remove(*unit);
-        repositoryFilesStand_ = false;
+        repositoryFilesValid_ = false;
     }
     if (element.kind() == Kind::fragment) {
         fragments_.erase({element.standsFor(), &element});
@@ -67,7 +67,7 @@ void Model::leaveSubtree(Element &root) {
 }
 
 void Model::takePlaces(UnitElement &root, bool in) {
-    repositoryFilesStand_ = false;
+    repositoryFilesValid_ = false;
     visitSubtree<Element>(root, [&](Element &element) {
         if (UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
             if (in) {
@@ -92,7 +92,7 @@ UnitElement *Model::findByFile(std::string_view path) const {
 }
 
 std::vector<UnitElement *> Model::unitsNamed(std::string_view name) const {
-    if (!namesStand_) {
+    if (!namesValid_) {
         names_.clear();
         visitSubtree<Element>(*project_, [this](Element &element) {
             if (UnitElement *const unit = element.asUnit()) {
@@ -101,7 +101,7 @@ std::vector<UnitElement *> Model::unitsNamed(std::string_view name) const {
         });
         std::stable_sort(names_.begin(), names_.end(),
                          [](const auto &one, const auto &other) { return one.first < other.first; });
-        namesStand_ = true;
+        namesValid_ = true;
     }
     std::vector<UnitElement *> units;
     const std::size_t hash = std::hash<std::string_view>()(name);
@@ -116,14 +116,14 @@ std::vector<UnitElement *> Model::unitsNamed(std::string_view name) const {
 }
 
 IObjectList &Model::repositoryFiles() {
-    if (!repositoryFilesStand_) {
+    if (!repositoryFilesValid_) {
         repositoryFiles_.RemoveAll();
         visitSubtree<Element>(*project_, [this](Element &element) {
             if (const UnitElement *const unit = element.asUnit(); unit != nullptr && unit->hasFile()) {
                 repositoryFiles_.AddTail(&element.object());
             }
         });
-        repositoryFilesStand_ = true;
+        repositoryFilesValid_ = true;
     }
     return repositoryFiles_;
 }

@@ -69,7 +69,7 @@ class Model {
     /// The units with this name, including embedded files, owners first.
     [[nodiscard]] std::vector<UnitElement *> unitsNamed(std::string_view name) const;
     /// Call when a name has changed.
-    void noteName() { namesStand_ = false; }
+    void noteName() { namesValid_ = false; }
     /// Everything with a file of its own, owners first.
     [[nodiscard]] IObjectList &repositoryFiles();
     [[nodiscard]] IHandle *handleTo(Element &element) { return slots_.handleTo(element); }
@@ -108,10 +108,10 @@ class Model {
     FileIndex files_;
     std::set<std::pair<ElementId, Element *>> fragments_;
     IObjectList repositoryFiles_;
-    bool repositoryFilesStand_ = false;
+    bool repositoryFilesValid_ = false;
     // Built on first use: the units by the hashes of their names; units with equal hashes are in model order.
     mutable std::vector<std::pair<std::size_t, UnitElement *>> names_;
-    mutable bool namesStand_ = false;
+    mutable bool namesValid_ = false;
     std::unique_ptr<UnitElement> project_;
 };
 

@@ -164,7 +164,7 @@ std::string UnitElement::withExtension(std::string_view name) const {
     return file;
 }
 
-bool UnitElement::mayBear(std::string_view name) const {
+bool UnitElement::mayHaveName(std::string_view name) const {
     // A read-only file does not prevent this: CM tools leave files read-only, and renaming does not change the
     // contents.
     return model() != nullptr && hasFile() && !is(stub) && !isRecursive(reference) &&

@@ -101,7 +101,7 @@ class UnitElement : public Element {
     /// Also renames the file. Refuses an invalid name, a name already in use, and any name for the project unit;
     /// the user is notified of the reason.
     void rename(std::string_view name);
-    [[nodiscard]] bool mayBear(std::string_view name) const;
+    [[nodiscard]] bool mayHaveName(std::string_view name) const;
     /// Whether the files of the units directly in this one can't be renamed to `name`, or, if `name` is empty, to
     /// any name.
     [[nodiscard]] bool keepsFileNameOfPart(std::string_view name) const;

@@ -24,9 +24,9 @@ void tell(const std::string &text) {
 const InstalledSets &standardSets() {
     // Callers keep pointers to properties until the process ends, so the sets live as long.
     static const InstalledSets &sets = *new InstalledSets(InstalledSets::standardDirectories());
-    static bool isTold = false;
-    if (!isTold) {
-        isTold = true; // before reporting, which may call this function again
+    static bool isReported = false;
+    if (!isReported) {
+        isReported = true; // before reporting, which may call this function again
         for (const std::string &problem : sets.problems()) {
             tell("A property set with a mistake is ignored.\n" + problem);
         }

@@ -29,7 +29,7 @@ class LoadOnDemand final : public LoadOnDemandManager {
         });
         // A stub keeps its object, and nothing below it could be lost.
         for (UnitElement *const stub : stubs) {
-            Replacement replacement = readAnew(*stub);
+            Replacement replacement = reread(*stub);
             std::ranges::move(replacement.problems, std::back_inserter(problems));
         }
         reportReloadProblems(problems);

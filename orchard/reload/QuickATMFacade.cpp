@@ -28,7 +28,7 @@ IUnit *QuickATMFacade::reloadUnit(IUnit *unit, int flag, int) {
     if (!CanReloadUnit(unit, flag)) {
         return nullptr;
     }
-    const orchard::Replacement replacement = orchard::readAnew(*orchard::Element::of(unit)->asUnit());
+    const orchard::Replacement replacement = orchard::reread(*orchard::Element::of(unit)->asUnit());
     orchard::reportReloadProblems(replacement.problems);
     orchard::reportReloadWarnings(replacement.warnings);
     return replacement.unit == nullptr ? nullptr : &replacement.unit->unit();

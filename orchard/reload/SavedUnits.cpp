@@ -29,7 +29,7 @@ void CurrentWorkspace::ApplySavedUnitsListToNonActiveProjects() {
                                         "' holds changes that were not saved"});
                 continue;
             }
-            Replacement replacement = readAnew(*unit);
+            Replacement replacement = reread(*unit);
             reportReloadWarnings(replacement.warnings);
             std::ranges::move(replacement.problems, std::back_inserter(problems));
         }

@@ -27,7 +27,8 @@ class RecordWriter {
     std::string text_;
 };
 
-/// Never reads past the end, whatever the text contains: missing data reads as zero, and isWhole() returns false.
+/// Never reads past the end, whatever the text contains: missing data reads as zero, and isComplete() returns
+/// false.
 class RecordReader {
   public:
     explicit RecordReader(std::string_view text) : rest_(text) {}
@@ -36,7 +37,7 @@ class RecordReader {
         static_assert(std::is_trivially_copyable_v<VALUE>);
         VALUE value{};
         const std::string_view bytes = take(sizeof value);
-        if (whole_) {
+        if (complete_) {
             std::memcpy(&value, bytes.data(), sizeof value);
         }
         return value;
@@ -44,12 +45,12 @@ class RecordReader {
     /// A view into the text passed to the constructor.
     [[nodiscard]] std::string_view text() { return take(plain<std::uint32_t>()); }
     [[nodiscard]] std::string_view rest() const { return rest_; }
-    [[nodiscard]] bool isWhole() const { return whole_; }
+    [[nodiscard]] bool isComplete() const { return complete_; }
 
   private:
     [[nodiscard]] std::string_view take(std::size_t bytes) {
-        whole_ = whole_ && bytes <= rest_.size();
-        if (!whole_) {
+        complete_ = complete_ && bytes <= rest_.size();
+        if (!complete_) {
             return {};
         }
         const std::string_view taken = rest_.substr(0, bytes);
@@ -58,7 +59,7 @@ class RecordReader {
     }
 
     std::string_view rest_;
-    bool whole_ = true;
+    bool complete_ = true;
 };
 
 } // namespace orchard

@@ -128,18 +128,18 @@ bool WorkspaceRecord::readHead() {
     }
     RecordReader reader(std::string_view(text_).substr(mark.size()));
     const auto hash = reader.plain<std::uint64_t>();
-    if (!reader.isWhole() || hash != hashOf(reader.rest())) {
+    if (!reader.isComplete() || hash != hashOf(reader.rest())) {
         return false;
     }
     projectFile_ = reader.text();
     projectState_ = reader.plain<FileState>();
     unitsDirectory_ = reader.text();
-    for (auto left = reader.plain<std::uint64_t>(); left > 0 && reader.isWhole(); --left) {
+    for (auto left = reader.plain<std::uint64_t>(); left > 0 && reader.isComplete(); --left) {
         needed_.insert(reader.plain<ElementId>());
     }
     unitCount_ = reader.plain<std::uint64_t>();
     unitsAt_ = text_.size() - reader.rest().size();
-    return reader.isWhole();
+    return reader.isComplete();
 }
 
 RecordedUnit WorkspaceRecord::nextUnit(RecordReader &reader) {

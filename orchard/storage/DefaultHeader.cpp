@@ -21,9 +21,9 @@ namespace {
 constexpr std::size_t largestHeader = std::size_t{1} << 20U;
 
 /// Reports a problem with a file once, because every new file needs its header.
-void tellOnce(const std::string &path, const std::string &why) {
-    static std::set<std::string> told;
-    if (!told.insert(path).second) {
+void reportOnce(const std::string &path, const std::string &why) {
+    static std::set<std::string> reported;
+    if (!reported.insert(path).second) {
         return;
     }
     const std::string text = "New files get no header from " + path + " (property HeaderFile): " + why + ".";
@@ -86,15 +86,15 @@ std::string defaultHeaderOf(const Element &element) {
     IBaseCMFacade *const facade = isActive ? cmFacade() : nullptr;
     Found found = facade == nullptr ? foundByHost(element) : foundByLibrary(*facade, element);
     if (found.fault != nullptr) {
-        tellOnce(found.path, found.fault);
+        reportOnce(found.path, found.fault);
         return {};
     }
     if (found.text.size() > largestHeader) {
-        tellOnce(found.path, "it is longer than a megabyte");
+        reportOnce(found.path, "it is longer than a megabyte");
         return {};
     }
     if (found.text.find("-->") != std::string::npos || faultOfValue(found.text)) {
-        tellOnce(found.path, "it holds \"-->\", a control character or text that is not UTF-8");
+        reportOnce(found.path, "it holds \"-->\", a control character or text that is not UTF-8");
         return {};
     }
     while (found.text.ends_with('\n') || found.text.ends_with('\r')) {

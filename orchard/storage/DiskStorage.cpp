@@ -101,12 +101,12 @@ bool DiskStorage::readHeader(const UnitElement &unit, std::string &header, bool 
     if (read.fault.empty()) {
         header = std::move(read.text);
         const std::lock_guard lock(mutex_);
-        toldOf_.erase(path);
+        reportedFiles_.erase(path);
         return true;
     }
     const auto isNew = [&] {
         const std::lock_guard lock(mutex_);
-        return toldOf_.insert(path).second;
+        return reportedFiles_.insert(path).second;
     };
     if (!quietly && isNew()) {
         const std::string text = "The header of " + path + " could not be read again: " + read.fault +

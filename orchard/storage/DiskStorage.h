@@ -18,8 +18,9 @@ class DiskStorage final : public UnitStorage {
     bool readHeader(const UnitElement &unit, std::string &header, bool quietly) override;
 
   private:
-    std::mutex mutex_;                       ///< several files may be read at the same time
-    std::unordered_set<std::string> toldOf_; ///< files whose unreadable header was already reported to the user
+    std::mutex mutex_; ///< several files may be read at the same time
+    std::unordered_set<std::string>
+        reportedFiles_; ///< files whose unreadable header was already reported to the user
 };
 
 /// Whether the file exists and its permission bits forbid writing.

@@ -22,11 +22,11 @@ HeaderRead readHeaderOf(const std::string &path) {
     std::string part;
     for (std::size_t wanted = firstRead; file.fault().empty(); wanted *= 4) {
         wanted = std::min(wanted, largestHeader);
-        const bool isWhole = file.readUpTo(wanted, part);
+        const bool isComplete = file.readUpTo(wanted, part);
         if (!file.fault().empty()) {
             break;
         }
-        const HeaderScan scan = scanHeader(part, isWhole);
+        const HeaderScan scan = scanHeader(part, isComplete);
         if (scan.state == HeaderScan::found) {
             return {std::string(scan.text), {}};
         }
@@ -43,14 +43,14 @@ HeaderRead readHeaderOf(const std::string &path) {
 HeaderRead readFirstLinesOf(const std::string &path) {
     OpenFile file(path);
     std::string part;
-    const bool isWhole = file.fault().empty() && file.readUpTo(firstLines, part);
+    const bool isComplete = file.fault().empty() && file.readUpTo(firstLines, part);
     if (!file.fault().empty()) {
         return {{}, file.fault()};
     }
     if (part.find('\0') != std::string::npos) {
         return {};
     }
-    if (!isWhole) {
+    if (!isComplete) {
         part.resize(part.rfind('\n') + 1); // nothing remains without a line end
     }
     return {std::move(part), {}};

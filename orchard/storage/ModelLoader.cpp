@@ -70,7 +70,7 @@ bool ModelLoader::take(UnitElement &unit, UnitReading reading) {
 }
 
 void ModelLoader::enter(UnitElement &unit, UnitReading reading) {
-    if (reading.outcome == UnitReading::missing && !looksAfterMissing(unit)) {
+    if (reading.outcome == UnitReading::missing && !handleMissing(unit)) {
         return;
     }
     if (reading.outcome == UnitReading::refused && !staysUnloaded(unit, reading)) {
@@ -85,7 +85,7 @@ void ModelLoader::enter(UnitElement &unit, UnitReading reading) {
     listed_ += reading.listed.size();
 }
 
-bool ModelLoader::looksAfterMissing(UnitElement &unit) {
+bool ModelLoader::handleMissing(UnitElement &unit) {
     if (&unit == first_) {
         problems_.push_back({unit.fullFileName(), 0, 0, "the file is missing"});
         return false;

@@ -44,7 +44,7 @@ class ModelLoader {
     [[nodiscard]] bool runLevel(std::span<ListedUnit> level);
     [[nodiscard]] bool take(UnitElement &unit, UnitReading reading);
     void enter(UnitElement &unit, UnitReading reading);
-    [[nodiscard]] bool looksAfterMissing(UnitElement &unit);
+    [[nodiscard]] bool handleMissing(UnitElement &unit);
     [[nodiscard]] bool staysUnloaded(UnitElement &unit, UnitReading &reading);
     [[nodiscard]] bool admitContent(UnitElement &unit);
     [[nodiscard]] Problem problemOf(const UnitElement &unit, const Element &element, std::string why) const;

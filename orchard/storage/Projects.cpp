@@ -299,7 +299,7 @@ Problems setUnitLoaded(IUnit &unit, bool loaded) {
     if (element->model() == nullptr || element->is(UnitElement::stub) == !loaded) {
         return problems;
     }
-    Replacement replacement = loaded ? readAnew(*element) : unload(*element);
+    Replacement replacement = loaded ? reread(*element) : unload(*element);
     collectProblems(replacement, problems);
     return problems;
 }

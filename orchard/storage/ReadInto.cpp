@@ -141,7 +141,7 @@ Replacement readInto(Model &model, const std::string &path, bool takeOver) {
             there->updateMode(); // its content is not part of the model
             return {there, {}, {}};
         }
-        return readAnew(*there, true);
+        return reread(*there, true);
     }
     FileText file;
     if (file.read(path) != FileRead::done) {

@@ -51,12 +51,12 @@ constexpr std::string_view commentStart = "<!--";
 /// Scans the first part of a file, one construct after another.
 class Scan {
   public:
-    Scan(std::string_view part, bool isWhole) : part_(part), isWhole_(isWhole) {}
+    Scan(std::string_view part, bool isComplete) : part_(part), isComplete_(isComplete) {}
 
     /// Whether this text is next. Returns false if the part ends too early to decide.
     [[nodiscard]] bool isAt(std::string_view text) const { return part_.substr(at_).starts_with(text); }
-    [[nodiscard]] bool mayComeTo(std::string_view text) const {
-        return !isWhole_ && text.starts_with(part_.substr(at_));
+    [[nodiscard]] bool mayStartWith(std::string_view text) const {
+        return !isComplete_ && text.starts_with(part_.substr(at_));
     }
     void skip(std::size_t bytes) { at_ += bytes; }
     void skipSpace() { at_ = std::min(part_.find_first_not_of(" \t\r\n", at_), part_.size()); }
@@ -75,31 +75,31 @@ class Scan {
         return rest.substr(1, rest.find_first_of(" \t\r\n/>", 1) - 1);
     }
     [[nodiscard]] bool endsWith(std::string_view name) const { return at_ + name.size() + 1 >= part_.size(); }
-    [[nodiscard]] bool isWhole() const { return isWhole_; }
+    [[nodiscard]] bool isComplete() const { return isComplete_; }
     [[nodiscard]] bool atEnd() const { return at_ >= part_.size(); }
 
   private:
     std::string_view part_;
     std::size_t at_ = 0;
-    bool isWhole_;
+    bool isComplete_;
 };
 
 } // namespace
 
-HeaderScan scanHeader(std::string_view part, bool isWhole) {
+HeaderScan scanHeader(std::string_view part, bool isComplete) {
     const auto endsEarly = [&](const char *fault) {
-        return HeaderScan{isWhole ? HeaderScan::foreign : HeaderScan::tooFew, {}, fault};
+        return HeaderScan{isComplete ? HeaderScan::foreign : HeaderScan::tooFew, {}, fault};
     };
     constexpr std::string_view mark = "\xEF\xBB\xBF";
-    Scan scan(part, isWhole);
-    if (scan.mayComeTo(mark)) {
+    Scan scan(part, isComplete);
+    if (scan.mayStartWith(mark)) {
         return endsEarly("");
     }
     scan.skip(scan.isAt(mark) ? mark.size() : 0);
     for (const auto &[start, end] :
          {std::pair{declarationStart, std::string_view("?>")}, std::pair{commentStart, std::string_view("-->")}}) {
         scan.skipSpace();
-        if (scan.mayComeTo(start)) {
+        if (scan.mayStartWith(start)) {
             return endsEarly("");
         }
         if (scan.isAt(start)) {
@@ -114,7 +114,7 @@ HeaderScan scanHeader(std::string_view part, bool isWhole) {
         return endsEarly(part.empty() ? "it is empty" : "it ends after its header");
     }
     const std::string_view name = scan.tagName();
-    if (!isWhole && scan.endsWith(name)) {
+    if (!isComplete && scan.endsWith(name)) {
         // A few more bytes decide on the name; one longer than any known name can't become right.
         constexpr std::size_t longest = 16;
         if (name.size() <= longest) {

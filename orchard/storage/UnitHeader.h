@@ -28,9 +28,9 @@ struct HeaderScan {
     std::string_view text;
     const char *fault = "";
 };
-/// Scans the first part of a file; `isWhole` means that there is no more. If `part` isn't the whole file, the
-/// result is the one for the complete file, or tooFew.
-[[nodiscard]] HeaderScan scanHeader(std::string_view part, bool isWhole);
+/// Scans the first part of a file; `isComplete` means that there is no more. If it is false, the result is the one
+/// for the complete file, or tooFew.
+[[nodiscard]] HeaderScan scanHeader(std::string_view part, bool isComplete);
 
 /// Hashes the file's contents after the header, to detect changes. Treats both kinds of line end as equal. Never
 /// returns 0.

@@ -111,7 +111,7 @@ Replacement replaceUnit(UnitElement &old, const FileText &file, const std::strin
     return exchange(old, file);
 }
 
-Replacement readAnew(UnitElement &unit, bool alwaysNew) {
+Replacement reread(UnitElement &unit, bool alwaysNew) {
     const std::string path = unit.fullFileName();
     FileText file;
     return file.read(path) == FileRead::done ? replaceUnit(unit, file, path, alwaysNew)

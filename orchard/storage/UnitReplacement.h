@@ -23,7 +23,7 @@ struct Replacement {
 /// read again and get new objects, except that a project and a stub keep theirs. Of the units below, those with
 /// unsaved changes and those whose files are missing are kept as they are (the latter with a warning). A new unit
 /// whose file is broken becomes a stub, with a warning. Handles lead to the new objects.
-[[nodiscard]] Replacement readAnew(UnitElement &unit, bool alwaysNew = false);
+[[nodiscard]] Replacement reread(UnitElement &unit, bool alwaysNew = false);
 
 /// The same, with the text of the unit's own file, at `path`, given.
 [[nodiscard]] Replacement replaceUnit(UnitElement &unit, const FileText &file, const std::string &path,

@@ -37,7 +37,7 @@ bool endsWith(const Element &element, const std::vector<std::string_view> &parts
 }
 
 /// Whether the element is exactly this many levels below the project.
-bool isWhole(const Element &element, std::size_t parts) {
+bool isCompletePath(const Element &element, std::size_t parts) {
     const Element *at = &element;
     for (; parts > 0 && at != nullptr; --parts) {
         at = at->owner();
@@ -88,7 +88,7 @@ UnitSearch findUnit(const IProject &project, std::string_view words) {
             }
             units.push_back(unit);
             // A complete path takes precedence over one without its leading parts; a single name is not a path.
-            if (parts.size() > 1 && isWhole(*unit, parts.size())) {
+            if (parts.size() > 1 && isCompletePath(*unit, parts.size())) {
                 several = whole != nullptr;
                 whole = unit;
             }

@@ -82,8 +82,8 @@ int RunThread::getStatus(int milliseconds) {
     }
     worker_->hasRun = true;
     const orchard::RunWatch &watch = orchard::runWatch();
-    const bool isKeptBack = watch.interrupted && watch.interrupted();
-    if (watch.started && !isKeptBack) {
+    const bool isWithheld = watch.interrupted && watch.interrupted();
+    if (watch.started && !isWithheld) {
         watch.started(worker_->command);
     }
     platform::ChildOptions options;
@@ -92,7 +92,7 @@ int RunThread::getStatus(int milliseconds) {
     }
     options.outputDescriptor = worker_->outputHandle;
     options.interrupted = watch.interrupted;
-    if (isKeptBack) {
+    if (isWithheld) {
         end.kind = RunEnd::Kind::withheld;
     } else {
         ChildResult result = platform::runChild(worker_->command, options);
@@ -106,7 +106,7 @@ int RunThread::getStatus(int milliseconds) {
         errorLines.AddTail(CString((isOpen ? "\n" : "") + text));
     }
     worker_->status = end.kind == RunEnd::Kind::timedOut ? WAIT_TIMEOUT : 0;
-    if (watch.ended && !isKeptBack) {
+    if (watch.ended && !isWithheld) {
         watch.ended(end);
     }
     return worker_->status;

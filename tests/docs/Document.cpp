@@ -22,17 +22,17 @@ std::vector<std::string_view> linesOf(std::string_view text) {
     return lines;
 }
 
-bool lineIsAsTold(std::string_view line, std::string_view told) {
-    const std::size_t gap = told.find(anything);
+bool lineIsAsDocumented(std::string_view line, std::string_view documented) {
+    const std::size_t gap = documented.find(anything);
     if (gap == std::string_view::npos) {
-        return line == told;
+        return line == documented;
     }
-    if (!line.starts_with(told.substr(0, gap))) {
+    if (!line.starts_with(documented.substr(0, gap))) {
         return false;
     }
-    const std::string_view rest = told.substr(gap + anything.size());
+    const std::string_view rest = documented.substr(gap + anything.size());
     for (std::size_t from = gap; from <= line.size(); ++from) {
-        if (lineIsAsTold(line.substr(from), rest)) {
+        if (lineIsAsDocumented(line.substr(from), rest)) {
             return true;
         }
     }
@@ -41,20 +41,20 @@ bool lineIsAsTold(std::string_view line, std::string_view told) {
 
 using Lines = std::vector<std::string_view>;
 
-bool linesAreAsTold(const Lines &lines, std::size_t line, const Lines &told, std::size_t at) {
-    if (at == told.size()) {
+bool linesAreAsDocumented(const Lines &lines, std::size_t line, const Lines &documented, std::size_t at) {
+    if (at == documented.size()) {
         return line == lines.size();
     }
-    if (told[at] == anything) {
+    if (documented[at] == anything) {
         for (std::size_t next = line; next <= lines.size(); ++next) {
-            if (linesAreAsTold(lines, next, told, at + 1)) {
+            if (linesAreAsDocumented(lines, next, documented, at + 1)) {
                 return true;
             }
         }
         return false;
     }
-    return line < lines.size() && lineIsAsTold(lines[line], told[at]) &&
-           linesAreAsTold(lines, line + 1, told, at + 1);
+    return line < lines.size() && lineIsAsDocumented(lines[line], documented[at]) &&
+           linesAreAsDocumented(lines, line + 1, documented, at + 1);
 }
 
 } // namespace
@@ -105,8 +105,8 @@ std::vector<Command> commandsOf(const Block &block) {
     return commands;
 }
 
-bool isAsTold(std::string_view text, std::string_view told) {
-    return linesAreAsTold(linesOf(text), 0, linesOf(told), 0);
+bool isAsDocumented(std::string_view text, std::string_view documented) {
+    return linesAreAsDocumented(linesOf(text), 0, linesOf(documented), 0);
 }
 
 } // namespace docs

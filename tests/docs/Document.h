@@ -31,6 +31,6 @@ std::vector<Command> commandsOf(const Block &block);
 
 /// Returns whether a text is as documented. "..." within a line matches any characters; alone on a line, any
 /// number of lines.
-bool isAsTold(std::string_view text, std::string_view told);
+bool isAsDocumented(std::string_view text, std::string_view documented);
 
 } // namespace docs

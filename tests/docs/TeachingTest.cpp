@@ -28,12 +28,12 @@ TEST(Document, TellsBlocksFilesAndCommandsApart) {
 }
 
 TEST(Document, ComparesWithWhatIsTold) {
-    EXPECT_TRUE(docs::isAsTold("a\nb\n", "a\nb\n"));
-    EXPECT_FALSE(docs::isAsTold("a\nb\n", "a\n"));
-    EXPECT_TRUE(docs::isAsTold("a\nb\nc\n", "...\nc\n"));
-    EXPECT_FALSE(docs::isAsTold("a\nb\nc\n", "...\nb\n"));
-    EXPECT_TRUE(docs::isAsTold("/tmp/x/y.ocl: 1.2 done\n", ".../y.ocl: ... done\n"));
-    EXPECT_FALSE(docs::isAsTold("/tmp/x/y.ocl: 1.2 gone\n", ".../y.ocl: ... done\n"));
+    EXPECT_TRUE(docs::isAsDocumented("a\nb\n", "a\nb\n"));
+    EXPECT_FALSE(docs::isAsDocumented("a\nb\n", "a\n"));
+    EXPECT_TRUE(docs::isAsDocumented("a\nb\nc\n", "...\nc\n"));
+    EXPECT_FALSE(docs::isAsDocumented("a\nb\nc\n", "...\nb\n"));
+    EXPECT_TRUE(docs::isAsDocumented("/tmp/x/y.ocl: 1.2 done\n", ".../y.ocl: ... done\n"));
+    EXPECT_FALSE(docs::isAsDocumented("/tmp/x/y.ocl: 1.2 gone\n", ".../y.ocl: ... done\n"));
 }
 
 class TeachingATool : public testing::Test {
@@ -63,7 +63,7 @@ class TeachingATool : public testing::Test {
         const tools::Ran ran = place_.shell(command.text);
         EXPECT_EQ(ran.exit, 0) << page.string() << ":" << command.line << ": " << command.text << "\n"
                                << ran.out << ran.err;
-        EXPECT_TRUE(docs::isAsTold(ran.out, command.output))
+        EXPECT_TRUE(docs::isAsDocumented(ran.out, command.output))
             << page.string() << ":" << command.line << ": " << command.text << "\nwrote:\n"
             << ran.out << ran.err << "but the page says:\n"
             << command.output;

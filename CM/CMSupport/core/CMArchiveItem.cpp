@@ -43,7 +43,7 @@ CString withoutLayout(CString name, CString layout) {
     if (paths::beginsNoCase(name, root)) {
         name.Delete(0, root.GetLength());
     }
-    // Required: the template loses it even if the name doesn't begin with it.
+    // Required: also removes the root from the template if the name doesn't begin with it.
     layout.Delete(0, root.GetLength() + static_cast<int>(subDirs.size()));
     if (layout.IsEmpty() || layout == "/" || layout == "\\") {
         return name;

@@ -11,7 +11,7 @@ namespace {
 
 /// Removes as many characters from the start of `path` as `root` has, and separators at the ends of the rest.
 /// Required: the position of the root in the path makes no difference.
-CString behindLengthOf(const CString &root, const CString &path) {
+CString withoutLengthOf(const CString &root, const CString &path) {
     CString rest = path.Right(path.GetLength() - root.GetLength());
     rest.Trim();
     return rest.Trim(platform::separators);
@@ -42,7 +42,7 @@ CString CMPathMapper::getArchiveSubDirFromLocalPath(const CString &path) {
         return copy;
     }
     const CString working = CMProperty::getWorkingDir();
-    return copy.Find(working) < 0 ? copy : behindLengthOf(working, copy);
+    return copy.Find(working) < 0 ? copy : withoutLengthOf(working, copy);
 }
 
 CString CMPathMapper::getArchivePathFromLocalPath(const CString &path) {
@@ -64,6 +64,6 @@ CString CMPathMapper::getLocalPathFromArchivePath(const CString &path) {
     if (!isLayout(repository)) {
         return copy;
     }
-    const CString below = copy.Find(repository) < 0 ? CString() : behindLengthOf(repository, copy);
+    const CString below = copy.Find(repository) < 0 ? CString() : withoutLengthOf(repository, copy);
     return paths::join(CMProperty::getWorkingDir(), below);
 }

@@ -53,8 +53,8 @@ int waitLimit() {
 /// Makes the working directory the current directory of the process from enter() until leave() or destruction.
 class DirectoryVisit {
   public:
-    /// On failure puts the reason into `error` and shows it.
-    static bool tell(bool entered, const CString &directory, CString &error) {
+    /// Returns `entered`. If it is false, assigns the reason to `error` and shows it.
+    static bool checkEntered(bool entered, const CString &directory, CString &error) {
         if (!entered) {
             const CString reason = oqGetErrorCodeString();
             error = resources::format(resources::Text::cannotEnterDirectory, {directory, reason});
@@ -74,12 +74,12 @@ class DirectoryVisit {
 
     bool enter(const CString &directory, CString &error) {
         away_ = platform::setCurrentDirectory(directory);
-        return tell(away_, directory, error);
+        return checkEntered(away_, directory, error);
     }
     bool leave(CString &error) {
         away_ = false;
         // Required: on failure the message replaces the tool's errors.
-        return tell(platform::setCurrentDirectory(home_), home_, error);
+        return checkEntered(platform::setCurrentDirectory(home_), home_, error);
     }
 
   private:

@@ -75,8 +75,8 @@ class CMTranscation {
     void writeSeparator(const CString &key) const;
     void expandKeyWords(CString &text) const;
     [[nodiscard]] Verdict judge(const IUnit &unit, const Permissions &allowed) const;
-    static void tellAboutControlledFile(const CString &file);
-    static void tellThatUnitsAreLeftOut();
+    static void reportControlledFile(const CString &file);
+    static void reportLeftOutUnits();
 
     static CList<CMTranscation *, CMTranscation *> m_TxnList;
     static CMTxnGlobalState myGlobalState;

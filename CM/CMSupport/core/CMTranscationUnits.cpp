@@ -71,10 +71,10 @@ void CMTranscation::checkUnitsForOperation(CMUnitList &units) {
 
     for (const auto &[verdict, kind, name] : notices) {
         if (verdict == Verdict::staysAsControlledFile) {
-            tellAboutControlledFile(name);
+            reportControlledFile(name);
             continue;
         }
-        tellThatUnitsAreLeftOut();
+        reportLeftOutUnits();
         if (stream != nullptr) {
             const Text text = verdict == Verdict::barredAsStub ? Text::stubLeftOut : Text::referenceLeftOut;
             *stream << resources::format(text, {kind, name}) << '\n';
@@ -102,7 +102,7 @@ CMTranscation::Verdict CMTranscation::judge(const IUnit &unit, const Permissions
     return embedded != nullptr && type_ == CMTxnCheckOut ? Verdict::staysAsControlledFile : Verdict::stays;
 }
 
-void CMTranscation::tellAboutControlledFile(const CString &file) {
+void CMTranscation::reportControlledFile(const CString &file) {
     if (myGlobalState.controlledFileShown != 0) {
         return;
     }
@@ -112,7 +112,7 @@ void CMTranscation::tellAboutControlledFile(const CString &file) {
     myGlobalState.controlledFileShown = 1;
 }
 
-void CMTranscation::tellThatUnitsAreLeftOut() {
+void CMTranscation::reportLeftOutUnits() {
     if (myGlobalState.barredUnitsShown == 0) {
         notifyUserAndAsk(resources::text(Text::someUnitsLeftOut), MB_ICONEXCLAMATION, 0, messageLevelDefault);
         myGlobalState.barredUnitsShown = 1;

@@ -140,7 +140,7 @@ int Expansion::expandVariables(std::string_view work, int ok, CString &result, b
         CString value;
         bool replaces = true;
         const Fault before = budget_.fault;
-        bool isMadeGood = false;
+        bool isFixed = false;
         if (CMArgument *argument = argumentNamed(name)) {
             const CString given = argument->substitute(name);
             if (ok != 0) {
@@ -155,7 +155,7 @@ int Expansion::expandVariables(std::string_view work, int ok, CString &result, b
                 CString scratch;
                 replaces = CMProperty::ExpandPredefined(escaped, value, scratch) == 1 && mayGoOn(value, name);
                 ok = replaces ? 1 : ok;
-                isMadeGood = replaces;
+                isFixed = replaces;
             }
         }
         replaces = replaces && !budget_.stopped;
@@ -163,7 +163,7 @@ int Expansion::expandVariables(std::string_view work, int ok, CString &result, b
         changed = replacement != variable;
         if (changed) {
             text.replace(replacement);
-            if (isMadeGood) {
+            if (isFixed) {
                 budget_.fault = before;
             }
         } else {

@@ -1,4 +1,4 @@
-// The operations of the facade: the table of what is special to each, and the entries.
+// Implements the operations of CMFacade: a table with what is special to each, and the entries.
 #include "CM/CMSupport/command/CMAddMember.h"
 #include "CM/CMSupport/command/CMCheckIn.h"
 #include "CM/CMSupport/command/CMCheckOut.h"
@@ -32,7 +32,7 @@ namespace {
 using UnitRow = dispatch::Row<CMUnitList &, CMArgumentList &, CMDiagnosticList &>;
 using ItemRow = dispatch::Row<CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &>;
 
-/// The command form: an operation made for the call, with the hybrid flag false if it has one.
+/// Runs the command form: creates the operation and calls it, with `hybrid` false if it has that parameter.
 template <class OPERATION, class LIST> int command(LIST &list, CMArgumentList &args, CMDiagnosticList &diags) {
     if constexpr (std::invocable<OPERATION, LIST &, CMArgumentList &, CMDiagnosticList &, bool>) {
         return OPERATION()(list, args, diags, false);
@@ -41,7 +41,7 @@ template <class OPERATION, class LIST> int command(LIST &list, CMArgumentList &a
     }
 }
 
-/// The form of a route that lacks the operation.
+/// Does nothing: the form for a route that lacks the operation.
 template <class... ARGS> int nothing(ARGS... /*args*/) { return 0; }
 
 constexpr bool yes = true;
@@ -79,7 +79,7 @@ constexpr UnitRow moveMember             {CMTxnMove,             no,  no,  none,
 constexpr UnitRow deleteMember           {CMTxnDelete,           yes, no,  none,                                 dispatch::deleteMember};
 constexpr ItemRow listArchive            {CMTxnListArchive,      no,  no,  SCCFacade::SCCListArchive,            command<CMListArchive>};
 constexpr UnitRow connectToArchive       {CMTxnConnect,          no,  no,  SCCFacade::SCCConnectToArchive,       command<CMConnectToCMRepository>};
-constexpr ItemRow connectItems           {CMTxnConnect,          no,  no,  none,                                 nothing}; // the separators are shown all the same
+constexpr ItemRow connectItems           {CMTxnConnect,          no,  no,  none,                                 nothing}; // shows only the separators
 
 constexpr dispatch::Row<const CString &, CMArgumentList &, CMDiagnosticList &>
                   addDirectory           {CMTxnAddDirectory,     no,  no,  SCCFacade::SCCAddDirectory,           nothing};
@@ -91,8 +91,8 @@ constexpr dispatch::Row<const CString &, CMArgumentList &, CMDiagnosticList &, b
                   deleteDirectory        {CMTxnDeleteDirectory,  no,  no,  none,                                 dispatch::deleteDirectory};
 // clang-format on
 
-/// The host's flags for reading the archive's files back. Made before the transaction, so that the old values
-/// return after it has closed.
+/// Sets the host's flags for reloading archived files. Must be created before the transaction, so that it restores
+/// the flags after the transaction has ended.
 struct ReadingBack {
     ValueRetriever<bool> okToAll{isOk2All, false};
     ValueRetriever<bool> duplicateIds{reloadForDupId, true};

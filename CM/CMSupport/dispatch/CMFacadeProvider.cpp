@@ -1,4 +1,4 @@
-// CMFacade: the members by which the host starts and ends the work of a provider.
+// Implements the members of CMFacade that start and end the work of a provider.
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/provider/SCCFacade.h"
@@ -7,7 +7,8 @@ int CMFacade::RunToolExe() { return SCCFacade::SCCRunToolExe(); }
 
 int CMFacade::doSetUpSCC() { return CMProperty::useSccCompliantTool() != 0 ? SCCFacade::doSetUpSCC() : 1; }
 
-// Closing a project cleans up too and doesn't close it with the provider, deliberately.
+// Required: cleans up, and does not close the project with the provider. Test:
+// ProviderEntries.CloseAndCleanUpCleanUpOnlyALoadedProviderAndReturnOne.
 int CMFacade::doCloseProjectSCC() { return doCleanUpSCC(); }
 
 int CMFacade::doCleanUpSCC() {

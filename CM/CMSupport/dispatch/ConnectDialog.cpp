@@ -13,7 +13,9 @@ ModalDialog &connectToArchiveDialog() {
 } // namespace dispatch
 
 int CMFacade::doConnectToArcDlg() {
-    const CMTranscation transaction(nullptr, 1, CMTxnTool, ""); // whether it is valid is not asked, deliberately
+    // Required: the dialog is shown even if the transaction is invalid.
+    // Test: ConnectDialog.IsShownWithoutAToolAndWithoutAProjectToo.
+    const CMTranscation transaction(nullptr, 1, CMTxnTool, "");
     if (const dispatch::ModalDialog show = dispatch::connectToArchiveDialog()) {
         show();
     }

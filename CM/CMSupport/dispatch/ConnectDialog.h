@@ -1,12 +1,12 @@
-// The dialog in which the user connects the project to an archive, as far as the facade knows it.
+// Declares the dialog that the facade shows to connect the project to an archive.
 #pragma once
 
 namespace dispatch {
 
-/// Shows a modal dialog without a parent window. Its result is not asked for.
+/// Shows a modal dialog without a parent window. Its result is ignored.
 using ModalDialog = void (*)();
 
-/// The dialog that CMFacade::doConnectToArcDlg shows, to be assigned by a program that has such a dialog. While it
+/// Returns the dialog that CMFacade::doConnectToArcDlg shows; a program that has such a dialog assigns it. While it
 /// is null, the transaction opens and closes, and nothing is shown.
 ModalDialog &connectToArchiveDialog();
 

@@ -21,17 +21,17 @@ namespace {
 
 bool isProviderRoute() { return CMProperty::useSccCompliantTool() != 0; }
 
-/// In any case of letters.
+/// Ignores case.
 bool isProviderNamed(std::string_view name) {
     CString provider;
     CMProperty::getSCCToolName(provider);
     return provider.CompareNoCase(name) == 0;
 }
 
-/// Whether the project allows hybrid mode and the provider has a use for it.
+/// Returns whether the project allows hybrid mode and the provider supports it.
 bool isHybridMode() { return CMProperty::isHybridModePossible() && isProviderNamed("Basalt"); }
 
-/// The provider that handles directories as a whole.
+/// Returns whether the provider handles directories as a whole.
 bool isTesseraRoute() { return isProviderRoute() && isProviderNamed("Tessera"); }
 
 bool holdsDirectory(const CMUnitList &units) { return std::any_of(units.begin(), units.end(), hasOwnDirectory); }

@@ -12,19 +12,20 @@ class IUnit;
 
 namespace dispatch {
 
-/// Runs the command only in hybrid mode. The route is not asked for, as required: with a plain command tool this
-/// goes to the provider too (FetchEntries.FetchForDiffGoesToTheProviderWithACommandToolToo).
+/// Runs the command in hybrid mode, else the provider form. Required: also in a project that works by commands.
+/// Test: FetchEntries.FetchForDiffGoesToTheProviderWithACommandToolToo.
 int fetchForDiff(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
 
-// On the provider route these three go by command in hybrid mode: move and delete if one of the units is a
-// subsystem with a directory of its own, rename across directories.
+// On the provider route these three run the command in hybrid mode: move and delete if one of the units is a
+// subsystem with a directory of its own, rename if the directories differ.
 
-/// The owners in the list are required to count: MoveEntries.InHybridModeAnOwnerWithADirectoryCountsLikeAUnit.
+/// Required: the owners in the list count too. Test: MoveEntries.InHybridModeAnOwnerWithADirectoryCountsLikeAUnit.
 int moveMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
 int deleteMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
 int renameMember(IUnit *unit, const CString &oldPath, const CString &newPath, CMDiagnosticList &diags);
 
-// On the provider route these two go by command unless the provider handles directories as a whole, deliberately.
+// On the provider route these two run the command unless the provider handles directories as a whole. Test:
+// ProviderEntries.OnlyTesseraMovesAPackagesContentAndDeletesADirectory.
 
 int movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath, const CString &newPath,
                        CMArgumentList &args, CMDiagnosticList &diags, bool hybrid);

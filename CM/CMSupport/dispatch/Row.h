@@ -1,4 +1,4 @@
-// Row: what is special to one operation of the facade, and the sequence that all of them go through.
+// Describes one operation of the facade, and runs it in the steps that all of them share.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -13,13 +13,14 @@ template <class... ARGS> struct Row {
     using Form = int (*)(ARGS...);
 
     CMTranscationType type;
-    bool check;                     ///< takes units off the list that the operation is barred from
+    bool check;                     ///< removes the units on which the operation is not allowed from the list
     bool count;                     ///< returns 0 if no unit is left
     Form provider;                  ///< null: the command form runs on both routes
     Form command;                   ///< null: the provider form runs on both routes
     bool appliesSavedUnits = false; ///< applies reloaded units to the other open projects, also after a failure
 
-    /// Returns what the form returned; 0, with no list touched, if the transaction isn't valid.
+    /// Runs the operation. Returns the result of the form; 0, with unchanged lists, if the transaction isn't
+    /// valid.
     int run(ARGS... args) const {
         const CMTranscation transaction(nullptr, 1, type, "");
         if (!transaction.isValidTranscation()) {
@@ -46,7 +47,7 @@ template <class... ARGS> struct Row {
 
     [[nodiscard]] Form form() const {
         if (provider == nullptr || command == nullptr) {
-            return provider == nullptr ? command : provider; // the route is not asked for
+            return provider == nullptr ? command : provider; // on both routes
         }
         return CMProperty::useSccCompliantTool() != 0 ? provider : command;
     }

@@ -1,5 +1,4 @@
-// ValueRetriever: sets a variable for the length of a scope. The old value comes back at its end, on every way
-// out.
+// Sets a variable for the duration of a scope, and restores the old value at its end.
 #pragma once
 
 #include <utility>

@@ -1,4 +1,4 @@
-// pvContextStruct: the record of one open provider context.
+// Describes one open context of the provider.
 #pragma once
 
 #include "CM/platform/CList.h"

@@ -1,16 +1,16 @@
-// CCMModalDialog: a dialog of the library, which the driver of the host runs.
+// Runs a dialog of the library with the driver of the host.
 #pragma once
 
 #include "CM/platform/dialog/CDialog.h"
 
 class CCMModalDialog : public CDialog {
   public:
-    /// Runs the dialog and returns the result that ended it, or OnNotAnswered() where nobody answers.
+    /// Runs the dialog and returns the result that ended it, or that of OnNotAnswered() if nobody answers.
     int DoModal();
 
   protected:
     using CDialog::CDialog;
 
-    /// The result of a dialog that nobody answers: the one that loses nothing.
+    /// Returns the result of a dialog that nobody answers. It must lose nothing.
     virtual int OnNotAnswered() { return IDCANCEL; }
 };

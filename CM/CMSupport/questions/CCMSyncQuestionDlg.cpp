@@ -42,8 +42,8 @@ int CCMSyncQuestionDlg::DoModal() {
     if (m_response == "cancel") {
         return IDCANCEL;
     }
-    // Any other response counts as yes, as required, also the empty one. A user who closes the window does not
-    // come here: that presses Cancel, or is refused. Test: SyncQuestion.AnyOtherResponseCountsAsYes.
+    // Required: any other response counts as yes, even an empty one. A user can't cause that by closing the
+    // window, which presses Cancel or is refused. Test: SyncQuestion.AnyOtherResponseCountsAsYes.
     return IDYES;
 }
 

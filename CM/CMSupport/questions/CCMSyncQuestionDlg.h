@@ -1,5 +1,5 @@
-// CCMSyncQuestionDlg: whether a unit that may hold changes of its own is to be overwritten, with answers that can
-// hold for the rest of a command.
+// Asks whether to overwrite a unit that may contain changes of the user. An answer can hold for the rest of a
+// command.
 #pragma once
 
 #include "CM/CMSupport/questions/CCMModalDialog.h"
@@ -9,19 +9,19 @@
 class CCMSyncQuestionDlg : public CCMModalDialog {
   public:
     /// The last answer: "yes", "yestoall", "no", "notoall" or "cancel". Shared by all instances; emptied when the
-    /// last CMAskOnCheckoutGuard ends. Without a guard it stands until something empties it.
+    /// last CMAskOnCheckoutGuard ends. Without a guard it remains until it is emptied.
     static CString m_response;
 
     explicit CCMSyncQuestionDlg(CWnd *parent = nullptr);
 
-    /// The question itself.
+    /// Sets the text of the question.
     void setText(CString question) { text_.setCaption(std::move(question)); }
-    /// With 0 the Cancel button is disabled; 1 at the start.
+    /// 0 disables the Cancel button; the initial value is 1.
     void SetCancelableOperation(int flag) { cancelable_ = flag; }
 
-    /// IDYES, IDNO or IDCANCEL. An earlier "yestoall" or "notoall" answers without showing anything. A dialog that
-    /// ends without one of the five answers counts as IDYES, unless the answer of an earlier question is still
-    /// there, which then counts again. Where nobody can be asked it is IDNO, which the CM output window reports.
+    /// Returns IDYES, IDNO or IDCANCEL. After "yestoall" or "notoall" returns that answer without showing
+    /// anything. If the dialog ends without an answer, the last answer counts again; if there is none, returns
+    /// IDYES. If nobody can be asked, returns IDNO and says so in the CM output window.
     int DoModal();
 
   protected:

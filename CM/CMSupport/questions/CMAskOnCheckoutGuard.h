@@ -1,5 +1,5 @@
-// CMAskOnCheckoutGuard: bounds how long an answer for all units lives. The outermost guard of a command empties
-// the answer of CCMSyncQuestionDlg when it ends.
+// Limits the time for which an answer for all units holds: when the outermost guard of a command ends, it empties
+// CCMSyncQuestionDlg::m_response.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -12,5 +12,5 @@ class ORC_CM_API CMAskOnCheckoutGuard {
     CMAskOnCheckoutGuard &operator=(const CMAskOnCheckoutGuard &) = delete;
 
   private:
-    static int m_Ref; ///< how many guards are alive
+    static int m_Ref; ///< the number of guards that are alive
 };

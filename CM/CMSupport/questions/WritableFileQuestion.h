@@ -1,5 +1,4 @@
-// WritableFileQuestion: asks whether a check out may overwrite a file that is writable and so may hold changes of
-// its own.
+// Asks whether a check out may overwrite a file that is writable and so may contain changes of the user.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -7,11 +6,12 @@
 
 class WritableFileQuestion {
   public:
-    /// Reads the tool property "AskOnCheckoutReadWrite". Anything but "No" asks, a missing property included.
+    /// Reads the tool property "AskOnCheckoutReadWrite". Any value but "No" asks, as does a missing
+    /// property.
     WritableFileQuestion();
-    /// True if the unit's file may be overwritten: nothing to ask, or the answer was yes.
+    /// Returns true if the unit's file may be overwritten: there is nothing to ask, or the answer was yes.
     [[nodiscard]] bool mayOverwrite(const IUnit &unit) const;
-    /// The same for the unit that the item belongs to; an item without one raises no question.
+    /// Does the same for the item's unit. Returns true for an item without a unit.
     [[nodiscard]] bool mayOverwrite(const CMArchiveItem &item) const;
 
   private:

@@ -64,7 +64,7 @@ int RunningChild::start(const std::vector<std::string> &words) {
 
 ChildResult RunningChild::collect() {
     while (!exited_ || (channelsOpen() && stage_ != Stage::killed)) {
-        waitForNews();
+        waitForEvents();
         watch(Clock::now());
     }
     // After a kill, a process that left the group may still hold a channel: read what is there, don't wait.
@@ -84,7 +84,7 @@ ChildResult RunningChild::collect() {
     return result;
 }
 
-void RunningChild::waitForNews() {
+void RunningChild::waitForEvents() {
     // poll skips a negative descriptor.
     std::array<pollfd, 3> waited{pollfd{output_.end.get(), POLLIN, 0}, pollfd{errors_.end.get(), POLLIN, 0},
                                  pollfd{exited_ ? -1 : alarm_.get(), POLLIN, 0}};

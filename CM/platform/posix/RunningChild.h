@@ -35,7 +35,7 @@ class RunningChild {
     };
 
     [[nodiscard]] bool channelsOpen() const { return output_.end.isOpen() || errors_.end.isOpen(); }
-    void waitForNews();
+    void waitForEvents();
     [[nodiscard]] int waitMilliseconds() const;
     [[nodiscard]] bool hasExited() const;
     void watch(Clock::time_point now);

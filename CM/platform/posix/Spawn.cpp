@@ -12,7 +12,7 @@ namespace platform::posix {
 namespace {
 
 /// Returns a descriptor above the standard ones, which may be closed in the caller and must not be reused.
-bool liftAboveStandard(Descriptor &descriptor) {
+bool moveAboveStandardStreams(Descriptor &descriptor) {
     if (descriptor.get() <= STDERR_FILENO) {
         descriptor = Descriptor(::fcntl(descriptor.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     }
@@ -84,7 +84,7 @@ bool Pipe::open() {
     }
     reading = Descriptor(ends[0]);
     writing = Descriptor(ends[1]);
-    return liftAboveStandard(reading) && liftAboveStandard(writing);
+    return moveAboveStandardStreams(reading) && moveAboveStandardStreams(writing);
 }
 
 int spawn(const std::vector<std::string> &words, int output, int errors, pid_t &process) {

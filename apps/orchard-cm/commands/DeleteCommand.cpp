@@ -27,7 +27,7 @@ bool deletesDirectories() {
 }
 
 /// A tool that can delete a directory gets the directory, and not the files in it.
-CMUnitList unitsToTell(const orchard::UnitChange &change) {
+CMUnitList unitsToDelete(const orchard::UnitChange &change) {
     CMUnitList list;
     if (deletesDirectories()) {
         for (const auto &file : change.files()) {
@@ -89,7 +89,7 @@ class DeleteCommand : public Command {
             IPN::Delete,
             !noTool_,
             [](orchard::UnitChange &change, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
-                CMUnitList list = unitsToTell(change);
+                CMUnitList list = unitsToDelete(change);
                 return CMFacade::DeleteMember(list, arguments, diagnostics);
             }};
         orchard::UnitChange change = orchard::UnitChange::remove(units);

@@ -36,7 +36,7 @@ class PropertySetAction : public Command {
         // Nobody would read a property with a mistyped key, so a new one needs its metaclass.
         const std::string metaclass =
             metaclass_.empty() ? requireProperty(object, key_, {}).metaclass : metaclass_;
-        PropertyBefore(object, metaclass, key_).keepUnless([&] {
+        PropertyBefore(object, metaclass, key_).runOrRestore([&] {
             setProperty(object, metaclass, key_, value_);
             context.session.save();
         });

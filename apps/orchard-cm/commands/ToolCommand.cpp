@@ -48,8 +48,8 @@ class ToolCommand : public Command {
     static void choose(IProject &project, const std::string &name, const std::function<void()> &save) {
         PropertyBefore inUse(project, IPN::CMGeneral.str(), IPN::CMTool.str());
         PropertyBefore ofAdding(project, IPN::General.str(), IPN::CMTool.str());
-        inUse.keepUnless([&] {
-            ofAdding.keepUnless([&] {
+        inUse.runOrRestore([&] {
+            ofAdding.runOrRestore([&] {
                 static_cast<void>(CMProperty::setCMTool(name, &project));
                 setProperty(project, IPN::General.str(), IPN::CMTool.str(), name);
                 save();

@@ -20,7 +20,7 @@ namespace orchard_cm {
 
 namespace {
 
-bool somebodyIsThere() { return isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0; }
+bool isInteractive() { return isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0; }
 
 /// The library takes a plain function for saving, so the function object that it calls is kept here.
 std::function<void()> &saveInForce() {
@@ -42,7 +42,7 @@ class HostSetup::Impl {
   public:
     Impl(const GlobalOptions &options, Output &output)
         : output_(output), terminal_(std::cin, output.status().stream()),
-          dialogs_(options.answer, somebodyIsThere() ? &terminal_ : nullptr, output),
+          dialogs_(options.answer, isInteractive() ? &terminal_ : nullptr, output),
           attachment_({.dialogs = &dialogs_,
                        .cmOutput = &output.window(),
                        .runs = {[this](const std::string &command) { started(command); },

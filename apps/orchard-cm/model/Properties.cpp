@@ -148,7 +148,7 @@ PropertyBefore::PropertyBefore(IDObject &object, std::string metaclass, std::str
     }
 }
 
-void PropertyBefore::keepUnless(const std::function<void()> &change) {
+void PropertyBefore::runOrRestore(const std::function<void()> &change) {
     try {
         change();
     } catch (...) {

@@ -42,7 +42,7 @@ class PropertyBefore {
     PropertyBefore(IDObject &object, std::string metaclass, std::string key);
     /// Runs `change`, which sets and saves the property. If it throws, the property and the modified state of the
     /// object's unit are restored.
-    void keepUnless(const std::function<void()> &change);
+    void runOrRestore(const std::function<void()> &change);
 
   private:
     void restore();

@@ -78,16 +78,16 @@ void write(std::ostream &out, const ItemResult &result, const Wording &wording) 
         out << ": " << result.reason;
     }
     if (result.outcome == ItemResult::Outcome::done) {
-        if (wording.tellsContent) {
+        if (wording.showsContent) {
             out << (result.fileChanged ? ", file changed" : ", file unchanged");
         }
-        if (wording.tellsState) {
+        if (wording.showsState) {
             out << change("version ", before.version, after.version) << change("", before.state, after.state);
         }
-        if (wording.tellsState && !after.locker.empty()) {
+        if (wording.showsState && !after.locker.empty()) {
             out << ", locked by " << after.locker;
         }
-        if (wording.tellsContent) {
+        if (wording.showsContent) {
             writeContent(out, result);
         }
         out << change("now ", {}, result.newName) << change("file now ", {}, result.newFile);

@@ -45,8 +45,8 @@ struct ItemResult {
 /// How the result of an operation is reported.
 struct Wording {
     const char *done;         ///< for an item that succeeded: "checked out"
-    bool tellsContent = true; ///< whether a changed file, and what the model holds of it, is reported
-    bool tellsState = true;   ///< whether version, mode and locker are reported
+    bool showsContent = true; ///< whether a changed file, and what the model holds of it, is reported
+    bool showsState = true;   ///< whether version, mode and locker are reported
 };
 
 Json toJson(const ItemResult &result, const Wording &wording);

@@ -143,7 +143,7 @@ class Expander {
         if (done) {
             checkQuotes(entry, command.str());
         } else {
-            tellUnresolved(entry, command.str(), arguments);
+            reportUnresolved(entry, command.str(), arguments);
         }
         result_.commands.push_back({entry.key, command.str(), full});
     }
@@ -155,7 +155,7 @@ class Expander {
         }
         return key.ends_with("Directory") ? sample_.directory() : sample_.unit();
     }
-    void tell(const SetEntry &entry, std::string text) {
+    void report(const SetEntry &entry, std::string text) {
         for (const Finding &finding : result_.findings) {
             if (finding.key == entry.key && finding.text == text) {
                 return;
@@ -163,22 +163,23 @@ class Expander {
         }
         result_.findings.push_back({entry.key, std::move(text), entry.place});
     }
-    void tellUnresolved(const SetEntry &entry, const std::string &half, TemplateArguments &arguments) {
+    void reportUnresolved(const SetEntry &entry, const std::string &half, TemplateArguments &arguments) {
         const auto unresolved = findUnresolved(half, arguments.list());
         if (unresolved.chain.empty()) {
-            tell(entry, "a name in a condition could not be resolved; see it with 'orchard-cm expand --trace'");
+            report(entry, "a name in a condition could not be resolved; see it with 'orchard-cm expand --trace'");
             return;
         }
         const auto &chain = unresolved.chain;
-        tell(entry, whatFailed(unresolved) +
-                        (chain.size() > 1 ? ", which is in the value of '" + chain[chain.size() - 2] + "'" : ""));
+        report(entry,
+               whatFailed(unresolved) +
+                   (chain.size() > 1 ? ", which is in the value of '" + chain[chain.size() - 2] + "'" : ""));
     }
     void checkQuotes(const SetEntry &entry, const std::string &command) {
-        if (!standsInQuotes(command, sample_.path())) {
-            tell(entry, "a path is outside quotes in: " + command);
+        if (!isInQuotes(command, sample_.path())) {
+            report(entry, "a path is outside quotes in: " + command);
         }
-        if (!standsInQuotes(command, sampleComment)) {
-            tell(entry, "the comment is outside quotes in: " + command);
+        if (!isInQuotes(command, sampleComment)) {
+            report(entry, "the comment is outside quotes in: " + command);
         }
     }
 

@@ -199,7 +199,7 @@ std::vector<Finding> checkSet(const std::vector<SetEntry> &entries) {
     return findings;
 }
 
-bool standsInQuotes(std::string_view command, std::string_view text) {
+bool isInQuotes(std::string_view command, std::string_view text) {
     // A command in parentheses or backquotes begins with fresh quoting, also within double quotes. Each level
     // remembers its quote and the character that ends it.
     struct Level {

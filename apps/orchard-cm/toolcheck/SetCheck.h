@@ -30,8 +30,8 @@ std::string faultOfValue(std::string_view key, const std::string &value);
 /// Returns the entry with this key, found regardless of case; null if there is none.
 const SetEntry *entryOf(const std::vector<SetEntry> &entries, std::string_view key);
 
-/// Returns whether every occurrence of `text` in a command is inside shell quotes. Quoting starts anew inside a
+/// Returns whether every occurrence of `text` in a command is inside shell quotes. Quoting starts again inside a
 /// command substitution.
-bool standsInQuotes(std::string_view command, std::string_view text);
+bool isInQuotes(std::string_view command, std::string_view text);
 
 } // namespace orchard_cm

@@ -127,27 +127,27 @@ TEST(SetCheck, FindsValuesThatMeanNothing) {
 }
 
 TEST(Quotes, HoldAPathThatStandsInThem) {
-    EXPECT_TRUE(standsInQuotes("co -l \"/a b/Pump.ocl\" '/a b/x'", "/a b"));
-    EXPECT_FALSE(standsInQuotes("co -l /a b/Pump.ocl", "/a b"));
-    EXPECT_FALSE(standsInQuotes("co \"x\" /a b/Pump.ocl", "/a b"));
-    EXPECT_TRUE(standsInQuotes("co -l", "/a b"));
+    EXPECT_TRUE(isInQuotes("co -l \"/a b/Pump.ocl\" '/a b/x'", "/a b"));
+    EXPECT_FALSE(isInQuotes("co -l /a b/Pump.ocl", "/a b"));
+    EXPECT_FALSE(isInQuotes("co \"x\" /a b/Pump.ocl", "/a b"));
+    EXPECT_TRUE(isInQuotes("co -l", "/a b"));
 }
 TEST(Quotes, BeginAnewInACommandWithinOthers) {
-    EXPECT_TRUE(standsInQuotes(R"q(mv "$(realpath -m -- "/a b/x")" "$(dirname "/a b/y")")q", "/a b"));
-    EXPECT_FALSE(standsInQuotes(R"q(mv "$(realpath -m -- /a b/x)")q", "/a b"));
-    EXPECT_TRUE(standsInQuotes(R"q(mv "$(realpath x)/a b")q", "/a b")) << "the outer quotes go on behind it";
-    EXPECT_FALSE(standsInQuotes(R"q(mv "$(realpath "x")" /a b)q", "/a b"));
-    EXPECT_TRUE(standsInQuotes(R"q(mv "$( (cd x; realpath y) )/a b")q", "/a b"));
-    EXPECT_FALSE(standsInQuotes(R"q(mv "$(cd '$(' /a b)")q", "/a b")) << "single quotes hold no command";
-    EXPECT_TRUE(standsInQuotes(R"q(mv '"' "$(x ')' "/a b")")q", "/a b"));
+    EXPECT_TRUE(isInQuotes(R"q(mv "$(realpath -m -- "/a b/x")" "$(dirname "/a b/y")")q", "/a b"));
+    EXPECT_FALSE(isInQuotes(R"q(mv "$(realpath -m -- /a b/x)")q", "/a b"));
+    EXPECT_TRUE(isInQuotes(R"q(mv "$(realpath x)/a b")q", "/a b")) << "the outer quotes go on behind it";
+    EXPECT_FALSE(isInQuotes(R"q(mv "$(realpath "x")" /a b)q", "/a b"));
+    EXPECT_TRUE(isInQuotes(R"q(mv "$( (cd x; realpath y) )/a b")q", "/a b"));
+    EXPECT_FALSE(isInQuotes(R"q(mv "$(cd '$(' /a b)")q", "/a b")) << "single quotes hold no command";
+    EXPECT_TRUE(isInQuotes(R"q(mv '"' "$(x ')' "/a b")")q", "/a b"));
 }
 TEST(Quotes, BeginAnewInBackquotes) {
-    EXPECT_TRUE(standsInQuotes(R"q(mv "`realpath "/a b/x"`/a b")q", "/a b"));
-    EXPECT_FALSE(standsInQuotes(R"q(mv "`realpath /a b/x`")q", "/a b"));
-    EXPECT_TRUE(standsInQuotes(R"q(say "\` /a b")q", "/a b"));
+    EXPECT_TRUE(isInQuotes(R"q(mv "`realpath "/a b/x"`/a b")q", "/a b"));
+    EXPECT_FALSE(isInQuotes(R"q(mv "`realpath /a b/x`")q", "/a b"));
+    EXPECT_TRUE(isInQuotes(R"q(say "\` /a b")q", "/a b"));
 }
 TEST(Quotes, AreNoneWithinOthersOrBehindABackslash) {
-    EXPECT_TRUE(standsInQuotes("sh -c 'say \"' \"/a b\"", "/a b"));
-    EXPECT_FALSE(standsInQuotes("say \\\" /a b", "/a b"));
-    EXPECT_FALSE(standsInQuotes("say '\\' /a b", "/a b")) << "a backslash in single quotes is none";
+    EXPECT_TRUE(isInQuotes("sh -c 'say \"' \"/a b\"", "/a b"));
+    EXPECT_FALSE(isInQuotes("say \\\" /a b", "/a b"));
+    EXPECT_FALSE(isInQuotes("say '\\' /a b", "/a b")) << "a backslash in single quotes is none";
 }

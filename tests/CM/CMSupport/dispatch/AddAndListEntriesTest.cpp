@@ -24,7 +24,7 @@ class AddAndListEntries : public ListingFixture {
         }
     }
     static std::string separator(resources::Text name) { return "<" + std::string(resources::text(name)) + ">"; }
-    void expectTheProviderRouteWasTold() {
+    void expectProviderRouteMessage() {
         ASSERT_FALSE(host.messages.shown.empty());
         EXPECT_EQ(host.messages.shown.back().text, resources::text(resources::Text::providerRouteMissing));
         EXPECT_THAT(host.worker.commands, IsEmpty());
@@ -73,13 +73,13 @@ TEST_F(AddAndListEntries, OnTheProviderRouteTellTheUserAndRunNothing) {
     setProviderRoute();
     units = list(&host.addUnit("Pump"));
     EXPECT_EQ(CMFacade::AddMember(units, args, diags), 0);
-    expectTheProviderRouteWasTold();
+    expectProviderRouteMessage();
     host.clearRecords();
     EXPECT_EQ(CMFacade::AddDirectory("/w/d", args, diags), 0);
-    expectTheProviderRouteWasTold();
+    expectProviderRouteMessage();
     host.clearRecords();
     EXPECT_EQ(CMFacade::ListArchive(items, args, diags), 0);
-    expectTheProviderRouteWasTold();
+    expectProviderRouteMessage();
     EXPECT_TRUE(items.IsEmpty());
 }
 

@@ -134,16 +134,16 @@ TEST_P(CheckInEntries, OnTheProviderRouteLocksByCommandAllTheSameAndChecksNothin
     }
     units = list(&host.addUnit("Pump"));
     EXPECT_EQ(call(), row().hasProviderRoute ? 0 : 1);
-    const auto timesTold = [this] {
+    const auto messageCount = [this] {
         return std::ranges::count(host.messages.shown, CString(resources::text(Text::providerRouteMissing)),
                                   &recording::MessageState::Shown::text);
     };
     if (row().hasProviderRoute) {
-        EXPECT_EQ(timesTold(), 1);
+        EXPECT_EQ(messageCount(), 1);
         EXPECT_THAT(host.worker.commands, IsEmpty());
         EXPECT_THAT(host.callsOf("save model"), IsEmpty());
     } else {
-        EXPECT_EQ(timesTold(), 0);
+        EXPECT_EQ(messageCount(), 0);
         EXPECT_THAT(host.worker.commands, ElementsAre("provider tool"));
     }
 }
