@@ -16,7 +16,7 @@ namespace orchard {
 namespace fs = std::filesystem;
 namespace {
 
-void tell(const std::string &text) {
+void notify(const std::string &text) {
     LogTrace::Log(LogTrace::Log::cm).Min("orchard/properties", 0, text);
     static_cast<void>(notifyUserAndAsk(text, MB_ICONEXCLAMATION, 0, messageLevelDefault));
 }
@@ -28,7 +28,7 @@ const InstalledSets &standardSets() {
     if (!isReported) {
         isReported = true; // before reporting, which may call this function again
         for (const std::string &problem : sets.problems()) {
-            tell("A property set with a mistake is ignored.\n" + problem);
+            notify("A property set with a mistake is ignored.\n" + problem);
         }
     }
     return sets;

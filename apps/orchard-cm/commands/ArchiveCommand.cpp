@@ -79,7 +79,7 @@ class ArchiveCommand : public Command {
         const OutcomeWatch watch;
         // The return value is that of the last field of the last record, and means nothing.
         static_cast<void>(CMFacade::ListArchive(items.list(), arguments.list(), diagnostics));
-        tellDiagnostics(context, diagnostics);
+        reportDiagnostics(context, diagnostics);
         write(context, items.list());
         const std::string fault = watch.reason();
         if (!fault.empty() || context.output.errorCount() > errorsBefore) {

@@ -106,7 +106,7 @@ class ConnectCommand : public Command {
         const std::size_t errorsBefore = context.output.errorCount();
         const OutcomeWatch watch;
         const int result = CMFacade::ConnectToArchive(noUnits, arguments.list(), diagnostics);
-        tellDiagnostics(context, diagnostics);
+        reportDiagnostics(context, diagnostics);
         const std::string fault = faultOf(watch.fault());
         if (result == 0 || !fault.empty() || context.output.errorCount() > errorsBefore) {
             change.takeBack();

@@ -97,7 +97,7 @@ class DeleteCommand : public Command {
             requireOwnDirectories(change);
         }
         const OperationReport report = restructure(context, std::move(change), units, remove);
-        return tell(context, report, remove.wording);
+        return writeResult(context, report, remove.wording);
     }
 
   private:

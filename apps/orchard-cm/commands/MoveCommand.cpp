@@ -122,7 +122,7 @@ class MoveCommand : public Command {
             }};
         const OperationReport report =
             restructure(context, orchard::UnitChange::move({&unit}, owner), {&unit}, move);
-        return tell(context, report, move.wording);
+        return writeResult(context, report, move.wording);
     }
 
   private:

@@ -37,7 +37,7 @@ ExitCode OperationOptions::run(Context &context, const Operation &operation, con
     const OperationReport report =
         archive_ ? operateOnArchive(context, archiveNames(project, words_, recursive_), operation, onArchive)
                  : operateOnUnits(context, units(project), operation, onUnits);
-    const ExitCode code = tell(context, report, operation.wording);
+    const ExitCode code = writeResult(context, report, operation.wording);
     // A unit that is new or has another name is listed in its owner's file, which must be saved to keep it.
     context.session.saveIfModified();
     return code;

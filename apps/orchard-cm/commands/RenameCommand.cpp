@@ -34,7 +34,7 @@ class RenameCommand : public Command {
             }};
         const OperationReport report =
             restructure(context, orchard::UnitChange::rename(unit, name_), {&unit}, rename);
-        return tell(context, report, rename.wording);
+        return writeResult(context, report, rename.wording);
     }
 
   private:

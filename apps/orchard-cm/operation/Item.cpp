@@ -68,7 +68,7 @@ void take(Item &item, const CMOutcome &outcome, bool keepsOutput) {
     }
 }
 
-void lookAgain(Item &item) {
+void recordStateAfter(Item &item) {
     ItemResult &result = item.result;
     const IUnit *const unit = unitNow(item);
     const std::string file = unit != nullptr ? unit->getFullFileName().str() : result.file;

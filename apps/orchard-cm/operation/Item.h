@@ -25,6 +25,6 @@ IUnit *unitNow(const Item &item);
 /// Records what the library reports about the item, and with `keepsOutput` also the tool's output.
 void take(Item &item, const CMOutcome &outcome, bool keepsOutput);
 /// Records the item's state after the operation; the unit and its file may have new names.
-void lookAgain(Item &item);
+void recordStateAfter(Item &item);
 
 } // namespace orchard_cm

@@ -82,7 +82,7 @@ void reload(Items &items, Reload which) {
 /// command for a directory, if there was one.
 void judge(Item &item, const Operation &operation, const std::optional<std::string> &shared, bool mayGoOn) {
     ItemResult &result = item.result;
-    lookAgain(item);
+    recordStateAfter(item);
     if (!item.isReported && !mayGoOn) {
         result.outcome = Outcome::notBegun;
     } else if (!item.isReported) {
@@ -130,7 +130,7 @@ OperationReport run(Context &context, Items items, const Operation &operation,
             reload(items, operation.reload);
         }
     }
-    tellDiagnostics(context, diagnostics);
+    reportDiagnostics(context, diagnostics);
     OperationReport report;
     for (Item &item : items) {
         judge(item, operation, shared, setup.mayGoOn());
@@ -178,7 +178,7 @@ OperationReport operateOnArchive(Context &context, const std::vector<std::string
                });
 }
 
-ExitCode tell(Context &context, const OperationReport &report, const Wording &wording) {
+ExitCode writeResult(Context &context, const OperationReport &report, const Wording &wording) {
     Json items = Json::array();
     for (const auto &item : report.items) {
         items.push_back(toJson(item, wording));
@@ -188,7 +188,7 @@ ExitCode tell(Context &context, const OperationReport &report, const Wording &wo
     return report.good ? ExitCode::done : ExitCode::failed;
 }
 
-void tellDiagnostics(Context &context, const CMDiagnosticList &diagnostics) {
+void reportDiagnostics(Context &context, const CMDiagnosticList &diagnostics) {
     context.output.status().clear();
     for (const CMDiagnostic &diagnostic : diagnostics) {
         context.output.message(diagnostic.getResult() == 0 ? Output::Kind::error : Output::Kind::information,

@@ -52,10 +52,10 @@ OperationReport operateOnArchive(Context &context, const std::vector<std::string
                                  const Operation &operation, const ArchiveEntry &entry);
 
 /// Writes the items as the command's result, and returns the program's exit status.
-ExitCode tell(Context &context, const OperationReport &report, const Wording &wording);
+ExitCode writeResult(Context &context, const OperationReport &report, const Wording &wording);
 
 /// Reports the library's diagnostics to the user.
-void tellDiagnostics(Context &context, const CMDiagnosticList &diagnostics);
+void reportDiagnostics(Context &context, const CMDiagnosticList &diagnostics);
 
 /// Throws a Failure if the tool in use has no command for the property, or an empty one. Does nothing if there is
 /// no tool, because the library reports that itself.

@@ -66,7 +66,7 @@ OperationReport restructure(Context &context, orchard::UnitChange change, const 
         if (byTool) {
             TemplateArguments arguments;
             const int result = how.entry(change, arguments.list(), diagnostics);
-            tellDiagnostics(context, diagnostics);
+            reportDiagnostics(context, diagnostics);
             fault = isFault(watch.fault()) ? watch.reason() : result == 0 ? "the tool did nothing" : "";
         }
         for (const auto &problem : change.finish(byTool ? orchard::FilesBy::tool : orchard::FilesBy::host)) {
@@ -77,7 +77,7 @@ OperationReport restructure(Context &context, orchard::UnitChange change, const 
     }
     OperationReport report;
     for (Item &item : items) {
-        lookAgain(item);
+        recordStateAfter(item);
         judge(item.result, fault, watch.wasCutOff(), change);
         report.items.push_back(std::move(item.result));
     }
