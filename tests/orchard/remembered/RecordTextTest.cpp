@@ -15,7 +15,7 @@ TEST(RecordText, GivesBackWhatWasWritten) {
     EXPECT_EQ(reader.text(), "Pump");
     EXPECT_EQ(reader.text(), "");
     EXPECT_EQ(reader.plain<char>(), 'x');
-    EXPECT_TRUE(reader.isWhole());
+    EXPECT_TRUE(reader.isComplete());
     EXPECT_EQ(reader.rest(), "");
 }
 
@@ -28,7 +28,7 @@ TEST(RecordText, ATextThatEndsTooEarlyIsNotReadBeyond) {
         const auto number = reader.plain<std::uint64_t>();
         EXPECT_EQ(number, length < 8 ? 0U : 42U);
         EXPECT_EQ(reader.text(), "");
-        EXPECT_FALSE(reader.isWhole());
+        EXPECT_FALSE(reader.isComplete());
         EXPECT_EQ(reader.plain<char>(), '\0');
     }
 }
