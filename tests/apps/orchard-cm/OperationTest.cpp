@@ -54,7 +54,7 @@ class OperationOnUnits : public testing::Test {
     std::string told(const OperationReport &report) {
         Context context{options, output, session};
         output.begin("checkout");
-        output.end(tell(context, report, checkedOut));
+        output.end(writeResult(context, report, checkedOut));
         return out.str();
     }
 
