@@ -2,11 +2,6 @@
 
 #include <utility>
 
-PDLL::~PDLL() {
-    users_ = 1;
-    PDLL::Uninitialize();
-}
-
 int PDLL::Initialize(short flag) {
     if (++users_ != 1 || !name_) {
         return 0;
@@ -38,8 +33,5 @@ void PDLL::LoadDll(const char *name, short /*flag*/) {
     platform::SharedLibrary loaded;
     loadError_.Empty();
     loaded.load(name_.value_or(std::string()), loadError_);
-    if (isHeld()) {
-        replaced_.push_back(std::move(library_));
-    }
-    library_ = std::move(loaded);
+    library_ = std::move(loaded); // gives the earlier one back only now, so that it stays where it is in memory
 }

@@ -5,13 +5,11 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 class PDLL {
   public:
     PDLL() = default;
-    /// Unloads the library, whatever the usage count is.
-    virtual ~PDLL();
+    virtual ~PDLL() = default; ///< unloads the library, whatever the usage count is
     PDLL(const PDLL &) = delete;
     PDLL &operator=(const PDLL &) = delete;
 
@@ -38,7 +36,6 @@ class PDLL {
 
   private:
     platform::SharedLibrary library_;
-    std::vector<platform::SharedLibrary> replaced_; ///< kept loaded, since callers may know their entries
     std::optional<std::string> name_;
     CString loadError_;
     int users_ = 0;

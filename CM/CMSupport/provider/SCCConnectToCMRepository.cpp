@@ -59,8 +59,8 @@ bool isNamelessProvider(const CString &name) {
 
 bool chooseAndOpen(pvContextStruct *&context, Association &choice, int isNew, OutcomeReport &report) {
     if (isNew != 0 && CMProperty::getIsConnected() != 0 && CMProperty::isSetSCC_CAP_REENTRANT(0) == 0) {
-        closeAllContexts();
         context = nullptr;
+        closeAllContexts();
     }
     ProviderProject project(choice.projName, choice.auxPath, report);
     if (!project.findDirectory() || !project.initialize(context, LogsResult::no) || !project.choose(isNew) ||

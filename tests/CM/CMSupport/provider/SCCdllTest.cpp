@@ -108,7 +108,7 @@ TEST_F(Binding, AnEntryThatTheProviderLacksIsASuccess) {
 }
 
 TEST_F(Binding, TheFirstLookUpCountsForGood) {
-    EXPECT_FALSE(dll.SccGetProjPath.isExported()) << "without a library nothing is looked up";
+    EXPECT_FALSE(dll.SccCloseProject.isExported()) << "without a library nothing is looked up";
     load(DOUBLE_PROVIDER_WITHOUT_CHOICE);
     EXPECT_FALSE(dll.SccGetProjPath.isExported());
     EXPECT_TRUE(dll.SccCloseProject.isExported());
