@@ -13,24 +13,21 @@
 #
 # Commands run in the directory of a file, since a remote repository accepts no full paths. The program
 # that fails reports the error on the error channel.
-set -eu
-export LC_ALL=C.UTF-8 LANGUAGE=
+. "${0%/*}/common.sh"
 action=$1
 shift
 
 # CVS reports success on the error channel; with -q it reports only errors, with -Q not even those.
 cvs() { command cvs -f -q "$@"; }
 silent_cvs() { command cvs -f -Q "$@"; }
-directory_of() { case $1 in /*/*|[!/]*/*) printf %s "${1%/*}" ;; /*) printf / ;; *) printf . ;; esac; }
-name_of() { printf %s "${1##*/}"; }
 
-# place_of PATH: the path in the directory for units, for comments.
-units=$PWD
-place_of() {
-  case $1 in
-    "$units"/*) printf %s "${1#"$units"}" | tr -s / | sed 's,^/,,' ;;
-    *) printf %s "${1##*/}" ;;
-  esac
+# The names of CVS's own directories, and those it takes for archives and locks.
+can_hold() { case $1 in CVS | Attic | *,v | '#cvs.'*) return 1 ;; esac; }
+
+# check_directory PATH: refuses a directory that CVS can't hold, or in which it can't announce edits.
+check_directory() {
+  case $1 in *[+,\;=\>]*) fail "$1: CVS can't hold a directory with one of the characters + , ; = > in its path" ;; esac
+  check_names "$1"
 }
 
 # Adds a directory to CVS, after its parents. Directories need no comment and no commit.
@@ -98,75 +95,178 @@ add_file() (
   cvs commit -m "$3" -- "$name" && cvs watch on -- "$name" && chmod a-w -- "$name"
 )
 
-remove_file() (
-  cd -- "$(directory_of "$1")"
-  name=$(name_of "$1")
-  rm -f -- "$name"
-  silent_cvs remove -- "$name"
-  cvs commit -m "$2" -- "$name"
-  rm -f -- "CVS/Base/$name"
-)
-
-is_known() (
-  cd -- "$(directory_of "$1")"
-  # The names of the entries, each with a slash before it as files have.
-  [ -e CVS/Entries ] && cut -d/ -f1,2 CVS/Entries | grep -qxF -e "/$(name_of "$1")"
-)
-
-# move_file OLD NEW: adds a new file, as CVS has no other way; its history begins again.
-move_file() {
-  if ! is_known "$1"; then
-    echo "cvs remove: $1: not under CVS" >&2
-    return 1
-  fi
-  if [ -e "$1" ] && [ -e "$2" ]; then
-    echo "cvs add: $2: exists already; $1 was not moved" >&2
-    return 1
-  fi
-  keywords=$(cd -- "$(directory_of "$1")" && cvs status -- "$(name_of "$1")" |
-    sed -n 's/.*Sticky Options:[[:space:]]*\(-k[a-z]*\).*/\1/p')
-  mkdir -p -- "$(directory_of "$2")"
-  # A file that is edited stays so under its new name.
-  open=
-  if [ -e "$(directory_of "$1")/CVS/Base/$(name_of "$1")" ]; then open=yes; fi
-  # The host may have moved the file itself.
-  if [ -e "$1" ]; then mv -- "$1" "$2"; fi
-  add_file "$keywords" "$2" "Moved from $(place_of "$1")" || {
-    mv -- "$2" "$1"
-    return 1
-  }
-  remove_file "$1" "Moved to $(place_of "$2")"
-  if [ -n "$open" ]; then (cd -- "$(directory_of "$2")" && edit "$(name_of "$2")"); fi
+# entry_of FILE: its line in CVS/Entries, after the additions and removals in CVS/Entries.Log.
+entry_of() {
+  entries=$(directory_of "$1")/CVS/Entries
+  cat -- "$entries" "$entries.Log" 2>/dev/null | NAME=$(name_of "$1") awk -F / '
+    $2 == ENVIRON["NAME"] { if ($1 == "") { line = $0 } if ($1 == "A ") { line = substr($0, 3) } if ($1 == "R ") { line = "" } }
+    END { if (line != "") { print line } }'
 }
 
-move_directory() {
-  if [ -d "$2" ]; then rmdir -- "$2"; fi
-  if [ -e "$2" ]; then
-    echo "cvs add: $2: exists already; $1 was not moved" >&2
-    return 1
-  fi
-  # File names hold no line ends. The list is complete before the loop, which adds and removes files.
-  files=$(cd -- "$1" && find . -name CVS -prune -o -type f -print)
-  if [ -n "$files" ]; then
-    printf '%s\n' "$files" | while IFS= read -r file; do
-      file=${file#./}
-      if is_known "$1/$file"; then
-        move_file "$1/$file" "$2/$file"
-      else
-        mkdir -p -- "$(directory_of "$2/$file")"
-        mv -- "$1/$file" "$2/$file"
-      fi
+is_known() { [ -n "$(entry_of "$1")" ]; }
+
+# correct_entry A|R FILE ENTRY: adds or removes an entry as CVS itself does; CVS takes it into CVS/Entries.
+correct_entry() { printf '%s %s\n' "$1" "$3" >>"$(directory_of "$2")/CVS/Entries.Log"; }
+
+# check_editors PATH: refuses a file, or a directory with a file, that is edited elsewhere.
+check_editors() {
+  editors=$(cd -- "$(directory_of "$1")" && cvs editors -- "$(name_of "$1")")
+  others=$(printf '%s\n' "$editors" | HERE=$(pwd -P) awk -F '\t' '
+    NF >= 5 { if ($1 != "") { file = $1 } if (index($5 "/", ENVIRON["HERE"] "/") != 1) { print file " is edited by " $2 } }')
+  if [ -n "$others" ]; then fail "$others; nothing was changed"; fi
+}
+
+# commit_all COMMENT: commits all files of the list in one command, so that CVS checks all before it changes any.
+commit_all() {
+  paths=$(printf '%s\n' "$files" | while IFS= read -r file; do
+    ! is_uncommitted "$from$file" || { place_of "$from$file" && echo; }
+    [ -z "$to" ] || ! is_uncommitted "$to$file" || { place_of "$to$file" && echo; }
+  done)
+  message=$1
+  set --
+  while IFS= read -r path; do
+    set -- "$@" "$path"
+  done <<END
+$paths
+END
+  cvs commit -m "$message" -- "$@"
+}
+is_uncommitted() { case $(entry_of "$1") in */0/* | /*/-[0-9]*) return 0 ;; *) return 1 ;; esac; }
+
+# A move adds new files, as CVS has no other way; their history begins again. Lists:
+# files: the known files below from, each with a slash, or an empty line for a file itself; open: those that are edited.
+schedule() {
+  printf '%s\n' "$files" | while IFS= read -r file; do
+    old=$from$file
+    if [ -n "$to" ]; then
+      new=$to$file
+      keywords=$(entry_of "$old" | cut -d/ -f5)
+      mkdir -p -- "$(directory_of "$new")"
+      add_directory "$(directory_of "$new")"
+    else
+      new=$old.orc~
+      rm -f -- "$new"
+    fi
+    # The host may have moved the file itself.
+    if [ -e "$old" ]; then mv -- "$old" "$new"; fi
+    if [ -n "$to" ]; then (cd -- "$(directory_of "$new")" && silent_cvs add $keywords -- "$(name_of "$new")"); fi
+    (cd -- "$(directory_of "$old")" && silent_cvs remove -- "$(name_of "$old")")
+  done
+}
+
+# For at_end, of a move or delete that was refused or interrupted. If CVS has committed a part, the rest follows; else
+# all is taken back, without CVS, whose server may be away.
+finish_or_take_back() {
+  printf '%s\n' "$files" | {
+    is_done=
+    while IFS= read -r file; do
+      if [ -z "$(entry_of "$from$file")" ]; then is_done=yes; fi
+      if [ -n "$to" ]; then case $(entry_of "$to$file") in '' | */0/*) ;; *) is_done=yes ;; esac; fi
     done
+    [ -n "$is_done" ]
+  } && {
+    if commit_all "$comment"; then status=0; fi
+    finish
+    return
+  }
+  printf '%s\n' "$files" | while IFS= read -r file; do
+    old=$from$file
+    if [ -n "$to" ]; then new=$to$file; else new=$old.orc~; fi
+    if [ -n "$is_moved_here" ] && [ -e "$new" ] && [ ! -e "$old" ]; then mv -- "$new" "$old"; fi
+    entry=$(entry_of "$old")
+    case $entry in /*/-*) correct_entry A "$old" "/$(name_of "$old")/${entry#/*/-}" ;; esac
+    if [ -n "$to" ]; then
+      entry=$(entry_of "$new")
+      if [ -n "$entry" ]; then correct_entry R "$new" "$entry"; fi
+    fi
+  done
+  if [ -n "$made" ] && [ -d "$made" ] && is_bare "$made"; then
+    rm -rf -- "$made"
+    if [ -d "$(directory_of "$made")/CVS" ]; then correct_entry R "$made" "D/$(name_of "$made")////"; fi
   fi
-  # CVS keeps directories for ever; the workspace loses its empty ones.
-  find "$1" -depth -type d ! -name CVS ! -path '*/CVS/*' -exec sh -c '
+}
+
+# is_bare DIRECTORY: whether all that is in it is CVS's own.
+is_bare() { [ -z "$(find "$1" ! -type d ! -path '*/CVS/*' | head -n 1)" ]; }
+
+# A file that is edited stays so under its new name.
+finish() {
+  printf '%s\n' "$files" | while IFS= read -r file; do
+    rm -f -- "$(directory_of "$from$file")/CVS/Base/$(name_of "$from$file")"
+    if [ -z "$to" ]; then
+      rm -f -- "$from$file.orc~"
+      continue
+    fi
+    cd -- "$(directory_of "$to$file")"
+    name=$(name_of "$to$file")
+    cvs watch on -- "$name"
+    chmod a-w -- "$name"
+    if printf '%s\n' "$open" | grep -qxF -e "x$file"; then edit "$name"; fi
+  done
+  if [ -d "$from" ]; then move_unknown; fi
+}
+
+# Unknown files go along with a directory. CVS keeps directories for ever; the workspace loses its empty ones.
+move_unknown() {
+  unknown=$(cd -- "$from" && find . -name CVS -prune -o -type f -print)
+  printf '%s' "$unknown" | sed 's,^\.,,' | while IFS= read -r file || [ -n "$file" ]; do
+    mkdir -p -- "$(directory_of "$to$file")"
+    mv -- "$from$file" "$to$file"
+  done
+  find "$from" -depth -type d ! -name CVS ! -path '*/CVS/*' -exec sh -c '
     [ -z "$(find "$1" ! -type d ! -path "*/CVS/*" | head -n 1)" ] && rm -rf -- "$1"' sh '{}' ';' || true
+}
+
+# change FROM [TO]: moves a file or directory, or deletes a file.
+change() {
+  from=$1 to=${2:-}
+  files= open=
+  if [ -d "$from" ]; then
+    files=$(cd -- "$from" && find . -name CVS -prune -o -type f -print)
+    files=$(printf '%s\n' "$files" | sed 's,^\.,,' | while IFS= read -r file; do
+      if is_known "$from$file"; then printf '%s\n' "$file"; fi
+    done)
+  elif ! is_known "$from"; then
+    echo "cvs remove: $from: not under CVS" >&2
+    exit 1
+  fi
+  if [ -n "$files" ] || [ ! -d "$from" ]; then check_editors "$from"; fi
+  is_moved_here=
+  if [ -e "$from" ]; then
+    is_moved_here=yes
+    if [ -d "$from" ] && [ -d "$to" ] && is_bare "$to"; then
+      rmdir -- "$to" 2>/dev/null || true
+    elif [ -n "$to" ] && [ -e "$to" ]; then
+      echo "cvs add: $to: exists already; $from was not moved" >&2
+      exit 1
+    fi
+  fi
+  if [ -d "$from" ] && [ -z "$files" ]; then
+    move_unknown
+    return
+  fi
+  open=$(printf '%s\n' "$files" | while IFS= read -r file; do
+    if [ -e "$(directory_of "$from$file")/CVS/Base/$(name_of "$from$file")" ]; then printf 'x%s\n' "$file"; fi
+  done)
+  if [ -n "$to" ]; then
+    comment="Moved $(place_of "$from") to $(place_of "$to")"
+    if [ -d "$from" ]; then make_directory "$to"; else make_directory "$(directory_of "$to")"; fi
+  else
+    comment="Deleted $(place_of "$from")"
+  fi
+  at_end=finish_or_take_back
+  schedule
+  commit_all "$comment"
+  at_end=finish
+  finish
+  at_end=
 }
 
 case $action in
   connect)
     root=$1
     module=$2
+    check_directory "$units"
     if [ -z "$root" ]; then
       echo 'cvs: no archive is set: give the property CMArchive the root of the repository' >&2
       exit 1
@@ -189,6 +289,7 @@ case $action in
   add)
     keywords=
     if [ "$1" = -kb ]; then keywords=-kb; shift; fi
+    check_directory "$(directory_of "$1")"
     add_file "$keywords" "$1" "$2"
     ;;
   checkout)
@@ -216,7 +317,9 @@ case $action in
   list)
     # The editors of the files, then the headers of the archive files: their path below the repository is the name.
     # Files in an Attic are deleted.
-    { command cvs -f -Q editors; command cvs -f -Q rlog -h -N -- "$(cat CVS/Repository)"; } | awk -F '\t' '
+    editors=$(silent_cvs editors)
+    archives=$(silent_cvs rlog -h -N -- "$(cat CVS/Repository)")
+    printf '%s\n' "$editors" "$archives" | awk -F '\t' '
       BEGIN {
         getline root < "CVS/Root"; getline module < "CVS/Repository"
         sub(/^.*:/, "", root); sub(/^[^\/]*/, "", root)
@@ -259,10 +362,11 @@ case $action in
     fi
     ;;
   move)
-    if [ -d "$1" ]; then move_directory "$1" "$2"; else move_file "$1" "$2"; fi
+    if [ -d "$1" ]; then check_directory "$2"; else check_directory "$(directory_of "$2")"; fi
+    change "$1" "$2"
     ;;
   delete)
-    remove_file "$1" "Deleted $(place_of "$1")"
+    change "$1"
     ;;
   *)
     echo "cvs: no such action: $action" >&2

@@ -15,22 +15,15 @@
 # ARCHIVE is the shared repository, whose commits are fetched first and to which each commit is pushed; may be empty.
 # LABEL names a commit; if empty, the newest one. MODE is a mode of chmod. The program that fails reports the error on
 # the error channel.
-set -eu
-# LANGUAGE counts even if the locale is set.
-export LC_ALL=C.UTF-8 LANGUAGE= GIT_TERMINAL_PROMPT=0 GIT_EDITOR=:
+. "${0%/*}/common.sh"
+export GIT_TERMINAL_PROMPT=0 GIT_EDITOR=:
 action=$1
 shift
 
 git() { command git --no-pager --literal-pathspecs -c core.quotePath=false -c color.ui=false "$@"; }
 
-# place_of PATH: the path in the directory for units, for comments.
-units=$PWD
-place_of() {
-  case $1 in
-    "$units"/*) printf %s "${1#"$units"}" | tr -s / | sed 's,^/,,' ;;
-    *) printf %s "${1##*/}" ;;
-  esac
-}
+# Also names that Git refuses since some file systems take them for its own directory.
+can_hold() { case $1 in .[gG][iI][tT] | .[gG][iI][tT][.\ :]* | [gG][iI][tT]~1) return 1 ;; esac; }
 
 # commit COMMENT PATH...: commits only these paths, even if others are changed or staged.
 commit() {
@@ -45,12 +38,8 @@ publish() {
 }
 
 by_colleagues() {
-  echo "error: ${1##*/} has been changed here, and colleagues have changed it: take their work in with \"git pull --rebase\"" >&2
-  exit 1
+  fail "${1##*/} has been changed here, and colleagues have changed it: take their work in with \"git pull --rebase\""
 }
-
-# Looks at the permission bits, since every file is writable for an administrator.
-is_writable() { [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
 
 # newest: the newest commit of the shared repository if it descends from the local one, else the local one.
 newest() {
@@ -87,18 +76,24 @@ take_in() {
   top=$(git rev-parse --show-toplevel)
   prefix=$(git rev-parse --show-prefix)
   changed=$(git diff --no-renames --name-only HEAD "$newest")
-  others=$(printf '%s\n' "$changed" | while read -r name; do
+  others=$(printf '%s\n' "$changed" | while IFS= read -r name; do
     if is_unit "$name" && { [ "$top/$name" = "${1:-}" ] || ! is_writable "$top/$name"; }; then continue; fi
     if [ -e "$top/$name" ] && ! git -C "$top" diff --quiet HEAD -- "$name"; then by_colleagues "$name"; fi
     echo "$name"
   done)
-  printf '%s' "$others" | tr '\n' '\0' | xargs -0 -r git -C "$top" --literal-pathspecs restore --source="$newest" \
+  printf '%s' "$others" | with_lines git -C "$top" --literal-pathspecs restore --source="$newest" \
     --staged --worktree --
   git reset --quiet --mixed "$newest"
 }
 
 is_unchanged() {
   git ls-files --error-unmatch -- "$1" >/dev/null 2>&1 && git diff --quiet HEAD -- "$1" 2>/dev/null
+}
+
+# is_archived FILE: whether its bytes are those of a version, which need not be the newest one.
+is_archived() {
+  is_unchanged "$1" ||
+    [ -n "$(git log --all HEAD -1 --format=%h --find-object="$(git hash-object -- "$1")" -- "$1" 2>/dev/null)" ]
 }
 
 # A second link keeps the old file until Git has finished; the file is restored if Git fails or is ended.
@@ -113,13 +108,13 @@ give_back() {
     fi
   fi
 }
-trap give_back EXIT
-trap 'exit 1' HUP INT TERM
+at_end=give_back
 
 # get REVISION MODE: writes the file again, with the version in its header. Git skips a file that it takes for
 # unchanged, which would keep an old header; a touch with an old time prevents that.
 get() {
   if [ -e "$file" ]; then
+    is_writable "$file" || is_archived "$file" || keep_copy "$file"
     kept=$file.orc~
     ln -f -- "$file" "$kept"
     touch -t 200001010000 -- "$file"
@@ -137,8 +132,7 @@ check_in() {
   elif is_writable "$file"; then
     commit "$2" "$file"
   else
-    echo "error: ${file##*/} is not checked out, and differs from what was committed last; check it out first" >&2
-    exit 1
+    fail "${file##*/} is not checked out, and differs from what was committed last; check it out first"
   fi
   get HEAD "$1"
 }
@@ -156,15 +150,21 @@ tag() {
   if [ -n "$archive" ]; then git push --quiet "$force" -- "$archive" "refs/tags/$1"; fi
 }
 
-# A clone without files: existing files are unchanged, missing files are added.
+# A clone without files: existing files are unchanged, missing files are added. A unit file that differs may be older
+# than the archived one: it becomes read-only, so that a check in can't take the work of colleagues back.
 copy_archive() {
   git clone --quiet --no-checkout -- "$archive" "$1/.orchard-link"
   mv -- "$1/.orchard-link/.git" "$1/.git"
   rmdir -- "$1/.orchard-link"
   git reset --quiet
   missing=$(git ls-files --deleted)
-  (cd -- "$1" && git checkout-index --quiet --all) || true
-  printf '%s' "$missing" | tr '\n' '\0' | xargs -0 -r chmod a-w --
+  (cd -- "$1" && everywhere=$(git ls-files --deleted) && printf '%s' "$everywhere" | with_lines git checkout-index --quiet --)
+  printf '%s' "$missing" | with_lines chmod a-w --
+  differing=$(git diff --relative --name-only HEAD)
+  if [ -n "$differing" ]; then
+    printf '%s' "$differing" | with_lines chmod a-w --
+    report_differing "$differing"
+  fi
 }
 
 make_repository() {
@@ -196,6 +196,62 @@ set_attributes() {
   esac
 }
 
+# is_in_head PATH: whether the newest local commit holds the path.
+is_in_head() { [ -n "$(git ls-tree HEAD -- "$1")" ]; }
+
+# For at_end, of a move or delete that was refused or interrupted. It is done if its commit is in the archive. Else the
+# commit, which nothing must follow, and the steps before it are taken back.
+is_moved_here=
+finish=:
+finish_or_take_back() {
+  if [ "$(git rev-parse HEAD)" != "$before" ] && ! is_in_head "$from" && { [ -z "$to" ] || is_in_head "$to"; }; then
+    if is_shared; then
+      status=0
+      "$finish"
+      return
+    fi
+    if [ "$(git rev-parse HEAD~1)" != "$before" ] || ! git reset --quiet --soft "$before"; then
+      echo "error: the commit could not be taken back; it goes to the shared repository with the next one" >&2
+      "$finish"
+      return
+    fi
+  fi
+  "$take_back"
+}
+
+# Whether the archive has the newest local commit.
+is_shared() {
+  [ -z "$archive" ] || git ls-remote -- "$archive" "$(git symbolic-ref HEAD)" | grep -q "^$(git rev-parse HEAD)"
+}
+
+take_back_move() {
+  if [ -n "$is_moved_here" ] && [ -e "$to" ] && [ ! -e "$from" ]; then mv -- "$to" "$from"; fi
+  remove_made_directory
+  git reset --quiet -- "$from" "$to"
+}
+take_back_delete() { rm -f -- "$spare_index"; }
+
+# commit_without PATH: by an index of its own, so that files and index are unchanged until all is done.
+spare_index=
+commit_without() {
+  spare_index=$(git rev-parse --absolute-git-dir)/orchard-index-$$
+  (
+    export GIT_INDEX_FILE="$spare_index"
+    git read-tree HEAD
+    git rm -r --quiet --force --cached -- "$1"
+    git commit --quiet --message="Delete $(place_of "$1")"
+  )
+  rm -f -- "$spare_index"
+}
+
+# Files that Git doesn't know remain.
+remove_files() {
+  rm -f -- "$spare_index"
+  git rm -r --quiet --force --cached --ignore-unmatch -- "$from"
+  printf '%s' "$files" | with_lines rm -f --
+  if [ -d "$from" ]; then find "$from" -depth -type d -exec rmdir -- '{}' ';' 2>/dev/null || true; fi
+}
+
 case $action in
   connect)
     archive=$1
@@ -206,6 +262,7 @@ case $action in
     ;;
   add)
     archive=$1 file=$3
+    check_names "$file"
     take_in
     git add --force -- "$file"
     chmod u+w -- "$file"
@@ -222,8 +279,7 @@ case $action in
   get | update)
     archive=$1 file=$4
     if [ "$action" = update ] && is_writable "$file" && ! is_unchanged "$file"; then
-      echo "error: ${file##*/} has changes that are not checked in; undo its check out to lose them" >&2
-      exit 1
+      fail "${file##*/} has changes that are not checked in; undo its check out to lose them"
     fi
     take_in "$file"
     get "${2:-HEAD}" "$3"
@@ -237,10 +293,7 @@ case $action in
     commit=${2:-$(newest)}
     # Uses the path in the repository, since a version has no path in the file system.
     path=$(git ls-tree -r --full-name --name-only "$commit" -- "$4")
-    if [ -z "$path" ]; then
-      echo "error: ${4##*/} is not in the archive" >&2
-      exit 1
-    fi
+    if [ -z "$path" ]; then fail "${4##*/} is not in the archive"; fi
     target=$3/${4##*/}
     git cat-file --filters "$commit:$path" >"$target.orc~" || { rm -f -- "$target.orc~"; exit 1; }
     mv -f -- "$target.orc~" "$target"
@@ -251,39 +304,43 @@ case $action in
     git ls-tree -r "$commit"
     ;;
   move)
-    archive=$1
+    archive=$1 from=$2 to=$3
+    check_names "$to"
     take_in
-    if [ -e "$2" ]; then
+    before=$(git rev-parse HEAD)
+    if [ -e "$from" ]; then
       # The target may be an empty directory; Git would move into a directory that is not empty.
-      if [ -d "$3" ]; then rmdir -- "$3"; fi
-      mkdir -p -- "${3%/*}"
-      git mv -- "$2" "$3"
-    elif [ -z "$(git ls-files -- "$2")" ] && [ -n "$(git ls-files -- "$3")" ]; then
+      if [ -d "$to" ]; then rmdir -- "$to"; fi
+      at_end=finish_or_take_back take_back=take_back_move
+      make_directory "$(directory_of "$to")"
+      is_moved_here=yes
+      git mv -- "$from" "$to"
+    elif [ -z "$(git ls-files -- "$from")" ] && [ -n "$(git ls-files -- "$to")" ]; then
       # It has moved with its directory.
       exit 0
     else
       # The host has moved it already.
-      git rm -r --quiet --force --cached -- "$2"
-      git add --force -- "$3"
+      at_end=finish_or_take_back take_back=take_back_move
+      git rm -r --quiet --force --cached -- "$from"
+      git add --force -- "$to"
     fi
-    commit "Move $(place_of "$2") to $(place_of "$3")" "$2" "$3"
+    commit "Move $(place_of "$from") to $(place_of "$to")" "$from" "$to"
     publish
+    at_end=
     ;;
   delete)
-    archive=$1
+    archive=$1 from=$2 to=
     take_in
-    if [ -d "$2" ]; then
-      # Files that Git doesn't know remain.
-      git rm -r --quiet --force -- "$2"
-    else
-      git rm --quiet --force --cached -- "$2"
-      rm -f -- "$2"
-    fi
-    commit "Delete $(place_of "$2")" "$2"
+    before=$(git rev-parse HEAD)
+    files=$(git ls-files -- "$from")
+    at_end=finish_or_take_back take_back=take_back_delete finish=remove_files
+    commit_without "$from"
     publish
+    at_end=remove_files
+    remove_files
+    at_end=
     ;;
   *)
-    echo "error: git.sh knows no \"$action\"" >&2
-    exit 1
+    fail "git.sh knows no \"$action\""
     ;;
 esac

@@ -17,25 +17,22 @@
 # ARCHIVE is the shared repository, whose changesets are pulled first and to which each changeset is pushed; may be
 # empty. LABEL names a changeset; if empty, the newest one. MODE is a mode of chmod. The program that fails reports the
 # error on the error channel.
-set -eu
-# LANGUAGE counts even if the locale is set. HGPLAIN turns the user's own defaults off.
-export LC_ALL=C.UTF-8 LANGUAGE= HGPLAIN=1 HGENCODING=UTF-8 HGEDITOR=false
+. "${0%/*}/common.sh"
+# HGPLAIN turns the user's own defaults off.
+export HGPLAIN=1 HGENCODING=UTF-8 HGEDITOR=false
 action=$1
 shift
 
+# Mercurial takes a tenth of a second to start. chg, which comes with it, leaves a server that takes the next commands.
+program=hg
+if command -v chg >/dev/null; then program=chg; fi
+
 # Waits half a minute for a lock of another command. Directories that become empty remain.
 hg() {
-  command hg --noninteractive --quiet --config ui.timeout=30 --config experimental.removeemptydirs=false "$@"
+  command "$program" --noninteractive --quiet --config ui.timeout=30 --config experimental.removeemptydirs=false "$@"
 }
 
-# place_of PATH: the path in the directory for units, for comments.
-units=$PWD
-place_of() {
-  case $1 in
-    "$units"/*) printf %s "${1#"$units"}" | tr -s / | sed 's,^/,,' ;;
-    *) printf %s "${1##*/}" ;;
-  esac
-}
+can_hold() { case $1 in .[hH][gG] | [hH][gG]~1) return 1 ;; esac; }
 
 # commit COMMENT PATH...: commits only these paths, even if others are changed.
 commit() {
@@ -44,20 +41,29 @@ commit() {
   hg commit --message="$comment" -- "$@"
 }
 
-# A changeset that can't be pushed goes with the next one. Status 1: there is nothing to push.
-publish() {
-  if [ -n "$archive" ]; then
-    hg push -- "$archive" || [ $? -eq 1 ]
-  fi
+# or_one COMMAND...: runs a command of Mercurial for which the status 1 is no failure. Other statuses are kept.
+or_one() {
+  result=0
+  "$@" || result=$?
+  if [ "$result" -gt 1 ]; then exit "$result"; fi
 }
+
+# A changeset that can't be pushed goes with the next one. Status 1: there is nothing to push, or an archive that does
+# not say why has not taken it.
+publish() {
+  if [ -z "$archive" ]; then return; fi
+  pushed=0
+  hg push -- "$archive" || pushed=$?
+  if [ "$pushed" -eq 1 ] && is_shared; then pushed=0; fi
+  if [ "$pushed" -ne 0 ]; then exit "$pushed"; fi
+}
+
+# Whether the archive has the newest local changeset.
+is_shared() { [ -z "$archive" ] || hg identify --rev "$(hg log --rev . --template '{node}')" -- "$archive" >/dev/null 2>&1; }
 
 by_colleagues() {
-  echo "error: ${1##*/} has been changed here, and colleagues have changed it: take their work in with \"hg update\"" >&2
-  exit 1
+  fail "${1##*/} has been changed here, and colleagues have changed it: take their work in with \"hg update\""
 }
-
-# Looks at the permission bits, since every file is writable for an administrator.
-is_writable() { [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
 
 # newest: the newest changeset of the branch if it is the only head that descends from the local one, else
 # the local one.
@@ -90,13 +96,15 @@ take_in() {
   prefix=$(pwd -P)/
   prefix=${prefix#"$top/"}
   modified=$(hg status --cwd "$top" --no-status --modified --added --removed --deleted)
-  others=$(hg status --cwd "$top" --no-status --rev . --rev "$newest" | while read -r name; do
+  changed=$(hg status --cwd "$top" --no-status --rev . --rev "$newest")
+  others=$(printf '%s\n' "$changed" | while IFS= read -r name; do
+    if [ -z "$name" ]; then continue; fi
     if is_unit "$name" && { [ "$top/$name" = "${1:-}" ] || ! is_writable "$top/$name"; }; then continue; fi
     if printf '%s\n' "$modified" | grep -qxF -e "$name"; then by_colleagues "$name"; fi
     echo "$name"
   done)
   hg debugrebuilddirstate --rev "$newest"
-  printf '%s' "$others" | while read -r name || [ -n "$name" ]; do
+  printf '%s' "$others" | while IFS= read -r name || [ -n "$name" ]; do
     if hg files --cwd "$top" -- "$name" >/dev/null 2>&1; then
       hg revert --cwd "$top" --no-backup -- "$name"
     else
@@ -107,7 +115,19 @@ take_in() {
 
 is_unchanged() { [ -n "$(hg status --clean -- "$1")" ]; }
 
-# A second link keeps the old file until Mercurial has finished; the file is restored if Mercurial fails or is ended.
+# is_archived FILE: whether its bytes are those of a version: the one in its header, or else one of the newest twenty.
+is_archived() {
+  # shellcheck disable=SC2016 # the keyword
+  versions=$(sed -n '/^\$Revision: *\([0-9a-f]\{12\}\) *\$$/{s//\1/p;q;}' "$1")
+  if [ -z "$versions" ]; then versions=$(hg log --limit 20 --template '{node}\n' -- "$1"); fi
+  for version in $versions; do
+    if hg cat --rev "$version" -- "$1" 2>/dev/null | cmp -s -- - "$1"; then return 0; fi
+  done
+  return 1
+}
+
+# A second link or a copy keeps the old file until Mercurial has finished; the file is restored if Mercurial fails or is
+# ended.
 kept=
 give_back() {
   if [ -n "$kept" ] && [ -e "$kept" ]; then
@@ -118,13 +138,13 @@ give_back() {
     fi
   fi
 }
-trap give_back EXIT
-trap 'exit 1' HUP INT TERM
+at_end=give_back
 
 # get REVISION MODE
 get() {
   if [ "$1" != . ] || ! is_unchanged "$file"; then
     if [ -e "$file" ]; then
+      is_writable "$file" || is_archived "$file" || keep_copy "$file"
       kept=$file.orc~
       ln -f -- "$file" "$kept"
     fi
@@ -136,15 +156,19 @@ get() {
 }
 
 # check_in MODE COMMENT: Mercurial accepts no empty comment, and writes the header into the file itself. Status 1 means
-# that nothing has changed.
+# that nothing has changed. A check in that is refused leaves the file as it was, and writable: it would
+# get the header of a changeset that does not exist.
 check_in() {
   if is_writable "$file"; then
-    commit "${2:-Check in ${file##*/}}" "$file" || { [ $? -eq 1 ] && tell_unchanged; }
+    kept=$file.orc~
+    cp -p -- "$file" "$kept"
+    or_one commit "${2:-Check in ${file##*/}}" "$file"
+    rm -f -- "$kept"
+    if [ "$result" -eq 1 ]; then tell_unchanged; fi
   elif is_unchanged "$file"; then
     tell_unchanged
   else
-    echo "error: ${file##*/} is not checked out, and differs from what was committed last; check it out first" >&2
-    exit 1
+    fail "${file##*/} is not checked out, and differs from what was committed last; check it out first"
   fi
   chmod "$1" -- "$file"
 }
@@ -166,7 +190,8 @@ tag() {
   fi
 }
 
-# A clone without files: existing files are unchanged, missing files are added.
+# A clone without files: existing files are unchanged, missing files are added. A unit file that differs may be older
+# than the archived one: it becomes read-only, so that a check in can't take the work of colleagues back.
 copy_archive() {
   hg clone --noupdate -- "$archive" "$1/.orchard-link"
   mv -- "$1/.orchard-link/.hg" "$1/.hg"
@@ -174,10 +199,15 @@ copy_archive() {
   cd -- "$1"
   if found 'present(branch(default))'; then hg debugrebuilddirstate --rev default; else hg debugrebuilddirstate --rev tip; fi
   set_keywords
-  missing=$(hg status --no-status --deleted -- "$units")
+  missing=$(hg status --cwd "$units" --no-status --deleted -- .)
   hg revert --no-backup 'set:missing()'
-  printf '%s' "$missing" | tr '\n' '\0' | xargs -0 -r chmod a-w --
   cd -- "$units"
+  printf '%s' "$missing" | with_lines chmod a-w --
+  differing=$(hg status --no-status --modified --added -- .)
+  if [ -n "$differing" ]; then
+    printf '%s' "$differing" | with_lines chmod a-w --
+    report_differing "$differing"
+  fi
 }
 
 make_repository() {
@@ -204,6 +234,72 @@ set_keywords() {
   fi
 }
 
+# restore_modes PATH: Mercurial writes the header into the files again, which makes them writable.
+restore_modes() {
+  printf '%s\n' "$read_only" | while IFS= read -r file; do
+    [ ! -e "$1${file#"$here"}" ] || [ -z "$file" ] || chmod a-w -- "$1${file#"$here"}"
+  done
+}
+
+# For at_end, of a move or delete that was refused or interrupted. It is done if its changeset is in the archive. Else
+# the changeset, which nothing must follow, and the steps before it are taken back.
+finish=remove_kept_files
+finish_or_take_back() {
+  if found ". and children($before) and desc(\"literal:$comment\")"; then
+    if is_shared; then
+      status=0
+      "$finish"
+      return
+    fi
+    if ! hg --config extensions.strip= strip --keep --no-backup --rev .; then
+      echo "error: the changeset could not be taken back; it goes to the shared repository with the next one" >&2
+      "$finish"
+      return
+    fi
+  fi
+  "$take_back"
+}
+
+# moved FILE: where a file was moved to; both are relative to the directory for units.
+moved() { printf %s "$(place_of "$to")${1#"$(place_of "$from")"}"; }
+
+# keep_files: copies the files beside the repository, as a commit writes headers even if it is refused then.
+keep_files() {
+  spare=$(hg root)/.hg/orchard-$$
+  printf '%s\n' "$files" | while IFS= read -r file; do
+    [ "$here" = "$from" ] || file=$(moved "$file")
+    [ ! -f "$file" ] || { mkdir -p -- "$spare/$(directory_of "$file")" && cp -p -- "$file" "$spare/$file"; }
+  done
+}
+spare=
+remove_kept_files() { if [ -n "$spare" ]; then rm -rf -- "$spare"; fi; }
+
+# Files first, which takes no command of Mercurial.
+take_back_move() {
+  printf '%s\n' "$files" | while IFS= read -r file; do
+    moved=$(moved "$file")
+    if [ "$here" = "$from" ]; then rm -f -- "$moved"; else file=$moved; fi
+    if [ -f "$spare/$file" ]; then
+      mkdir -p -- "$(directory_of "$file")"
+      mv -f -- "$spare/$file" "$file"
+    fi
+  done
+  if [ "$here" = "$from" ]; then
+    if [ -d "$to" ]; then find "$to" -depth -type d -exec rmdir -- '{}' ';' 2>/dev/null; fi
+    remove_made_directory
+  fi
+  remove_kept_files
+  hg forget -- "$to" 2>/dev/null
+  printf '%s' "$files" | with_lines "$program" --quiet add -- 2>/dev/null
+}
+take_back_delete() { printf '%s' "$files" | with_lines "$program" --quiet add -- 2>/dev/null; }
+
+# Files that Mercurial doesn't know remain.
+remove_files() {
+  printf '%s' "$files" | with_lines rm -f --
+  if [ -d "$from" ]; then find "$from" -depth -type d -exec rmdir -- '{}' ';' 2>/dev/null || true; fi
+}
+
 case $action in
   connect)
     archive=$1 units=$(pwd)
@@ -214,6 +310,7 @@ case $action in
     ;;
   add)
     archive=$1 file=$3
+    check_names "$file"
     take_in
     hg add -- "$file"
     chmod u+w -- "$file"
@@ -230,8 +327,7 @@ case $action in
   get | update)
     archive=$1 file=$4
     if [ "$action" = update ] && is_writable "$file" && ! is_unchanged "$file"; then
-      echo "error: ${file##*/} has changes that are not checked in; undo its check out to lose them" >&2
-      exit 1
+      fail "${file##*/} has changes that are not checked in; undo its check out to lose them"
     fi
     take_in "$file"
     get "${2:-.}" "$3"
@@ -252,51 +348,57 @@ case $action in
     revision=${2:-$(newest)}
     changed='revset("max(filelog(%s) and ::%s)", relpath(path), node) % "{node|short}"'
     # Status 1 means that there is no file.
-    hg files --rev "$revision" --template "{relpath(path)}\\t{$changed}\\n" --include . || [ $? -eq 1 ]
+    or_one hg files --rev "$revision" --template "{relpath(path)}\\t{$changed}\\n" --include .
     ;;
   move)
-    archive=$1
+    archive=$1 from=$2 to=$3
+    check_names "$to"
     take_in
-    from=$2
-    [ -e "$from" ] || from=$3
-    read_only=$(find "$from" -type f ! -perm -u+w)
-    if [ -e "$2" ]; then
-      # The target may be an empty directory; Mercurial would move into a directory that is not empty.
-      if [ -d "$3" ]; then rmdir -- "$3"; fi
-      mkdir -p -- "${3%/*}"
-      if [ -d "$2" ]; then
-        hg --config experimental.removeemptydirs=true move -- "$2" "$3"
-      else
-        hg move -- "$2" "$3"
-      fi
-    elif ! hg files -- "$2" >/dev/null 2>&1 && hg files -- "$3" >/dev/null 2>&1; then
+    before=$(hg log --rev . --template '{node}')
+    files=$(hg files -- "$from" 2>/dev/null) || files=
+    if [ -z "$files" ] && hg files -- "$to" >/dev/null 2>&1; then
       # It has moved with its directory.
       exit 0
+    fi
+    here=$from
+    [ -e "$from" ] || here=$to
+    read_only=$(find "$here" -type f ! -perm -u+w)
+    comment="Move $(place_of "$from") to $(place_of "$to")"
+    keep_files
+    at_end=finish_or_take_back take_back=take_back_move
+    if [ -d "$from" ]; then
+      # The target may be an empty directory; Mercurial would move into a directory that is not empty.
+      if [ -d "$to" ]; then rmdir -- "$to"; fi
+      make_directory "$(directory_of "$to")"
+      hg --config experimental.removeemptydirs=true move -- "$from" "$to"
+    elif [ -e "$from" ]; then
+      make_directory "$(directory_of "$to")"
+      hg move -- "$from" "$to"
     else
       # The host has moved it already.
-      hg move --after -- "$2" "$3"
+      hg move --after -- "$from" "$to"
     fi
-    commit "Move $(place_of "$2") to $(place_of "$3")" "$2" "$3"
-    # Mercurial writes the header into the files again, which makes them writable: restore read-only files.
-    printf '%s\n' "$read_only" | while IFS= read -r file; do
-      [ -z "$file" ] || chmod a-w -- "$3${file#"$from"}"
-    done
+    commit "$comment" "$from" "$to"
     publish
+    at_end=remove_kept_files
+    remove_kept_files
+    restore_modes "$to"
     ;;
   delete)
-    archive=$1
+    archive=$1 from=$2 to=
     take_in
-    if [ -d "$2" ]; then
-      # Files that Mercurial doesn't know remain.
-      hg --config experimental.removeemptydirs=true remove --force -- "$2"
-    else
-      hg remove --force -- "$2"
-    fi
-    commit "Delete $(place_of "$2")" "$2"
+    before=$(hg log --rev . --template '{node}')
+    files=$(hg files -- "$from")
+    comment="Delete $(place_of "$from")"
+    at_end=finish_or_take_back take_back=take_back_delete finish=remove_files
+    hg forget -- "$from"
+    commit "$comment" "$from"
     publish
+    at_end=remove_files
+    remove_files
+    at_end=
     ;;
   *)
-    echo "error: mercurial.sh knows no \"$action\"" >&2
-    exit 1
+    fail "mercurial.sh knows no \"$action\""
     ;;
 esac

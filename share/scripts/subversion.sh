@@ -18,32 +18,40 @@
 #
 # REVISION is empty or an option such as -r7. The program that fails reports the error on the error channel. The "@"
 # after a name keeps Subversion from looking for a revision in it.
-set -eu
-# LANGUAGE counts even if the locale is set.
-export LC_ALL=C.UTF-8 LANGUAGE=
+. "${0%/*}/common.sh"
 action=$1
 shift
 
 svn() { command svn --non-interactive "$@"; }
-directory_of() { case $1 in /*/*|[!/]*/*) printf %s "${1%/*}" ;; /*) printf / ;; *) printf . ;; esac; }
+can_hold() { [ "$1" != .svn ]; }
 
 is_known() { svn info -- "$1@" >/dev/null 2>&1; }
 has_lock() { svn info -- "$1@" | grep -q '^Lock Token: '; }
 
+# A file that was changed without a check out may be based on an older version than Subversion thinks.
+check_is_checked_out() {
+  if ! is_writable "$1" && is_changed "$1"; then
+    fail "${1##*/} is not checked out, and differs from the archive; check it out first"
+  fi
+}
+
 # Without --quiet, which would hide who holds the lock. A file may be read-only in spite of a lock.
 lock() {
-  has_lock "$1" || svn lock -- "$1@"
+  if ! has_lock "$1"; then
+    check_is_checked_out "$1"
+    svn lock -- "$1@"
+  fi
   chmod u+w -- "$1"
 }
 give_up_lock() { ! has_lock "$1" || svn unlock -- "$1@"; }
 
-# place_of PATH: the path in the directory for units, for comments.
-units=$PWD
-place_of() {
-  case $1 in
-    "$units"/*) printf %s "${1#"$units"}" | tr -s / | sed 's,^/,,' ;;
-    *) printf %s "${1##*/}" ;;
-  esac
+# is_changed FILE: whether it differs from the version that was got last.
+is_changed() { case $(svn status -q -- "$1@") in M*) return 0 ;; *) return 1 ;; esac; }
+
+# revert FILE: discards changes, but keeps a copy of those that were made without a check out.
+revert() {
+  if [ -e "$1" ] && ! is_writable "$1" && is_changed "$1"; then keep_copy "$1"; fi
+  svn revert -q -- "$1@"
 }
 
 # commit COMMENT PATH...: also commits the new directories above the first path. Commits directories without their
@@ -68,6 +76,66 @@ commit() {
   svn commit -q --force-log --message="$comment" --depth="$depth" -- "$@"
 }
 
+# keep_files: copies what is about to be moved or deleted, as Subversion restores only archived files.
+spare=
+is_kept=
+keep_files() {
+  address=$(svn info --show-item url -- "$from@")
+  spare=$from.orc~
+  rm -rf -- "$spare"
+  cp -Rp -- "$from" "$spare"
+  is_kept=yes
+}
+
+# For at_end, of a move or delete that was refused or interrupted: it is done if the archive has it. Else it is taken
+# back.
+finish_or_take_back() {
+  if [ -n "$is_kept" ]; then
+    svn cleanup
+    in_archive=$(is_in_archive && echo yes)
+    if [ -n "$to" ]; then remove_new; fi
+    svn revert -q --recursive -- "$from@" 2>/dev/null
+    if [ -n "$in_archive" ]; then
+      status=0
+      svn update -q -- "$from@" ${to:+"$to@"}
+      rm -rf -- "$from"
+      # Files that Subversion doesn't know went along.
+      if [ -d "$to" ]; then cp -Rpn -- "$spare/." "$to/"; fi
+      finish
+      return
+    fi
+    rm -rf -- "$from"
+    mv -- "$spare" "$from"
+  elif [ -n "$spare" ]; then
+    rm -rf -- "$spare"
+  fi
+  if [ -n "$to" ] && [ "$here" = "$to" ] && [ -e "$from" ]; then mv -- "$from" "$to"; fi
+}
+
+# Whether the archive no longer has the address. W170000: the server answers that there is none.
+is_in_archive() { svn info -- "$address@HEAD" 2>&1 | grep -q 'W170000:'; }
+
+# Also the directories above that the move has made.
+remove_new() {
+  svn revert -q --recursive -- "$to@" 2>/dev/null
+  rm -rf -- "$to"
+  above=$(directory_of "$to")
+  while [ "$(svn info --show-item schedule -- "$above@" 2>/dev/null)" = add ]; do
+    svn revert -q -- "$above@"
+    rmdir -- "$above"
+    above=$(directory_of "$above")
+  done
+}
+
+finish() {
+  if [ -n "$spare" ]; then rm -rf -- "$spare"; fi
+  if [ -z "$to" ] || [ -z "$open" ]; then return; fi
+  printf '%s\n' "$open" | while IFS= read -r file; do
+    file=${file#"./${from##*/}"}
+    ! is_known "$to$file" || lock "$to$file"
+  done
+}
+
 case $action in
   connect)
     if [ -z "$1" ]; then
@@ -89,8 +157,17 @@ case $action in
     if ! is_known "$address"; then
       svn mkdir -q --parents --message='A project of Orchard' -- "$address@"
     fi
-    # An existing file is unchanged.
+    # An existing file is unchanged. One that differs may be older than the archived one: it becomes read-only, so that a
+    # check in can't take the work of colleagues back.
+    is_new=yes
+    if [ -d .svn ]; then is_new=; fi
     svn checkout -q --force -- "$address@" .
+    differing=$(svn status -q)
+    differing=$(printf '%s\n' "$differing" | sed -n 's/^M.\{7\}//p')
+    if [ -n "$is_new" ] && [ -n "$differing" ]; then
+      printf '%s' "$differing" | with_lines chmod a-w --
+      report_differing "$differing"
+    fi
     svn info --show-item url -- .
     ;;
   checkout)
@@ -102,7 +179,7 @@ case $action in
       svn lock -- "$3@"
       exit 1
     fi
-    svn revert -q -- "$3@"
+    revert "$3"
     svn update -q --parents ${1:+"$1"} -- "$3@"
     if [ -n "$2" ]; then lock "$3"; else give_up_lock "$3"; fi
     ;;
@@ -113,6 +190,7 @@ case $action in
         exit 1
         ;;
     esac
+    has_lock "$3" || check_is_checked_out "$3"
     # --force-log: a comment may be the name of a file.
     svn commit -q --force-log ${1:+"$1"} --message="$2" -- "$3@"
     # A commit without changes does not release the lock.
@@ -120,12 +198,13 @@ case $action in
     ;;
   lock) lock "$1" ;;
   undo)
-    svn revert -q -- "$1@"
+    revert "$1"
     give_up_lock "$1"
     ;;
   add)
     keywords=yes
     if [ "$1" = -kb ]; then keywords=; shift; fi
+    check_names "$1"
     svn add -q --force --parents -- "$1@"
     # Makes the file read-only for everybody without the lock.
     svn propset -q svn:needs-lock yes -- "$1@"
@@ -138,12 +217,10 @@ case $action in
     ;;
   update)
     if [ -n "$1" ]; then svn info "$1" -- "$2@" >/dev/null; fi
-    case $(svn status -q -- "$2@") in
-      M*)
-        echo "svn: E155000: '$2' has changes that a fetch would lose; check it in, or undo the check out" >&2
-        exit 1
-        ;;
-    esac
+    if is_changed "$2"; then
+      echo "svn: E155000: '$2' has changes that a fetch would lose; check it in, or undo the check out" >&2
+      exit 1
+    fi
     svn update -q --parents ${1:+"$1"} -- "$2@"
     ;;
   fetch)
@@ -155,30 +232,43 @@ case $action in
     svn export -q --force "${1:--rHEAD}" -- "$from@" "$2/${3##*/}@"
     ;;
   move)
-    # The host may have moved the file itself; the target may be an empty directory.
-    if [ ! -e "$1" ] && [ -f "$2" ]; then mv -- "$2" "$1"; fi
+    from=$1 to=$2
+    check_names "$to"
+    here=$from
+    here=$from
+    at_end=finish_or_take_back
+    # The target may be an empty directory; the host may have moved the file itself.
+    if [ -d "$from" ] && [ -d "$to" ]; then rmdir -- "$to"; fi
+    if [ ! -e "$from" ] && [ -f "$to" ]; then
+      here=$to
+      mv -- "$to" "$from"
+    fi
+    if [ -e "$to" ]; then fail "$to exists already; $from was not moved"; fi
     # Files that are checked out stay so under their new names: they are locked again.
-    open=$(cd -- "$(directory_of "$1")" && find "./${1##*/}" -name .svn -prune -o -type f -perm -u+w -print)
+    open=$(cd -- "$(directory_of "$from")" && find "./${from##*/}" -name .svn -prune -o -type f -perm -u+w -print)
     depth=empty
-    if [ -d "$1" ]; then
+    if [ -d "$from" ]; then
       depth=infinity
-      if [ -d "$2" ]; then rmdir -- "$2"; fi
       # A directory can be moved only if all of it has one revision.
-      svn update -q -- "$1@"
+      svn update -q -- "$from@"
     fi
-    svn move -q --parents -- "$1@" "$2"
-    commit "Moved $(place_of "$1") to $(place_of "$2")" "$2@" "$1@"
-    if [ -n "$open" ]; then
-      printf '%s\n' "$open" | while IFS= read -r file; do
-        file=${file#"./${1##*/}"}
-        ! is_known "$2$file" || lock "$2$file"
-      done
-    fi
+    keep_files
+    svn move -q --parents -- "$from@" "$to"
+    commit "Moved $(place_of "$from") to $(place_of "$to")" "$to@" "$from@"
+    at_end=finish
+    finish
+    at_end=
     ;;
   delete)
-    if [ -d "$1" ]; then svn update -q -- "$1@"; fi
-    svn delete -q --force -- "$1@"
-    svn commit -q --message="Deleted $(place_of "$1")" -- "$1@"
+    from=$1 to=
+    if [ -d "$from" ]; then svn update -q -- "$from@"; fi
+    at_end=finish_or_take_back
+    keep_files
+    svn delete -q --force -- "$from@"
+    svn commit -q --message="Deleted $(place_of "$from")" -- "$from@"
+    at_end=finish
+    finish
+    at_end=
     ;;
   *)
     echo "svn: E000000: no such action: $action" >&2

@@ -235,7 +235,7 @@ TEST_F(Program, SaysThatNoToolIsChosen) {
 TEST_F(Program, ExpandsAPropertyForAUnitWithoutRunningIt) {
     const Ran ran = project.onProject({"expand", "--property", "CheckOut", "--unit", "Pump", "--mode", "rw"});
     EXPECT_EQ(ran.exit, 0) << ran.err;
-    EXPECT_THAT(ran.out, HasSubstr("co "));
+    EXPECT_THAT(ran.out, HasSubstr("rcs.sh\" get -f -l "));
     EXPECT_THAT(ran.out, HasSubstr(project.fileOf("Pump").filename().string()));
     EXPECT_EQ(project.locksOf(project.fileOf("Pump")), "");
 }

@@ -43,7 +43,7 @@ TEST_F(ToolCheck, FindsNothingInTheShippedSets) {
 TEST_F(ToolCheck, ShowsWhatEachCommandExpandsTo) {
     const Ran ran = place.cm({"tool", "check", "rcs"});
     EXPECT_EQ(ran.exit, 0) << ran.out;
-    EXPECT_THAT(ran.out, HasSubstr("CheckIn\n      ci -q -u "));
+    EXPECT_THAT(ran.out, HasSubstr("CheckIn\n      ci -x,v -j -q -u "));
     EXPECT_THAT(ran.out, HasSubstr("a comment"));
     EXPECT_THAT(ran.out, HasSubstr("No findings."));
 }

@@ -59,10 +59,6 @@ class Adapter {
     /// Checks in a version as Bob, from his own directory, in which `from` is replaced by `to`.
     virtual void changeAsBob(const std::string &file, const std::string &from, const std::string &to) = 0;
 
-    /// Keeps a tool that is slow to start running between commands, if the tool supports that. The commands and
-    /// their effects stay the same.
-    virtual void keepToolRunning() {}
-
   protected:
     /// Runs a shell command in the test's directory and returns its output; throws if it fails.
     std::string must(const std::string &command);

@@ -69,7 +69,6 @@ constexpr auto corpus = std::to_array<const char *>({
 
 struct HostileText : testing::TestWithParam<const char *> {
     HostileText() : project(GetParam(), Names()) {
-        project.archive().keepToolRunning();
         good({"connect"}, project.archive().archive().empty()
                               ? std::vector<std::string>{}
                               : std::vector<std::string>{project.archive().archive()});

@@ -1,7 +1,6 @@
 // Mercurial: a shared repository in a directory whose name holds a blank, and a clone of Bob's own.
 #include "tests/tools/scenario/Adapter.h"
 
-#include <cstdlib>
 #include <stdexcept>
 
 namespace scenario {
@@ -15,6 +14,8 @@ class MercurialAdapter : public Adapter {
   public:
     MercurialAdapter(tools::Workplace &place, const fs::path &units) : Adapter(place, units) {
         tools::Workplace::write(place.directory() / ".hgrc", "[ui]\nusername = anna\n");
+        // The command server ends by itself when its socket is gone with the test's directory.
+        place.setEnvironment("CHGSOCKNAME", (place.directory().parent_path() / "socket").string());
     }
 
     [[nodiscard]] std::string tool() const override { return "Mercurial"; }
@@ -56,20 +57,10 @@ class MercurialAdapter : public Adapter {
     void unlockAsBob(const std::string & /*file*/) override { throw std::logic_error(cannot(Skill::locks)); }
     void changeAsBob(const std::string &file, const std::string &from, const std::string &to) override {
         const fs::path mine = bobsPlace();
-        must(std::string(english) + "hg clone --quiet " + quoted(archive()) + " " + quoted(mine.string()));
+        must(std::string(english) + "chg clone --quiet " + quoted(archive()) + " " + quoted(mine.string()));
         must("cd " + quoted(mine.string()) + " && sed -i " + quoted("s|" + from + "|" + to + "|") + " -- " +
-             path(file) + " && " + english + "hg commit --quiet --user bob --message 'of Bob' -- " + path(file) +
-             " && " + english + "hg push --quiet");
-    }
-    /// By Mercurial's own server, which ends by itself when its socket is gone with the test's directory.
-    void keepToolRunning() override {
-        const fs::path programs = place().directory().parent_path() / "programs";
-        fs::create_directory(programs);
-        const std::string hg = trimmed(must("command -v hg"));
-        fs::create_symlink(trimmed(must("command -v chg")), programs / "hg");
-        place().setEnvironment("CHGHG", hg);
-        place().setEnvironment("CHGSOCKNAME", (programs / "socket").string());
-        place().setEnvironment("PATH", programs.string() + ":" + std::getenv("PATH"));
+             path(file) + " && " + english + "chg commit --quiet --user bob --message 'of Bob' -- " + path(file) +
+             " && " + english + "chg push --quiet");
     }
 
   private:
@@ -78,7 +69,7 @@ class MercurialAdapter : public Adapter {
     [[nodiscard]] std::string top() const { return units().filename().string(); }
     [[nodiscard]] std::string path(const std::string &file) const { return quoted(top() + "/" + file); }
     [[nodiscard]] std::string shared() const {
-        return std::string(english) + "hg --cwd " + quoted(archive()) + " ";
+        return std::string(english) + "chg --cwd " + quoted(archive()) + " ";
     }
     std::string hg(const std::string &command) { return must(shared() + command); }
 };
