@@ -128,7 +128,7 @@ class ORC_CM_API CMProperty {
 
     /// The binding to the provider's library: the only one of the process.
     static SCCdll &getSCCdll();
-    /// Whether the library was to be loaded. It stays 1, also if loading has failed.
+    /// Non-zero once the library has been loaded, or could not be; nothing sets it back.
     static int getIsLoaded();
     static int setIsLoaded(int value);
     static int getIsInitialized();

@@ -16,8 +16,8 @@ class PDLL {
     /// Counts a user. For the first one, loads the library that SetDllName has named, and returns whether it is
     /// loaded; returns 0 for every other user and without a name.
     virtual int Initialize(short flag);
-    /// Counts a user less; at the last one, unloads the library and forgets its name. Does nothing if there are no
-    /// users.
+    /// Counts one user less; after the last one, unloads the library and forgets its name. Does nothing if there
+    /// are no users.
     virtual void Uninitialize();
 
     /// Stores a copy of the name; null means no name. Returns 1, or 0 with nothing changed while a library is

@@ -14,8 +14,8 @@ namespace provider {
 /// Whether the log shows the result of a call.
 enum class LogsResult { no, yes };
 
-/// Each step returns whether it succeeded. A failure of the provider has been shown to the user then, and has
-/// taken the last record off the list of contexts.
+/// Each step returns whether it succeeded. If a call of the provider fails, the step shows that to the user and
+/// removes the last record from the list of contexts.
 class ProviderProject {
   public:
     /// `projName` and `auxPath` are the project's; the provider may change both in choose(), and the second in
@@ -40,7 +40,8 @@ class ProviderProject {
     void rememberCapabilities() const;
     /// Writes the line before a call.
     void logCall(const char *entry);
-    /// Takes the result of a call up; false for a failure.
+    /// Logs and reports the result of a call; on failure also shows it and drops the record. Returns whether the
+    /// call succeeded.
     bool succeeded(const char *entry, long result, LogsResult logsResult);
 
     /// A text that the provider writes. Larger than the API asks for, since providers write too much.
@@ -60,7 +61,7 @@ class ProviderProject {
 /// Closes the project of a context and ends the context.
 void closeContext(void *context, CallLog &log);
 
-/// Takes the last record off the list of contexts, if there is one. It stays valid.
+/// Removes the last record from the list of contexts, if there is one. Pointers to it stay valid.
 void dropLastContext();
 
 } // namespace provider

@@ -11,7 +11,7 @@
 
 struct ProviderState {
     SCCdll library;
-    int isLoaded = 0; ///< the provider library was to be loaded
+    int isLoaded = 0; ///< the library has been loaded, or could not be
     int isInitialized = 0;
     int isSetProjectPath = 0;
     int isConnected = 0;

@@ -98,17 +98,17 @@ void closeContextOf(const CString &projName) {
     }
     provider::CallLog log(source);
     provider::closeContext(found->getpvContextPtr(), log);
-    // Required: the last record leaves the list, whichever was found. The place of the found one stays, empty
-    // (ConnectAnew.TakesTheLastRecordOffTheListWhicheverItCloses).
+    // Required: the last record leaves the list, whichever was found. The entry of the found one becomes null
+    // (ConnectAgain.TakesTheLastRecordOffTheListWhicheverItCloses).
     pvContextStructList &contexts = CMProperty::getPvContextStructList();
     contexts.SetAt(contexts.Find(found), nullptr);
     const std::unique_ptr<pvContextStruct> closed(found);
     provider::dropLastContext();
 }
 
-/// Asks whether the unit's association may go. Returns whether it is gone.
+/// Asks the user whether to give up the unit's association. Returns whether it was removed.
 bool giveUp(const Association &association, IProject &project, IUnit &unit) {
-    if (show(Text::providerConnectAnew, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) != IDYES) {
+    if (show(Text::providerConnectAgain, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) != IDYES) {
         return false;
     }
     closeContextOf(association.projName);
@@ -157,7 +157,7 @@ int openContext(pvContextStruct *&context, IUnit *unit, OutcomeReport &report) {
     if (unit == nullptr) {
         return 0;
     }
-    OQ_disableSE(); // required: it stays disabled on the two early ways out
+    OQ_disableSE(); // required: stays disabled after the two early returns
     try {
         Association association;
         if (CMProperty::getSccArchiveRecursive(unit, association.projName, association.auxPath) == 0) {

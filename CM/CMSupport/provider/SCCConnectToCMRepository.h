@@ -1,6 +1,6 @@
 // SCCConnectToCMRepository: opens provider projects and hands out their contexts. All functions are for the
-// user-interface thread. Outside getSccContext and contextFor, a provider that crashes makes a CMProviderFault,
-// which passes through.
+// user-interface thread. If the provider crashes, getSccContext and contextFor show a message; all others let a
+// CMProviderFault pass through.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -22,15 +22,15 @@ class SCCConnectToCMRepository {
     /// the user agrees to give it up; else lets the user choose a project in the provider's dialog and stores the
     /// choice. Returns 1 on a usable connection, else 0; a failure is shown. The other lists are not used.
     virtual int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
-    /// Assigns the context of the unit, or of the active project for null, and opens its provider project if need
-    /// be. Test `context`, not the result: it is null if there is no project or no association, which is shown to
-    /// the user. If the project could not be opened, it is a record that has left the list, as required of callers
-    /// that go on with it. Faults of the provider end here, with a message.
+    /// Assigns the context of the unit, or of the active project for null, and opens its provider project if it is
+    /// not open. Callers test `context`, not the result, as required. It is null without a project, and without an
+    /// association, which is shown to the user. If the project can't be opened, or the provider crashes, the user
+    /// sees a message and `context` is the record as far as it got, which may be outside the list.
     virtual int getSccContext(pvContextStruct *&context, IUnit *unit);
 
-    /// Opens a provider project whose name is known, without asking the user. A null `context` is made and stands
-    /// last in the list. `unit` is not used. Returns 1; or 0, shown to the user, with the last record of the list
-    /// taken off it and `context` unchanged.
+    /// Opens a provider project whose name is known, without asking the user. For a null `context`, appends a new
+    /// record to the list. `unit` is not used. Returns 1. On failure, which is shown to the user, removes the last
+    /// record from the list, leaves `context` as it is and returns 0. Without an active project, only returns 0.
     int connectLazy(IUnit *unit, pvContextStruct *&context, CString &projName, CString &auxPath);
     /// Lets the user choose a project in the provider's dialog, and opens it. `projName` and `auxPath` are
     /// proposals on entry and the choice on return. A non-zero `isNew` allows a new project and, once there has

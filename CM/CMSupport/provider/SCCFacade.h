@@ -47,7 +47,7 @@ class SCCFacade {
     /// Loads the provider's library; if that was done before, closes the current context's project. Does nothing
     /// in a project that works by commands.
     static int doSetUpSCC();
-    /// Ends the current context, if the library was to be loaded.
+    /// Ends the current context if the library has been loaded, or could not be.
     static int doCleanUpSCC();
     /// Closes the current context's project.
     static int doCloseProjectSCC();

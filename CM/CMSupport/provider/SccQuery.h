@@ -21,12 +21,12 @@ class SccQuery {
     /// Asks for one unit; null is ignored.
     static void queryAndSetStatus(IUnit *unit, void *context);
     /// Asks for all units in one call, or one by one if the property "QuerySCCStatusOneByOne" is true.
-    /// Required: behind a null entry, each unit gets the state of the file after its own; the last ones get 0
-    /// (SccQueryOfUnits.ANullEntryShiftsTheStatesBehindIt).
+    /// Required: after a null entry, each unit gets the state of the file after its own; the last units get 0
+    /// (SccQueryOfUnits.ANullEntryShiftsTheStatesAfterIt).
     static void queryAndSetStatus(CMUnitList &units, void *context);
     /// Asks for each unit in a call of its own, front to back.
     static void queryAndSetStatusOneByOne(CMUnitList &units, void *context);
     /// Asks for the units of the items, and for their other files; with a non-zero `recursive` also for the units
-    /// below. Items without a unit, and null, are passed over.
+    /// below. Items without a unit, and null, are skipped.
     static void queryAndSetStatus(CMArchiveItemList &items, void *context, int recursive);
 };

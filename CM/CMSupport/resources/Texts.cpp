@@ -185,7 +185,7 @@ const char *text(Text number) {
                "SccServerPath in the registry's key %s.";
     case Text::providerNotConnected:
         return "The unit is not connected to an archive. Connect the project, or the unit, to an archive first.";
-    case Text::providerConnectAnew:
+    case Text::providerConnectAgain:
         return "The unit is connected to an archive already. Give up this connection and connect to another "
                "archive?";
     case Text::providerConnected:

@@ -84,7 +84,7 @@ enum class Text : unsigned {
     providerNotLoaded, ///< path, the system's reason, registry key
     providerNotOne,    ///< path, registry key
     providerNotConnected,
-    providerConnectAnew,
+    providerConnectAgain,
     providerConnected,
     providerErrorOpening,   ///< the message of a result follows
     providerWarningOpening, ///< the message of a result may follow

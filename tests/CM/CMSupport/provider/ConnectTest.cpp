@@ -182,6 +182,12 @@ TEST_F(ConnectToNameless, OneOfTheTwoTextsIsAName) {
     EXPECT_EQ(connect(), 1);
     EXPECT_EQ(ownProperty("ProjName"), "");
     EXPECT_EQ(ownProperty("AuxProjPath"), "aux");
+    project().sccArchive.reset();
+    provider->chosenProject = "Mill";
+    provider->chosenAuxPath = "";
+    EXPECT_EQ(connect(), 1);
+    EXPECT_EQ(ownProperty("ProjName"), "Mill");
+    EXPECT_EQ(ownProperty("AuxProjPath"), "");
 }
 
 // --- Without the entry that lets the user choose.
@@ -316,9 +322,9 @@ TEST_F(ConnectClosing, ClosesThemEvenIfNoProjectIsOpen) {
 
 // --- With an association.
 
-class ConnectAnew : public ConnectFixture {
+class ConnectAgain : public ConnectFixture {
   protected:
-    ConnectAnew() { associate("Plant", "plant/aux"); }
+    ConnectAgain() { associate("Plant", "plant/aux"); }
     void openUnit(const CString &projName) {
         pump.setSccArchive(projName, "");
         pvContextStruct *context = nullptr;
@@ -327,14 +333,14 @@ class ConnectAnew : public ConnectFixture {
     }
 };
 
-TEST_F(ConnectAnew, AsksWithNoAsTheDefault) {
+TEST_F(ConnectAgain, AsksWithNoAsTheDefault) {
     connect();
     ASSERT_EQ(host.messages.shown.size(), 1U);
-    EXPECT_EQ(host.messages.shown[0].text, resources::text(Text::providerConnectAnew));
+    EXPECT_EQ(host.messages.shown[0].text, resources::text(Text::providerConnectAgain));
     EXPECT_EQ(host.messages.shown[0].flags, question);
 }
 
-TEST_F(ConnectAnew, AnswerNoOpensTheKnownProject) {
+TEST_F(ConnectAgain, AnswerNoOpensTheKnownProject) {
     host.messages.answers = {IDNO};
     EXPECT_EQ(connect(), 1);
     EXPECT_THAT(entries(), ElementsAre("SccInitialize", "SccOpenProject"));
@@ -345,21 +351,21 @@ TEST_F(ConnectAnew, AnswerNoOpensTheKnownProject) {
     EXPECT_EQ(host.messages.shown.size(), 1U) << "no notice of success";
 }
 
-TEST_F(ConnectAnew, AnswerNoKeepsAContextThatIsOpen) {
+TEST_F(ConnectAgain, AnswerNoKeepsAContextThatIsOpen) {
     openUnit("Plant");
     provider->calls.clear();
     EXPECT_EQ(connect(), 1);
     EXPECT_THAT(provider->calls, IsEmpty());
 }
 
-TEST_F(ConnectAnew, AnswerNoFailsIfTheKnownProjectDoesNotOpen) {
+TEST_F(ConnectAgain, AnswerNoFailsIfTheKnownProjectDoesNotOpen) {
     provider->answer("SccOpenProject", SCC_E_UNKNOWNPROJECT);
     EXPECT_EQ(connect(), 0);
     EXPECT_EQ(CMProperty::getIsConnected(), 0);
     EXPECT_THAT(contextNames(), IsEmpty());
 }
 
-TEST_F(ConnectAnew, AnswerYesClosesTheContextAndForgetsTheAssociationBeforeTheChoice) {
+TEST_F(ConnectAgain, AnswerYesClosesTheContextAndForgetsTheAssociationBeforeTheChoice) {
     openUnit("Plant");
     CMProperty::isSetSCC_CAP_REENTRANT(1);
     units = {&pump};
@@ -380,7 +386,7 @@ TEST_F(ConnectAnew, AnswerYesClosesTheContextAndForgetsTheAssociationBeforeTheCh
     EXPECT_EQ(ownProperty("ProjName"), "Chosen");
 }
 
-TEST_F(ConnectAnew, AnswerYesProposesTheOldProject) {
+TEST_F(ConnectAgain, AnswerYesProposesTheOldProject) {
     host.messages.answers = {IDYES};
     connect();
     EXPECT_THAT(provider->calls[1], HasSubstr("SccGetProjPath"));
@@ -388,7 +394,7 @@ TEST_F(ConnectAnew, AnswerYesProposesTheOldProject) {
     EXPECT_THAT(provider->calls[1], HasSubstr("aux=plant/aux"));
 }
 
-TEST_F(ConnectAnew, AnswerYesForgetsTheAssociationEvenIfNothingIsChosen) {
+TEST_F(ConnectAgain, AnswerYesForgetsTheAssociationEvenIfNothingIsChosen) {
     provider->answer("SccGetProjPath", SCC_I_OPERATIONCANCELED);
     host.messages.answers = {IDYES};
     EXPECT_EQ(connect(), 0);
@@ -396,7 +402,7 @@ TEST_F(ConnectAnew, AnswerYesForgetsTheAssociationEvenIfNothingIsChosen) {
     EXPECT_EQ(ownProperty("AuxProjPath"), "");
 }
 
-TEST_F(ConnectAnew, AsksForTheAssociationOfTheFirstUnit) {
+TEST_F(ConnectAgain, AsksForTheAssociationOfTheFirstUnit) {
     associate("", "");
     auto &valve = host.addUnit("Valve");
     valve.setSccArchive("Mill", "");
@@ -408,7 +414,7 @@ TEST_F(ConnectAnew, AsksForTheAssociationOfTheFirstUnit) {
     EXPECT_EQ(project().sccArchive->first, "Chosen");
 }
 
-TEST_F(ConnectAnew, TakesTheLastRecordOffTheListWhicheverItCloses) {
+TEST_F(ConnectAgain, TakesTheLastRecordOffTheListWhicheverItCloses) {
     openUnit("Plant");
     openUnit("Mill");
     CMProperty::isSetSCC_CAP_REENTRANT(1);
@@ -424,7 +430,7 @@ TEST_F(ConnectAnew, TakesTheLastRecordOffTheListWhicheverItCloses) {
 
 // --- Outcomes.
 
-TEST_F(ConnectAnew, ReportsItsCallsAsTheOutcomeOfTheCall) {
+TEST_F(ConnectAgain, ReportsItsCallsAsTheOutcomeOfTheCall) {
     support::OutcomeRecorder outcomes;
     connect();
     ASSERT_EQ(outcomes.outcomes.size(), 1U);

@@ -210,7 +210,7 @@ TEST_F(Context, OfAProviderThatDoesNotInitializeIsARecordOutsideTheList) {
     EXPECT_THAT(host.messages.shown[0].text.str(), HasSubstr(resources::text(Text::resultInitializeFailed)));
     EXPECT_THAT(effects(), Contains("log: Scc dll returned -1 from SccInitialize"));
     EXPECT_THAT(contextNames(), IsEmpty());
-    ASSERT_NE(context, nullptr) << "required: callers go on with it";
+    ASSERT_NE(context, nullptr) << "required: callers continue with it";
     EXPECT_EQ(provider->contexts.at(context->getpvContextPtr()), 1);
     EXPECT_EQ(CMProperty::getIsConnected(), 0);
     EXPECT_EQ(host.places.disabledFaults, 1) << "required: faults stay disabled on this way out";

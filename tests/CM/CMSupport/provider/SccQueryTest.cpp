@@ -131,7 +131,7 @@ TEST_F(SccQueryOfUnits, AsksForAllInOneCallThenStoresAndLogsEach) {
                     "set state Tank 5", "log: Status of Class Tank is 5"));
 }
 
-TEST_F(SccQueryOfUnits, ANullEntryShiftsTheStatesBehindIt) {
+TEST_F(SccQueryOfUnits, ANullEntryShiftsTheStatesAfterIt) {
     query({&pump, nullptr, &valve, &tank});
     EXPECT_THAT(provider->calls.front(), HasSubstr("files=" + path(pump) + "," + path(valve) + "," + path(tank)));
     EXPECT_THAT(states(), ElementsAre(1, 5, 0));
@@ -229,7 +229,7 @@ TEST_F(SccQueryOfItems, PassesTheFlagForTheUnitsBelowOn) {
     EXPECT_THAT(states(), ElementsAre(1, 99, 5));
 }
 
-TEST_F(SccQueryOfItems, PassesOverItemsAndFilesWithoutAUnit) {
+TEST_F(SccQueryOfItems, SkipsItemsAndFilesWithoutAUnit) {
     further = {"Gone.ocl"};
     query({"Nobody.ocl", "Pump.ocl"}, 0);
     EXPECT_THAT(provider->calls, ElementsAre("SccQueryInfo context=0 files=" + path(pump)));
