@@ -45,11 +45,11 @@ _orchard_cm() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
     local commands='new connect add checkout checkin undo lock unlock fetch history archive move rename delete
                     list show header expand property tool tools batch'
-    local global='-p --project --json --yes --no --yes-to-all --trace --log --help --version'
+    local global='-p --project --json --yes --no --yes-to-all --trace --log --wait --help --version'
     local command='' action='' i project
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-            -p | --project | --log) ((i++)) ;;
+            -p | --project | --log | --wait) ((i++)) ;;
             -*) ;;
             *)
                 if [[ $command == '' ]]; then
@@ -72,7 +72,7 @@ _orchard_cm() {
         --log) [[ $command == expand || $command == checkin || $command == add ]] || _orchard_cm_files; return ;;
         --log-file) _orchard_cm_files; return ;;
         --to) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$cur"); return ;;
-        --label | --units) return ;;
+        --label | --units | --wait) return ;;
     esac
 
     local own=''

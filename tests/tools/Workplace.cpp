@@ -45,8 +45,9 @@ pid_t Workplace::spawn(const std::vector<std::string> &words, const std::string 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     const std::string in = terminal != nullptr ? terminal : (channels_ / "in").string();
-    const std::string out = (channels_ / "out").string();
-    const std::string err = terminal != nullptr ? terminal : (channels_ / "err").string();
+    const std::string number = std::to_string(++started_);
+    const std::string out = (channels_ / ("out" + number)).string();
+    const std::string err = terminal != nullptr ? terminal : (channels_ / ("err" + number)).string();
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, in.c_str(), O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
@@ -77,6 +78,7 @@ pid_t Workplace::spawn(const std::vector<std::string> &words, const std::string 
     if (failed != 0) {
         throw std::runtime_error("cannot start " + words.front());
     }
+    running_[pid] = number;
     return pid;
 }
 
@@ -85,8 +87,10 @@ Ran Workplace::finish(pid_t pid) {
     waitpid(pid, &status, 0);
     Ran ran;
     ran.exit = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    ran.out = read(channels_ / "out");
-    ran.err = read(channels_ / "err");
+    const std::string number = running_[pid];
+    running_.erase(pid);
+    ran.out = read(channels_ / ("out" + number));
+    ran.err = read(channels_ / ("err" + number));
     return ran;
 }
 

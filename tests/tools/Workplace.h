@@ -63,6 +63,8 @@ class Workplace {
     std::filesystem::path channels_ = temporary_ / "orchard tööls"; ///< keeps what a program writes
     std::filesystem::path directory_ = channels_ / "work";
     std::map<std::string, std::string> environment_;
+    std::map<pid_t, std::string> running_; ///< what the names of their channels end with
+    int started_ = 0;
 };
 
 /// Returns the word in single quotes, for the shell.

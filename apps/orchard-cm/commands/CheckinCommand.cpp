@@ -36,11 +36,13 @@ class CheckinCommand : public Command {
         const std::string comment = comment_.required(context, "checked in", names);
         const Operation checkIn{.wording = {"checked in", false},
                                 .expected = {.writable = mode_ == "rw"},
-                                .arguments = [&](TemplateArguments &arguments) {
-                                    arguments.addMode(mode_ == "rw");
-                                    arguments.addLabel(options_.label());
-                                    arguments.addLog(comment);
-                                }};
+                                .arguments =
+                                    [&](TemplateArguments &arguments) {
+                                        arguments.addMode(mode_ == "rw");
+                                        arguments.addLabel(options_.label());
+                                        arguments.addLog(comment);
+                                    },
+                                .changes = Changes::units};
         return options_.run(context, checkIn, options_.recursive() ? CMFacade::RecCheckIn : CMFacade::CheckIn);
     }
 

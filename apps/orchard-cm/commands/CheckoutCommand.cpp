@@ -31,6 +31,7 @@ class CheckoutCommand : public Command {
                     arguments.addLabel(options_.label());
                 },
             .reload = recursive ? Reload::all : Reload::byLibrary,
+            .changes = Changes::units,
             .alsoJudge =
                 [this](const ItemResult &item) { return versionFault(options_.label(), item.after.version); }};
         // The recursive form on the archive asks this flag whether to save the model, and clears it after the

@@ -91,7 +91,7 @@ class ConnectCommand : public Command {
     }
 
     ExitCode run(Context &context) override {
-        static_cast<void>(context.session.project());
+        const ProjectHold held = context.session.holdAlone();
         const std::string archive = fullArchive(archive_);
         if (const auto fault = orchard::faultOfPath(archive); !fault.empty()) {
             throw Failure(ExitCode::usage, "the archive '" + archive + "' can't be given to a tool: " + fault);

@@ -76,6 +76,7 @@ class DeleteCommand : public Command {
     }
 
     ExitCode run(Context &context) override {
+        const ProjectHold held = context.session.holdAlone();
         const IProject &project = context.session.project();
         const auto units = unitsNamed(project, words_);
         if (const auto below = withUnitsBelow(project, units); !recursive_ && below.size() > units.size()) {

@@ -41,6 +41,7 @@ class FetchCommand : public Command {
                                       arguments.addTargetDirectory(target);
                                   },
                               .reload = target.empty() ? Reload::changed : Reload::byLibrary,
+                              .changes = target.empty() ? Changes::units : Changes::nothing,
                               .alsoJudge = [&](const ItemResult &item) { return targetFault(target, item.file); }};
         return options_.run(context, fetch, entryFor(context, fetch, target),
                             options_.recursive() ? CMFacade::RecFetchFromArchive : CMFacade::FetchFromArchive);

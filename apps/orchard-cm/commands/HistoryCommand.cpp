@@ -35,7 +35,10 @@ class HistoryCommand : public Command {
 
     ExitCode run(Context &context) override {
         const auto units = unitsNamed(context.session.project(), words_);
-        const Operation history{.wording = {"shown", false}, .expected = {.file = false}, .showsOutput = true};
+        const Operation history{.wording = {"shown", false},
+                                .expected = {.file = false},
+                                .changes = Changes::nothing,
+                                .showsOutput = true};
         const OperationReport report =
             operateOnUnits(context, units, history,
                            [](CMUnitList &list, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {

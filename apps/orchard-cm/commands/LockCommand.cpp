@@ -33,7 +33,8 @@ class LockCommand : public Command {
             .wording = {lock_ ? "locked" : "unlocked", false},
             .expected = {.writable = lock_},
             .arguments = [this](TemplateArguments &arguments) { arguments.addLabel(options_.label()); },
-            .reload = Reload::changed};
+            .reload = Reload::changed,
+            .changes = Changes::units};
         return options_.run(context, operation, lock_ ? CMFacade::LockItem : CMFacade::UnLockItem);
     }
 

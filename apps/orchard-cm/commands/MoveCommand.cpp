@@ -109,6 +109,7 @@ class MoveCommand : public Command {
     }
 
     ExitCode run(Context &context) override {
+        const ProjectHold held = context.session.holdAlone();
         const IProject &project = context.session.project();
         IUnit &unit = unitNamed(project, unit_);
         IUnit &owner = unitNamed(project, owner_);

@@ -30,8 +30,19 @@ std::vector<IUnit *> OperationOptions::units(const IProject &project) const {
     return recursive_ ? withUnitsBelow(project, units) : units;
 }
 
+ProjectHold OperationOptions::hold(Context &context, Changes changes) const {
+    if (changes == Changes::nothing) {
+        return {};
+    }
+    // Files of the archive may be new to the model.
+    return archive_ || changes == Changes::project
+               ? context.session.holdAlone()
+               : context.session.holdUnits([&] { return units(context.session.project()); });
+}
+
 ExitCode OperationOptions::run(Context &context, const Operation &operation, const UnitEntry &onUnits,
                                const ArchiveEntry &onArchive) const {
+    const ProjectHold held = hold(context, operation.changes);
     const IProject &project = context.session.project();
     requireLabel(label_);
     const OperationReport report =

@@ -31,6 +31,7 @@ class PropertySetAction : public Command {
     ExitCode run(Context &context) override {
         requireNames();
         requireValue(context);
+        const ProjectHold held = context.session.holdAlone();
         IProject &project = context.session.project();
         IDObject &object = unit_.empty() ? static_cast<IDObject &>(project) : unitNamed(project, unit_);
         // Nobody would read a property with a mistyped key, so a new one needs its metaclass.

@@ -23,6 +23,7 @@ class RenameCommand : public Command {
     }
 
     ExitCode run(Context &context) override {
+        const ProjectHold held = context.session.holdAlone();
         IUnit &unit = unitNamed(context.session.project(), unit_);
         const Restructuring rename{
             {"renamed", false},

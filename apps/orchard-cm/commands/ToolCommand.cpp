@@ -30,6 +30,7 @@ class ToolCommand : public Command {
         if (checks_) {
             return check_.run(context);
         }
+        const ProjectHold held = name_.empty() ? ProjectHold() : context.session.holdAlone();
         IProject &project = context.session.project();
         if (!name_.empty()) {
             const std::string name = installedToolNamed(name_);

@@ -2,13 +2,17 @@
 
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/CMTraitFacade.h"
+#include "CM/host/OrId.h"
 #include "CM/platform/Files.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/model/HostSetup.h"
 #include "orchard/storage/UnitSearch.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <iterator>
+#include <utility>
 
 namespace orchard_cm {
 
@@ -91,6 +95,7 @@ orchard::OpenOptions Session::openOptions() {
 }
 
 void Session::open() {
+    lock().beginReading();
     const auto result = orchard::openProject(projectFile(), openOptions());
     output_.status().clear();
     if (result.cancelled) {
@@ -104,8 +109,94 @@ void Session::open() {
     theCMFacade.RefreshCMStatus();
 }
 
+orchard::ProjectLock &Session::lock() {
+    if (!lock_) {
+        lock_.emplace(orchard::projectFileAt(projectFile()), options_.commandLine);
+    }
+    return *lock_;
+}
+
+orchard::LockWaiting Session::waiting() {
+    return {std::chrono::seconds(options_.wait), [] { return isInterrupted(); },
+            [this](const std::string &holders) { output_.status().show("Waiting for " + holders); }};
+}
+
+/// Throws unless the lock is held, or can't be.
+void Session::require(orchard::ProjectLock::Answer answer) {
+    using enum orchard::ProjectLock::Answer;
+    output_.status().clear();
+    if (answer == cancelled) {
+        throw Failure(ExitCode::interrupted, "interrupted while another program changed the project");
+    }
+    if (answer == busy) {
+        const std::string holders = lock().otherHolders();
+        throw Failure(ExitCode::failed,
+                      "another program is changing the project" + (holders.empty() ? "" : ": " + holders),
+                      "Run the command again when that has ended, or wait longer than " +
+                          std::to_string(options_.wait) + " s for it with --wait SECONDS.");
+    }
+    if (answer == impossible && !isUnlockable_) {
+        isUnlockable_ = true;
+        output_.message(Output::Kind::warning, "the project can't be kept from other programs (" + lock().fault() +
+                                                   "); what another one changes meanwhile may be lost");
+    }
+}
+
+/// Reads the project, again if another program has changed it. One with unsaved changes is kept: saving refuses
+/// the files that are not as they were read.
+void Session::readAgainIfChanged() {
+    if (project_ != nullptr && lock().isHeld() && lock().isChangedSinceReading() && !isModified()) {
+        orchard::closeProject(std::exchange(project_, nullptr));
+    }
+    static_cast<void>(project());
+}
+
+ProjectHold
+Session::hold(orchard::ProjectLock::Answer (orchard::ProjectLock::*how)(const orchard::LockWaiting &)) {
+    if (project_ == nullptr && !platform::isRegularFile(orchard::projectFileAt(projectFile()))) {
+        static_cast<void>(project()); // reports what is wrong with it
+    }
+    require((lock().*how)(waiting()));
+    return ProjectHold(&lock());
+}
+
+ProjectHold Session::holdAlone() {
+    ProjectHold held = hold(&orchard::ProjectLock::holdAlone);
+    readAgainIfChanged();
+    return held;
+}
+
+ProjectHold Session::holdUnits(const std::function<std::vector<IUnit *>()> &units) {
+    ProjectHold held = hold(&orchard::ProjectLock::holdBesideOthers);
+    readAgainIfChanged();
+    std::vector<std::string> names;
+    std::ranges::transform(units(), std::back_inserter(names),
+                           [](const IUnit *unit) { return unit->getOrId().getOrIdStr().str(); });
+    if (lock().isHeld()) {
+        bool waited = false;
+        orchard::LockWaiting noting = waiting();
+        noting.waits = [&, show = noting.waits](const std::string &holders) {
+            waited = true;
+            show(holders);
+        };
+        require(lock().holdUnits(names, noting));
+        if (waited) {
+            readAgainIfChanged(); // only now are these units as they stay
+        }
+    }
+    return held;
+}
+
+bool Session::isModified() {
+    return std::ranges::any_of(orchard::workspaceUnits(project()),
+                               [](const orchard::UnitRow &row) { return row.unit->isModified(); });
+}
+
 void Session::save() {
+    const ProjectHold alone = lock().isHeld() ? ProjectHold() : hold(&orchard::ProjectLock::holdAlone);
+    require(lock().holdSaving(waiting()));
     const auto problems = orchard::saveProject(&project());
+    lock().releaseSaving();
     if (!problems.empty()) {
         throw Failure(ExitCode::failed, "not everything could be saved:\n" + messageOf(problems),
                       std::string("The files on disk are unchanged.") +
@@ -116,8 +207,7 @@ void Session::save() {
 }
 
 void Session::saveIfModified() {
-    const auto units = orchard::workspaceUnits(project());
-    if (std::ranges::any_of(units, [](const orchard::UnitRow &row) { return row.unit->isModified(); })) {
+    if (isModified()) {
         save();
     }
 }

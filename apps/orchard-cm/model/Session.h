@@ -2,18 +2,29 @@
 #pragma once
 
 #include "CM/host/IProject.h"
+#include "CM/host/IUnit.h"
 #include "apps/orchard-cm/base/Output.h"
 #include "apps/orchard-cm/model/Answers.h"
 #include "apps/orchard-cm/options/GlobalOptions.h"
+#include "orchard/locking/ProjectLock.h"
 #include "orchard/storage/Projects.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace orchard_cm {
 
 class HostSetup;
+
+/// Keeps other programs from changing the project while it lives.
+struct ReleaseProject {
+    void operator()(orchard::ProjectLock *lock) const { lock->release(); }
+};
+using ProjectHold = std::unique_ptr<orchard::ProjectLock, ReleaseProject>;
 
 class Session {
   public:
@@ -33,7 +44,18 @@ class Session {
     [[nodiscard]] std::string projectFile() const;
     /// Returns the options for opening a project: progress, warnings and cancelling.
     [[nodiscard]] orchard::OpenOptions openOptions();
-    /// Saves all modified units. Throws a Failure that names each file that could not be saved.
+
+    /// Waits until no other program changes the project, and holds it alone. What others have changed since it was
+    /// opened is read again, so units have to be looked up after this call. Throws a Failure that names who holds
+    /// the project if that takes longer than the options allow. A place where nothing can be locked is reported as
+    /// a warning, and not held.
+    [[nodiscard]] ProjectHold holdAlone();
+    /// Does the same for work that changes only the files of the units that `units` looks up; others can work on
+    /// other units at the same time.
+    [[nodiscard]] ProjectHold holdUnits(const std::function<std::vector<IUnit *>()> &units);
+
+    /// Saves all modified units. Throws a Failure that names each file that could not be saved, or who holds the
+    /// project.
     void save();
     /// Does the same if any unit is modified; otherwise nothing is written.
     void saveIfModified();
@@ -42,11 +64,20 @@ class Session {
 
   private:
     void open();
+    orchard::ProjectLock &lock();
+    [[nodiscard]] orchard::LockWaiting waiting();
+    void require(orchard::ProjectLock::Answer answer);
+    [[nodiscard]] ProjectHold
+        hold(orchard::ProjectLock::Answer (orchard::ProjectLock::*how)(const orchard::LockWaiting &));
+    void readAgainIfChanged();
+    [[nodiscard]] bool isModified();
 
     const GlobalOptions &options_;
     Output &output_;
     std::unique_ptr<HostSetup> setup_;
     IProject *project_ = nullptr;
+    std::optional<orchard::ProjectLock> lock_;
+    bool isUnlockable_ = false; ///< the place allows no lock, which was reported
 };
 
 /// Holds back the text for the CM output window as long as this object exists; used where the text would only

@@ -23,6 +23,13 @@ enum class Reload {
     all,       ///< all that the tool has worked on, including those that the model doesn't contain yet
 };
 
+/// What an operation may change; other programs can't change it at the same time.
+enum class Changes {
+    project, ///< anything
+    units,   ///< the files of its units, while others work on other units
+    nothing, ///< nothing in the project
+};
+
 /// Describes an operation.
 struct Operation {
     Wording wording;
@@ -30,6 +37,7 @@ struct Operation {
     /// Adds the arguments that the caller provides and the library does not add by itself.
     std::function<void(TemplateArguments &)> arguments = {};
     Reload reload = Reload::byLibrary;
+    Changes changes = Changes::project;
     bool showsOutput = false; ///< the tool's output is the result; the CM window shows it only on failure
     /// Returns why an item that the library reports as done still counts as failed; empty if it doesn't.
     std::function<std::string(const ItemResult &)> alsoJudge = {};

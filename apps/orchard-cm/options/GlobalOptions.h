@@ -17,8 +17,10 @@ struct GlobalOptions {
     std::string project; ///< -p: the project file; empty: the one of the current directory
     bool json = false;
     Answer answer = Answer::ask;
-    bool trace = false;  ///< --trace: the debug trace
-    std::string logFile; ///< --log: what the operations log; empty: nowhere
+    bool trace = false;      ///< --trace: the debug trace
+    std::string logFile;     ///< --log: what the operations log; empty: nowhere
+    unsigned wait = 30;      ///< --wait: for other programs that change the project, in seconds
+    std::string commandLine; ///< as somebody reads it who waits for this program
 };
 
 } // namespace orchard_cm

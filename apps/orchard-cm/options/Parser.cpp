@@ -32,6 +32,11 @@ void declareGlobal(CLI::App &app, GlobalOptions &options) {
     answers->require_option(0, 1);
     app.add_flag("--trace", options.trace, "Write the debug trace to the CM output window");
     app.add_option("--log", options.logFile, "Append the log of the operations to FILE")->type_name("FILE");
+    constexpr unsigned longestWait = 1'000'000;
+    app.add_option("--wait", options.wait,
+                   "How long to wait for another program that changes the project (by default 30)")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0U, longestWait));
     app.set_version_flag("--version", std::string("orchard-cm " ORCHARD_CM_VERSION));
 }
 
@@ -40,7 +45,7 @@ std::optional<std::string> unknownCommand(const std::vector<std::string> &words,
                                           std::span<const CommandEntry> commands) {
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string &word = words[i];
-        if (word == "-p" || word == "--project" || word == "--log") {
+        if (word == "-p" || word == "--project" || word == "--log" || word == "--wait") {
             ++i;
         } else if (!word.starts_with('-')) {
             if (std::ranges::find(commands, word, &CommandEntry::name) == commands.end()) {
@@ -185,7 +190,12 @@ Invocation parse(const std::vector<std::string> &words, std::span<const CommandE
 } // namespace
 
 Invocation parseCommandLine(const std::vector<std::string> &words, std::span<const CommandEntry> commands) {
-    return parse(words, commands, false);
+    Invocation invocation = parse(words, commands, false);
+    invocation.options.commandLine = "orchard-cm";
+    for (const std::string &word : words) {
+        invocation.options.commandLine += " " + word;
+    }
+    return invocation;
 }
 
 Invocation parseBatchLine(const std::vector<std::string> &words, std::span<const CommandEntry> commands) {

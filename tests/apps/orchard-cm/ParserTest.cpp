@@ -48,6 +48,20 @@ TEST(CommandLine, BindsTheOptionsOfTheCommand) {
     EXPECT_TRUE(fetch.lock);
     EXPECT_THAT(fetch.units, ElementsAre("Pump", "Öl Tank"));
 }
+
+TEST(CommandLine, WaitsForOtherProgramsAsLongAsRequested) {
+    EXPECT_EQ(parsed({"fetch", "Pump"}).options.wait, 30U);
+    EXPECT_EQ(parsed({"--wait", "0", "fetch", "Pump"}).options.wait, 0U);
+    EXPECT_EQ(parsed({"fetch", "Pump", "--wait", "90"}).options.wait, 90U);
+    EXPECT_THAT(usageOf({"--wait", "-1", "fetch", "Pump"}).what(), HasSubstr("--wait"));
+    EXPECT_THAT(usageOf({"--wait", "soon", "fetch", "Pump"}).what(), HasSubstr("--wait"));
+    EXPECT_THAT(usageOf({"--wait", "5", "fetsh"}).what(), HasSubstr("there is no command 'fetsh'"));
+}
+
+TEST(CommandLine, IsKeptForThoseWhoWaitForTheProgram) {
+    EXPECT_EQ(parsed({"-p", "a.orp", "fetch", "Pump"}).options.commandLine, "orchard-cm -p a.orp fetch Pump");
+}
+
 TEST(CommandLine, TakesGlobalOptionsOnEitherSideOfTheCommand) {
     for (const auto &words :
          {std::vector<std::string>{"-p", "a.orp", "--json", "--yes", "--trace", "--log", "l", "fetch", "X"},
