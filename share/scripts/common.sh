@@ -19,8 +19,9 @@ place_of() {
   esac
 }
 
-# Looks at the permission bits, since every file is writable for an administrator.
-is_writable() { [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
+# Looks at the permission bits, since every file is writable for an administrator. For others the shell's own test, which
+# starts no program, is enough for a read-only file.
+is_writable() { [ -w "$1" ] && [ -n "$(find "$1" -prune -perm -u+w 2>/dev/null)" ]; }
 
 # check_names PATH: refuses a path below the directory for units with a part that the tool can't hold, which each
 # script lists in can_hold NAME.

@@ -55,10 +55,26 @@ check_locks() {
   if [ -n "$locks" ]; then fail "$locks; nothing was changed"; fi
 }
 
+# read_version FILE: sets versions to the version in the header, which is in the first lines. Starts no program.
+read_version() {
+  versions=
+  lines=0
+  while [ "$lines" -lt 9 ] && IFS= read -r line; do
+    # shellcheck disable=SC2016 # the keyword
+    case $line in
+      '$Revision: '*' $')
+        versions=${line#*: }
+        versions=${versions% *}
+        return
+        ;;
+    esac
+    lines=$((lines + 1))
+  done <"$1"
+}
+
 # is_archived FILE: whether its bytes are those of a version: the one in its header, or else one of the newest twenty.
 is_archived() {
-  # shellcheck disable=SC2016 # the keyword
-  versions=$(sed -n '/^\$Revision: *\([0-9.]*\) *\$$/{s//\1/p;q;}' "$1")
+  read_version "$1"
   if [ -z "$versions" ]; then
     versions=$(rlog -x,v -N ${archived:+"$archived"} "$1" 2>/dev/null | sed -n 's/^revision \([0-9.]*\).*/\1/p' | head -n 20)
   fi
