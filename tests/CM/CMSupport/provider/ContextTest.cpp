@@ -254,6 +254,18 @@ TEST_F(Context, AFailureTakesTheLastRecordOffTheListEvenIfItIsAnother) {
     EXPECT_EQ(last->getpvContextName(), "Mill") << "it is not freed";
 }
 
+TEST_F(Context, AFailureWithARecordOutsideTheListLeavesAnEmptyListEmpty) {
+    pvContextStruct outside;
+    CString name = "Plant";
+    CString aux;
+    context = &outside;
+    provider->answer("SccOpenProject", SCC_E_UNKNOWNPROJECT);
+    EXPECT_EQ(SCCConnectToCMRepository().connectLazy(&pump, context, name, aux), 0);
+    EXPECT_EQ(context, &outside);
+    EXPECT_THAT(contextNames(), IsEmpty());
+    EXPECT_EQ(CMProperty::getPvContextStructList().GetCount(), 0);
+}
+
 TEST_F(Context, OfAGivenRecordIsOpenedInIt) {
     pvContextStruct *const given = CMProperty::addPvStruct();
     context = given;
