@@ -5,13 +5,13 @@
  * missing.
  *
  * - Texts end with NUL. The API does not fix their encoding; hosts and providers of this project use the encoding
- * of the file system. Names of files are full paths without a separator at the end.
+ *   of the file system. Names of files are full paths without a separator at the end.
  * - The caller allocates every buffer, at least as large as the size that is published for it, fills it with zeros
  *   and passes neither a literal nor, where a text is expected, a null pointer.
  * - `long` is the C type of the platform, in arrays and out-parameters too: 64 bits wide on most 64-bit systems,
- * 32 on Windows.
- * - A call with several files answers 0 if all of them succeeded, else the last error.
- * - "[unconfirmed]" marks what is known from one source only.
+ *   32 on Windows.
+ * - A call for several files returns 0 if it succeeded for all of them, otherwise the last error.
+ * - "[unconfirmed]" marks facts for which there is only one source.
  */
 #ifndef CM_SCC_SCC_H
 #define CM_SCC_SCC_H
@@ -26,7 +26,7 @@
 extern "C" {
 #endif
 
-/* Versions, as SccGetVersion answers them: the major number in the high word, the minor in the low word. */
+/* Versions, as SccGetVersion returns them: the major number in the high word, the minor in the low word. */
 #define SCC_VERSION_1_1 0x00010001L
 #define SCC_VERSION_1_3 0x00010003L
 
@@ -35,7 +35,7 @@ extern "C" {
 typedef long SCCRTN; /* the result of an entry: one of the SCC_OK, SCC_I_ and SCC_E_ codes */
 typedef void *HWND;  /* a window: the parent of the provider's dialogs; null for none */
 
-/* The command that SccGetCommandOptions and SccPopulateList are about. */
+/* The commands that SccGetCommandOptions and SccPopulateList take. */
 typedef enum SCCCOMMAND {
     SCC_COMMAND_GET = 0,
     SCC_COMMAND_CHECKOUT = 1,
@@ -50,9 +50,9 @@ typedef enum SCCCOMMAND {
     SCC_COMMAND_OPTIONS = 10
 } SCCCOMMAND;
 
-/* Receives one name of SccPopulateList. `add` is 0 if the host should drop the name, else it should take it up.
- * The text is valid during the call only, and a name may come more than once. Returns 0 to stop the enumeration.
- */
+/* Receives one name of SccPopulateList. `add` is 0 if the host should remove the name from its list; otherwise the
+ * host should add it. The text is valid during the call only, and a name may come more than once. Returns 0 to
+ * stop the enumeration. */
 typedef int (*POPLISTFUNC)(void *data, int add, long status, char const *file);
 
 /* Receives text of the provider, without a line end; `kind` is one of SCC_MSG_. Returns SCC_MSG_RTN_OK, or
@@ -68,7 +68,7 @@ typedef long (*LPTEXTOUTPROC)(char const *text, unsigned long kind);
 
 /* Results */
 #define SCC_I_SHARESUBPROJOK 7      /* accepted the first step of adding from the archive */
-#define SCC_I_FILEDIFFERS 6         /* the local file differs from the stored one */
+#define SCC_I_FILEDIFFERS 6         /* the local file differs from the archived version */
 #define SCC_I_RELOADFILE 5          /* the local file has changed; reload it */
 #define SCC_I_FILENOTAFFECTED 4     /* the file is as it was */
 #define SCC_I_PROJECTCREATED 3      /* the project was created */
@@ -83,7 +83,7 @@ typedef long (*LPTEXTOUTPROC)(char const *text, unsigned long kind);
 #define SCC_E_FILEISLOCKED (-6)       /* another user holds a lock */
 #define SCC_E_FILEOUTEXCLUSIVE (-7)   /* another user has the file out exclusively */
 #define SCC_E_ACCESSFAILURE (-8)      /* archive or network could not be reached; try again */
-#define SCC_E_CHECKINCONFLICT (-9)    /* the file conflicts with the stored one */
+#define SCC_E_CHECKINCONFLICT (-9)    /* the file conflicts with the archived version */
 #define SCC_E_FILEALREADYEXISTS (-10) /* the archive has the file already */
 #define SCC_E_FILENOTCONTROLLED (-11)
 #define SCC_E_FILEISCHECKEDOUT (-12)
@@ -144,7 +144,7 @@ typedef long (*LPTEXTOUTPROC)(char const *text, unsigned long kind);
 #define SCC_CAP_COMMENTADD 0x00002000UL
 #define SCC_CAP_COMMENTREMOVE 0x00004000UL
 #define SCC_CAP_TEXTOUT 0x00008000UL          /* writes to the text output function of SccOpenProject */
-#define SCC_CAP_ADD_STORELATEST 0x00200000UL  /* may store the newest version only */
+#define SCC_CAP_ADD_STORELATEST 0x00200000UL  /* can store only the newest version */
 #define SCC_CAP_HISTORY_MULTFILE 0x00400000UL /* SccHistory takes several files */
 #define SCC_CAP_POPULATELIST 0x02000000UL
 #define SCC_CAP_COMMENTPROJECT 0x04000000UL /* takes a comment when it creates a project */
@@ -200,98 +200,97 @@ typedef long (*LPTEXTOUTPROC)(char const *text, unsigned long kind);
 #define SCC_OPT_SCO_YES 1L
 #define SCC_OPT_SHARESUBPROJ 6L /* whether adding from the archive may share a sub-project */
 
-/* The life of a context: initialise, set options, perhaps pick a project, open it, work, close it, and then open
+/* The stages of a context: initialise, set options, perhaps pick a project, open it, work, close it, and then open
  * another or uninitialise. A context has at most one open project. */
 
-/* Answers the version of the API that the provider implements. */
+/* Returns the version of the API that the provider implements. */
 SCC_EXPORT long SccGetVersion(void);
 
 /* Creates a context in `*context`, which is null on entry. `callerName` is the host's. The provider fills in its
  * name (SCC_NAME_LEN), its capabilities, the label of its auxiliary path (SCC_AUXLABEL_LEN), and how many
- * characters a comment of a check out and any other comment may have. Answers 0, -1, -15 or -26. */
+ * characters a comment of a check out and any other comment may have. Returns 0, -1, -15 or -26. */
 SCC_EXPORT SCCRTN SccInitialize(void **context, HWND window, char *callerName, char *sccName, long *capabilities,
                                 char *auxPathLabel, unsigned long *checkoutCommentLength,
                                 unsigned long *commentLength);
 
-/* Ends a context that has no open project. */
+/* Destroys a context, which must have no open project. */
 SCC_EXPORT SCCRTN SccUninitialize(void *context);
 
-/* Lets the user pick or create a project. The texts hold proposals on entry and the choice on return; name and
+/* Lets the user pick or create a project. The texts are proposals on entry and the choice on return; name and
  * auxiliary path mean something to the provider only. The local path may change only if `allowChangePath` is not
- * 0.
- * `*isNew` says on entry whether a project may be created, and on return whether one was. Answers 0, 2, -8, -15
- * or -29. */
+ * 0. On entry `*isNew` says whether a project may be created; on return, whether one was created. Returns 0, 2,
+ * -8, -15 or -29. */
 SCC_EXPORT SCCRTN SccGetProjPath(void *context, HWND window, char *user, char *projectName, char *localPath,
                                  char *auxProjectPath, int allowChangePath, int *isNew);
 
 /* Opens a project that SccGetProjPath has given, now or earlier. User and auxiliary path may change. `textOutput`
- * may be null; `flags` are SCC_OP_. Answers 0, -1, -2, -3, -8, -15, -21, -23, -24, -26, or 3 for a created
+ * may be null; `flags` are SCC_OP_. Returns 0, -1, -2, -3, -8, -15, -21, -23, -24, -26, or 3 for a created
  * project. */
 SCC_EXPORT SCCRTN SccOpenProject(void *context, HWND window, char *user, char *projectName, char *localPath,
                                  char *auxProjectPath, char *comment, LPTEXTOUTPROC textOutput, long flags);
 
-/* Closes the open project. Answers 0, -15, -25 or -26. */
+/* Closes the open project. Returns 0, -15, -25 or -26. */
 SCC_EXPORT SCCRTN SccCloseProject(void *context);
 
-/* Sets one of the SCC_OPT_ options. Answers 0, 7, or -14 for an option that the provider doesn't have. */
+/* Sets one of the SCC_OPT_ options. Returns 0, 7, or -14 for an option that the provider doesn't have. */
 SCC_EXPORT SCCRTN SccSetOption(void *context, long option, long value);
 
-/* With null for `options`: answers 1 (SCC_I_ADV_SUPPORT) if there are options for the command. With the address of
- * a pointer: shows a dialog and sets the pointer, which is then passed to the command; its memory is the
- * provider's. Answers 0, 1, 2, -8, -12, -14 or -15. */
+/* If `options` is null, returns 1 (SCC_I_ADV_SUPPORT) if there are options for the command. Otherwise shows a
+ * dialog and sets `*options`, which is then passed to the command; its memory belongs to the provider. Returns 0,
+ * 1, 2, -8, -12, -14 or -15. */
 SCC_EXPORT SCCRTN SccGetCommandOptions(void *context, HWND window, SCCCOMMAND command, void **options);
 
 /* Commands on files. All but SccAdd, SccCheckin and SccDiff work also for a controlled file that is missing on
  * disk. */
 
-/* Gets the newest versions, read-only. `flags` are SCC_GET_. Answers 0, 2, -8, -11, -12, -13, -14, -15 or -26. */
+/* Gets the newest versions, read-only. `flags` are SCC_GET_. Returns 0, 2, -8, -11, -12, -13, -14, -15 or -26. */
 SCC_EXPORT SCCRTN SccGet(void *context, HWND window, long count, char **files, long flags, void *options);
 
-/* Checks files out. Answers 0, 2, -5, -6, -7, -8, -11, -15 or -26. */
+/* Checks files out. Returns 0, 2, -5, -6, -7, -8, -11, -15 or -26. */
 SCC_EXPORT SCCRTN SccCheckout(void *context, HWND window, long count, char **files, char *comment, long flags,
                               void *options);
 
-/* Checks files in. A null comment makes the provider ask for one. Answers 0, 2, 5, -4, -8, -9, -11, -15, -18, -19,
+/* Checks files in. A null comment makes the provider ask for one. Returns 0, 2, 5, -4, -8, -9, -11, -15, -18, -19,
  * -26 or -28. */
 SCC_EXPORT SCCRTN SccCheckin(void *context, HWND window, long count, char **files, char *comment, long flags,
                              void *options);
 
-/* Gives up check outs; the files are then neither checked out nor changed. No flags are defined. Answers 0, 2, -4,
+/* Gives up check outs; the files are then neither checked out nor changed. No flags are defined. Returns 0, 2, -4,
  * -8, -11, -15, -25 or -26. */
 SCC_EXPORT SCCRTN SccUncheckout(void *context, HWND window, long count, char **files, long flags, void *options);
 
 /* Adds files to the archive. `flags` has one word for each file: SCC_FILETYPE_, SCC_ADD_STORELATEST,
- * SCC_KEEP_CHECKEDOUT. Answers 0, 2, 5, -8, -10, -14, -15, -17, -26 or -28. */
+ * SCC_KEEP_CHECKEDOUT. Returns 0, 2, 5, -8, -10, -14, -15, -17, -26 or -28. */
 SCC_EXPORT SCCRTN SccAdd(void *context, HWND window, long count, char **files, char *comment, long *flags,
                          void *options);
 
-/* Removes files from the archive; the local files stay. No flags are defined. Answers 0, 2, -8, -11, -12, -14, -15
+/* Removes files from the archive; the local files stay. No flags are defined. Returns 0, 2, -8, -11, -12, -14, -15
  * or -26. */
 SCC_EXPORT SCCRTN SccRemove(void *context, HWND window, long count, char **files, char *comment, long flags,
                             void *options);
 
-/* Renames a file in the archive, or moves it if the directory differs. The host renames the local file. Answers 0,
+/* Renames a file in the archive, or moves it if the directory differs. The host renames the local file. Returns 0,
  * -3, -8, -11, -15, -16, -25 or -26. */
 SCC_EXPORT SCCRTN SccRename(void *context, HWND window, char *oldFile, char *newFile);
 
-/* Shows the history of files. No flags are defined. Answers 0, -8, -11, -14, -15, -25, -26, or 5 for a changed
+/* Shows the history of files. No flags are defined. Returns 0, -8, -11, -14, -15, -25, -26, or 5 for a changed
  * local file. */
 SCC_EXPORT SCCRTN SccHistory(void *context, HWND window, long count, char **files, long flags, void *options);
 
-/* Shows what the archive knows of a file. Answers 0, -11, -15, -25, -26, -30, or 5 for a changed local file. */
+/* Shows what the archive knows of a file. Returns 0, -11, -15, -25, -26, -30, or 5 for a changed local file. */
 SCC_EXPORT SCCRTN SccProperties(void *context, HWND window, char *file);
 
-/* Compares a local file with the stored one: answers 0 for the same, 6 for a difference, or 5, -8, -11, -15, -26
- * or -28. */
+/* Compares a local file with the archived version. Returns 0 if they are the same, 6 if they differ, or 5, -8,
+ * -11, -15, -26 or -28. */
 SCC_EXPORT SCCRTN SccDiff(void *context, HWND window, char *file, long flags, void *options);
 
 /* Status */
 
-/* Fills in one SCC_STATUS_ word for each file. Answers 0, -8, -15, or -25 without an open project. */
+/* Fills in one SCC_STATUS_ word for each file. Returns 0, -8, -15, or -25 without an open project. */
 SCC_EXPORT SCCRTN SccQueryInfo(void *context, long count, char **files, long *status);
 
 /* Names the files that a command would apply to, by calls of `callback` with `data`. With SCC_PL_DIR in `flags`
- * the names are directories. `status` receives one word for each of the given names. Answers 0 or -15. */
+ * the names are directories. `status` receives one word for each of the given names. Returns 0 or -15. */
 SCC_EXPORT SCCRTN SccPopulateList(void *context, SCCCOMMAND command, long count, char **files,
                                   POPLISTFUNC callback, void *data, long *status, long flags);
 

@@ -5,7 +5,7 @@
 
 namespace command {
 
-/// Makes the unit's own archive the main archive, unless there is one archive for the whole project.
+/// Makes the unit's archive the main archive, unless there is one archive for the whole project.
 void selectArchive(const IUnit &unit);
 
 } // namespace command

@@ -6,6 +6,6 @@
 class CMCheckIn final : public CMWorkspaceOperation {
   public:
     /// Saves the model, unless the list is empty, and checks each unit in; ignores `hybrid`. Returns
-    /// CommandRun::result(); 0 without a tool, which makes one diagnostic.
+    /// CommandRun::result(). Without a tool, appends one diagnostic and returns 0.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

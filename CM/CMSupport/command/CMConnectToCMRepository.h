@@ -9,10 +9,10 @@ class CMConnectToCMRepository final : public CMArchiveOperation {
     using CMArchiveOperation::operator(); // the form with archive items returns 0
 
     /// Saves the model, runs the tool's connect command, replaces $ArchivePath in the tool's properties
-    /// "Repository" and "ArchiveRoot" of the active project by the path that the command printed, and runs the
-    /// command for the time after connecting. `units` only select the archive. A path that no command can quote is
-    /// not written; the CM output window says so. Returns 1 if both commands were made and run, else 0; the
-    /// properties are written even if only the second could not. Without a tool returns 0 and makes one
-    /// diagnostic.
+    /// "Repository" and "ArchiveRoot" of the active project with the path that the command printed, and runs the
+    /// tool's command PostConnectToCMRepository. `units` only selects the archive. A path that no command can
+    /// quote is not written; the CM output window says so. Returns 1 if both commands could be expanded and run,
+    /// otherwise 0. If only the second one could not, the properties have been written. Without a tool, appends
+    /// one diagnostic and returns 0.
     virtual int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
 };

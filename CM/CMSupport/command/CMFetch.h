@@ -5,7 +5,7 @@
 
 class CMFetch final : public CMWorkspaceOperation {
   public:
-    /// Fetches the file of each unit and reloads none. With `hybrid` the template is that of the provider in use.
-    /// Returns CommandRun::result(); 0 without a tool, which makes one diagnostic.
+    /// Fetches the file of each unit and reloads none. With `hybrid`, uses the template in the metaclass of the
+    /// provider in use. Returns CommandRun::result(). Without a tool, appends one diagnostic and returns 0.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

@@ -5,7 +5,6 @@
 
 class CMFetchFromArchive final : public CMArchiveOperation {
   public:
-    /// Fetches each item. Returns CommandRun::result(); 0 without a tool, which makes one
-    /// diagnostic.
+    /// Fetches each item. Returns CommandRun::result(). Without a tool, appends one diagnostic and returns 0.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) override;
 };

@@ -5,7 +5,7 @@
 
 class CMHistory final : public CMWorkspaceOperation {
   public:
-    /// Runs the tool's command for each unit; ignores `hybrid`. Returns CommandRun::result(); 0 without a tool,
-    /// which makes one diagnostic.
+    /// Runs the tool's command for each unit; ignores `hybrid`. Returns CommandRun::result(). Without a tool,
+    /// appends one diagnostic and returns 0.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

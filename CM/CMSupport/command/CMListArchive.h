@@ -5,9 +5,9 @@
 
 class CMListArchive final : public CMArchiveOperation {
   public:
-    /// Appends items made by `new` to the list; the caller deletes them, as the list owns nothing. Existing
-    /// entries stay. Returns 0 without a tool or a project, or if the command could not be made or run.
-    /// Otherwise returns the result of the last pattern that was tried, or 1 if none was; this says
-    /// nothing about the listing.
+    /// Creates items with `new` and appends them to the list; the caller must delete them, because the list
+    /// doesn't own them. Existing entries stay. Returns 0 without a tool or a project, or if the command could not
+    /// be expanded or run. Otherwise returns the result of the last pattern that was tried, or 1 if none was; this
+    /// doesn't tell whether the listing succeeded.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) override;
 };

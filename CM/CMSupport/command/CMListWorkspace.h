@@ -5,8 +5,8 @@
 
 class CMListWorkspace final : public CMWorkspaceOperation {
   public:
-    /// Replaces the contents of the list by all units with files of their own, except references, embedded files
-    /// of references, the workspace, and subsystems that are hidden from configuration management. The other
+    /// Replaces the contents of the list with all units that have their own file, except references, embedded
+    /// files of references, the workspace, and subsystems that are hidden from configuration management. The other
     /// arguments are not used. Returns 1.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

@@ -5,7 +5,7 @@
 
 class CMLockItem final : public CMWorkspaceOperation {
   public:
-    /// Locks each unit without saving the model; ignores `hybrid`. Returns CommandRun::result(); 0 without a tool,
-    /// which makes one diagnostic.
+    /// Locks each unit without saving the model; ignores `hybrid`. Returns CommandRun::result(). Without a tool,
+    /// appends one diagnostic and returns 0.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

@@ -6,10 +6,11 @@
 class CMMoveMember final : public CMWorkspaceOperation {
   public:
     /// Moves the file of each unit. `units` is a flat list of triples: the unit, its old owner, its new owner; a
-    /// triple that is incomplete or contains a null is skipped. Returns 1 for an empty list, even without a tool,
-    /// and if commands could not be made or failed, which only the CM output window and the outcomes show. Returns
-    /// 0 without a tool, which makes one diagnostic; as soon as a unit has no template: the units after it are
-    /// not moved; and if a name of any unit can't be quoted: the units after it are moved all the same.
+    /// triple that is incomplete or contains a null is skipped. Returns 1 for an empty list (even without a tool),
+    /// and also if commands could not be expanded or failed; only the CM output window and the outcomes show that.
+    /// Returns 0 in three cases: without a tool, after appending one diagnostic; if a unit has no template, and
+    /// then doesn't move the units after it; and if the name of a unit can't be quoted, but then still moves the
+    /// units after it.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 
     /// Moves the files of `units` when the directory of `package` moves from `oldPath` to `newPath`. `units` is a

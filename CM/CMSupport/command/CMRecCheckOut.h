@@ -5,7 +5,7 @@
 
 class CMRecCheckOut final : public CMWorkspaceOperation {
   public:
-    /// Checks out each unit; ignores `hybrid`. Returns CommandRun::result(); 0 without a tool, which makes one
-    /// diagnostic.
+    /// Checks out each unit; ignores `hybrid`. Returns CommandRun::result(). Without a tool, appends one
+    /// diagnostic and returns 0.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

@@ -6,6 +6,6 @@
 
 class CMRecCheckOutFromArchive final : public CMArchiveOperation {
   public:
-    /// Checks out each item. Returns CommandRun::result(); 0 without a tool, which makes one diagnostic.
+    /// Checks out each item. Returns CommandRun::result(). Without a tool, appends one diagnostic and returns 0.
     int operator()(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) override;
 };

@@ -5,7 +5,7 @@
 
 class CMRecUnCheckout final : public CMWorkspaceOperation {
   public:
-    /// Undoes the check out of each unit; ignores `hybrid`. Returns 1 for an empty list, even without a tool; else
-    /// CommandRun::result(), or 0 without a tool, which makes one diagnostic.
+    /// Undoes the check out of each unit; ignores `hybrid`. Returns 1 for an empty list, even without a tool;
+    /// otherwise CommandRun::result(). With units but without a tool, appends one diagnostic and returns 0.
     int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid) override;
 };

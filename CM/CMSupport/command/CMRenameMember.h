@@ -10,9 +10,9 @@ class CMRenameMember final : public CMWorkspaceOperation {
 
     /// Renames the unit's file from the full name `oldPath` to `newPath`. If the directories differ and the tool
     /// has a template for directories, renames the file in its old directory first, then the directory. Returns 1
-    /// for equal paths, even without a tool, and if the commands could not be made or failed, which only the CM
-    /// output window and the outcome show. Returns 0 without a unit, a tool (one diagnostic) or a template, and
-    /// for a name that no command can quote.
+    /// for equal paths (even without a tool), and also if the commands could not be expanded or failed; only the
+    /// CM output window and the outcome show that. Returns 0 without a unit, a tool (one diagnostic) or a
+    /// template, and for a name that no command can quote.
     virtual int operator()(IUnit *unit, const CString &oldPath, const CString &newPath, CMDiagnosticList &diags,
                            bool hybrid);
 };

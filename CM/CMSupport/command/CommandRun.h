@@ -1,6 +1,6 @@
 // Runs the command of an operation for each item, in the steps that all command operations share: it pushes the
-// arguments for the time of the call, expands the template, guards the project file, runs the command between two
-// log lines, and determines the result. An operation derives its own run and overrides what is special to it.
+// arguments for the duration of the call, expands the template, guards the project file, runs the command between
+// two log lines, and determines the result. An operation derives its own run and overrides what is special to it.
 #pragma once
 
 #include "CM/CMSupport/command/NameGuard.h"
@@ -34,11 +34,11 @@ struct CommandTexts {
 };
 
 /// Returns the result of CMOperation::isCMTool, which assigns a message to `errorText`. Without a tool appends a
-/// diagnostic with the message, the only one that a command operation makes, and reports the outcome.
+/// diagnostic with the message, the only one that a command operation appends, and reports the outcome.
 [[nodiscard]] bool isToolConfigured(CMOperation &operation, bool hybrid, CString &errorText,
                                     CMDiagnosticList &diags);
 
-/// Keeps an argument at the end of the list while this object lives.
+/// Keeps an argument at the end of the list as long as this object exists.
 class PushedArgument {
   public:
     PushedArgument(CMArgumentList &args, CMArgument &argument) : args_(args) { args_.AddTail(&argument); }
@@ -50,7 +50,7 @@ class PushedArgument {
     CMArgumentList &args_;
 };
 
-/// ITEM is IUnit or CMArchiveItem. The argument list contains the archive while the run lives.
+/// ITEM is IUnit or CMArchiveItem. The argument list contains the archive as long as the run exists.
 template <class ITEM> class CommandRun {
   public:
     /// `errorText` is required to be one text for the complete run: the errors of one item precede those of the
@@ -65,16 +65,16 @@ template <class ITEM> class CommandRun {
     /// with a name that can't be quoted before doing anything else for it: see NameGuard.h. A failure affects only
     /// result() and the outcome, which is reported at the end of each item; the next item is worked on as usual.
     void work(ITEM *item);
-    /// Works on all items of a list, which must not change meanwhile.
+    /// Works on all items of a list, which must not change in the meantime.
     template <class LIST> void workAll(const LIST &items) {
         for (ITEM *const item : items) {
             work(item);
         }
     }
 
-    /// Returns the result of the last item that was worked on, which is required not to be a summary (test:
+    /// Returns the result of the last item that was worked on. As required, this is not a summary (test:
     /// CheckOut.OnlyTheLastUnitDecidesTheResult): 1 after a run, even if the tool failed; 0 if its name can't be
-    /// quoted, or if its command could not be made or run. 0 if no item was worked on.
+    /// quoted, or if its command could not be expanded or run; 0 also if no item was worked on.
     [[nodiscard]] int result() const { return result_; }
     /// Returns whether an item was refused because no command can quote its name.
     [[nodiscard]] bool hasRefused() const { return hasRefused_; }
@@ -83,14 +83,14 @@ template <class ITEM> class CommandRun {
     /// Returns whether to work on the item. Called before anything is done for it. An override that returns false
     /// records the reason in the report; the result stays unchanged.
     virtual bool isWanted(ITEM & /*item*/) { return true; }
-    /// Returns the names that reach the item's command beside its own; by default the archive and the target
+    /// Returns the names that reach the item's command besides its own; by default the archive and the target
     /// directory.
     [[nodiscard]] virtual Names namesBeside() const { return namesIn(args_); }
     /// Called before the item's argument is pushed.
     virtual void prepare(ITEM & /*item*/) {}
     /// Returns the key of the template for this item; the default is CommandTexts::property.
     [[nodiscard]] virtual CString templateFor(ITEM & /*item*/) { return texts_.property; }
-    /// Makes the command; the return value becomes the result. The default expands the template.
+    /// Produces the command; the return value becomes the result. The default expands the template.
     virtual int expand(ITEM &item, CString &command);
     /// Called between a successful expansion and the first log line.
     virtual void beforeRun(ITEM & /*item*/) {}

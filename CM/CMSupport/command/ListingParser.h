@@ -16,7 +16,7 @@ namespace command {
 /// Selects the files of a listing that are wanted.
 struct ListingRules {
     CString projectFile;   ///< file name of the active project, without directory
-    CString projectSuffix; ///< marks a file as that of a project, anywhere in the path
+    CString projectSuffix; ///< a file with this text anywhere in its path is a project file
     bool showsAll = false; ///< keeps the project files of other projects too
     bool wantsADot = true; ///< skips names without an extension
 };
@@ -60,7 +60,7 @@ class ListingParser {
     int result_ = 1;
 };
 
-/// Splits a tool's output into records and appends an item, made by `new`, for each wanted file. Returns the
+/// Splits a tool's output into records and appends an item, created with `new`, for each wanted file. Returns the
 /// result of the last extraction; 1 if there was none, or if the tool has no delimiter, so that the output is
 /// discarded.
 int parseListing(const CString &output, ListingRules rules, CMArchiveItemList &items);

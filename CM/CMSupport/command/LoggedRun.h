@@ -1,4 +1,4 @@
-// Runs a command between the two log lines that every operation writes.
+// Runs a command and writes a log line before and after it.
 #pragma once
 
 #include "CM/CMSupport/core/OutcomeReport.h"
@@ -15,9 +15,9 @@ struct RunTexts {
 };
 
 /// Runs the command through the shell. Appends what the tool writes to `output` or, if it reports an error, to
-/// `errorText`. Returns the result of CMToolShellInterface::Execute, which is not the tool's success: 0 only if
-/// the working directory could not be entered or left. Adds the run to the report; the caller adds the output, by
-/// OutcomeReport::printed, when it no longer needs it.
+/// `errorText`. Returns the result of CMToolShellInterface::Execute, which doesn't tell whether the tool
+/// succeeded: it is 0 only if the working directory could not be entered or left. Adds the run to the report; the
+/// caller passes the output to OutcomeReport::printed when it no longer needs it.
 int runLogged(LogTrace::Log &log, const RunTexts &texts, const CString &command, CString &output,
               CString &errorText, OutcomeReport &report);
 

@@ -13,10 +13,10 @@ namespace command {
 
 using Names = std::vector<CString>;
 
-/// Returns whether a command can quote the full name, the directories and the file name of the item or unit, and
-/// whether no template could take these and the names `beside`, which reach the same command, for a conditional.
-/// If not, writes a line with the name and what it holds to the CM output window, and records the refusal in the
-/// report.
+/// Returns whether the item or unit may reach a command: its full name, directories and file name can be quoted,
+/// and no template could take them, together with the names `beside` that reach the same command, for a
+/// conditional. If not, writes a line with the name and the reason to the CM output window, and records the
+/// refusal in the report.
 [[nodiscard]] bool mayReachCommand(const CMArchiveItem &item, const Names &beside, OutcomeReport &report);
 [[nodiscard]] bool mayReachCommand(const IUnit &unit, const Names &beside, OutcomeReport &report);
 /// Does the same for paths that replace placeholders. The line names the first one that can't be quoted.

@@ -1,4 +1,4 @@
-// Expands the template of a command and records the reason of a failure in the item's report.
+// Expands the template of a command and records the reason for a failure in the item's report.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -7,11 +7,10 @@
 
 namespace command {
 
-/// Works as CMProperty::ExpandProperty.
+/// Works like CMProperty::ExpandProperty.
 int expandProperty(const CString &key, CMArgumentList &args, CString &command, bool useToolName,
                    OutcomeReport &report);
-/// Works as CMProperty::Expand on the route of the command tool. `key` is that of the property that contained
-/// `text`.
+/// Works like CMProperty::Expand on the command route. `key` is the key of the property that contained `text`.
 int expandTemplate(const CString &text, const CString &key, CMArgumentList &args, CString &command,
                    OutcomeReport &report);
 

@@ -10,8 +10,8 @@ namespace command {
 enum class SaveFirst { no, yes };
 
 /// Works on the units from first to last and leaves the list unchanged. With SaveFirst::yes first calls the host's
-/// save callback, whatever the properties say, unless the list is empty. Returns CommandRun::result(); 0 without a
-/// tool, which makes one diagnostic.
+/// save callback, whatever the properties say, unless the list is empty. Returns CommandRun::result(). Without a
+/// tool, appends one diagnostic and returns 0.
 int updateUnits(CMOperation &operation, CommandTexts texts, SaveFirst save, const CMUnitList &units,
                 CMArgumentList &args, CMDiagnosticList &diags);
 

@@ -1,5 +1,5 @@
-// Answers a variable name of a command template with a text. An argument list is searched front to back; the first
-// argument that answers to the name wins.
+// Supplies the text for a variable of a command template. An argument list is searched front to back; the first
+// argument with that name wins.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -13,7 +13,7 @@ class ORC_CM_API CMArgument {
     CMArgument(const CMArgument &) = delete;
     CMArgument &operator=(const CMArgument &) = delete;
 
-    /// Returns non-zero if this argument answers to the name, ignoring case.
+    /// Returns non-zero if this argument has that name, ignoring case.
     [[nodiscard]] virtual int isNamed(const CString &name) const = 0;
     /// Returns the text for the name; returns any other name unchanged.
     [[nodiscard]] virtual CString substitute(const CString &name) = 0;

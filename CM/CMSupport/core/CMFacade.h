@@ -1,9 +1,10 @@
 // Offers the operations of the library to hosts and dialogs. An operation takes the caller's lists. Its result is
 // about the last unit or item only: non-zero if its command was run, even if the tool failed. Most operations also
-// return 0, without a message, if nothing was left to do; by command, MoveMember, movePackageContent, RenameMember
-// and RecUncheckout return 1 then. An invalid transaction gives 0 as well: the tool "None" is shown to the user, a
-// missing active project is not. Only ListWorkspace and doConnectToArcDlg ignore this. A diagnostic reports that
-// no tool is configured; the outcome observer receives the outcome of each unit.
+// return 0, without a message, if there is nothing to do. Run by command, MoveMember, movePackageContent,
+// RenameMember and RecUncheckout return 1 in that case. They also return 0 if no operation may run: if the tool is
+// "None" (with a message) or if no project is active (without one). Only ListWorkspace and doConnectToArcDlg run
+// in any case. If no tool is configured, a diagnostic says so. The outcome observer receives the outcome of each
+// unit.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -80,15 +81,15 @@ class ORC_CM_API CMFacade {
     /// Always returns 0: there is no such operation.
     static int ConnectToArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
 
-    /// Takes triples: unit, old owner, new owner. By command, stops with 0 at the first unit without a template
-    /// and leaves the list of units unchanged.
+    /// Takes triples: unit, old owner, new owner. Run by command, stops at the first unit without a template and
+    /// returns 0. Doesn't change the list of units.
     static int MoveMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     /// Moves the units of a package when the package's directory moves. Returns as MoveMember does.
     static int movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath,
                                   const CString &newPath, CMArgumentList &args, CMDiagnosticList &diags,
                                   bool hybrid);
-    /// Takes the paths of the unit's file. By command, returns 1 even if a command failed, which the return value
-    /// and the diagnostics do not show.
+    /// Takes the paths of the unit's file. Run by command, returns 1 even if a command failed; neither the return
+    /// value nor the diagnostics show this.
     static int RenameMember(IUnit *unit, const CString &oldPath, const CString &newPath, CMDiagnosticList &diags);
     static int DeleteMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     /// `object` is the model element that the directory belongs to; may be null.
@@ -96,7 +97,8 @@ class ORC_CM_API CMFacade {
                                bool hybrid, IDObject *object);
 
     /// Shows the dialog in which the user connects the project to an archive, even without a project or a tool,
-    /// and returns 1. Until a dialog is assigned, only the separators appear in the output window.
+    /// and returns 1. Unless the program has assigned such a dialog (dispatch::connectToArchiveDialog), only the
+    /// separators appear in the output window.
     static int doConnectToArcDlg();
 
     // The host calls doSetUpSCC when a project opens and doCloseProjectSCC when it closes; it may call
@@ -105,7 +107,7 @@ class ORC_CM_API CMFacade {
     /// Prepares the provider of the project. Returns 1 for a project that works by commands, else the result of
     /// the provider route.
     static int doSetUpSCC();
-    /// Both end the work of the provider if its library is loaded, and return 1.
+    /// Both end the provider's current context if the provider's library was to be loaded, and return 1.
     static int doCloseProjectSCC();
     static int doCleanUpSCC();
     /// Returns 1; an entry point for the host.

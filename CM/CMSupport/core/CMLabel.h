@@ -1,4 +1,4 @@
-// Answers the template variable "label": the label or version that the user entered.
+// Supplies the template variable "label": the label or version that the user entered.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"

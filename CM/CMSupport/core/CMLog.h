@@ -1,4 +1,4 @@
-// Answers the template variable "log": the comment that the user entered.
+// Supplies the template variable "log": the comment that the user entered.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"
@@ -9,7 +9,8 @@ class ORC_CM_API CMLog : public CMUserBasedArgument {
 
     [[nodiscard]] int isNamed(const CString &name) const override;
     /// Returns the comment, in single quotes if it contains a blank, a newline or a carriage return. If
-    /// EncloseCommentsInQuotes() is true, returns it unquoted, and for any name. Nothing inside it is escaped.
+    /// EncloseCommentsInQuotes() is true, returns the comment unquoted, whatever the name is. Nothing in the
+    /// comment is escaped.
     [[nodiscard]] CString substitute(const CString &name) override;
 
     /// Returns true if the active project's property of this name is "No" (in any case), that is, if comments stay

@@ -1,4 +1,4 @@
-// Answers the template variable "mode": whether a command works read-only or read-write.
+// Supplies the template variable "mode": whether a command works read-only or read-write.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"

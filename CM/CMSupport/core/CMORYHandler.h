@@ -1,7 +1,8 @@
-// Keeps the two copies of the project file in step around one operation. In the old layout on the command route,
-// the CM tool works on the project file in the directory of the project, while the host reads it in the project's
-// own directory for units. The handler is a small file transaction: start, then commit or roll back. For any other
-// file it does nothing and returns 0, so an operation need not check the file first.
+// Keeps the two copies of the project file in step around one operation. If the project uses command templates and
+// the old layout (SupportTreeRepository), the CM tool uses the copy of the project file in the directory of the
+// project, and the host uses the one in its directory for units. The handler is a small file transaction: start,
+// then commit or roll back. For files other than the project file it does nothing and returns 0, so operations
+// needn't check.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -29,8 +30,8 @@ class CMORYHandler {
     virtual ~CMORYHandler();
 
     /// Prepares the operation; for adding and checking in, copies the file to where the tool works. Returns 1 on
-    /// success. Returns 0 and starts nothing if there is nothing to do for this file or it may not be put there.
-    /// Returns 0 with the operation under way if the copy failed.
+    /// success. Returns 0 without starting if there is nothing to do for this file or it may not be copied there.
+    /// Also returns 0 if the copy failed, but then the operation has been started.
     virtual int startTranscation(ORYOPER operation);
     /// Moves the tool's file over the unit's file: 1 on success, 0 if the tool's file is missing or can't be
     /// moved. After an inspection, deletes the tool's file instead: 0 if that fails, else 1, even if the file is
@@ -49,7 +50,8 @@ class CMORYHandler {
     /// Returns whether the file may be put into the project's directory.
     [[nodiscard]] bool checkPermissions() const;
 
-    /// Return the former value; change it only while no operation is under way.
+    /// Set the unit or item and return the previous one. While an operation is under way, they change nothing and
+    /// return the current one.
     IUnit *setUnit(IUnit *unit);
     CMArchiveItem *setArchiveItem(CMArchiveItem *item);
 

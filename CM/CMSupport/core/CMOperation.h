@@ -19,8 +19,8 @@ class CMOperation {
     CMOperation &operator=(const CMOperation &) = delete;
 
     /// Returns 1 if a command tool is configured for `object` (null for the default), or if the provider route was
-    /// chosen and `hybrid` is true; else 0. `message` is emptied if there is a tool, set if the tool is "None",
-    /// else left unchanged.
+    /// chosen and `hybrid` is true; else 0. Clears `message` if there is a tool, sets it if the tool is "None",
+    /// and otherwise leaves it unchanged.
     virtual int isCMTool(CString &message, IDObject *object, bool hybrid);
 
   protected:

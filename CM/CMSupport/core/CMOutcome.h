@@ -1,4 +1,4 @@
-// Describes what became of one item of an operation, as a value, and declares the observer that receives it.
+// Describes what happened to one item of an operation, as a value, and declares the observer that receives it.
 #pragma once
 
 #include "CM/CMSupport/core/CMTranscationType.h"
@@ -17,16 +17,16 @@ struct CMToolRun {
     CString command = {};      ///< the command line, or the name of the provider's entry
     RunEnd end = {};           ///< the end of the child process; unknown for a provider's call
     int result = 0;            ///< the result of the provider's call, negative on failure; 0 for a command
-    CString output = {};       ///< the tool's output channel, unless the command redirects it to a file
-    CString errors = {};       ///< the tool's error channel
-    Match match = Match::none; ///< the pattern that was shown to the user, if the text of this run matches it
+    CString output = {};       ///< the tool's standard output, unless the command redirects it to a file
+    CString errors = {};       ///< the tool's standard error
+    Match match = Match::none; ///< which pattern matched the text of this run, as the user was told
 };
 
-/// Describes what became of one item.
+/// Describes what happened to one item.
 struct CMOutcome {
     enum class Kind {
         done,        ///< its command ran, or its call was made, and nothing in this report is a failure
-        nothingToDo, ///< it already was as the operation would make it
+        nothingToDo, ///< it already was in the requested state
         leftOut,     ///< it is a stub or a reference, on which the operation may not work
         gone,        ///< the reload of an earlier unit replaced it, or removed it from the model, before its turn
         declined,    ///< the user was asked and did not agree
@@ -34,9 +34,9 @@ struct CMOutcome {
         noTool,      ///< no CM tool is available for it
         noCommand,   ///< the tool has no template for it, or an empty one
         notExpanded, ///< the template could not be expanded
-        failed,      ///< a run ended badly, or its text matches the tool's error pattern
+        failed,      ///< a run failed, or its text matches the tool's error pattern
         notLoaded,   ///< the tool did its work, but the file could not be read into the model
-        modelSaved,  ///< of the call, not of an item: the host's save callback has returned
+        modelSaved,  ///< about the whole call: the host's save callback has returned
     };
     /// How the model was updated from the file.
     enum class Reload {
@@ -50,18 +50,18 @@ struct CMOutcome {
     /// `unit` is not `unitNow`, only its address may be used: a reload may have deleted it.
     IUnit *unit = nullptr;
     CMArchiveItem *item = nullptr;
-    /// The unit that is alive; null if none is, if that is unknown, or for an item that was not read into the
-    /// model.
+    /// The unit that exists now; null if there is none, if that is unknown, or for an item that was not loaded
+    /// into the model.
     IUnit *unitNow = nullptr;
     CString file; ///< full name of the item's file, or the directory; empty for a deleted unit
 
     Kind kind = Kind::done;
-    CString reason;              ///< why it is not done, in words for the user; else empty
+    CString reason;              ///< why the item was not done, in words for the user; empty if it was
     CString property;            ///< key of the command's template; empty if none was used
     std::vector<CMToolRun> runs; ///< in order
     Reload reload = Reload::none;
 
-    // The item's file at the end, at the place where the unit has it then.
+    // The item's file at the end of the operation, at the path that it has by then.
     bool fileExists = false;
     bool fileWritable = false; ///< according to its permission bits
     bool fileChanged = false;  ///< its content differs from that before the run, or it appeared or disappeared

@@ -15,8 +15,8 @@ class ORC_CM_API CMOutputer {
 
     /// Makes the host's output window visible and writes the text on a line of its own. An empty text is ignored.
     static void writeToCMOutputWnd(const CString &text);
-    /// Shows an error of reloading a unit where the tool property "ReportLoadingError" says: "Output Window",
-    /// "Message Box" or "Both". With any other value, shows nothing.
+    /// Shows an error in reloading a unit in the place that the tool property "ReportLoadingError" names: "Output
+    /// Window", "Message Box" or "Both". With any other value, shows nothing.
     static void reportLoadingErrror(const CString &text);
     /// Returns the parent for a provider's dialogs: the host's main window or its last active pop-up window; null
     /// without one.

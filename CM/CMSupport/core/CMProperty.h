@@ -58,9 +58,9 @@ class ORC_CM_API CMProperty {
     /// Sets the tool's name on the referee itself: changes its own property, or adds a copy of the inherited one.
     /// Always returns 1, even without a referee or a property to copy.
     static int setCMTool(const CString &name, IDObject *object);
-    /// Returns the property that `key` means for the tool in use, or null. First looks for the tool's property (on
-    /// the provider route that of the metaclass "SCC", or of the provider's name if `useToolName`) at the places
-    /// that `where` allows; then for the general one, inherited or not, even in a local look-up.
+    /// Returns the property that `key` means for the tool in use, or null. First looks for the tool's property in
+    /// the places that `where` allows (on the provider route, in the metaclass "SCC", or in that with the
+    /// provider's name if `useToolName`). Then looks for the general property, always including inherited ones.
     static IProperty *getToolProperty(const CString &key, IDObject *object, int where, bool useToolName);
     /// Sets a property of the tool on the referee itself, as setCMTool does. Returns 1; 0, with nothing added, for
     /// a key that neither the tool nor the general properties have.
@@ -81,7 +81,7 @@ class ORC_CM_API CMProperty {
     static int getShowCMStatus();
     /// Returns whether the custom button has both a command and an image.
     static bool CheckCustomButton();
-    /// Returns 0 if the active project names a provider project in "ProjName", else 1; 1 without a project.
+    /// Returns 0 if the active project names a provider project in its property "ProjName", otherwise 1.
     static int closeProjectNeeded();
     /// Looks up the provider archive of a unit: its own or that of an owner, else that of the active project.
     /// Returns non-zero if there is one. Assigns only the out-arguments for which it found a value.
@@ -96,12 +96,12 @@ class ORC_CM_API CMProperty {
     /// for null.
     static bool FileNeedsATM(const CMArchiveItem *item);
 
-    // The expansion language. The functions return 1 for success, 0 for failure. They pass `error` and `scratch`
-    // on and do not write to them, except that ExpandPredefined passes its `error` to oqGetRoot.
+    // The expansion language. The functions return 1 for success, 0 for failure. They don't use `error` and
+    // `scratch`; only ExpandPredefined passes `error` to oqGetRoot, which may set it.
 
     /// Expands a template: conditionals first, then variables. `result` receives the text, on failure a partly
     /// expanded one. For an empty template, or one whose conditionals leave nothing, returns 1 and leaves `result`
-    /// unchanged. A template that refers to itself or grows without end is a failure, with a line in the log.
+    /// unchanged. A template that refers to itself or grows without limit is a failure, with a line in the log.
     static int Expand(const CString &source, CMArgumentList &args, CString &result, CString &error,
                       bool useToolName);
     /// Expands the value of a property; returns 0 if there is none. `useToolName` is that of getToolProperty.
@@ -152,8 +152,8 @@ class ORC_CM_API CMProperty {
     using ContextList = CList<pvContextStruct *, pvContextStruct *>;
     /// Returns the open contexts in the order of their creation. Entries may be null.
     static ContextList &getPvContextStructList();
-    /// Capabilities of the provider. A non-zero argument is stored, zero is not. Returns the stored value; nothing
-    /// clears it.
+    /// Capabilities of the provider. Store a non-zero argument and return the stored value. A stored value is
+    /// never cleared.
     static int isSetSCC_CAP_REENTRANT(int value);
     static int isSetSCC_CAP_COMMENTCHECKOUT(int value);
     /// Creates a context with `new` and appends it to the list.
@@ -164,8 +164,8 @@ class ORC_CM_API CMProperty {
     /// pointers to it stay valid.
     static int removePvStructByContextName(const CString &name);
 
-    // Log lines around provider calls, assigned to the last argument, which stays unchanged for a null file or
-    // array.
+    // Create the log lines around provider calls in the last argument. If the file or array is null, leave it
+    // unchanged.
 
     static void getPreSCCCallLogMsg(const CString &name, CString &out);
     static void getPreSCCCallLogMsg(const CString &name, const char *file, CString &out);

@@ -15,7 +15,7 @@ class ORC_CM_API CMStatus {
     [[nodiscard]] static bool getIsInvalid(const IUnit *unit);
     /// Returns who has the unit checked out, in words; empty for a unit that is not controlled or is deleted.
     [[nodiscard]] static CString getCheckedOut(const IUnit *unit);
-    /// Returns whether the unit is controlled, in words; empty for the state -3084.
+    /// Returns in words whether the unit is controlled; empty for the special state -3084.
     [[nodiscard]] static CString getControlled(const IUnit *unit);
     /// Returns an index into the host's status images, 0 to 6. As required, returns 0 for every valid state while
     /// states are shown; only otherwise does the state decide.

@@ -1,4 +1,4 @@
-// Answers the template variable "shouldSuppressSCCOKMessage", which asks an operation not to report success.
+// Supplies the template variable "shouldSuppressSCCOKMessage", which asks an operation not to report success.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"

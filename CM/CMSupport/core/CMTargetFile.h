@@ -1,4 +1,4 @@
-// Answers the template variable "targetDir": the directory into which a command puts its files.
+// Supplies the template variable "targetDir": the directory into which a command puts its files.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"

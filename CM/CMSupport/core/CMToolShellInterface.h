@@ -16,15 +16,16 @@ class ORC_CM_API CMToolShellInterface final : public CMToolInterface {
     /// output lines; if its time ran out, appends the output lines to `error`. Writes the command and what it
     /// printed to the stream of the main CMOutputer.
     ///
-    /// Returns 1 if the working directory could be entered and left again, 0 if not (`error` says why). This is
-    /// not the success of the command: the result is 1 for a tool that failed or ran out of time. `directory` has
-    /// no effect.
+    /// Returns 1 if the working directory could be entered and left again, 0 if not (`error` says why). This
+    /// doesn't tell whether the command succeeded: the result is 1 even if the tool failed or ran out of time.
+    /// `directory` has no effect.
     ///
     /// During the call the working directory is the current directory of the process, so only one call may run at
     /// a time.
     int Execute(const CString &command, CString &output, CString &error, CString directory) override;
-    /// Does the same and describes the run in `run`: the command, the end of its child, its text on the error
-    /// channel, the pattern that matches the text of this run, and the output that `output` did not receive.
+    /// Does the same and describes the run in `run`: the command, the end of its child process, what it wrote to
+    /// standard error, the pattern that matches the text of this run, and the output that `output` did not
+    /// receive.
     int Execute(const CString &command, CString &output, CString &error, CMToolRun &run);
 
     /// Tests what a tool printed against the tool properties "OperationErrorPattern" and

@@ -15,15 +15,16 @@ class ORC_CM_API CMTraitFacade : public IBaseCMFacade {
 
     /// Returns getDefaultHeader().
     [[nodiscard]] CString getTheDefaultHeader() override;
-    /// Asks the provider for the state of all units if the project works through one, shows states, and the tool's
-    /// property "RefreshCMStatusAtProjectOpenup" or the user agrees. The host calls it after opening a project.
+    /// Queries the provider for the states of all units if the project uses one, states are shown, and the tool's
+    /// property "RefreshCMStatusAtProjectOpenup" says so or the user agrees. The host calls it after opening a
+    /// project.
     void RefreshCMStatus() override;
 
     /// Returns the text of the tool's default header file, up to its first byte 255; empty without such a file, or
     /// if it can't be read.
     [[nodiscard]] static CString getDefaultHeader();
     /// Return what the tool's patterns find in the unit's header: the user who holds its lock, and its version.
-    /// Empty without a header, or if it doesn't match; the debug trace says so. The unit must not be null.
+    /// Empty if there is no header or the pattern doesn't match (see the debug trace). The unit must not be null.
     [[nodiscard]] static CString getLocker(const IUnit *unit);
     [[nodiscard]] static CString getVersion(const IUnit *unit);
 };

@@ -1,6 +1,6 @@
-// Guards one CM operation, from the caller's stack. The guard makes the operation one undoable step, shows the CM
-// output window, writes separator lines around the operation's output, reports whether the operation may run, and
-// removes units from the list on which it is not allowed. Transactions nest.
+// Guards one CM operation, as an object on the caller's stack. The guard makes the operation one undoable step,
+// shows the CM output window, writes separator lines around the operation's output, reports whether the operation
+// may run, and removes the units on which it is not allowed from the list. Transactions nest.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -10,8 +10,7 @@
 
 class AbstractPackedViewParams;
 
-/// Records which messages were shown: each appears once in an outermost operation, however many transactions nest
-/// in it.
+/// Records which messages have been shown, so that each appears only once per outermost operation.
 struct CMTxnGlobalState {
     int barredUnitsShown = 0;    ///< the summary message of checkUnitsForOperation
     int controlledFileShown = 0; ///< the message about checking out a controlled file
@@ -24,20 +23,20 @@ class CMTranscation {
     /// window, the start separator. Callers pass null and 1. An empty `name` means the display name of the type.
     /// If the host throws, the transaction is not open and its undo step is ended.
     CMTranscation(AbstractPackedViewParams *viewParams, int flag, CMTranscationType type, const CString &name);
-    /// Ends the undo step and writes the end separator; if the host throws in one of these, the other is still
-    /// done. Does not roll anything back.
+    /// Ends the undo step and writes the end separator, each even if the host throws in the other. Doesn't roll
+    /// anything back.
     ~CMTranscation();
     CMTranscation(const CMTranscation &) = delete;
     CMTranscation &operator=(const CMTranscation &) = delete;
 
-    /// Returns whether an operation may run: there is an active project, and its tool is not "None", for which a
-    /// message appears. On the provider route the tool is not checked.
+    /// Returns whether an operation may run: there is an active project, and its tool is not "None" (if it is,
+    /// shows a message). On the provider route the tool is not checked.
     [[nodiscard]] bool isValidTranscation() const;
 
-    /// Removes the units from the list on which the current transaction's operation is not allowed: stubs and
-    /// references, unless the project's properties or the type of the operation allow them. Writes a line for each
-    /// to the CM output window, and shows one message box that some were left out. Null entries and elements
-    /// without a file of their own stay. Without an open transaction or an active project the list is unchanged.
+    /// Removes from the list the units on which the current operation is not allowed: stubs and references, unless
+    /// the project's properties or the type of the operation allow them. Writes a line for each to the CM output
+    /// window, and shows one message box saying that some were left out. Null entries and elements without a file
+    /// of their own stay. Without an open transaction or an active project the list is unchanged.
     static void checkUnitsForOperation(CMUnitList &units);
 
     /// Returns the newest open transaction, or null.

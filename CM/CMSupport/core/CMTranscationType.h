@@ -19,5 +19,5 @@ enum CMTranscationType : int {
     CMTxnDeleteDirectory = 13,
     CMTxnRename = 14,
     CMTxnConnect = 15,
-    CMTxnTool = 16, ///< a free invocation of the tool: makes no undo step and bars no unit
+    CMTxnTool = 16, ///< any other invocation of the tool; makes no undo step, and all units are allowed
 };

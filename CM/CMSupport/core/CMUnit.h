@@ -1,4 +1,4 @@
-// Answers the template variables about the current unit or archive item.
+// Supplies the template variables about the current unit or archive item.
 #pragma once
 
 #include "CM/CMSupport/core/CMApi.h"
@@ -14,7 +14,8 @@ class ORC_CM_API CMUnit : public CMUserBasedArgument {
     explicit CMUnit(const IUnit *unit);
     explicit CMUnit(const CMArchiveItem *item);
 
-    /// Answers to the names Unit, UnitDirectory, UnitPath, UnitDirPath, UnitArchivePath and UnitArchiveDir.
+    /// Returns non-zero for the names Unit, UnitDirectory, UnitPath, UnitDirPath, UnitArchivePath and
+    /// UnitArchiveDir.
     [[nodiscard]] int isNamed(const CString &name) const override;
     [[nodiscard]] CString substitute(const CString &name) override;
 

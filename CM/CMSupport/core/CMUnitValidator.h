@@ -1,5 +1,5 @@
 // Keeps track of a set of units while reloads replace or delete them. The set distinguishes a unit that a reload
-// replaced from one that is gone. A pointer whose unit may be dead is only compared, never dereferenced.
+// replaced from one that is gone. A pointer whose unit may have been deleted is only compared, never dereferenced.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -14,7 +14,7 @@ class CMUnitValidator {
     CMUnitValidator &operator=(const CMUnitValidator &) = delete;
     ~CMUnitValidator();
 
-    /// Replaces the set by the units of the list, which must be alive. Always returns 1.
+    /// Replaces the set with the units of the list, which must exist. Always returns 1.
     int init(const CMUnitList &units);
     /// Replaces the set by one unit. Returns 0 for null or a unit that returns no handle, else 1.
     int init(IUnit *unit);
@@ -23,10 +23,10 @@ class CMUnitValidator {
     int addUnit(IUnit *unit);
     /// Removes the mark. Returns 1 if the unit was marked, else 0.
     int removeUnit(IUnit *unit);
-    /// Marks `newUnit`, which is alive, instead of `oldUnit`, which may be dead. Returns 0, with nothing changed,
-    /// if either is null, `oldUnit` is not marked, `newUnit` is marked already, or `newUnit` can't be marked. The
-    /// mark of a dead unit at the address of `newUnit` does not count as a mark of `newUnit`: it remains, and
-    /// getValidUnitList() still returns the new unit.
+    /// Marks `newUnit`, which must exist, instead of `oldUnit`, which may have been deleted. Returns 0, with
+    /// nothing changed, if either is null, `oldUnit` is not marked, `newUnit` is marked already, or `newUnit`
+    /// can't be marked. If a deleted unit had the address of `newUnit`, its mark remains and doesn't count as one
+    /// of `newUnit`; getValidUnitList() still returns the new unit.
     int replaceUnit(IUnit *oldUnit, IUnit *newUnit);
 
     [[nodiscard]] bool isUnitMarkedForValidation(IUnit *unit) const;

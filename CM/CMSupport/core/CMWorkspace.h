@@ -1,4 +1,4 @@
-// Answers the template variable "workspace": the workspace of a command.
+// Supplies the template variable "workspace" as the caller gives it.
 #pragma once
 
 #include "CM/CMSupport/core/CMArgument.h"

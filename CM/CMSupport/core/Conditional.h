@@ -15,6 +15,6 @@ struct Conditional {
 };
 
 /// Finds the first conditional of a text. There is no nesting and no quoting: the closing parenthesis is the last
-/// one in the text, and the first colon after the question mark ends the then-text. The debug trace says what a
-/// text with an opening parenthesis lacks.
+/// one in the text, and the first colon after the question mark ends the then-text. If a text has an opening
+/// parenthesis but no conditional, the debug trace says what is missing.
 std::optional<Conditional> findConditional(std::string_view text);

@@ -14,15 +14,16 @@ class Expansion {
     Expansion(const Expansion &) = delete;
     Expansion &operator=(const Expansion &) = delete;
 
-    /// Works as CMProperty::Expand. `name` is the variable or property whose value `source` is, for the log.
+    /// Works like CMProperty::Expand. `name` is the variable or property whose value `source` is, for the log.
     int expand(const CString &source, const CString &name, CString &result, bool useToolName);
-    /// Works as CMProperty::ExpandProperty.
+    /// Works like CMProperty::ExpandProperty.
     int expandProperty(const CString &key, CString &result, bool useToolName);
 
     /// The first reason why an expansion failed.
     struct Fault {
-        CString name;           ///< the variable that has no value; empty if there was no fault
-        bool isEndless = false; ///< instead: a property whose value refers to itself, or grows without end
+        CString name; ///< the variable that has no value; empty if there was no fault
+        bool isEndless =
+            false; ///< whether `name` is a property whose value refers to itself or grows without limit
     };
     [[nodiscard]] const Fault &fault() const { return budget_.fault; }
 
@@ -46,6 +47,6 @@ class Expansion {
 
     CMArgumentList &args_;
     Budget own_;
-    Budget &budget_;           // that of the outermost expansion: an argument may expand its value by an inner one
+    Budget &budget_;           // shared with the outermost expansion, because an argument may start an inner one
     static Budget *outermost_; // null while none is under way; user-interface thread only
 };

@@ -8,7 +8,7 @@
 struct FileSnapshot {
     bool exists = false;
     std::size_t size = 0;   ///< bytes
-    std::size_t digest = 0; ///< of the content; distinguishes two states of one file, not a forgery
+    std::size_t digest = 0; ///< hash of the content; detects a change, but not tampering
 
     bool operator==(const FileSnapshot &other) const = default;
 };

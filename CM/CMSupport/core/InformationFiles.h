@@ -1,5 +1,4 @@
-// Detects units that have code files saved with another unit. A command on such a unit offers to include these
-// files.
+// Detects units whose code files are saved with another unit, so that a dialog can offer to include these files.
 #pragma once
 
 #include "CM/host/IProject.h"
@@ -7,13 +6,13 @@
 #include <optional>
 #include <unordered_set>
 
-/// Returns whether a file that observes the unit is saved with a different unit than the unit itself. For a
-/// subsystem, also returns true if a file of the component that has its name shows elements of it, whichever unit
-/// that file is saved with.
+/// Returns whether a code file that observes the unit is saved with a different unit. For a subsystem, also
+/// returns true if a code file with the subsystem's name shows elements of the subsystem, no matter with which
+/// unit that file is saved.
 bool isFileNotSAMappedToUnit(const IUnit *unit, const IComponent *component);
 
-/// Applies the rule to many units. The component is searched once, when first needed; the model must not change
-/// meanwhile.
+/// Applies this rule to many units. Searches the component once, when first needed; the model must not change in
+/// the meantime.
 class InformationFiles {
   public:
     /// Reads the active project's component, its active configuration, and the property that can turn the rule

@@ -11,7 +11,7 @@
 class ItemTexts {
   public:
     /// Copies the parts one after the other, with nothing in between. The returned pointer keeps the complete
-    /// block alive, which holds some hundred texts.
+    /// block alive, which contains some hundred texts.
     std::shared_ptr<const char> keep(std::initializer_list<std::string_view> parts) {
         std::size_t size = 0;
         for (const std::string_view part : parts) {

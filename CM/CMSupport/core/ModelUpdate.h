@@ -14,8 +14,8 @@ IUnit *loadIntoModel(const CString &directory, const CString &fileName);
 /// model, which may be another object, or null on failure.
 IUnit *reloadUnit(IUnit &unit);
 
-/// Does the same for a file that may be older; after a reload in place, renames the file if the unit's name has
-/// changed.
+/// Does the same for a file that may be an older version. After a reload in place, renames the file if the unit's
+/// name has changed.
 IUnit *reloadUnitAndRenameFile(IUnit &unit);
 
 /// Renames the unit's file after a reload that changed the unit's name, if the file had the old name and the host
@@ -23,7 +23,8 @@ IUnit *reloadUnitAndRenameFile(IUnit &unit);
 /// extension. The unit may be null.
 void renameFileIfNeeded(IUnit *unit, const CString &oldName, const CString &oldFileName);
 
-/// Reports that the file could not be loaded, where the tool's property says; `errorText` receives the message.
+/// Reports that the file could not be loaded, in the place that the tool's property ReportLoadingError names;
+/// `errorText` receives the message.
 void reportLoadingFailure(const CString &fullFileName, CString &errorText);
 
 } // namespace core

@@ -17,8 +17,8 @@ struct RegisteredLibrary {
 /// is not a text, the path is not a full one, or the file doesn't exist. Faults of the registry itself are logged.
 std::optional<RegisteredLibrary> findLibrary();
 
-/// Replaces the first "%s" of a format by `argument` and each "%%" by "%". Other conversions are plain text, since
-/// the format comes from the registry and must not read arguments that do not exist:
+/// Replaces the first "%s" of a format with `argument` and each "%%" with "%". Other conversions are plain text,
+/// because the format comes from the registry and must not make the function read missing arguments. Test:
 /// ProviderLookUp.IsNotHurtByAHostileFormat.
 CString formatOneArgument(std::string_view format, std::string_view argument);
 

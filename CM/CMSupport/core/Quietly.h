@@ -1,4 +1,4 @@
-// Swallows exceptions of calls to the host in destructors, where an escaping exception would end the process.
+// Swallows exceptions from calls to the host in destructors, where an exception would terminate the process.
 #pragma once
 
 namespace core {

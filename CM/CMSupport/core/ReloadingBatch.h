@@ -8,8 +8,8 @@
 
 namespace core {
 
-/// The order of calls is open, start, next until it returns null, close. An operation that ends early calls no
-/// more of them, so the destructor does nothing.
+/// Call open(), start(), next() until it returns null, then close(). An operation that ends early makes no further
+/// calls; the destructor does nothing.
 class ReloadingBatch {
   public:
     /// `units` must outlive the batch.
@@ -21,16 +21,16 @@ class ReloadingBatch {
     void open() const;
     /// Removes duplicates and null entries from the list, and starts the walk at its head.
     void start();
-    /// Returns the next unit, front to back; null at the end. Skips a unit that died when an earlier one was
-    /// reloaded, and reports it as gone.
+    /// Returns the next unit, or null at the end. Skips units that no longer exist because of an earlier reload,
+    /// and reports them as gone.
     IUnit *next();
-    /// Replaces `unit`, which next() returned last and which may be dead by now, by `reloaded`.
+    /// Replaces `unit`, which next() returned last and which may have been deleted by now, with `reloaded`.
     void replace(IUnit *unit, IUnit *reloaded);
     /// Removes the entry that next() returned last from the list. If the host has kept the unit, close() puts it
     /// back.
     void remove();
-    /// Calls the host's callback after reloads, unless the list is empty by now. Then refills the list with the
-    /// units that are alive, in the validator's order.
+    /// Calls the host's callback after reloads, unless the list has become empty. Then refills the list with the
+    /// units that still exist, in the validator's order.
     void close();
 
   private:

@@ -1,11 +1,11 @@
-// Finds the files of the model that are for the CM tool.
+// Finds the files of the model that the CM tool manages.
 #pragma once
 
 #include "CM/host/IUnit.h"
 #include "CM/host/Iterators.h"
 
-/// Returns whether the unit's file is for the CM tool: not that of a reference, of an embedded file in a
-/// reference, of the workspace, or of a hidden subsystem.
+/// Returns whether the CM tool manages the unit's file. Files of references, of embedded files in a reference, of
+/// the workspace and of hidden subsystems are excluded.
 [[nodiscard]] bool isRepositoryFileForCM(const IUnit &unit);
 
 /// Returns an iterator over all files of the model as they are now; over none if the host has no list of them.

@@ -3,6 +3,7 @@
 
 #include "CM/CMSupport/core/CMOutcome.h"
 
-/// Returns why the run counts as failed, in words for the user; empty for a good run. The end of the child process
-/// and the patterns decide, while the operations depend only on the result of Execute.
+/// Returns why the run counts as failed, in words for the user; empty for a good run. This depends on how the
+/// child process ended, on the result of a provider's call, and on the error pattern; the operations themselves
+/// look only at the result of Execute.
 [[nodiscard]] CString faultOf(const CMToolRun &run);

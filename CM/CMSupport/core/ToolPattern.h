@@ -14,7 +14,7 @@ class ToolPattern {
 
     /// Matches ignoring case. Returns 1 with group 1 in `result`, which is then part of `text`, or with an empty
     /// `result` if the property's value is empty; 0, with `result` unchanged, without a match or without the
-    /// property. `wasSet` becomes 1 if the property holds a pattern, 0 if its value is empty, and is unchanged
+    /// property. `wasSet` becomes 1 if the property contains a pattern, 0 if its value is empty, and is unchanged
     /// without the property.
     int extract(std::string_view text, std::string_view &result, int &wasSet) const;
 

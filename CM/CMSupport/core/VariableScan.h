@@ -8,13 +8,13 @@
 #include <string>
 #include <string_view>
 
-/// Yields the same text as a search from its front for each variable, but skips what can't contain the next one:
-/// the time grows with the length of the text and of the insertions, not with their product.
+/// Gives the same result as searching from the beginning for each variable, but skips text that can't contain the
+/// next one. So the time is proportional to the length of the text plus the insertions, not to their product.
 class VariableScan {
   public:
     explicit VariableScan(std::string_view text) : rest_(text) {}
 
-    /// Finds the first variable. Its position has no meaning for the caller.
+    /// Finds the next variable. Ignore its position.
     [[nodiscard]] std::optional<Variable> find();
     /// Replaces the variable that was found last by a text, which the next find() searches.
     void replace(std::string_view inserted);

@@ -1,4 +1,4 @@
-// Chooses the route of the operations for which it depends on more than the project: on the provider's name, on
+// Chooses the route of an operation where the choice depends on more than the project: on the provider's name, on
 // hybrid mode, or on the units.
 #pragma once
 
@@ -12,8 +12,8 @@ class IUnit;
 
 namespace dispatch {
 
-/// Runs the command in hybrid mode, else the provider form. Required: also in a project that works by commands.
-/// Test: FetchEntries.FetchForDiffGoesToTheProviderWithACommandToolToo.
+/// Runs the command in hybrid mode, otherwise the provider form, as required even in a project that works by
+/// commands. Test: FetchEntries.FetchForDiffGoesToTheProviderWithACommandToolToo.
 int fetchForDiff(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
 
 // On the provider route these three run the command in hybrid mode: move and delete if one of the units is a
@@ -29,7 +29,7 @@ int renameMember(IUnit *unit, const CString &oldPath, const CString &newPath, CM
 
 int movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath, const CString &newPath,
                        CMArgumentList &args, CMDiagnosticList &diags, bool hybrid);
-/// In a project of the team server, the directory of a unit is deleted there and no operation runs.
+/// In a team-server project, deletes a unit `object` on the server instead of running the command, and returns 1.
 int deleteDirectory(const CString &directory, CMArgumentList &args, CMDiagnosticList &diags, bool hybrid,
                     IDObject *object);
 

@@ -17,7 +17,7 @@ template <class... ARGS> struct Row {
     bool count;                     ///< returns 0 if no unit is left
     Form provider;                  ///< null: the command form runs on both routes
     Form command;                   ///< null: the provider form runs on both routes
-    bool appliesSavedUnits = false; ///< applies reloaded units to the other open projects, also after a failure
+    bool appliesSavedUnits = false; ///< applies reloaded units to the other open projects, even after a failure
 
     /// Runs the operation. Returns the result of the form; 0, with unchanged lists, if the transaction isn't
     /// valid.

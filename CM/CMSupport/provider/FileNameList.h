@@ -16,9 +16,9 @@ class FileNameList {
     [[nodiscard]] const CStringList &names() const { return names_; }
     [[nodiscard]] int GetCount() const { return names_.GetCount(); }
     [[nodiscard]] bool IsEmpty() const { return names_.IsEmpty(); }
-    /// Whether the list holds exactly this name, by hash.
+    /// Returns whether the list contains exactly this name; looks it up by hash.
     [[nodiscard]] bool contains(std::string_view name) const { return index_.contains(name); }
-    /// Appends the name; does nothing if the list holds it.
+    /// Appends the name; does nothing if the list contains it already.
     void AddTail(const CString &name) {
         if (!contains(name)) {
             index_.insert(names_.GetAt(names_.AddTail(name)).view());

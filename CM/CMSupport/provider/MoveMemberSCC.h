@@ -9,7 +9,7 @@
 
 class MoveMemberSCC {
   public:
-    /// Moves what lies in a package when the package's directory moves.
+    /// Moves the contents of a package when its directory moves.
     int movePackageContent(IUnit *package, CMUnitList &units, const CString &oldPath, const CString &newPath,
                            CMArgumentList &args, CMDiagnosticList &diags, bool hybrid);
 };

@@ -10,7 +10,7 @@
 
 namespace provider {
 
-/// The CM log as the operations of one file use it: with the lines of CMProperty around each call.
+/// Writes the CM log for the operations of one source file, with the log lines of CMProperty around each call.
 class CallLog {
   public:
     /// `source` is the source path that the lines name; a literal.

@@ -1,5 +1,4 @@
-// ProviderProject: opens one provider project, step by step: what connecting to a known project and to one that
-// the user chooses have in common.
+// ProviderProject: opens one provider project, step by step, whether it is already known or the user chooses it.
 #pragma once
 
 #include "CM/CMSupport/core/OutcomeReport.h"

@@ -1,5 +1,5 @@
-// ProviderState: holds what the process knows about its provider. The state outlives projects; callers reach it
-// through CMProperty.
+// ProviderState: holds the process-wide state of the provider, which outlives projects. Callers use it through
+// CMProperty.
 #pragma once
 
 #include "CM/CMSupport/provider/FileNameList.h"
@@ -26,5 +26,6 @@ struct ProviderState {
     std::vector<std::unique_ptr<pvContextStruct>> formerContexts;
 };
 
-/// The one of this process. It is never destroyed: at the end of the process the contexts are the provider's.
+/// Returns the state of this process. It is never destroyed, because at the end of the process the contexts belong
+/// to the provider.
 ProviderState &providerState();

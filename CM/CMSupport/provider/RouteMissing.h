@@ -1,9 +1,9 @@
-// The answer of every provider form until this version has a provider route.
+// Implements the provider forms of operations that this version does not support.
 #pragma once
 
 namespace provider {
 
-/// Shows the message that the provider route is not part of this version, and returns 0.
+/// Tells the user that this version does not support the operation, reports the outcome noTool, and returns 0.
 int routeMissing();
 
 } // namespace provider

@@ -20,7 +20,8 @@ class SCCConnectToCMRepository {
 
     /// Connects the project, as the user asked: keeps the association of the first unit (or of the project) unless
     /// the user agrees to give it up; else lets the user choose a project in the provider's dialog and stores the
-    /// choice. Returns 1 on a usable connection, else 0; a failure is shown. The other lists are not used.
+    /// choice. Returns 1 if the connection can be used, otherwise 0, after showing the failure. The other lists
+    /// are not used.
     virtual int operator()(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     /// Assigns the context of the unit, or of the active project for null, and opens its provider project if it is
     /// not open. Callers test `context`, not the result, as required. It is null without a project, and without an

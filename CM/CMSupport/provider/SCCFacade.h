@@ -1,5 +1,5 @@
-// SCCFacade: runs the provider form of an operation. The entries have the parameters of the command forms, write
-// no diagnostics and report to the user directly; what they return is the outcome of the provider form.
+// SCCFacade: runs the provider form of each operation. The functions take the same parameters as the command
+// forms, append no diagnostics and report to the user directly. They return the result of the provider form.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"
@@ -51,6 +51,6 @@ class SCCFacade {
     static int doCleanUpSCC();
     /// Closes the current context's project.
     static int doCloseProjectSCC();
-    /// Does nothing: a provider's own program is not run.
+    /// Does nothing: the provider's own program is not run.
     static int SCCRunToolExe();
 };

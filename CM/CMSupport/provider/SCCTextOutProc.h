@@ -1,4 +1,4 @@
-// SCCTextOutProc: brings what a provider says, and what the result of a call means, to the user.
+// SCCTextOutProc: shows the user what a provider says and what the result of a call means.
 #pragma once
 
 class SCCTextOutProc {

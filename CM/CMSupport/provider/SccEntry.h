@@ -47,7 +47,7 @@ template <class... ARGS> class SccEntry<long(ARGS...)> : public SccEntryBase {
     SccEntry(const PDLL &library, const char *name, Need need) : SccEntryBase(library, name, need) {}
 
     /// Calls the entry and returns its result. Without a loaded library, or if the library lacks the entry,
-    /// nothing is called and the result is success, as required: what a provider doesn't offer quietly does
+    /// nothing is called and the result is success, as required: an operation that a provider lacks silently does
     /// nothing.
     long operator()(ARGS... args) {
         const auto function = reinterpret_cast<long (*)(ARGS...)>(address());

@@ -1,4 +1,4 @@
-// StatusProvider: gives the state that the provider knows of units.
+// StatusProvider: provides the states of units as the provider knows them.
 #pragma once
 
 #include "CM/CMSupport/core/CMOperation.h"
@@ -8,11 +8,11 @@
 class StatusProvider {
   public:
     virtual ~StatusProvider() = default;
-    /// The provider context of the unit, opened if need be; null if there is none, which was reported to the user.
+    /// Returns the unit's provider context, opened if necessary; null if there is none, after telling the user.
     virtual pvContextStruct *contextOf(IUnit &unit) = 0;
     /// Asks the provider for the state of the units and stores it in them. `context` is that of the provider.
     virtual void queryAndSetStatus(CMUnitList &units, void *context) = 0;
 };
 
-/// The provider that this process is bound to.
+/// Returns the provider that this process uses.
 StatusProvider &statusProvider();

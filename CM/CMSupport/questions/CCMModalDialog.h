@@ -11,6 +11,6 @@ class CCMModalDialog : public CDialog {
   protected:
     using CDialog::CDialog;
 
-    /// Returns the result of a dialog that nobody answers. It must lose nothing.
+    /// Returns the result of a dialog that nobody answers. It must be a safe one, which loses no data.
     virtual int OnNotAnswered() { return IDCANCEL; }
 };

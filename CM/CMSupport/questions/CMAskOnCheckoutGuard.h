@@ -1,4 +1,4 @@
-// Limits the time for which an answer for all units holds: when the outermost guard of a command ends, it empties
+// Limits how long an answer for all units remains in force: when the outermost guard of a command ends, it empties
 // CCMSyncQuestionDlg::m_response.
 #pragma once
 
@@ -12,5 +12,5 @@ class ORC_CM_API CMAskOnCheckoutGuard {
     CMAskOnCheckoutGuard &operator=(const CMAskOnCheckoutGuard &) = delete;
 
   private:
-    static int m_Ref; ///< the number of guards that are alive
+    static int m_Ref; ///< the number of guards that exist
 };
