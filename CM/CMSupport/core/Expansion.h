@@ -22,8 +22,8 @@ class Expansion {
     /// The first reason why an expansion failed.
     struct Fault {
         CString name; ///< the variable that has no value; empty if there was no fault
-        bool isEndless =
-            false; ///< whether `name` is a property whose value refers to itself or grows without limit
+        /// Whether `name` is instead a property whose value refers to itself or grows without limit.
+        bool isEndless = false;
     };
     [[nodiscard]] const Fault &fault() const { return budget_.fault; }
 
