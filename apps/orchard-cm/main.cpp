@@ -20,7 +20,7 @@ ExitCode writtenOr(ExitCode code) {
     if (std::cout || code != ExitCode::done) {
         return code;
     }
-    std::cerr << "orchard-cm: the standard output could not be written\n";
+    std::cerr << "orchard-cm: standard output could not be written\n";
     return ExitCode::failed;
 }
 

@@ -147,7 +147,7 @@ void TerminalDialogDriver::act(CDialog &dialog, std::string_view typed) {
         return;
     }
     Action action(rest, [this] {
-        output_ << "End the text with a line that holds a dot only.\n" << std::flush;
+        output_ << "End the text with a line that contains only a dot.\n" << std::flush;
         std::string text;
         for (std::string line; std::getline(input_, line) && line != ".";) {
             text += (text.empty() ? "" : "\n") + line;

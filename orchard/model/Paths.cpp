@@ -39,15 +39,15 @@ std::string faultOfQuoting(std::string_view path) {
     }
     switch (found->kind) {
     case Kind::character:
-        return std::string("it holds the character ") + found->character + ", which a command line can't quote";
+        return std::string("it contains the character ") + found->character + ", which a command line can't quote";
     case Kind::controlCharacter: {
         char text[64];
-        std::snprintf(text, sizeof text, "it holds the control character 0x%02X",
+        std::snprintf(text, sizeof text, "it contains the control character 0x%02X",
                       static_cast<unsigned>(static_cast<unsigned char>(found->character)));
         return text;
     }
     case Kind::conditional:
-        return "it holds a \"(\", a \"?\" and a \")\", which a command template could take for a condition";
+        return "it contains a \"(\", a \"?\" and a \")\", which a command template could take for a condition";
     case Kind::backslashAtEnd:
         break;
     }
@@ -115,7 +115,7 @@ std::string faultOfFileName(std::string_view name) {
         return tooLong;
     }
     if (hasSeparator(name)) {
-        return "it holds a separator; a file outside its owner's directory has to be marked as external";
+        return "it contains a separator; a file outside its owner's directory has to be marked as external";
     }
     return faultOfQuoting(name);
 }

@@ -88,7 +88,7 @@ class PropertySetReader {
                           "the property '" + std::string(key) + "' must be a text, an integer, true or false");
         }
         if (value.find('\0') != std::string::npos) {
-            return refuse(node, "the property '" + std::string(key) + "' holds a NUL character");
+            return refuse(node, "the property '" + std::string(key) + "' contains a NUL character");
         }
         if (table.find(subject, metaclass, key) != nullptr) {
             return refuse(node, "the property '" + std::string(key) +

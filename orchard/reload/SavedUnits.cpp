@@ -26,7 +26,7 @@ void CurrentWorkspace::ApplySavedUnitsListToNonActiveProjects() {
             if (unit->modified()) {
                 problems.push_back({saved.file, 0, 0,
                                     "the unit '" + unit->name() + "' of the project '" + model->project().name() +
-                                        "' holds changes that were not saved"});
+                                        "' has unsaved changes"});
                 continue;
             }
             Replacement replacement = reread(*unit);

@@ -58,9 +58,8 @@ TEST(Interrupt, SumsUpTheUnitsThatAreLeftAndTheSameCommandDoesThem) {
     const Ran ran = project.finish(pid);
     EXPECT_EQ(ran.exit, 130);
     EXPECT_EQ(std::count(ran.out.begin(), ran.out.end(), '\n'), 2) << ran.out;
-    EXPECT_THAT(ran.out,
-                testing::ContainsRegex("\nControl and [0-9]+ others: not begun; the same command does the "
-                                       "rest\n$"));
+    EXPECT_THAT(ran.out, testing::ContainsRegex("\nControl and [0-9]+ others: not begun; run the same command "
+                                                "again to do the rest\n$"));
     EXPECT_LT(std::count(ran.err.begin(), ran.err.end(), '\n'), 8) << ran.err;
     EXPECT_THAT(ran.err, testing::Not(HasSubstr("reported an error")));
 

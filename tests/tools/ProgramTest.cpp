@@ -80,7 +80,7 @@ TEST_F(Program, WarnsOfAnotherValueThatStillHolds) {
     ASSERT_EQ(set({"ReadOnly", "nearer", "--unit", "Controller"}).exit, 0);
     const Ran ran = set({"ReadOnly", "farther"});
     EXPECT_EQ(ran.exit, 0);
-    EXPECT_THAT(ran.err, HasSubstr("'nearer' from Component Controller still counts"));
+    EXPECT_THAT(ran.err, HasSubstr("'nearer' from Component Controller still applies"));
 }
 
 TEST_F(Program, GivesNewFilesTheDefaultHeaderThatItTells) {

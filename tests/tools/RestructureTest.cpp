@@ -97,7 +97,7 @@ TEST_F(Restructure, ThatTheToolFailsLeavesModelAndFilesAsTheyWere) {
          {std::vector<std::string>{"rename", "Pump", "Lifter"}, {"move", "Pump", "Control"}, {"delete", "Pump"}}) {
         const Ran ran = run(words);
         EXPECT_EQ(ran.exit, 1) << ran.out;
-        EXPECT_THAT(reason(ran), HasSubstr("model and files are as they were")) << ran.out;
+        EXPECT_THAT(reason(ran), HasSubstr("the model and its files are unchanged")) << ran.out;
         EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
         EXPECT_EQ(read(pump), before);
     }
@@ -109,7 +109,7 @@ TEST_F(Restructure, AToolThatIsKilledHalfWayLeavesModelAndFilesAndTheUserIsSentT
     const Ran ran = run({"rename", "Pump", "Lifter"});
     EXPECT_EQ(ran.exit, 1) << ran.out;
     EXPECT_THAT(reason(ran), HasSubstr("died of signal 9"));
-    EXPECT_THAT(reason(ran), testing::EndsWith("model and files are as they were, look at the archive"));
+    EXPECT_THAT(reason(ran), testing::EndsWith("the model and its files are unchanged, check the archive"));
     EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
     EXPECT_EQ(read(pump), before);
     EXPECT_FALSE(isArchived(pump));
@@ -124,7 +124,7 @@ TEST_F(Restructure, ANameThatNoTemplateCanHoldIsTheReasonThatIsGiven) {
     ASSERT_EQ(run({"rename", "Pump", "Which?)"}).exit, 0);
     const Ran moved = run({"move", "Which?)", "Con(trol"});
     EXPECT_EQ(moved.exit, 1) << moved.out;
-    EXPECT_THAT(reason(moved), HasSubstr("Con(trol/Which?).ocl can't be given to a tool: it holds a \"(\""));
+    EXPECT_THAT(reason(moved), HasSubstr("Con(trol/Which?).ocl can't be given to a tool: it contains a \"(\""));
     EXPECT_THAT(paths(), HasSubstr("Drives/Which?)\n"));
 }
 TEST_F(Restructure, AFileThatTheToolTakesElsewhereIsToldAndFails) {
@@ -136,7 +136,7 @@ TEST_F(Restructure, AFileThatTheToolTakesElsewhereIsToldAndFails) {
         const Ran ran = run(words);
         EXPECT_EQ(ran.exit, 1) << ran.out << ran.err;
         EXPECT_THAT(ran.out + ran.err, HasSubstr("the file is neither here nor at")) << words[0];
-        EXPECT_THAT(reason(ran), HasSubstr("a file is not where it belongs; the model is as it was")) << ran.out;
+        EXPECT_THAT(reason(ran), HasSubstr("a file is not where it belongs; the model is unchanged")) << ran.out;
         fs::rename(elsewhere, pump);
         EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
     }

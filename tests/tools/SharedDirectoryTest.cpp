@@ -100,7 +100,7 @@ TEST_P(SharedDirectory, ADeleteLeavesTheOthersFiles) {
         return;
     }
     EXPECT_EQ(ran.exit, 1) << ran.out;
-    EXPECT_THAT(ran.err, HasSubstr("Control also holds files of '"));
+    EXPECT_THAT(ran.err, HasSubstr("Control also contains files of '"));
     EXPECT_EQ(archive.files(), archived);
     expectOnDiskAndInArchive(at("Control"));
 }

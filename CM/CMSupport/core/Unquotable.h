@@ -6,7 +6,7 @@
 
 namespace paths {
 
-/// Returns what platform::findUnquotable finds in the path, in words for the user that complete "it holds ...";
+/// Returns what platform::findUnquotable finds in the path, in words for the user that complete "it contains ...";
 /// empty if the path can be quoted.
 [[nodiscard]] std::string unquotableIn(std::string_view path);
 

@@ -42,7 +42,8 @@ const char *text(Text number) {
     case Text::controlledFileDontShow:
         return "Do not show this message again";
     case Text::writableFileQuestion:
-        return "The file \"%s\" is writable, so it may hold changes that are not in the archive. Checking it out "
+        return "The file \"%s\" is writable, so it may contain changes that are not in the archive. Checking it "
+               "out "
                "may overwrite them.\nFile: %s\nCheck it out?";
     case Text::loadingFailed:
         return "The file \"%s\" could not be loaded into the model. Check that it is a complete unit file, then "
@@ -51,10 +52,10 @@ const char *text(Text number) {
         return "The file \"%s\" can't be added to the archive, because it is not in the directory \"%s\", where "
                "the tool works. Move the %s \"%s\" there, then add it again.";
     case Text::nameNotQuotable:
-        return "No command was run for \"%s\": the name holds %s, which no command can quote. Rename the file, "
+        return "No command was run for \"%s\": the name contains %s, which no command can quote. Rename the file, "
                "then try again.";
     case Text::archiveNotQuotable:
-        return "The archive \"%s\" was not accepted: its path holds %s, which no command can quote. Move the "
+        return "The archive \"%s\" was not accepted: its path contains %s, which no command can quote. Move the "
                "archive, then connect again.";
     case Text::namedCharacter:
         return "the character %s";
@@ -142,7 +143,7 @@ const char *text(Text number) {
     case Text::outcomeReference:
         return "the unit is a reference, and was left out";
     case Text::outcomeRefused:
-        return "the path %s can't be given to a tool: it holds %s";
+        return "the path %s can't be given to a tool: it contains %s";
     case Text::outcomeNoCommand:
         return "the CM tool has no command for it (property %s)";
     case Text::outcomeEmptyCommand:

@@ -64,7 +64,7 @@ enum class Text : unsigned {
     outcomeGone,
     outcomeStub,
     outcomeReference,
-    outcomeRefused,      ///< path, what it holds
+    outcomeRefused,      ///< path, what it contains
     outcomeNoCommand,    ///< key of the template
     outcomeEmptyCommand, ///< key of the template
     outcomeUnresolved,   ///< key of the template, variable

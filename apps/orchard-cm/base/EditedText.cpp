@@ -21,8 +21,8 @@ template <class TAKE> void forEachLine(std::string_view text, TAKE take) {
 
 std::string remarksFor(std::string_view done, const std::vector<std::string> &names) {
     std::string text =
-        "\n# Write the comment above. Lines that begin with '#' are left out, and without a comment\n"
-        "# nothing happens. To be " +
+        "\n# Write the comment above. Lines that begin with '#' are ignored, and without a comment\n"
+        "# nothing is done. To be " +
         std::string(done) + ":\n";
     for (std::size_t i = 0; i < names.size() && i < mostNames; ++i) {
         text += "#     " + names[i] + "\n";

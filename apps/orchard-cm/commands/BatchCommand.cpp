@@ -24,7 +24,7 @@ constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 /// Returns the words of one line. Throws a Failure if it can't be split.
 std::vector<std::string> wordsOf(const std::string &line) {
     if (const auto nul = line.find('\0'); nul != std::string::npos) {
-        throw Failure(ExitCode::usage, "column " + std::to_string(nul + 1) + ": a NUL, which no text holds");
+        throw Failure(ExitCode::usage, "column " + std::to_string(nul + 1) + ": a NUL, which no text may contain");
     }
     try {
         return splitWords(line);
@@ -38,7 +38,7 @@ class BatchCommand : public Command {
     void declare(CLI::App &app) override {
         app.add_option("FILE", file_, "The commands, one on each line; by default or with '-', standard input");
         app.add_flag("--keep-going", keepGoing_, "Continue with the next line after a failure");
-        app.footer("Words are quoted as in a shell, and nothing is expanded; '#' begins a comment. Without\n"
+        app.footer("Words are quoted as in a shell, but nothing is expanded; '#' begins a comment. Without\n"
                    "--keep-going the first line that fails ends the batch. The exit status is that of the first\n"
                    "line that failed.");
     }

@@ -17,7 +17,7 @@ class CheckinCommand : public Command {
     void declare(CLI::App &app) override {
         comment_.declare(app);
         app.add_option("--mode", mode_,
-                       "Mode of the files afterwards: ro read-only (the default), rw still checked out")
+                       "Mode of the files afterwards: ro (read-only, the default) or rw (still checked out)")
             ->type_name("ro|rw")
             ->check(CLI::IsMember({"ro", "rw"}));
         options_.declareLabel(app, "Give the new version this label or number");

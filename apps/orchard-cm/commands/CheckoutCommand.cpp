@@ -16,8 +16,8 @@ class CheckoutCommand : public Command {
         app.add_flag("--lock", lock_, "Lock the files and make them writable");
         options_.declareLabel(app, "Check out the version with this label or number");
         options_.declareUnitsOrFiles(app,
-                                     "Check out files of the archive, also files that the model does not know");
-        app.footer("Exits with 0 only if every one was checked out and no error was shown.");
+                                     "Check out files of the archive, even files that the model does not know");
+        app.footer("Exits with 0 only if every unit or file was checked out and no error was shown.");
     }
 
     ExitCode run(Context &context) override {

@@ -75,7 +75,7 @@ class ArchiveChange {
 std::string faultOf(const CMOutcome &fault) {
     if (fault.kind == CMOutcome::Kind::noCommand && fault.property.str() == keys::postConnect) {
         return std::string("the command succeeded, but the tool's set has no property ") + keys::postConnect +
-               ", which may be empty";
+               " (it must exist, but may be empty)";
     }
     return fault.reason.str();
 }
@@ -84,8 +84,8 @@ class ConnectCommand : public Command {
   public:
     void declare(CLI::App &app) override {
         app.add_option("ARCHIVE", archive_,
-                       "The archive, as the tool names it: a directory, a file or an address; without it, the one "
-                       "that is set");
+                       "The archive, as the tool names it: a directory, a file or an address; by default the "
+                       "project's archive");
         app.footer("Links the project to the archive; some tools create the archive. See the page of the tool in\n"
                    "docs/tools.");
     }

@@ -53,8 +53,8 @@ void requireOwnDirectories(const orchard::UnitChange &change) {
         }
         const std::string directory = std::filesystem::path(file.from).parent_path().string();
         const std::string holds = file.sharedWith == nullptr
-                                      ? " can't be looked into"
-                                      : " also holds files of '" + file.sharedWith->getName().str() + "'";
+                                      ? " can't be read"
+                                      : " also contains files of '" + file.sharedWith->getName().str() + "'";
         throw Failure(
             ExitCode::failed,
             "can't delete it:\n'" + file.unit->getName().str() + "': its directory " + directory + holds +
@@ -70,9 +70,8 @@ class DeleteCommand : public Command {
         app.add_flag("--recursive", recursive_, "Also delete units with others below them");
         app.add_flag("--no-tool", noTool_, "Don't change the archive: for units that are not in it");
         app.add_option("UNIT", words_, "Units by name, path in the model or file")->required();
-        app.footer(
-            "The tool decides what the archive keeps of a deleted file. The files of the owners have to be\n"
-            "writable. If the tool can't delete a unit, model and files are unchanged.");
+        app.footer("The tool decides what the archive keeps of a deleted file. The files of the owners must be\n"
+                   "writable. If the tool can't delete a unit, the model and the files stay unchanged.");
     }
 
     ExitCode run(Context &context) override {

@@ -74,7 +74,7 @@ class ExpandCommand : public Command {
     }
     [[nodiscard]] std::string remedy(const Unresolved &unresolved) const {
         if (unresolved.refersToItself) {
-            return "Remove it from the value that holds it.";
+            return "Remove it from the value that contains it.";
         }
         return unit_.empty() && namesUnit(unresolved.chain.back())
                    ? "Name the unit with --unit."

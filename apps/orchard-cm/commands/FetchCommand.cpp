@@ -60,7 +60,7 @@ class FetchCommand : public Command {
         fs::create_directories(target, error);
         if (error) {
             throw Failure(ExitCode::failed,
-                          "the directory '" + directory_ + "' can't be made: " + error.message());
+                          "the directory '" + directory_ + "' can't be created: " + error.message());
         }
         return target.string();
     }

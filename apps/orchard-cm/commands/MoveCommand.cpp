@@ -104,8 +104,8 @@ class MoveCommand : public Command {
         app.add_option("UNIT", unit_, "A unit by its name, its path in the model or its file")->required();
         app.add_option("OWNER", owner_, "The new owner; the project's name means the top level")->required();
         app.footer(
-            "The files of both owners have to be writable, as they list the unit. If the tool can't move it,\n"
-            "model and files are unchanged.");
+            "The files of both owners must be writable, because they list the unit. If the tool can't move it,\n"
+            "the model and the files stay unchanged.");
     }
 
     ExitCode run(Context &context) override {

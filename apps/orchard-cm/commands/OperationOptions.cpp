@@ -18,7 +18,7 @@ void OperationOptions::declareUnits(CLI::App &app) {
 void OperationOptions::declareUnitsOrFiles(CLI::App &app, const char *archiveHelp) {
     app.add_flag("--recursive", recursive_, "Include all units below");
     app.add_flag("--archive", archive_, archiveHelp);
-    app.add_option("UNIT", words_, "Units by name, path in the model or file; with --archive files")->required();
+    app.add_option("UNIT", words_, "Units by name, path in the model or file; with --archive, files")->required();
 }
 
 void OperationOptions::declareLabel(CLI::App &app, const char *help) {

@@ -96,7 +96,7 @@ class PropertySetAction : public Command {
         const auto holds = findProperty(defaultReferee(), key_, metaclass);
         if (holds && holds->value != value_) {
             context.output.message(Output::Kind::warning, "'" + holds->value + "' from " + holds->source +
-                                                              " still counts for the commands of the tool");
+                                                              " still applies to the commands of the tool");
         }
     }
 

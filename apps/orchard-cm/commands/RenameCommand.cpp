@@ -18,8 +18,8 @@ class RenameCommand : public Command {
         app.add_option("UNIT", unit_, "A unit by its name, its path in the model or its file")->required();
         app.add_option("NAME", name_, "The new name")->required();
         app.footer(
-            "The file is renamed too if it has the name of the unit. The unit's file and that of its owner\n"
-            "have to be writable. If the tool can't rename it, model and files are unchanged.");
+            "If the file has the unit's name, it is renamed too. The files of the unit and of its owner must be\n"
+            "writable. If the tool can't rename it, the model and the files stay unchanged.");
     }
 
     ExitCode run(Context &context) override {

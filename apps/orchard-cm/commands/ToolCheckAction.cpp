@@ -52,7 +52,7 @@ Json toJson(const std::vector<Expanded> &commands) {
 void write(std::ostream &out, const std::string &tool, const std::vector<Finding> &findings,
            const std::vector<Expanded> &commands) {
     out << "Commands of " << tool
-        << " for a sample unit; the second of two with label, comment, archive and target directory:\n";
+        << " for a sample unit; a second line adds label, comment, archive and target directory:\n";
     for (const Expanded &least : commands) {
         if (least.isFull) {
             break; // the second half is shown next to the first

@@ -39,7 +39,7 @@ class ToolsCommand : public Command {
         });
         if (tools.empty()) {
             throw Failure(ExitCode::failed, "no property sets are installed",
-                          "Set ORCHARD_SHARE to the directory that holds Orchard's property sets.");
+                          "Set ORCHARD_SHARE to the directory that contains Orchard's property sets.");
         }
         return ExitCode::done;
     }

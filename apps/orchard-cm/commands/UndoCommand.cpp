@@ -78,8 +78,8 @@ class UndoCommand : public Command {
         options_.declareUnitsOrFiles(app, "Name files of the archive");
         app.footer(
             "The tool restores the archived file, local changes are lost, and the unit is read again. If this\n"
-            "changes its name, and the file has that name, the file is renamed too, also in the archive, if\n"
-            "the file of the owner is writable.");
+            "changes the unit's name, a file with the old name is renamed too, and likewise in the archive,\n"
+            "provided that the owner's file is writable.");
     }
 
     ExitCode run(Context &context) override {

@@ -90,7 +90,7 @@ bool AnsweringDriver::run(CDialog &dialog) {
     if (!isInterrupted()) {
         report(dialog, *button,
                terminal_ != nullptr ? ": there was no answer"
-                                    : ": there is nobody to ask; --yes, --no or --yes-to-all give an answer");
+                                    : ": there is nobody to ask; answer with --yes, --no or --yes-to-all");
     }
     return button->press() && !dialog.isOpen();
 }

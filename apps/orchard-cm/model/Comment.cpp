@@ -54,7 +54,7 @@ void check(const std::string &comment) {
         expanded != CMLog(comment).substitute("log")) {
         throw Failure(ExitCode::usage,
                       "the comment can't be given to the CM tool " + toolInUse() +
-                          ": it holds a variable ($name), a conditional '(... ? ...)' or a doubled backslash, "
+                          ": it contains a variable ($name), a conditional '(... ? ...)' or a doubled backslash, "
                           "which a command template would expand");
     }
 }

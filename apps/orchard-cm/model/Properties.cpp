@@ -84,7 +84,7 @@ IDObject &defaultReferee() {
         return *referee;
     }
     throw Failure(ExitCode::failed, "the project has neither an active component nor a configuration",
-                  "Name with --unit the unit whose properties are looked up.");
+                  "Use --unit to name the unit whose properties are looked up.");
 }
 
 std::optional<PropertyFacts> findProperty(const IDObject &object, const std::string &key,
@@ -132,7 +132,7 @@ void setProperty(IDObject &object, const std::string &metaclass, const std::stri
     }
     if (model == nullptr) {
         throw Failure(ExitCode::failed, "no property sets are installed, so none can be set",
-                      "Set ORCHARD_SHARE to the directory that holds Orchard's property sets.");
+                      "Set ORCHARD_SHARE to the directory that contains Orchard's property sets.");
     }
     IProperty property(model);
     property.setName(key);

@@ -34,7 +34,7 @@ std::string fault(std::string_view text, std::string_view refused, std::string_v
         return refused.find(c) != std::string_view::npos ||
                (platform::isControlCharacter(c) && allowed.find(c) == std::string_view::npos);
     });
-    return found == text.end() ? std::string() : "it holds " + nameOf(*found) + reason;
+    return found == text.end() ? std::string() : "it contains " + nameOf(*found) + reason;
 }
 
 } // namespace

@@ -67,11 +67,11 @@ std::string Session::projectFile() const {
     const std::string here = std::filesystem::current_path().string();
     const auto files = orchard::projectFilesIn(here);
     if (files.empty()) {
-        throw Failure(ExitCode::usage, "no project is named, and the current directory holds none (*.orp)",
+        throw Failure(ExitCode::usage, "no project is named, and the current directory contains none (*.orp)",
                       "Name the project with -p PROJECT, or create one with 'orchard-cm new'.");
     }
     if (files.size() > 1) {
-        Failure failure(ExitCode::usage, "no project is named, and the current directory holds several",
+        Failure failure(ExitCode::usage, "no project is named, and the current directory contains several",
                         "Name one of them with -p PROJECT.");
         std::vector<std::string> names;
         for (const auto &file : files) {
@@ -137,8 +137,8 @@ void Session::require(orchard::ProjectLock::Answer answer) {
     }
     if (answer == impossible && !isUnlockable_) {
         isUnlockable_ = true;
-        output_.message(Output::Kind::warning, "the project can't be kept from other programs (" + lock().fault() +
-                                                   "); what another one changes meanwhile may be lost");
+        output_.message(Output::Kind::warning, "the project can't be locked (" + lock().fault() +
+                                                   "); what another program changes in the meantime may be lost");
     }
 }
 

@@ -112,7 +112,7 @@ void write(std::ostream &out, const std::vector<ItemResult> &results, const Word
         if (notBegun > 1) {
             out << " and " << notBegun - 1 << (notBegun > 2 ? " others" : " other");
         }
-        out << ": not begun; the same command does the rest\n";
+        out << ": not begun; run the same command again to do the rest\n";
     }
 }
 

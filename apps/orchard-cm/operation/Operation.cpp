@@ -73,7 +73,7 @@ void reload(Items &items, Reload which) {
     for (Item &item : items) {
         item.result.reloaded = item.result.reloaded || reloaded.read.contains(item.result.file);
         if (item.result.outcome == Outcome::done && reloaded.failed.contains(item.result.file)) {
-            fail(item.result, "the unit could not be reloaded, and holds what it held");
+            fail(item.result, "the unit could not be reloaded, and is unchanged in the model");
         }
     }
 }
@@ -86,7 +86,7 @@ void judge(Item &item, const Operation &operation, const std::optional<std::stri
     if (!item.isReported && !mayGoOn) {
         result.outcome = Outcome::notBegun;
     } else if (!item.isReported) {
-        fail(result, shared.value_or("it was not worked on"));
+        fail(result, shared.value_or("nothing was done for it"));
     } else if (result.outcome == Outcome::done) {
         std::string fault = unmet(operation.expected, result);
         if (fault.empty() && operation.alsoJudge) {

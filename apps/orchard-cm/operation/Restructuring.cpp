@@ -30,14 +30,14 @@ void judge(ItemResult &item, const std::string &fault, bool cutOff, const orchar
     item.outcome = ItemResult::Outcome::failed;
     if (!change.isComplete()) {
         item.reason = (fault.empty() ? "a file is not where it belongs" : fault) +
-                      (change.stands() ? "; the model has changed all the same, look at the archive"
-                                       : "; the model is as it was, look at the archive");
+                      (change.stands() ? "; the model has changed nevertheless, check the archive"
+                                       : "; the model is unchanged, check the archive");
         return;
     }
     item.reason = (fault.empty() ? "the tool did nothing" : fault) +
-                  (change.stands() ? "; the model and its files have changed all the same, look at the archive"
-                   : cutOff        ? "; model and files are as they were, look at the archive"
-                                   : "; model and files are as they were");
+                  (change.stands() ? "; the model and its files have changed nevertheless, check the archive"
+                   : cutOff        ? "; the model and its files are unchanged, check the archive"
+                                   : "; the model and its files are unchanged");
 }
 
 } // namespace

@@ -18,7 +18,7 @@ namespace {
 
 void declareGlobal(CLI::App &app, GlobalOptions &options) {
     app.add_option("-p,--project", options.project,
-                   "The project file (.orp); not needed if the current directory holds exactly one")
+                   "The project file (.orp); not needed if the current directory contains exactly one")
         ->type_name("PROJECT");
     app.add_flag("--json", options.json, "Write results and errors as JSON, one object for each command");
     auto *const answers = app.add_option_group("Answers to questions");
@@ -34,7 +34,7 @@ void declareGlobal(CLI::App &app, GlobalOptions &options) {
     app.add_option("--log", options.logFile, "Append the log of the operations to FILE")->type_name("FILE");
     constexpr unsigned longestWait = 1'000'000;
     app.add_option("--wait", options.wait,
-                   "How long to wait for another program that changes the project (by default 30)")
+                   "How long to wait for another program that is changing the project (30 by default)")
         ->type_name("SECONDS")
         ->check(CLI::Range(0U, longestWait));
     app.set_version_flag("--version", std::string("orchard-cm " ORCHARD_CM_VERSION));
@@ -123,9 +123,9 @@ void failKnown(const CLI::App &app, const std::vector<std::string> &words, const
 [[noreturn]] void failUsage(const CLI::App &app, const CLI::ParseError &error,
                             const std::vector<std::string> &words, std::span<const CommandEntry> commands,
                             bool batch) {
-    const char *const hint = batch
-                                 ? "A line of a batch holds one command with its options, as on the command line."
-                                 : "Run 'orchard-cm --help' or 'orchard-cm COMMAND --help' for help.";
+    const char *const hint =
+        batch ? "A line of a batch contains one command with its options, as on the command line."
+              : "Run 'orchard-cm --help' or 'orchard-cm COMMAND --help' for help.";
     if (const auto unknown = unknownCommand(words, commands)) {
         Suggester suggester(*unknown);
         std::ranges::for_each(commands, [&](const CommandEntry &entry) { suggester.offer(entry.name); });

@@ -66,7 +66,7 @@ std::string patternFault(const KnownKey &key, const std::string &value) {
     // A field of a record may be empty, but a pattern that detects errors or separates records must not match
     // anything.
     if (key.kind == KeyKind::pattern && facts.matchesEmptyText) {
-        return "it matches the empty text, and therefore anything";
+        return "it matches even an empty text, and therefore everything";
     }
     return {};
 }
@@ -107,15 +107,15 @@ void checkMissing(const std::vector<SetEntry> &entries, std::vector<Finding> &fi
     };
     for (const KnownKey &key : knownKeys()) {
         if (key.kind == KeyKind::command && !isThere(key.name)) {
-            miss(key.name, "the command is missing; set it to an empty text if the tool can't do it");
+            miss(key.name, "the command is missing; set it to '' if the tool can't do it");
         }
     }
     if (isThere(IPN::CMConnectToCMRepository) && !isThere(keys::postConnect)) {
-        miss(keys::postConnect, "it is missing, so no connect succeeds; it may be empty");
+        miss(keys::postConnect, "it is missing, so no connect succeeds; it must exist, but may be empty");
     }
     for (const auto *const key : {&IPN::CMReadOnly, &IPN::CMReadWrite}) {
         if (!isThere(*key)) {
-            miss(*key, "it is missing, so $mode is empty; it may be empty");
+            miss(*key, "it is missing, so $mode is empty; it must exist, but may be empty");
         }
     }
     if (!holdsText(keys::errorPattern)) {
@@ -128,7 +128,7 @@ void checkMissing(const std::vector<SetEntry> &entries, std::vector<Finding> &fi
     }
     for (const auto *const key : {refusedInLogKey, refusedInLabelKey}) {
         if (!isThere(key)) {
-            miss(key, "it is missing; the program refuses all characters with a meaning for a shell");
+            miss(key, "it is missing; the program refuses all characters with a special meaning to a shell");
         }
     }
     if (holdsText(keys::addOncePerDirectory) &&
@@ -150,8 +150,8 @@ std::string conditionalFault(const std::string &value) {
     CString unused;
     return CMProperty::ExtractCondition(value, start, end, ifPart, thenPart, elsePart, unused) != 0
                ? std::string()
-               : "it holds a \"(\" and a \"?\", but no \")\" that closes them: this is not a conditional, and "
-                 "reaches the tool unchanged";
+               : "it contains a \"(\" and a \"?\", but no closing \")\": this is not a conditional, and reaches "
+                 "the tool unchanged";
 }
 
 void checkUnread(const SetEntry &entry, const std::set<std::string> &variables, std::vector<Finding> &findings) {
@@ -162,7 +162,7 @@ void checkUnread(const SetEntry &entry, const std::set<std::string> &variables, 
     std::ranges::for_each(knownKeys(), [&](const KnownKey &key) { suggester.offer(key.name); });
     const auto meant = suggester.best(1);
     findings.push_back({entry.key,
-                        "nothing reads it, and no template names it" +
+                        "no operation reads it, and no template uses it" +
                             (meant.empty() ? std::string() : "; did you mean '" + meant.front() + "'?"),
                         entry.place});
 }

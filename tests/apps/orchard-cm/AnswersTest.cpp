@@ -80,7 +80,7 @@ TEST_F(Answers, AreNoWithNobodyThereAndThatIsSaidOnce) {
     EXPECT_EQ(ask(Answer::ask, nullptr), IDNO);
     EXPECT_EQ(question.pressed, "no");
     EXPECT_EQ(err.str(), "orchard-cm: question: Pump.ocl is writable. Overwrite it? [No: there is nobody to ask; "
-                         "--yes, --no or --yes-to-all give an answer]\n");
+                         "answer with --yes, --no or --yes-to-all]\n");
 }
 TEST_F(Answers, AreNoWhereTheUserGoesAwayFromTheTerminal) {
     Somebody goneAway(false);

@@ -62,11 +62,11 @@ TEST(ResultText, SumsUpWhatWasNotBegunInOneLine) {
         const std::string all = out.str();
         return all.substr(all.find('\n') + 1);
     };
-    EXPECT_EQ(lastLine(), "Drives/Valve: not begun; the same command does the rest\n");
+    EXPECT_EQ(lastLine(), "Drives/Valve: not begun; run the same command again to do the rest\n");
     results.push_back(later);
-    EXPECT_EQ(lastLine(), "Drives/Valve and 1 other: not begun; the same command does the rest\n");
+    EXPECT_EQ(lastLine(), "Drives/Valve and 1 other: not begun; run the same command again to do the rest\n");
     results.insert(results.end(), 598, later);
-    EXPECT_EQ(lastLine(), "Drives/Valve and 599 others: not begun; the same command does the rest\n");
+    EXPECT_EQ(lastLine(), "Drives/Valve and 599 others: not begun; run the same command again to do the rest\n");
 }
 TEST(ResultText, TellsWhatChanged) {
     auto result = pump(true);

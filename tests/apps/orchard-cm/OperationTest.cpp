@@ -103,7 +103,7 @@ TEST_F(OperationOnUnits, CountsAUnitForWhichThereWasNothingToDoAsDone) {
 TEST_F(OperationOnUnits, FailsAUnitThatIsNotReported) {
     const OperationReport report = checkOut({"Pump", "Valve"}, {outcomeOf("Valve")});
     EXPECT_EQ(report.items[0].outcome, Outcome::failed);
-    EXPECT_EQ(report.items[0].reason, "it was not worked on");
+    EXPECT_EQ(report.items[0].reason, "nothing was done for it");
     EXPECT_EQ(report.items[1].outcome, Outcome::done);
 }
 TEST_F(OperationOnUnits, GivesTheReasonOfTheCallToTheUnitsThatAreNotReported) {

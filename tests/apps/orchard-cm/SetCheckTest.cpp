@@ -86,7 +86,7 @@ TEST(SetCheck, FindsAPatternWithoutAGroup) {
 }
 TEST(SetCheck, FindsAPatternThatMatchesAnything) {
     EXPECT_THAT(onlyText(with(goodSet(), "OperationErrorPattern", "error|"), "OperationErrorPattern"),
-                HasSubstr("matches the empty text"));
+                HasSubstr("matches even an empty text"));
 }
 TEST(SetCheck, TakesAnEmptyPatternForNone) {
     EXPECT_THAT(checkSet(with(goodSet(), "HeaderItsLocker", "")), IsEmpty());
@@ -96,7 +96,7 @@ TEST(SetCheck, FindsAConditionalThatNothingCloses) {
          {"tool ($label ? -r$label \"$UnitPath\"", "tool (x ? y", "(?", "tool (x ? y) a:b"}) {
         const auto findings = checkSet(with(goodSet(), "CheckIn", open));
         ASSERT_THAT(findings, SizeIs(1)) << open;
-        EXPECT_THAT(findings[0].text, HasSubstr("no \")\" that closes them"));
+        EXPECT_THAT(findings[0].text, HasSubstr("no closing \")\""));
         EXPECT_EQ(findings[0].place, "set.toml:9:1");
     }
     const auto piece = with(with(goodSet(), "CheckIn", "tool $Piece"), "Piece", "($label ? -r$label");

@@ -40,9 +40,9 @@ TEST(Paths, AFileNameIsOneQuotableNameOfAtMost255Bytes) {
 TEST(Paths, APathHasToBeQuotableInACommandLine) {
     EXPECT_EQ(faultOfPath("/a/../b c\\d.ocl"), "");
     EXPECT_EQ(faultOfPath("C:\\a\\.\\b//c/"), "");
-    EXPECT_EQ(faultOfPath("/a$(id)/b.ocl"), "it holds the character $, which a command line can't quote");
+    EXPECT_EQ(faultOfPath("/a$(id)/b.ocl"), "it contains the character $, which a command line can't quote");
     EXPECT_NE(faultOfPath("/a\"/../b.ocl"), "") << "the text as it stands is what is passed on";
-    EXPECT_EQ(faultOfPath("../a\nb/c"), "it holds the control character 0x0A");
+    EXPECT_EQ(faultOfPath("../a\nb/c"), "it contains the control character 0x0A");
     EXPECT_NE(faultOfPath("C:\\a\\"), "");
     EXPECT_NE(faultOfPath("/a(b/c?/d).ocl"), "") << "a conditional of templates";
     EXPECT_NE(faultOfPath("/a/" + std::string(256, 'x') + "/b"), "");

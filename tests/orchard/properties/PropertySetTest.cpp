@@ -90,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenRow{"ToolIsEmpty", "tool = ''\n", "f.toml:1:8: 'tool' must be a text on one line"},
         BrokenRow{"ToolHasAControlCharacter", "tool = \"a\\u001b[2J\"\n", "f.toml:1:8: 'tool' must be a text"},
         BrokenRow{"ANul", "[ConfigurationManagement.T]\na = \"x\\u0000y\"\n",
-                  "f.toml:2:5: the property 'a' holds a NUL character"},
+                  "f.toml:2:5: the property 'a' contains a NUL character"},
         BrokenRow{"DeepNesting", "a = " + std::string(5000, '[') + "\n", "f.toml:1:"}),
     [](const auto &row) { return row.param.name; });
 

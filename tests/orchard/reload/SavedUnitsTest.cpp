@@ -38,7 +38,7 @@ TEST_F(SavedUnits, AreReadAnewInTheOtherProjectsThatReferToThem) {
     CurrentWorkspace::Workspace()->getWorkspace()->AddToSavedUnitsList(ours);
     CurrentWorkspace::ApplySavedUnitsListToNonActiveProjects();
     EXPECT_EQ(orchard::descriptionOf(*changed), "Not saved.");
-    EXPECT_THAT(messages, testing::ElementsAre(testing::HasSubstr("holds changes that were not saved")));
+    EXPECT_THAT(messages, testing::ElementsAre(testing::HasSubstr("has unsaved changes")));
 }
 
 TEST_F(SavedUnits, OfAClosedProjectAreForgotten) {

@@ -118,7 +118,7 @@ const NameCase names[]{
     {"Quote", "file=\"a&quot;b.ocl\"", "the character \""},
     {"Dollar", "file=\"a$(id).ocl\"", "the character $"},
     {"Backquote", "file=\"a`id`.ocl\"", "the character `"},
-    {"Backslash", "file=\"a\\b.ocl\"", "it holds a separator"},
+    {"Backslash", "file=\"a\\b.ocl\"", "it contains a separator"},
     {"Redirection", "file=\"a>b.ocl\"", "the character >"},
     {"LineEnd", "file=\"a&#10;b.ocl\"", "control character 0x0A"},
     {"Empty", "file=\"\"", "it is not a file name"},
@@ -166,7 +166,7 @@ TEST_F(BrokenModel, ADirectoryOfTheProjectThatACommandLineCanNotQuote) {
     std::filesystem::rename(path("Pump.orp"), path("a$(id)/Pump.orp"));
     std::filesystem::rename(path("Pump_ory"), path("a$(id)/Pump_ory"));
     open("a$(id)/Pump.orp");
-    EXPECT_THAT(problem(), HasSubstr("the directory of the project is refused: it holds the character $"));
+    EXPECT_THAT(problem(), HasSubstr("the directory of the project is refused: it contains the character $"));
     EXPECT_THAT(orchard::createSampleProject(path("b`id`/Pump")).error, HasSubstr("can't hold a project"));
     EXPECT_FALSE(std::filesystem::exists(path("b`id`")));
 }
@@ -176,7 +176,7 @@ TEST_F(BrokenModel, ADirectoryOfTheProjectThatATemplateWouldTakeForAConditional)
     std::filesystem::rename(path("Pump.orp"), path("a(b?c)/Pump.orp"));
     std::filesystem::rename(path("Pump_ory"), path("a(b?c)/Pump_ory"));
     open("a(b?c)/Pump.orp");
-    EXPECT_THAT(problem(), HasSubstr("the directory of the project is refused: it holds a \"(\""));
+    EXPECT_THAT(problem(), HasSubstr("the directory of the project is refused: it contains a \"(\""));
     EXPECT_THAT(orchard::createSampleProject(path("x(y?z)/Pump")).error, HasSubstr("can't hold a project"));
     EXPECT_FALSE(std::filesystem::exists(path("x(y?z)")));
 }
@@ -187,7 +187,7 @@ TEST_F(BrokenModel, ANameOfTheProjectThatATemplateWouldTakeForAConditional) {
     EXPECT_EQ(orchard::createSampleProject(path("a(b/Why?")).error, "");
     std::filesystem::rename(path("a(b/Why?.orp"), path("a(b/Why?).orp"));
     open("a(b/Why?).orp");
-    EXPECT_THAT(problem(), HasSubstr("the path of its units is refused: it holds a \"(\""));
+    EXPECT_THAT(problem(), HasSubstr("the path of its units is refused: it contains a \"(\""));
 }
 
 TEST_F(BrokenModel, AnIdentifierThatTwoElementsBear) {

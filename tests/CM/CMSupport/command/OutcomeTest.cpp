@@ -77,7 +77,7 @@ TEST_F(Outcome, IsRefusedWithTheNameAndWhatItHolds) {
     pump.fileName = "a$b.ocl";
     runOn<CMFetch>(pump);
     EXPECT_EQ(seen.last().kind, Kind::refused);
-    EXPECT_THAT(reason(), testing::EndsWith("a$b.ocl can't be given to a tool: it holds the character $"));
+    EXPECT_THAT(reason(), testing::EndsWith("a$b.ocl can't be given to a tool: it contains the character $"));
     EXPECT_THAT(seen.last().runs, IsEmpty());
 }
 

@@ -44,7 +44,7 @@ class NameGuard : public CheckOutFixture {
     void expectRefused(const std::string &path, const std::string &what) {
         EXPECT_THAT(host.worker.commands, IsEmpty());
         EXPECT_THAT(host.window.text(),
-                    HasSubstr("No command was run for \"" + path + "\": the name holds " + what));
+                    HasSubstr("No command was run for \"" + path + "\": the name contains " + what));
     }
 };
 
