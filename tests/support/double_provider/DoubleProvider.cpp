@@ -13,7 +13,7 @@ support::DoubleProvider &self() {
 /// Collects the line of one call.
 class Line {
   public:
-    explicit Line(std::string entry) : entry_(std::move(entry)) { line_ << entry_; }
+    explicit Line(const char *entry) : entry_(entry) { line_ << entry_; }
 
     Line &context(const void *context) {
         const auto found = self().contexts.find(context);
@@ -35,15 +35,16 @@ class Line {
     /// Records the call and gives its answer.
     SCCRTN done() {
         self().calls.push_back(line_.str());
+        std::ostringstream().swap(line_); // a crash abandons this object, which must own no memory then
         if (self().onCall) {
-            self().onCall(line_.str());
+            self().onCall(self().calls.back());
         }
         const auto answer = self().answers.find(entry_);
         return answer == self().answers.end() ? SCC_OK : answer->second();
     }
 
   private:
-    std::string entry_;
+    const char *entry_;
     std::ostringstream line_;
 };
 

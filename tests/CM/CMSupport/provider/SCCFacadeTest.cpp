@@ -55,6 +55,7 @@ TEST_F(ProjectWithProvider, EndsTheCurrentContextWhenItIsCleanedUp) {
     EXPECT_EQ(SCCFacade::doCleanUpSCC(), 1);
     EXPECT_THAT(provider->calls, ElementsAre("SccUninitialize context=5"));
     EXPECT_THAT(contextNames(), ElementsAre("Plant")) << "the list stays as it is";
+    EXPECT_TRUE(CMProperty::getSCCdll().isHeld()) << "the library stays loaded";
     EXPECT_EQ(CMProperty::getIsLoaded(), 1);
 }
 
