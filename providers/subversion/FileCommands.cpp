@@ -87,12 +87,24 @@ SCCRTN SccQueryInfo(void *context, long count, char **files, long *status) {
     if (status != nullptr && count > 0) {
         std::fill_n(status, count, SCC_STATUS_INVALID);
     }
-    return runWithFiles(context, count, files, [&](Client &client, const Names &names) -> SCCRTN {
-        if (status == nullptr) {
-            throw Failure(SCC_E_NONSPECIFICERROR, "The array for the states is missing.");
+    return runInProject(context, [&](Client &client) -> SCCRTN {
+        if (count < 0 || (count > 0 && (files == nullptr || status == nullptr))) {
+            throw Failure(SCC_E_NONSPECIFICERROR, "The list of files, or the array for the states, is missing.");
         }
-        const std::vector<long> words = statusWords(client, names);
-        std::copy(words.begin(), words.end(), status);
+        Names names;
+        std::vector<long> places;
+        for (long i = 0; i < count; ++i) {
+            try {
+                names.push_back(internalPath(files[i]));
+                places.push_back(i);
+            } catch (const Failure &failure) {
+                client.output().error(failure.text()); // the others have states all the same
+            }
+        }
+        const std::vector<long> words = names.empty() ? std::vector<long>() : statusWords(client, names);
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            status[places[i]] = words[i];
+        }
         return SCC_OK;
     });
 }

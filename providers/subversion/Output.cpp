@@ -7,9 +7,15 @@ namespace svnscc {
 void Output::send(const char *line, unsigned long kind) {
     if (function_ == nullptr) {
         std::fprintf(stderr, "%s\n", line);
-    } else if (function_(line, kind) == SCC_MSG_RTN_CANCEL && hasCancelMode_) {
-        isCancelled_ = true;
+        return;
     }
+    long answer = SCC_MSG_RTN_OK;
+    try {
+        answer = function_(line, kind);
+    } catch (...) { // must not pass through the C functions that have led here
+        answer = SCC_MSG_RTN_CANCEL;
+    }
+    isCancelled_ = isCancelled_ || (answer == SCC_MSG_RTN_CANCEL && hasCancelMode_);
 }
 
 void Output::write(std::string_view text, unsigned long kind) {

@@ -52,7 +52,7 @@ struct Enough {};
 std::vector<long> statusWords(Client &client, const Names &names) {
     const std::vector<FileState> states = statesOf(client, names);
     const std::string user = userName(client);
-    const StaticTraits traits(client);
+    const StaticTraits traits = StaticTraits::ofFiles(client, names, states);
     std::vector<long> words;
     words.reserve(names.size());
     for (std::size_t i = 0; i < names.size(); ++i) {
@@ -67,6 +67,7 @@ std::vector<long> statusWords(Client &client, const Names &names) {
 
 void enumerate(Client &client, const Names &directories, const Enumeration &enumeration) {
     const std::string user = userName(client);
+    const StaticTraits traits = StaticTraits::ofProject(client);
     const Names starts = outermost(directories.empty() ? Names{client.project().directory} : directories);
     try {
         for (const std::string &start : starts) {
@@ -76,7 +77,8 @@ void enumerate(Client &client, const Names &directories, const Enumeration &enum
             walk(client, start, svn_depth_infinity,
                  [&](const std::string &path, const svn_client_status_t &status) {
                      const FileState state = stateFrom(status);
-                     const long bits = statusBits(state, user);
+                     long bits = statusBits(state, user);
+                     bits |= bits != SCC_STATUS_NOTCONTROLLED ? traits.bits(path, state) : 0;
                      if (state.isDirectory || !applies(enumeration.command, bits)) {
                          return;
                      }

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 using namespace provider_test;
+using namespace std::string_literals;
 
 namespace {
 
@@ -41,7 +42,7 @@ TEST_F(Add, OfADirectoryCounts) {
 }
 
 TEST_F(Add, LeavesABinaryFileWithoutKeywords) {
-    const std::string image = write("alice/Plan.png", std::string("\x89PNG\0\1\2\xFF\xFE\0\0\0\0 $Revision$", 26));
+    const std::string image = write("alice/Plan.png", "\x89PNG\0\1\2\xFF\xFE\0\0\0\0 $Revision$"s);
     EXPECT_EQ(SCC_OK, alice.add({image}));
     EXPECT_NE("Author Date Id Revision", svn("propget svn:keywords " + inQuotes(image)));
     EXPECT_EQ("*", svn("propget svn:needs-lock " + inQuotes(image)));
@@ -50,7 +51,7 @@ TEST_F(Add, LeavesABinaryFileWithoutKeywords) {
 
 TEST_F(Add, TakesTheTypeThatTheHostSays) {
     const std::string one = write("alice/One.dat", "text $Revision$\n");
-    const std::string two = write("alice/Two.dat", std::string("\0\1\2\3\xFF $Revision$\n", 18));
+    const std::string two = write("alice/Two.dat", "\0\1\2\3\xFF $Revision$\n"s);
     EXPECT_EQ(SCC_OK, alice.add({one, two}, "x", {SCC_FILETYPE_BINARY, SCC_FILETYPE_TEXT})) << Host::text();
     EXPECT_EQ("text $Revision$\n", support::contentsOf(one));
     EXPECT_EQ(SCC_STATUS_NOMERGE, alice.status(one) & SCC_STATUS_NOMERGE);

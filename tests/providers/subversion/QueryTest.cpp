@@ -23,6 +23,28 @@ TEST_F(Status, OfManyFilesIsInTheirOrder) {
     EXPECT_EQ((std::vector<long>{locked, 0, SCC_STATUS_CONTROLLED, SCC_STATUS_CONTROLLED, locked, 0, 0}), status);
 }
 
+TEST_F(Status, OfANameThatCantBeIsInvalidAndLeavesTheOthers) {
+    std::vector<long> status;
+    EXPECT_EQ(SCC_OK, alice.query({at("alice/b\xFCgel.oru"), pump, "relative"}, status));
+    EXPECT_EQ((std::vector<long>{SCC_STATUS_INVALID, SCC_STATUS_CONTROLLED, SCC_STATUS_INVALID}), status);
+    EXPECT_TRUE(said("b\\xfcgel.oru")) << Host::text();
+}
+
+TEST_F(Status, OfManyFilesHasTheTraitsThatOneFileHas) {
+    Names files;
+    for (int i = 0; i < 20; ++i) {
+        files.push_back(write("alice/F" + std::to_string(i) + ".dat", "x"));
+    }
+    EXPECT_EQ(SCC_OK, alice.add(files, "x", std::vector<long>(files.size(), SCC_FILETYPE_BINARY)));
+    std::vector<long> status;
+    EXPECT_EQ(SCC_OK, alice.query(files, status));
+    EXPECT_EQ(std::vector<long>(files.size(), SCC_STATUS_CONTROLLED | SCC_STATUS_NOMERGE), status);
+    EXPECT_EQ(status.front(), alice.status(files.front()));
+    Host::Listing listing;
+    EXPECT_EQ(SCC_OK, alice.list(SCC_COMMAND_GET, {}, listing));
+    EXPECT_EQ(status.front(), listing.added[files.front()]);
+}
+
 TEST_F(Status, ShowsAChangeAndANewerVersion) {
     bobChanges("Pump.oru", "pump 2\n");
     EXPECT_EQ(SCC_STATUS_CONTROLLED | SCC_STATUS_OUTOFDATE, alice.status(pump));
