@@ -1,8 +1,8 @@
 // Lets one program at a time change a project.
 //
-// The lock is held on a file beside the project file, PROJECT.orp.lock, which stays there: a program that waits
-// has it open. The system releases the lock when its process ends, however that ends. The file holds a count,
-// which changes with every change of the project, and a line for each program that holds the lock:
+// The lock is on the file PROJECT.orp.lock beside the project file. That file is never removed, because waiting
+// programs have it open. The system releases the lock when its process ends, however that ends. The file contains
+// a count, which changes with every change of the project, and a line for each program that holds the lock:
 //
 //     orchard-lock 1 00000000000000000042
 //     process 4711 of kim on box: orchard-cm rename Pump Tank
@@ -38,11 +38,11 @@ class ORCHARD_API ProjectLock {
         held,
         busy,      ///< others held it until the limit
         cancelled, ///< the caller ended the waiting
-        impossible ///< the file can't be made, written or locked; fault() has the reason
+        impossible ///< the file can't be created, written or locked; fault() has the reason
     };
 
-    /// Opens the file beside the project file, but locks nothing yet. `command` is what others read about the
-    /// holder. A line break or control character in it is shown as a blank.
+    /// Opens the file beside the project file, but locks nothing yet. `command` is shown to others that wait for
+    /// this program. A line break or control character in it is shown as a blank.
     ProjectLock(const std::string &projectFile, const std::string &command);
     /// Releases the lock.
     ~ProjectLock();
@@ -53,10 +53,10 @@ class ORCHARD_API ProjectLock {
     [[nodiscard]] Answer holdAlone(const LockWaiting &waiting);
     /// Holds the project beside others that do the same. Nobody can hold it alone then.
     [[nodiscard]] Answer holdBesideOthers(const LockWaiting &waiting);
-    /// Keeps these units from others who hold the project beside this one. A unit is named by the same text in
-    /// every program. All are locked, or none.
+    /// Locks these units against others that hold the project beside this one. Every program must name a unit by
+    /// the same text. Locks all of them or none.
     [[nodiscard]] Answer holdUnits(const std::vector<std::string> &units, const LockWaiting &waiting);
-    /// Keeps others who hold the project beside this one from saving, for a short time.
+    /// Keeps others that hold the project beside this one from saving, for a short time.
     [[nodiscard]] Answer holdSaving(const LockWaiting &waiting);
     void releaseSaving();
     /// Releases everything. Does nothing if nothing is held.
@@ -69,10 +69,10 @@ class ORCHARD_API ProjectLock {
     /// Returns why the project can't be locked; empty as long as it can.
     [[nodiscard]] const std::string &fault() const { return file_.fault(); }
 
-    /// Remembers the count. To be called before the project is read, with or without the lock.
+    /// Remembers the count. Call this before the project is read, with or without the lock.
     void beginReading();
-    /// Returns whether another program may have changed the project since beginReading(). To be asked only while
-    /// the lock is held.
+    /// Returns whether another program may have changed the project since beginReading(). Call this only while the
+    /// lock is held.
     [[nodiscard]] bool isChangedSinceReading() const { return !seen_ || *seen_ != count(); }
 
   private:
@@ -90,7 +90,7 @@ class ORCHARD_API ProjectLock {
     std::string holder_;
     Held held_ = Held::nothing;
     std::optional<std::uint64_t> line_; ///< the place of this program's line
-    std::optional<std::string> seen_;   ///< the count that belongs to what was read, if any does
+    std::optional<std::string> seen_;   ///< the count when the project was read; empty if unknown
 };
 
 /// Returns the programs that change the project now; empty if there are none. For programs that only read.

@@ -9,7 +9,7 @@
 namespace orchard {
 
 /// Sets the stream that serves as the CM output window; with null there is none, and no CM manager exists. The
-/// stream must live until it is replaced. `onClear`, which may be empty, is called when the window is to be
+/// stream must exist until it is replaced. `onClear`, which may be empty, is called when the window is to be
 /// cleared.
 ORCHARD_API void setCMOutputStream(std::ostream *stream, std::function<void()> onClear = {});
 

@@ -21,7 +21,7 @@ struct FileState {
                 state.st_ctim.tv_sec * second + state.st_ctim.tv_nsec};
     }
     [[nodiscard]] bool isKnown() const { return inode != 0; }
-    /// Whether the file system that holds the path is known to keep change times and to show them at once. FAT
+    /// Whether the file system that contains the path is known to keep change times and to show them at once. FAT
     /// does not, and neither do file systems reached through a network or another program.
     [[nodiscard]] static bool keepsChangeTimes(const char *path);
     friend bool operator==(const FileState &, const FileState &) = default;

@@ -10,7 +10,7 @@ namespace orchard {
 /// if there is none. Searches all of them, so use it only for messages.
 [[nodiscard]] std::string originOfValue(std::string_view value);
 
-/// From now on, reports an unusable pattern with its origin, on the log and to the user.
+/// From now on, reports an unusable pattern with its origin, in the log and to the user.
 void reportPatternsWithTheirOrigin();
 
 } // namespace orchard

@@ -34,7 +34,7 @@ class UnitElement : public Element {
     /// The directory of the unit's file, in which the files of the units in it are expected, too.
     [[nodiscard]] std::string ownDirectory() const;
     [[nodiscard]] std::string fullFileName() const;
-    /// The extension with its dot; the text lives as long as the file name.
+    /// The extension with its dot; the text is valid as long as the file name.
     [[nodiscard]] const char *fileExtension() const;
     [[nodiscard]] const std::string &oldFileName() const;
     /// For a unit whose file is outside its owner's directory, the path as written in the owner's file; otherwise

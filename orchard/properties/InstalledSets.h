@@ -71,7 +71,7 @@ class ORCHARD_API InstalledSetRange {
     const InstalledSets *sets_;
 };
 
-/// The sets of the standard directories, read at the first call. Their mistakes are reported once, on the log and
+/// The sets of the standard directories, read at the first call. Their mistakes are reported once, in the log and
 /// to the user.
 ORCHARD_API InstalledSetRange installedPropertySets();
 

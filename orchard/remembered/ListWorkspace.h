@@ -12,7 +12,7 @@ namespace orchard {
 
 struct ListOptions {
     OpenOptions opening; ///< its callbacks for progress and cancelling are also used while the files are checked
-    /// Opens the entire project; called unless a kept list can be used. May throw.
+    /// Opens the entire project; called unless a workspace record can be used. May throw.
     std::function<IProject &()> open;
     /// Returns whether the rows depend only on the model's files, not on a provider that is queried when the
     /// project is opened. Called while the project is active.

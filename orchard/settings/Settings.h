@@ -36,7 +36,7 @@ class ORCHARD_API Settings {
 };
 
 /// The settings that oqGetEnvVar uses, read from the standard file at the first call. The problems of the file are
-/// reported once, on the log and to the user.
+/// reported once, in the log and to the user.
 ORCHARD_API Settings &settingsInForce();
 /// Overrides a setting until the process ends, for example for a command-line switch.
 ORCHARD_API void overrideSetting(std::string_view section, std::string_view key, std::string_view value);

@@ -109,7 +109,7 @@ class Workspace {
     bool isWatched_ = true;
 };
 
-/// Knows the bytes, or positions, at which matches of a pattern can begin.
+/// Stores the bytes, or positions, at which matches of a pattern can begin.
 class Starts {
   public:
     Starts() { bytes_.set(); }

@@ -7,7 +7,7 @@
 namespace orchard {
 
 /// Returns the text that a replacement inserts. A backslash before a dollar or a backslash is removed. Any other
-/// backslash or dollar is literal: Substitute.ABackslashTakesAwayTheMeaningOfADollarOrABackslash.
+/// backslash or dollar is literal. Test: Substitute.ABackslashTakesAwayTheMeaningOfADollarOrABackslash.
 std::string replacementText(std::string_view replacement);
 
 } // namespace orchard

@@ -108,7 +108,7 @@ TEST_F(Restructure, AToolThatIsKilledHalfWayLeavesModelAndFilesAndTheUserIsSentT
     project.replaceProgram("mv", "/bin/mv \"$@\"; kill -9 $PPID"); // once the archive has its new name
     const Ran ran = run({"rename", "Pump", "Lifter"});
     EXPECT_EQ(ran.exit, 1) << ran.out;
-    EXPECT_THAT(reason(ran), HasSubstr("died of signal 9"));
+    EXPECT_THAT(reason(ran), HasSubstr("killed by signal 9"));
     EXPECT_THAT(reason(ran), testing::EndsWith("the model and its files are unchanged, check the archive"));
     EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
     EXPECT_EQ(read(pump), before);

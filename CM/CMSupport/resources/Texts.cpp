@@ -43,8 +43,7 @@ const char *text(Text number) {
         return "Do not show this message again";
     case Text::writableFileQuestion:
         return "The file \"%s\" is writable, so it may contain changes that are not in the archive. Checking it "
-               "out "
-               "may overwrite them.\nFile: %s\nCheck it out?";
+               "out may overwrite them.\nFile: %s\nCheck it out?";
     case Text::loadingFailed:
         return "The file \"%s\" could not be loaded into the model. Check that it is a complete unit file, then "
                "load it again.";
@@ -136,8 +135,8 @@ const char *text(Text number) {
     case Text::outcomeDeclined:
         return "the file is writable, and the answer was No";
     case Text::outcomeGone:
-        return "the reload of an earlier unit replaced it before its turn, or took it out of the model; do it "
-               "again for this one";
+        return "the reload of an earlier unit replaced this one or removed it from the model; repeat the command "
+               "for it";
     case Text::outcomeStub:
         return "the unit is not loaded, and was left out";
     case Text::outcomeReference:
@@ -157,18 +156,18 @@ const char *text(Text number) {
     case Text::runFailed:
         return "the tool failed with exit status %s";
     case Text::runCommandNotFound:
-        return "the tool, or a program that its command names, is not installed, or not on the PATH (exit status "
+        return "the tool, or a program that its command uses, is not installed or not on the PATH (exit status "
                "127)";
     case Text::runKilled:
-        return "the tool died of signal %s (%s)";
+        return "the tool was killed by signal %s (%s)";
     case Text::runTimedOut:
-        return "the tool did not end within its time limit (property CMChildThreadTimeOut), and was ended";
+        return "the tool exceeded its time limit (property CMChildThreadTimeOut) and was ended";
     case Text::runInterrupted:
-        return "the tool was ended by the interruption";
+        return "the tool was ended because of an interruption";
     case Text::runWithheld:
         return "interrupted before its turn";
     case Text::runNotInstalled:
-        return "the tool is not installed, or not on the PATH";
+        return "the tool is not installed or not on the PATH";
     case Text::runNotStarted:
         return "the tool could not be started: %s";
     case Text::callFailed:
@@ -182,7 +181,7 @@ const char *text(Text number) {
         return "The library of the Source Code Control provider, %s, can't be loaded: %s. Install the provider "
                "again, or correct SccServerPath in the registry's key %s.";
     case Text::providerNotOne:
-        return "The library %s is not one of a Source Code Control provider: it exports no SccInitialize. Correct "
+        return "The library %s is not a Source Code Control provider: it does not export SccInitialize. Correct "
                "SccServerPath in the registry's key %s.";
     case Text::providerNotConnected:
         return "The unit is not connected to an archive. Connect the project, or the unit, to an archive first.";

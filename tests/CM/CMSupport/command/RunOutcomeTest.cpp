@@ -25,12 +25,12 @@ TEST_F(Outcome, IsFailedByTheExitStatusWithTheFirstLineOfTheErrors) {
 TEST_F(Outcome, SaysHowAToolEndedThatDidNotExit) {
     using enum RunEnd::Kind;
     const std::pair<RunEnd, const char *> rows[] = {
-        {{exited, 127, {}}, "not installed, or not on the PATH (exit status 127)"},
-        {{killedBySignal, 11, "Segmentation fault"}, "the tool died of signal 11 (Segmentation fault)"},
-        {{timedOut, 0, {}}, "did not end within its time limit"},
-        {{interrupted, 0, {}}, "the tool was ended by the interruption"},
+        {{exited, 127, {}}, "not installed or not on the PATH (exit status 127)"},
+        {{killedBySignal, 11, "Segmentation fault"}, "the tool was killed by signal 11 (Segmentation fault)"},
+        {{timedOut, 0, {}}, "exceeded its time limit"},
+        {{interrupted, 0, {}}, "the tool was ended because of an interruption"},
         {{withheld, 0, {}}, "interrupted before its turn"},
-        {{notStarted, ENOENT, "No such file"}, "the tool is not installed, or not on the PATH"},
+        {{notStarted, ENOENT, "No such file"}, "the tool is not installed or not on the PATH"},
         {{notStarted, EACCES, "Permission denied"}, "the tool could not be started: Permission denied"}};
     for (const auto &[end, text] : rows) {
         toolEnds(end);
