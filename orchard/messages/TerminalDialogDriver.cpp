@@ -11,10 +11,10 @@ namespace orchard {
 namespace {
 
 constexpr const char *rules =
-    "N or a button's text presses it, Enter the default one; N switches a box over;\n"
+    "N or a button's text presses it, Enter presses the default one; N toggles a box;\n"
     "N TEXT fills a field, N alone takes several lines; N K chooses option, row or item K;\n"
     "N !K activates K; N ^K sorts by column K; N +K and N -K open and close item K;\n"
-    "N xK switches the box of item K over.\n";
+    "N xK toggles the box of item K.\n";
 
 /// Removes the first word from the front of `text` and returns it.
 std::string_view takeWord(std::string_view &text) {
@@ -138,7 +138,7 @@ void TerminalDialogDriver::act(CDialog &dialog, std::string_view typed) {
         if (CButton *const button = buttonFor(controls, typed)) {
             button->press();
         } else {
-            output_ << "That is no button here. Type ? for help.\n";
+            output_ << "There is no such button here. Type ? for help.\n";
         }
         return;
     }

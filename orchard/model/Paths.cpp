@@ -51,7 +51,7 @@ std::string faultOfQuoting(std::string_view path) {
     case Kind::backslashAtEnd:
         break;
     }
-    return "it ends in a backslash, which would take the closing quote of a command line for itself";
+    return "it ends in a backslash, which would escape the closing quote in a command line";
 }
 
 } // namespace
@@ -115,7 +115,7 @@ std::string faultOfFileName(std::string_view name) {
         return tooLong;
     }
     if (hasSeparator(name)) {
-        return "it contains a separator; a file outside its owner's directory has to be marked as external";
+        return "it contains a separator; a file outside its owner's directory must be marked as external";
     }
     return faultOfQuoting(name);
 }

@@ -92,8 +92,8 @@ class PropertySetReader {
         }
         if (table.find(subject, metaclass, key) != nullptr) {
             return refuse(node, "the property '" + std::string(key) +
-                                    "' is here twice; keys that differ only "
-                                    "in capital and small letters are the same");
+                                    "' occurs twice; keys that differ only "
+                                    "in upper and lower case are the same");
         }
         IProperty::Data &data = table.set(subject, metaclass, key, type, value).data();
         data.isInstalled = true;

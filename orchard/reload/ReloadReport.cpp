@@ -31,7 +31,7 @@ void report(std::string text, const Problems &problems, Showing showing) {
 } // namespace
 
 void reportReloadProblems(const Problems &problems) {
-    report("The file was not read into the model, which stays as it was. ", problems, Showing::always);
+    report("The file was not read into the model, which is unchanged. ", problems, Showing::always);
 }
 
 void reportReloadWarnings(const Problems &warnings) { report({}, warnings, Showing::unlessAgreed); }

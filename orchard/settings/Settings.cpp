@@ -50,7 +50,7 @@ Settings standardSettings(std::vector<std::string> &problems) {
     const std::filesystem::path file = Settings::standardFile();
     std::error_code error;
     if (!file.empty() && isNamed() && !std::filesystem::exists(file, error)) {
-        problems.push_back(file.string() + ": there is no such file, though " + fileVariable + " names it");
+        problems.push_back(file.string() + ": there is no such file (" + fileVariable + " names it)");
     }
     return Settings::read(file, problems);
 }

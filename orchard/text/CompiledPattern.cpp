@@ -196,8 +196,9 @@ bool CompiledPattern::searchLiteral(std::string_view subject, std::size_t start,
 void CompiledPattern::reportFailure(int result) const {
     reportPatternProblem({pattern_,
                           std::nullopt,
-                          result == engine::timeIsUsedUp ? "it takes too long, as it tries too many combinations"
-                                                         : "matching was stopped: " + engine::textOfError(result),
+                          result == engine::timeIsUsedUp
+                              ? "it takes too long, because it tries too many combinations"
+                              : "matching was stopped: " + engine::textOfError(result),
                           {}});
 }
 

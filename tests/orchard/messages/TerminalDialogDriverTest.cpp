@@ -100,7 +100,7 @@ TEST_F(Terminal, PressesAButtonByNumberOrText) {
 
 TEST_F(Terminal, AButtonThatCannotBeUsedIsNotPressed) {
     EXPECT_EQ(type("Grey\nHidden\nq\n"), IDCANCEL);
-    EXPECT_NE(shown.find("That is no button here."), std::string::npos);
+    EXPECT_NE(shown.find("There is no such button here."), std::string::npos);
 }
 
 TEST_F(Terminal, SwitchesABoxOverAndBack) {
@@ -156,7 +156,7 @@ TEST_F(Terminal, SaysWhatItDoesNotUnderstand) {
     EXPECT_NE(shown.find("There is no field 99."), std::string::npos);
     EXPECT_NE(shown.find("There is no field 0."), std::string::npos);
     EXPECT_NE(shown.find("That can't be done here."), std::string::npos);
-    EXPECT_NE(shown.find("That is no button here."), std::string::npos);
+    EXPECT_NE(shown.find("There is no such button here."), std::string::npos);
 }
 
 TEST_F(Terminal, ADialogWithoutAUsableCancelButtonCannotBeClosed) {

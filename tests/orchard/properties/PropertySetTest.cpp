@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenRow{"NoUtf8", "[ConfigurationManagement.T]\na = '\xff\xfe'\n", "f.toml:2:"},
         BrokenRow{"AKeyTwice", "[ConfigurationManagement.T]\na = '1'\na = '2'\n", "f.toml:3:"},
         BrokenRow{"AKeyTwiceInOtherCase", "[ConfigurationManagement.T]\nkey = '1'\nKEY = '2'\n",
-                  "f.toml:2:7: the property 'key' is here twice"},
+                  "f.toml:2:7: the property 'key' occurs twice"},
         BrokenRow{"AList", "[ConfigurationManagement.T]\na = ['1']\n",
                   "f.toml:2:5: the property 'a' must be a text, an integer, true or false"},
         BrokenRow{"AFraction", "[ConfigurationManagement.T]\na = 1.5\n", "f.toml:2:5: the property 'a' must be"},
