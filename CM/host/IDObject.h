@@ -49,7 +49,7 @@ class ORC_HOST_API IDObject : public INObject {
 
     /// Whether the element has a file of its own.
     [[nodiscard]] virtual bool isSaveUnit() const = 0;
-    /// The unit whose file holds the element: the element itself if it is a unit; null if no file does.
+    /// The unit whose file contains the element: the element itself if it is a unit; null if no file does.
     [[nodiscard]] virtual IUnit *getSaveUnit() const = 0;
     [[nodiscard]] virtual IDObject *getOwner() const = 0;
     /// Whether `other` is anywhere below this element.

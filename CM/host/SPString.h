@@ -25,8 +25,8 @@ class ORC_HOST_API SPString {
 
     /// Returns non-zero if the pattern matches. Flags: "i" ignores case. An invalid pattern matches nothing.
     [[nodiscard]] int m(const SPString &pattern, const char *flags = "") const;
-    /// The same; on a match the list holds the complete match, then group 1, group 2 and so on (empty for a group
-    /// that didn't participate in the match); without a match it is empty.
+    /// The same; on a match the list contains the complete match, then group 1, group 2 and so on (empty for a
+    /// group that didn't participate in the match); without a match it is empty.
     int m(const SPString &pattern, SPStringList &matches, const char *flags = "") const;
     /// Replaces the first match, or all with the flag "g"; returns their number. In the replacement a backslash
     /// escapes a dollar or a backslash after it.

@@ -23,12 +23,12 @@ constexpr std::size_t lineLength = 256; // of a holder, with its line break
 constexpr std::uint64_t firstLine = title.size() + digits + 1;
 constexpr std::uint64_t afterLines = firstLine + 1000 * lineLength;
 
-// Locks of what the file does not hold lie behind all that it can hold.
+// Locks that stand for something other than bytes of the file are at offsets that the file never reaches.
 constexpr LockRange wholeProject{std::uint64_t{1} << 40U, 1};
 constexpr LockRange saving{(std::uint64_t{1} << 40U) + 1, 1};
 constexpr LockRange counting{(std::uint64_t{1} << 40U) + 2, 1};
 constexpr LockRange allUnits{std::uint64_t{1} << 41U, 0};
-constexpr std::size_t mostUnits = 256; // that are locked one by one; more count as all
+constexpr std::size_t mostUnits = 256; // up to this many are locked one by one; for more, all are locked
 
 constexpr std::chrono::milliseconds shortestPause{2};
 constexpr std::chrono::milliseconds longestPause{50};
@@ -71,7 +71,7 @@ std::string withoutTail(std::string text) {
     return text;
 }
 
-/// Returns the lines of the programs that are alive, joined.
+/// Returns the lines of the programs that are still running, joined.
 std::string holdersIn(const LockFile &file) {
     std::string holders;
     for (std::uint64_t at = firstLine; at < afterLines; at += lineLength) {

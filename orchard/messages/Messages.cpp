@@ -69,7 +69,7 @@ int OneTimeMessageBox(const CString &title, const CString &text, const CString &
     MessageDialog box(title, text, flags, checkBoxText);
     const platform::DialogDriver *const driver = orchard::dialogDriver();
     const auto remembered = orchard::hiddenMessageAnswer(key.view());
-    // The options of this run take precedence over a remembered answer. The file may hold any number.
+    // The options of this run take precedence over a remembered answer. The file may contain any number.
     if (remembered && (driver == nullptr || !driver->answersInAdvance(box)) &&
         !box.captionOf(*remembered).IsEmpty()) {
         return *remembered;

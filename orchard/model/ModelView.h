@@ -18,7 +18,7 @@ class PropertyTable;
 
 /// The names from below the project down to the object, joined with "/"; the project's own name for the project.
 [[nodiscard]] ORCHARD_API std::string pathInModel(const IDObject &object);
-/// The project that holds the object, or null.
+/// The project that contains the object, or null.
 [[nodiscard]] ORCHARD_API IProject *projectOf(const IDObject &object);
 /// The type of an attribute or the signature of an operation; empty for other objects.
 [[nodiscard]] ORCHARD_API std::string typeOf(const IDObject &object);

@@ -66,10 +66,10 @@ class UnitElement : public Element {
 
     [[nodiscard]] const std::string &header() const { return header_; }
     void setHeader(std::string_view header) { header_ = header; }
-    /// Reads the header again from the file that holds the unit. If it can't be read, the header stays as it is,
-    /// and the user is notified once, unless `quietly`.
+    /// Reads the header again from the file that contains the unit. If it can't be read, the header stays as it
+    /// is, and the user is notified once, unless `quietly`.
     bool updateHeader(bool quietly = false);
-    /// Takes the read-only state from the permission bits of the file that holds the unit; does nothing if the
+    /// Takes the read-only state from the permission bits of the file that contains the unit; does nothing if the
     /// file is missing.
     void updateMode();
     /// The hash of the text after the header when the file was last read or saved; 0 if unknown.

@@ -12,7 +12,8 @@ namespace orchard {
 
 namespace {
 
-/// A record holds what this version of the program read from the files; another version may read them differently.
+/// A record contains what this version of the program read from the files; another version may read them
+/// differently.
 constexpr std::string_view mark = "orchard workspace 1 " ORCHARD_VERSION "\n";
 
 /// No trusted file system keeps times in larger steps.

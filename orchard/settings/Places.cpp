@@ -15,7 +15,7 @@ namespace orchard {
 namespace fs = std::filesystem;
 namespace {
 
-/// The directory of the library or program that holds this code.
+/// The directory of the library or program that contains this code.
 fs::path directoryOfThisCode() {
     Dl_info info{};
     std::error_code error;

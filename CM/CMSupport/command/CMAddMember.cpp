@@ -40,7 +40,7 @@ class Run : public command::CommandRun<IUnit> {
 
   protected:
     bool isWanted(IUnit &unit) override {
-        // Required also for a unit that is then refused.
+        // Required even for a unit that is then refused.
         // Test: AddMemberInTheOldLayout.TheArchiveIsSelectedForALeftOutUnitToo.
         command::selectArchive(unit);
         if (!CMProperty::isPre40Compatible() || dynamic_cast<const IProject *>(&unit) != nullptr) {

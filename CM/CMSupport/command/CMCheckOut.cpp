@@ -49,7 +49,7 @@ class Run : public command::CheckOutRun<IUnit> {
     void followUp(IUnit &unit, CMORYHandler *guard) override {
         const CString file = unit.getFullFileName();
         guard->commit();
-        // Required also for an embedded file, whose content before the run was not loaded.
+        // Required even for an embedded file, whose content before the run was not loaded.
         // Test: CheckOutReload.AnEmbeddedFileIsComparedWithoutAFirstPictureAndNotReloaded.
         comparison_->LoadFile2();
         const bool isSame = comparison_->Compare() != 0;

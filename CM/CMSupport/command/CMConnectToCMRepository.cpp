@@ -50,7 +50,7 @@ void fillInArchivePath(const CString &key, CString &value, const CString &path) 
 void takeOverRepository(const CString &output, CString &error, OutcomeReport &report) {
     CString path;
     int wasSet = 0;
-    // Required: without a match the placeholder is replaced by an empty text.
+    // Required: without a match the placeholder is replaced with an empty text.
     // Test: ConnectToRepository.WithoutAMatchThePlaceholderBecomesNothing.
     CMProperty::ExtractByProperty(keys::repositoryPathPattern, output, path, wasSet, error);
     debugTrace({"Archive Repository is: '", path, "'\n"});

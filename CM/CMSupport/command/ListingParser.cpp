@@ -69,7 +69,7 @@ std::unique_ptr<CMArchiveItem> ListingParser::parse(std::string_view record) {
     int modeWasSet = 0;
     result_ = mode_.extract(record, captured, modeWasSet);
     if (traces_) {
-        // Required: ReadWrite also for an empty pattern, for which the mode is unknown.
+        // Required: ReadWrite even for an empty pattern, for which the mode is unknown.
         // Test: TracedRecord.OfAnEmptyModePatternSaysReadWriteWhileTheModeIsUnknown.
         debugTrace({"Archive file mode: ", result_ == 1 ? "ReadWrite" : "ReadOnly", "\n"});
     }

@@ -1,4 +1,4 @@
-// Declares the base classes of the operations. An operation object has no data and lives on the stack for one
+// Declares the base classes of the operations. An operation object has no data and is created on the stack for one
 // call.
 #pragma once
 

@@ -53,7 +53,7 @@ class ORC_CM_API CMProperty {
     /// Returns the object on which properties are looked up: `object` itself; for null, the active project's
     /// component if that is a stub, else the project's configuration. Null if there is none.
     static IDObject *getReferee(IDObject *object);
-    /// Returns the property that holds the tool's name, looked up on the referee of `object`, or null.
+    /// Returns the property that contains the tool's name, looked up on the referee of `object`, or null.
     static IProperty *getCMTool(IDObject *object, int where);
     /// Sets the tool's name on the referee itself: changes its own property, or adds a copy of the inherited one.
     /// Always returns 1, even without a referee or a property to copy.

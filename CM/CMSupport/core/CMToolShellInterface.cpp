@@ -187,7 +187,7 @@ void runHere(CString command, CString &output, CString &error, CMToolRun &report
         debugTrace({"command output: ", output, "\n"});
         report.match = check(output, ownOutput);
     }
-    // Required: text that the caller's arguments held before suppresses the report too.
+    // Required: text that the caller's arguments contained before suppresses the report too.
     if (status == WAIT_TIMEOUT && output.IsEmpty() && error.IsEmpty() && command.Find("lsrevs -graph") < 0) {
         reportTimeOut();
     }

@@ -62,9 +62,9 @@ int CMUnitValidator::replaceUnit(IUnit *oldUnit, IUnit *newUnit) {
         return 0;
     }
     if (isUnitMarkedForValidation(newUnit)) {
-        // The new unit has the address of a dead unit. The dead unit's mark remains, since a list may still
-        // contain the pointer and the handle may return another object. The new unit's handle is stored under the
-        // old pointer.
+        // The new unit has the address of a deleted unit. The deleted unit's mark remains, because a list may
+        // still contain the pointer and the handle may return another object. The new unit's handle is stored
+        // under the old pointer.
         IHandle *const newHandle = handleOf(*newUnit);
         if (newHandle == nullptr) {
             return 0;
@@ -90,7 +90,7 @@ bool CMUnitValidator::isValidUnit(IUnit *unit) const {
     if (!handles_.Lookup(unit, handle)) {
         return false;
     }
-    // Casts the live object and not the pointer, whose object may be dead.
+    // Casts the object that the handle returns and not the pointer, whose object may have been deleted.
     const auto *const living = dynamic_cast<const IUnit *>(handle->doGetObject());
     return living != nullptr && living == unit;
 }

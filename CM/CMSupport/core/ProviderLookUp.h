@@ -10,7 +10,7 @@ namespace provider {
 /// A provider library, as the registry names it.
 struct RegisteredLibrary {
     CString path; ///< full path
-    CString key;  ///< the key that holds the path
+    CString key;  ///< the key that contains the path
 };
 
 /// Returns the provider library that is registered for this machine, or none if a key or value is missing, a value

@@ -25,7 +25,7 @@ class SCCFacade {
     static int SCCAddMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int SCCAddDirectory(const CString &directory, CMArgumentList &args, CMDiagnosticList &diags);
 
-    /// The list holds triples: the unit, its old owner, its new owner.
+    /// The list contains triples: the unit, its old owner, its new owner.
     static int SCCMoveMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int SCCRenameMember(IUnit *unit, const CString &oldPath, const CString &newPath,
                                CMDiagnosticList &diags);

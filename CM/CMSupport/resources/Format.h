@@ -10,7 +10,7 @@
 
 namespace resources {
 
-/// Returns the text with this number, with each "%s" replaced by the next argument. Arguments are literal, even
+/// Returns the text with this number, with each "%s" replaced with the next argument. Arguments are literal, even
 /// "%s" in them. A "%s" without an argument becomes empty; an argument without a "%s" is ignored.
 std::string format(Text number, std::initializer_list<std::string_view> arguments);
 

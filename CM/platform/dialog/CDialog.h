@@ -1,5 +1,5 @@
 // Defines CDialog, a dialog as a plain model. It owns its controls as members. Its handlers (OnInitDialog, On...)
-// decide what the controls hold and which of them can be used. It does not know what shows it.
+// decide what the controls contain and which of them can be used. It does not know what shows it.
 #pragma once
 
 #include "CM/platform/dialog/CControl.h"
