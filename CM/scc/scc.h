@@ -11,6 +11,7 @@
  * - `long` is the C type of the platform, in arrays and out-parameters too: 64 bits wide on most 64-bit systems,
  *   32 on Windows.
  * - A call for several files returns 0 if it succeeded for all of them, otherwise the last error.
+ * - "Returns 0, 2, -8" lists the results that an entry may have; their names are under "Results" below.
  * - "[unconfirmed]" marks facts for which there is only one source.
  */
 #ifndef CM_SCC_SCC_H

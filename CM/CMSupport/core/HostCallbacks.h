@@ -1,4 +1,4 @@
-// Calls the routines that the host has set in the facade.
+// Calls the functions that the host has set in the facade.
 #pragma once
 
 namespace core {
