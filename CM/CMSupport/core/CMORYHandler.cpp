@@ -27,11 +27,16 @@ bool isCommandRoute() {
     return property == nullptr || property->getValue().CompareNoCase("Yes") != 0;
 }
 
-/// Returns whether the tool's file is not the unit's file. If a link makes both paths the same file, it is the
-/// only copy and must be neither moved nor deleted.
-bool areApart(const CString &unitPath, const CString &toolPath) {
+/// Returns whether the file has two places, and not one in two spellings.
+bool areTwoPlaces(const CString &unitPath, const CString &toolPath) {
     return unitPath != toolPath &&
            !platform::sameFile(platform::directoryOfPath(unitPath), platform::directoryOfPath(toolPath));
+}
+
+/// Returns whether each place has a file of its own. If one place is a link to the other, there is only one copy,
+/// which must be neither moved nor deleted. A tool may replace the link, so this is asked when the tool has ended.
+bool areTwoFiles(const CString &unitPath, const CString &toolPath) {
+    return areTwoPlaces(unitPath, toolPath) && !platform::sameFile(unitPath, toolPath);
 }
 
 } // namespace
@@ -76,7 +81,7 @@ void CMORYHandler::getUnitPath(CString &unitPath, CString &toolPath) {
 
 bool CMORYHandler::doPreTransValidation(CString &unitPath, CString &toolPath) {
     getUnitPath(unitPath, toolPath);
-    return isProjectFile() && areApart(unitPath, toolPath);
+    return isProjectFile() && areTwoPlaces(unitPath, toolPath);
 }
 
 bool CMORYHandler::checkPermissions() const {
@@ -105,6 +110,9 @@ int CMORYHandler::startTranscation(ORYOPER operation) {
         state_ = ORYNone;
         return 0;
     }
+    if (!areTwoFiles(unitPath, toolPath)) {
+        return 1; // the tool works on the unit's file
+    }
     return platform::copyFile(unitPath, toolPath, false) ? 1 : 0; // required: a failure leaves it open
 }
 
@@ -116,15 +124,13 @@ int CMORYHandler::commit() {
     CString toolPath;
     getUnitPath(unitPath, toolPath);
     int result = 1;
-    if (areApart(unitPath, toolPath)) {
+    if (areTwoFiles(unitPath, toolPath)) {
         const bool toolHasFile = oqFileExist(toolPath);
         if (state_ == ORYInspect) {
             if (toolHasFile) {
                 platform::makeWritable(toolPath);
                 result = oqDeleteFile(toolPath, 1);
             }
-        } else if (platform::sameFile(toolPath, unitPath)) {
-            // The tool works through a link, which would dangle if it were moved over its target.
         } else if (toolHasFile) {
             platform::makeWritable(unitPath);
             result = oqMoveFileEx(toolPath, unitPath, replaceAndAllowCopy);
@@ -145,7 +151,7 @@ int CMORYHandler::rollBack() {
     // Calls this class's version during destruction. NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall)
     getUnitPath(unitPath, toolPath);
     int result = 1;
-    if (areApart(unitPath, toolPath) && oqFileExist(toolPath)) {
+    if (areTwoFiles(unitPath, toolPath) && oqFileExist(toolPath)) {
         result = oqDeleteFile(toolPath, 1);
     }
     if (result == 1) {

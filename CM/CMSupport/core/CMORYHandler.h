@@ -2,7 +2,8 @@
 // the old layout (SupportTreeRepository), the CM tool uses the copy of the project file in the directory of the
 // project, and the host uses the one in its directory for units. The handler is a small file transaction: start,
 // then commit or roll back. For files other than the project file it does nothing and returns 0, so operations
-// needn't check.
+// needn't check. Where one of the two places is a link to the other, the file is neither copied, moved nor
+// deleted.
 #pragma once
 
 #include "CM/CMSupport/core/CMArchiveItem.h"

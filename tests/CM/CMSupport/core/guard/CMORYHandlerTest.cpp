@@ -262,6 +262,52 @@ TEST_F(Handler, MovesNoLinkOverTheFileThatItLeadsTo) {
     EXPECT_THAT(host.callsOf("move file"), IsEmpty());
 }
 
+TEST_F(Handler, KeepsTheOnlyCopyWhereTheUnitsFileIsALinkToTheToolsFile) {
+    fs::remove(unitFile());
+    fs::create_symlink(toolFile(), unitFile());
+    for (const auto operation : {CMORYHandler::ORYAdd, CMORYHandler::ORYCheckOut, CMORYHandler::ORYCheckIn,
+                                 CMORYHandler::ORYFetch, CMORYHandler::ORYInspect}) {
+        for (const bool commits : {true, false}) {
+            write(toolFile(), "the only copy");
+            fs::permissions(toolFile(), fs::perms::owner_read);
+            CMORYHandler handler(&project());
+            EXPECT_EQ(handler.startTranscation(operation), 1) << operation;
+            EXPECT_EQ(commits ? handler.commit() : handler.rollBack(), 1) << operation;
+            ASSERT_EQ(read(unitFile()), "the only copy") << operation;
+            EXPECT_TRUE(fs::is_symlink(unitFile()));
+            EXPECT_EQ(fs::status(unitFile()).permissions(), fs::perms::owner_read);
+            fs::permissions(toolFile(), fs::perms::owner_all);
+        }
+    }
+}
+
+TEST_F(Handler, KeepsTheLinkAndTheModeWhereTheToolsFileIsALinkToTheUnitsFile) {
+    fs::create_symlink(unitFile(), toolFile());
+    fs::permissions(unitFile(), fs::perms::owner_read);
+    for (const auto operation : {CMORYHandler::ORYAdd, CMORYHandler::ORYCheckOut, CMORYHandler::ORYCheckIn,
+                                 CMORYHandler::ORYFetch, CMORYHandler::ORYInspect}) {
+        for (const bool commits : {true, false}) {
+            CMORYHandler handler(&project());
+            EXPECT_EQ(handler.startTranscation(operation), 1) << operation;
+            EXPECT_EQ(commits ? handler.commit() : handler.rollBack(), 1) << operation;
+            EXPECT_TRUE(fs::is_symlink(toolFile())) << operation;
+            EXPECT_EQ(fs::status(unitFile()).permissions(), fs::perms::owner_read) << operation;
+            ASSERT_EQ(read(unitFile()), "of the model");
+        }
+    }
+}
+
+TEST_F(Handler, TakesTheToolsNewFileWhereTheToolHasReplacedItsLink) {
+    fs::create_symlink(unitFile(), toolFile());
+    CMORYHandler handler(&project());
+    handler.startTranscation(CMORYHandler::ORYCheckOut);
+    fs::remove(toolFile());
+    write(toolFile(), "checked out");
+    EXPECT_EQ(handler.commit(), 1);
+    EXPECT_EQ(read(unitFile()), "checked out");
+    EXPECT_FALSE(fs::exists(toolFile()));
+}
+
 TEST_F(Handler, LetsNothingThatTheHostThrowsOutOfItsEnd) {
     {
         CMORYHandler handler(&project());
