@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 namespace fs = std::filesystem;
 using namespace std::string_literals;
 using testing::HasSubstr;
@@ -129,6 +131,19 @@ TEST_F(Checkout, NeverOverwritesAFileByLeavingTheQuestion) {
     EXPECT_EQ(ended.exit, 1) << ended.err;
     EXPECT_THAT(ended.err, HasSubstr("[No: there was no answer]"));
     EXPECT_EQ(read(pump), mine);
+}
+
+TEST_F(Checkout, NeverOverwritesAFileByClosingTheTerminal) {
+    project.shell("chmod u+w " + tools::quoted(pump.string()));
+    project.shell("sed -i 's/One pump/My pump/' " + tools::quoted(pump.string()));
+    const std::string mine = read(pump);
+    ASSERT_THAT(mine, HasSubstr("My pump"));
+    for (const int signal : {0, SIGHUP}) { // a program started with nohup gets no signal
+        const Ran closed = project.cmAtTerminalThatCloses(
+            {"-p", project.projectFile().string(), "checkout", "Pump"}, "Check it out?", signal);
+        EXPECT_EQ(closed.exit, signal == 0 ? 1 : 130) << closed.err;
+        EXPECT_EQ(read(pump), mine);
+    }
 }
 
 TEST_F(Checkout, OverwritesAFileAfterAYesAtTheTerminal) {
@@ -315,6 +330,30 @@ TEST_F(Checkout, FromTheArchiveBringsInAFileThatTheModelDoesNotKnow) {
     EXPECT_EQ(first(ran)["before"]["inModel"], false);
     EXPECT_EQ(first(ran)["after"]["inModel"], true);
     EXPECT_EQ(project.show("Boiler")["path"], "Drives/Boiler") << "its owner was not saved";
+}
+
+TEST_F(Checkout, FromTheArchiveAsksBeforeItOverwritesAChangedFileWithoutAUnit) {
+    const fs::path boiler = pump.parent_path() / "Boiler.txt";
+    Workplace::write(boiler, "archived");
+    project.shell("ci -q -u -t-text -m'bob adds a text' " + tools::quoted(boiler.string()));
+    for (const std::vector<std::string> &form :
+         {std::vector<std::string>{"--archive"}, std::vector<std::string>{"--archive", "--recursive"}}) {
+        fs::permissions(boiler, fs::perms::owner_read | fs::perms::owner_write);
+        Workplace::write(boiler, "changed");
+        const auto words = [&](const std::string &answer) {
+            std::vector<std::string> all{answer};
+            all.insert(all.end(), form.begin(), form.end());
+            all.push_back(boiler.string());
+            return all;
+        };
+        const Ran kept = checkout(words("--no"));
+        EXPECT_EQ(kept.exit, 1);
+        EXPECT_EQ(first(kept)["outcome"], "skipped") << kept.out;
+        EXPECT_THAT(kept.json()["messages"][0].value("text", ""), HasSubstr("Boiler.txt\" is writable"));
+        EXPECT_EQ(read(boiler), "changed");
+        checkout(words("--yes"));
+        EXPECT_EQ(read(boiler), "archived");
+    }
 }
 
 TEST_F(Checkout, KeepsTheUnitWhereTheNewVersionCannotBeRead) {

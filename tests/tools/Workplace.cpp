@@ -109,7 +109,16 @@ Ran Workplace::cm(const std::vector<std::string> &words, const std::string &inpu
 }
 
 Ran Workplace::cmAtTerminal(const std::vector<std::string> &words, const std::string &typed) {
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    return atTerminal(words, typed, {}, 0);
+}
+
+Ran Workplace::cmAtTerminalThatCloses(const std::vector<std::string> &words, const std::string &text, int signal) {
+    return atTerminal(words, {}, text, signal);
+}
+
+Ran Workplace::atTerminal(const std::vector<std::string> &words, const std::string &typed,
+                          const std::string &closesAt, int signal) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
         throw std::runtime_error("no terminal");
     }
@@ -123,6 +132,12 @@ Ran Workplace::cmAtTerminal(const std::vector<std::string> &words, const std::st
     char piece[4096];
     for (ssize_t length = 0; (length = ::read(terminal, piece, sizeof piece)) > 0;) {
         shown.append(piece, static_cast<std::size_t>(length));
+        if (!closesAt.empty() && shown.find(closesAt) != std::string::npos) {
+            break;
+        }
+    }
+    if (signal != 0) {
+        kill(pid, signal);
     }
     close(terminal);
     Ran ran = finish(pid);

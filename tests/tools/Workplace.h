@@ -43,6 +43,9 @@ class Workplace {
     Ran cm(const std::vector<std::string> &words, const std::string &input = {});
     /// Runs it at a terminal, where somebody has typed these lines; `err` is what the terminal shows.
     Ran cmAtTerminal(const std::vector<std::string> &words, const std::string &typed);
+    /// Runs it at a terminal that closes as soon as it shows this text, and sends the program that signal, unless
+    /// 0.
+    Ran cmAtTerminalThatCloses(const std::vector<std::string> &words, const std::string &text, int signal);
     /// Starts it, to be waited for with finish().
     pid_t start(const std::vector<std::string> &words);
     Ran finish(pid_t pid);
@@ -56,6 +59,8 @@ class Workplace {
     static void makeExecutable(const std::filesystem::path &file);
 
   private:
+    Ran atTerminal(const std::vector<std::string> &words, const std::string &typed, const std::string &closesAt,
+                   int signal);
     /// With a `terminal`, the name of its device, that is the input and the error channel.
     pid_t spawn(const std::vector<std::string> &words, const std::string &input, const char *terminal = nullptr);
 

@@ -5,6 +5,7 @@
 #include "CM/CMSupport/questions/CCMSyncQuestionDlg.h"
 #include "CM/CMSupport/resources/Format.h"
 #include "CM/host/Utilities.h"
+#include "CM/platform/PathText.h"
 
 WritableFileQuestion::WritableFileQuestion() {
     CString asks;
@@ -13,13 +14,20 @@ WritableFileQuestion::WritableFileQuestion() {
 }
 
 bool WritableFileQuestion::mayOverwrite(const IUnit &unit) const {
-    if (!asks_ || !oqFileHasWritePermission(unit.getFullFileName())) {
+    return ask(unit.getFileName(), unit.getFullFileName());
+}
+
+bool WritableFileQuestion::mayOverwriteFile(const CString &file) const {
+    return ask(platform::fileOfPath(file), file);
+}
+
+bool WritableFileQuestion::ask(const CString &name, const CString &file) const {
+    if (!asks_ || !oqFileHasWritePermission(file)) {
         return true;
     }
     CCMSyncQuestionDlg question;
     question.SetCancelableOperation(0);
-    question.setText(
-        resources::format(resources::Text::writableFileQuestion, {unit.getFileName(), unit.getFullFileName()}));
+    question.setText(resources::format(resources::Text::writableFileQuestion, {name, file}));
     return question.DoModal() == IDYES;
 }
 

@@ -2,6 +2,7 @@
 
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/questions/WritableFileQuestion.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
 
 #include <CLI/CLI.hpp>
@@ -37,11 +38,37 @@ class CheckoutCommand : public Command {
         // The recursive form on the archive asks this flag whether to save the model, and clears it after the
         // first save.
         static_cast<void>(CMProperty::saveOnCheckout(1));
-        return options_.run(context, checkOut, recursive ? CMFacade::RecCheckOut : CMFacade::CheckOut,
-                            recursive ? CMFacade::RecCheckOutFromArchive : CMFacade::CheckOutFromArchive);
+        return options_.run(
+            context, checkOut, recursive ? CMFacade::RecCheckOut : CMFacade::CheckOut,
+            [&](CMArchiveItemList &items, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
+                CMArchiveItemList wanted;
+                chooseWanted(items, wanted);
+                return wanted.IsEmpty() ? 0
+                       : recursive      ? CMFacade::RecCheckOutFromArchive(wanted, arguments, diagnostics)
+                                        : CMFacade::CheckOutFromArchive(wanted, arguments, diagnostics);
+            });
     }
 
   private:
+    /// The library asks only about the files of units. A file without a unit may hold changes, too.
+    static void chooseWanted(CMArchiveItemList &items, CMArchiveItemList &wanted) {
+        const WritableFileQuestion question;
+        for (CMArchiveItem *item : items) {
+            const bool hasUnit = IUnit::getByFile(item->getFileNameForRepFiles()) != nullptr;
+            if (hasUnit || question.mayOverwriteFile(item->getFullUnitFileName())) {
+                wanted.AddTail(item);
+            } else if (CMOutcomeObserver *const observer = CMFacade::outcomeObserver()) {
+                CMOutcome outcome;
+                outcome.item = item;
+                outcome.file = item->getFullUnitFileName();
+                outcome.kind = CMOutcome::Kind::declined;
+                outcome.reason = "the file is writable, and the answer was No";
+                outcome.fileExists = outcome.fileWritable = true;
+                observer->report(outcome);
+            }
+        }
+    }
+
     /// A tool may return the nearest version if it does not have the requested one. A version number means that
     /// version, or one on the branch with that number.
     static std::string versionFault(const std::string &asked, const std::string &got) {
