@@ -37,6 +37,27 @@ struct Fresh : testing::Test {
     [[nodiscard]] fs::path units() const { return place.directory() / "plant" / "station_ory"; }
 };
 struct Connect : Fresh {};
+/// A tool that names the address of its archive; any command can answer for it.
+struct ConnectToAddress : Connect {
+    ConnectToAddress() { EXPECT_EQ(run({"tool", "Subversion"}).exit, 0); }
+    void choose(const std::string &command) {
+        EXPECT_EQ(run({"property", "set", "ConnectToCMRepository", "--", command}).exit, 0);
+    }
+    Ran connectTo(const std::string &command) {
+        choose(command);
+        return run({"connect"});
+    }
+    std::string value(const std::string &key) { return run({"property", "get", key}).json().value("value", ""); }
+    /// Returns the contents of all files of the project, but for the lock.
+    std::string everything() {
+        return place.shell("find plant -type f ! -name '*.lock' | sort | xargs tail -n +1").out;
+    }
+    /// Makes a new project, which is not connected.
+    void forget() {
+        fs::remove_all(place.directory() / "plant");
+        EXPECT_EQ(place.cm({"new", "plant/station", "--tool", "Subversion"}).exit, 0);
+    }
+};
 struct Add : Fresh {
     Add() { EXPECT_EQ(run({"connect"}).exit, 0); }
 };
@@ -69,6 +90,65 @@ TEST_F(Connect, LeavesTheProjectAsItWasWhereTheToolFails) {
     EXPECT_THAT(ran.json()["error"]["message"].get<std::string>(), HasSubstr("not connected"));
     EXPECT_EQ(run({"property", "get", "CMArchive"}).json()["value"], "");
 }
+TEST_F(ConnectToAddress, WritesTheAddressThatTheToolNames) {
+    const Ran ran = connectTo("echo file:///one");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(ran.json()["repository"], "file:///one$SubDirs");
+    EXPECT_EQ(value("ArchiveRoot"), "file:///one");
+}
+
+TEST_F(ConnectToAddress, TakesTheAddressOfAnotherArchiveTheNextTime) {
+    ASSERT_EQ(connectTo("echo file:///one").exit, 0);
+    const Ran ran = connectTo("echo file:///two");
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(ran.json()["repository"], "file:///two$SubDirs");
+    EXPECT_EQ(value("Repository"), "file:///two$SubDirs");
+    EXPECT_EQ(value("ArchiveRoot"), "file:///two");
+}
+
+TEST_F(ConnectToAddress, KeepsALayoutThatNoConnectHasWritten) {
+    ASSERT_EQ(run({"property", "set", "Repository", "--", "file:///mine"}).exit, 0);
+    EXPECT_EQ(connectTo("echo file:///one").exit, 0);
+    EXPECT_EQ(value("Repository"), "file:///mine");
+}
+
+TEST_F(ConnectToAddress, ChangesNothingWhereTheToolFailsOrNamesNoGoodAddress) {
+    // A script of its own, since a redirection in a template is the library's.
+    tools::Workplace::write(place.directory() / "fails",
+                            "echo file:///two; echo svn: E170013: no such server >&2; exit 1");
+    const std::string fails = "sh " + tools::quoted((place.directory() / "fails").string());
+    for (const auto &[command, fault] :
+         {std::pair(fails.c_str(), "no such server"),
+          std::pair("echo nothing to see",
+                    "names no address of the archive (property HeaderInfoItsRepositoryPath)"),
+          std::pair("echo 'file:///a\"b'", "no command can quote")}) {
+        for (const bool isConnected : {false, true}) {
+            if (isConnected) {
+                ASSERT_EQ(connectTo("echo file:///one").exit, 0);
+            }
+            choose(command);
+            const std::string before = everything();
+            const Ran ran = run({"connect", "elsewhere"});
+            EXPECT_EQ(ran.exit, 1) << command;
+            EXPECT_EQ(ran.json()["ok"], false);
+            EXPECT_THAT(ran.json()["error"].value("message", ""),
+                        testing::AllOf(HasSubstr("the project is not connected: "), HasSubstr(fault)));
+            EXPECT_EQ(everything(), before) << command;
+            EXPECT_EQ(value("Repository"), isConnected ? "file:///one$SubDirs" : "$ArchivePath$SubDirs");
+            forget();
+        }
+    }
+}
+
+TEST_F(ConnectToAddress, RunsNothingWhereTheProjectCannotBeSaved) {
+    choose("echo file:///one; touch " + tools::quoted((place.directory() / "ran").string()));
+    place.shell("chmod a-w " + tools::quoted((units() / "station.ory").string()));
+    const Ran ran = run({"connect"});
+    EXPECT_EQ(ran.exit, 1);
+    EXPECT_THAT(ran.json()["error"].value("message", ""), HasSubstr("station.ory is read-only"));
+    EXPECT_FALSE(fs::exists(place.directory() / "ran"));
+}
+
 TEST_F(Connect, RefusesAnArchiveThatNoCommandLineCanQuote) {
     const Ran ran = run({"connect", "a\"; touch proof; \""});
     EXPECT_EQ(ran.exit, 2);

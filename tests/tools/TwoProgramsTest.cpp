@@ -162,6 +162,18 @@ TEST_F(TwoPrograms, StopWaitingAtAnInterrupt) {
     EXPECT_EQ(project.finish(first).exit, 0);
 }
 
+TEST_F(TwoPrograms, GoOnWithAWarningWhereTheProjectCannotBeLocked) {
+    const fs::path lockFile = project.projectFile().string() + ".lock";
+    fs::remove(lockFile);
+    fs::create_symlink("nowhere", lockFile);
+    const Ran ran = run({"property", "set", "--metaclass", "RCS", "Key", "value"});
+    EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
+    EXPECT_EQ(ran.json()["messages"][0].value("kind", ""), "warning");
+    EXPECT_THAT(ran.json()["messages"][0].value("text", ""), HasSubstr("can't be kept from other programs"));
+    EXPECT_EQ(value("Key"), "value");
+    EXPECT_TRUE(fs::is_symlink(lockFile));
+}
+
 TEST_F(TwoPrograms, SeeInABatchWhatTheOtherOneChanged) {
     const fs::path lines = project.directory() / "lines";
     ASSERT_EQ(mkfifo(lines.c_str(), 0600), 0);

@@ -46,8 +46,9 @@ void fillInArchivePath(const CString &key, CString &value, const CString &path) 
     }
 }
 
-/// Writes the archive's path, which the connect command has printed, into the properties.
-void takeOverRepository(const CString &output, CString &error, OutcomeReport &report) {
+/// Writes the archive's path, which the connect command has printed, into the properties. Returns false, and writes
+/// nothing, for a path that can't be quoted: every later command would contain it.
+bool takeOverRepository(const CString &output, CString &error, OutcomeReport &report) {
     CString path;
     int wasSet = 0;
     // Required: without a match the placeholder is replaced with an empty text.
@@ -61,12 +62,13 @@ void takeOverRepository(const CString &output, CString &error, OutcomeReport &re
                 resources::format(resources::Text::archiveNotQuotable, {paths::shownPath(path), fault});
             CMOutputer::writeToCMOutputWnd(text);
             report.fail(CMOutcome::Kind::refused, text);
-            return; // every later command would contain it
+            return false;
         }
         CString value;
         fillInArchivePath(keys::repository, value, path);
         fillInArchivePath(keys::archiveRoot, value, path);
     }
+    return true;
 }
 
 /// Runs the two commands. Their templates see only the caller's arguments, which contain the archive of the user's
@@ -83,8 +85,11 @@ int connect(CMArgumentList &args, CString &error, OutcomeReport &report) {
     if (result != 1) {
         return result;
     }
-    takeOverRepository(output, error, report);
+    const bool isTaken = takeOverRepository(output, error, report);
     report.printed(std::move(output));
+    if (!isTaken) {
+        return 0;
+    }
 
     command.Empty();
     error.Empty();

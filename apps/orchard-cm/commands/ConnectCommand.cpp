@@ -6,18 +6,22 @@
 #include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
+#include "CM/platform/Files.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
 #include "apps/orchard-cm/model/HostSetup.h"
 #include "apps/orchard-cm/model/Properties.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/Tools.h"
 #include "apps/orchard-cm/operation/OutcomeWatch.h"
+#include "orchard/model/ModelView.h"
 #include "orchard/model/Paths.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <filesystem>
+#include <string>
+#include <string_view>
 
 namespace orchard_cm {
 
@@ -31,44 +35,64 @@ std::string fullArchive(const std::string &archive) {
                : std::filesystem::absolute(archive).lexically_normal().string();
 }
 
-std::string toolValue(const char *key) {
+constexpr std::string_view placeholder = "$ArchivePath";
+
+std::string toolValue(const CString &key) {
     CString value;
     CMProperty::getToolPropertyValue(key, value, false);
     return value.str();
 }
 
-/// Sets the project's archive, and restores it unless the change is kept.
-class ArchiveChange {
-  public:
-    ArchiveChange(Session &session, const std::string &archive) : session_(session) {
-        if (archive.empty()) {
-            return;
-        }
-        before_ = toolValue(IPN::CMArchive);
-        if (CMArchive::setMainArchive(archive) == 0) {
-            throw Failure(ExitCode::failed, "the CM tool " + toolInUse() + " has no archive to choose (property " +
-                                                IPN::CMArchive.str() + " is missing)");
-        }
-        changed_ = true;
-        session_.save();
-    }
-    ~ArchiveChange() = default;
-    ArchiveChange(const ArchiveChange &) = delete;
-    ArchiveChange &operator=(const ArchiveChange &) = delete;
+/// Returns whether the value is what a connect made of the template by filling in an address.
+bool isFilledIn(const std::string &value, const std::string &pattern) {
+    const std::size_t at = pattern.find(placeholder);
+    return at != std::string::npos && value.size() + placeholder.size() >= pattern.size() &&
+           value.starts_with(pattern.substr(0, at)) && value.ends_with(pattern.substr(at + placeholder.size()));
+}
 
-    void takeBack() {
-        if (changed_) {
-            CMArchive::setMainArchive(before_);
-            session_.save();
+/// A property of the project that a connect fills in with the address of the archive.
+class Address {
+  public:
+    Address(IProject &project, const char *key) : project_(project), key_(key) {}
+
+    /// Brings back the placeholder that an earlier connect has filled in.
+    void free() {
+        const std::string before = toolValue(key_);
+        const std::string tool = toolInUse();
+        if (orchard::removeProperty(project_, IPN::CM.str(), tool, key_)) {
+            pattern_ = toolValue(key_);
+            if (!isFilledIn(before, pattern_)) {
+                setProperty(project_, tool, key_, before);
+            }
         }
+        pattern_ = toolValue(key_);
+    }
+    [[nodiscard]] bool isToBeFilledIn() const { return pattern_.find(placeholder) != std::string::npos; }
+    /// Returns whether the placeholder was replaced by nothing.
+    [[nodiscard]] bool isEmpty() const {
+        CString nothing = pattern_;
+        nothing.Replace(CString(placeholder), "");
+        return isToBeFilledIn() && nothing == toolValue(key_);
     }
 
   private:
-    static std::string toolValue(const CString &key) { return orchard_cm::toolValue(key.str().c_str()); }
+    IProject &project_;
+    std::string key_;
+    std::string pattern_;
+};
 
+/// Keeps the library from saving while it connects, so that the project on disk changes as a whole or not at all.
+class SavedAtTheEnd {
+  public:
+    explicit SavedAtTheEnd(Session &session) : session_(session) { session_.setup().onSave({}); }
+    ~SavedAtTheEnd() {
+        session_.setup().onSave([&session = session_] { session.save(); });
+    }
+    SavedAtTheEnd(const SavedAtTheEnd &) = delete;
+    SavedAtTheEnd &operator=(const SavedAtTheEnd &) = delete;
+
+  private:
     Session &session_;
-    std::string before_;
-    bool changed_ = false;
 };
 
 /// Returns why the project is not connected; empty if it is.
@@ -97,7 +121,43 @@ class ConnectCommand : public Command {
             throw Failure(ExitCode::usage, "the archive '" + archive + "' can't be given to a tool: " + fault);
         }
         requireCommand(IPN::CMConnectToCMRepository);
-        ArchiveChange change(context.session, archive);
+        IProject &project = context.session.project();
+        const std::string tool = toolInUse();
+        const std::string before = toolValue(IPN::CMArchive);
+        PropertyBefore chosen(project, tool, IPN::CMArchive.str());
+        PropertyBefore repository(project, tool, keys::repository);
+        PropertyBefore root(project, tool, keys::archiveRoot);
+        try {
+            chosen.runOrRestore([&] {
+                repository.runOrRestore([&] { root.runOrRestore([&] { connect(context, project, archive); }); });
+            });
+        } catch (...) {
+            if (toolValue(IPN::CMArchive) != before) { // the tool has the property in common with other tools
+                CMArchive::setMainArchive(before);
+            }
+            throw;
+        }
+        tell(context);
+        return ExitCode::done;
+    }
+
+  private:
+    /// Throws a Failure if the project is not connected.
+    static void connect(Context &context, IProject &project, const std::string &archive) {
+        if (!archive.empty() && CMArchive::setMainArchive(archive) == 0) {
+            throw Failure(ExitCode::failed, "the CM tool " + toolInUse() + " has no archive to choose (property " +
+                                                IPN::CMArchive.str() + " is missing)");
+        }
+        Address repository(project, keys::repository);
+        Address root(project, keys::archiveRoot);
+        repository.free();
+        root.free();
+        const std::string file = project.getFullFileName().str();
+        if ((!archive.empty() || repository.isToBeFilledIn() || root.isToBeFilledIn()) &&
+            !platform::hasWritePermission(file)) {
+            throw Failure(ExitCode::failed, "the project can't be connected: its file " + file + " is read-only",
+                          "Check it out with --lock first.");
+        }
         TemplateArguments arguments;
         arguments.addArchive();
         CMDiagnosticList diagnostics;
@@ -105,21 +165,23 @@ class ConnectCommand : public Command {
         context.session.setup().expectRuns(1);
         const std::size_t errorsBefore = context.output.errorCount();
         const OutcomeWatch watch;
-        const int result = CMFacade::ConnectToArchive(noUnits, arguments.list(), diagnostics);
+        const int result = [&] {
+            const SavedAtTheEnd saved(context.session);
+            return CMFacade::ConnectToArchive(noUnits, arguments.list(), diagnostics);
+        }();
         reportDiagnostics(context, diagnostics);
-        const std::string fault = faultOf(watch.fault());
+        std::string fault = faultOf(watch.fault());
+        if (fault.empty() && (repository.isEmpty() || root.isEmpty())) {
+            fault = std::string("the tool's answer names no address of the archive (property ") +
+                    keys::repositoryPathPattern + ")";
+        }
         if (result == 0 || !fault.empty() || context.output.errorCount() > errorsBefore) {
-            change.takeBack();
-            context.session.saveIfModified();
             throw Failure(ExitCode::failed,
                           "the project is not connected" + (fault.empty() ? std::string() : ": " + fault));
         }
         context.session.saveIfModified();
-        tell(context);
-        return ExitCode::done;
     }
 
-  private:
     static void tell(Context &context) {
         const std::string archive = CMArchive::getMainArchive().str();
         const std::string repository = toolValue(keys::repository);

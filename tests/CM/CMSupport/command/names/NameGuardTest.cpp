@@ -240,9 +240,14 @@ TEST_F(NameGuard, AnArchiveThatCannotBeQuotedIsNotTakenOverFromTheTool) {
     setToolProperty("PostConnectToCMRepository", "after $UnitDirPath");
     setToolProperty("HeaderInfoItsRepositoryPath", "at: (.*)");
     setToolProperty("Repository", "$ArchivePath/$SubDirs");
-    host.worker.run = [](const CString &) { return recording::ToolRun{{"at: /a\"; id; \"\n"}, {}, 0}; };
+    int runs = 0;
+    host.worker.run = [&runs](const CString &) {
+        ++runs;
+        return recording::ToolRun{{"at: /a\"; id; \"\n"}, {}, 0};
+    };
     CMUnitList none;
-    CMConnectToCMRepository()(none, args, diags);
+    EXPECT_EQ(CMConnectToCMRepository()(none, args, diags), 0) << "it is not connected";
+    EXPECT_EQ(runs, 1) << "the second command must not run";
     CString layout;
     EXPECT_NE(CMProperty::getToolPropertyValue("Repository", layout, false), 0);
     EXPECT_TRUE(layout == "$ArchivePath/$SubDirs") << layout;
