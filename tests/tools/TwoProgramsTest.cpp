@@ -169,7 +169,7 @@ TEST_F(TwoPrograms, GoOnWithAWarningWhereTheProjectCannotBeLocked) {
     const Ran ran = run({"property", "set", "--metaclass", "RCS", "Key", "value"});
     EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
     EXPECT_EQ(ran.json()["messages"][0].value("kind", ""), "warning");
-    EXPECT_THAT(ran.json()["messages"][0].value("text", ""), HasSubstr("can't be kept from other programs"));
+    EXPECT_THAT(ran.json()["messages"][0].value("text", ""), HasSubstr("the project can't be locked"));
     EXPECT_EQ(value("Key"), "value");
     EXPECT_TRUE(fs::is_symlink(lockFile));
 }
