@@ -15,4 +15,8 @@ namespace platform {
 /// file exists. Returns an empty string, or the reason for the failure.
 [[nodiscard]] std::string writeNewFile(const std::string &path, std::string_view text);
 
+/// Writes to the disk what was written to files of the file system that holds the directory, so that files made
+/// with writeNewFile survive a crash. Empty on success; else why not.
+[[nodiscard]] std::string flushFileSystemOf(const std::string &directory);
+
 } // namespace platform

@@ -211,6 +211,10 @@ void UnitElement::rename(std::string_view name) {
                    messageLevelDefault);
         return;
     }
+    if (model() != nullptr && Workspace::instance().takeRenaming) {
+        Workspace::instance().takeRenaming(*this, file);
+        return;
+    }
     const std::string from = fullFileName();
     const std::string to = ownDirectory() + '/' + file;
     if (platform::fileExists(from)) {

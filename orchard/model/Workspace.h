@@ -35,6 +35,10 @@ class Workspace {
     [[nodiscard]] std::vector<SavedUnit> takeSavedUnits();
     [[nodiscard]] std::size_t savedUnitCount() const { return savedUnits_.size(); }
 
+    /// If set, gets each renaming of a unit's file that is asked for, with the new file name; the unit keeps its
+    /// file until the receiver carries the renaming out.
+    std::function<void(UnitElement &unit, const std::string &fileName)> takeRenaming;
+
     using Observer = std::function<void(IDObject &)>;
     /// Observers are notified of every change of an element; forget() with the returned number removes the
     /// observer.

@@ -53,6 +53,15 @@ std::string faultOfSaving(const UnitElement &unit) {
     return faultOfWriting(unit, unit.fullFileName(), present);
 }
 
+std::string headerToWrite(const UnitElement &unit, std::string_view present) {
+    // The tool may have written to the header since the unit was read.
+    std::string header(findHeader(present).text);
+    if (header.empty()) {
+        header = unit.header();
+    }
+    return header.empty() ? defaultHeaderOf(unit) : header;
+}
+
 bool saveOwnFile(UnitElement &unit, Problems &problems) {
     const std::string path = unit.fullFileName();
     std::string error;
@@ -71,20 +80,11 @@ bool DiskStorage::save(UnitElement &unit, const std::string &path, std::string &
     if (!error.empty()) {
         return false;
     }
-    const bool there = !present.text.empty();
-    // The tool may have written to the header since the unit was read.
-    std::string header(there ? findHeader(present.text).text : std::string_view());
-    if (header.empty()) {
-        header = unit.header();
-    }
-    if (header.empty()) {
-        header = defaultHeaderOf(unit);
-    }
     std::string text;
-    if (!writeUnit(unit, header, text, error)) {
+    if (!writeUnit(unit, headerToWrite(unit, present.text), text, error)) {
         return false;
     }
-    if (own && !there) {
+    if (own && present.text.empty()) {
         std::error_code ignored; // if this fails, the writing reports it
         std::filesystem::create_directories(directoryOfPath(path), ignored);
     }

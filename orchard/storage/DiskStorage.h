@@ -6,6 +6,7 @@
 
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 
 namespace orchard {
@@ -27,6 +28,8 @@ class DiskStorage final : public UnitStorage {
 [[nodiscard]] bool isWriteProtected(const std::string &path);
 /// Returns why the unit's own file can't be written now, as a clause to be appended to a message; empty if it can.
 [[nodiscard]] std::string faultOfSaving(const UnitElement &unit);
+/// The header for the unit's file, which has the text `present` now (empty if there is none).
+[[nodiscard]] std::string headerToWrite(const UnitElement &unit, std::string_view present);
 /// Writes the unit's own file and clears the modified flags of what is in it. On failure, leaves the file and the
 /// flags unchanged and adds a problem.
 bool saveOwnFile(UnitElement &unit, Problems &problems);

@@ -14,9 +14,10 @@ struct NewProject {
     explicit operator bool() const { return error.empty(); }
 };
 
-/// Both take DIR/NAME or DIR/NAME.orp (DIR is created if needed) and refuse to overwrite an existing project. If a
-/// CM tool is given, it is set on the project, and its default header is at the top of every unit file. The
-/// project is written, but not opened.
+/// Both can be repeated after a crash: what an interrupted call has left is replaced. Both take DIR/NAME or
+/// DIR/NAME.orp (DIR is created if needed) and refuse to overwrite an existing project. If a CM tool is given, it
+/// is set on the project, and its default header is at the top of every unit file. The project is written, but not
+/// opened.
 
 /// A pump-station controller: subsystems, one of them with a directory of its own, classes, a component with two
 /// configurations and code files, and an embedded text file.

@@ -20,6 +20,10 @@ namespace {
 
 constexpr std::string_view extension = ".orp";
 
+/// Is in the units directory until the project is complete, so that a project whose making was interrupted can be
+/// told from the files of somebody.
+constexpr std::string_view unfinishedMark = "/.unfinished";
+
 std::string projectPath(const std::string &path) {
     std::string full = normalPath(path, platform::currentDirectory().view());
     if (!full.ends_with(extension)) {
@@ -106,7 +110,11 @@ std::string ProjectBuilder::refusal() const {
     if (platform::fileExists(file_)) {
         return "there is a project already: " + file_;
     }
-    if (platform::fileExists(model_->unitsDirectory())) {
+    std::error_code error;
+    const std::string &units = model_->unitsDirectory();
+    const bool isLeftOver =
+        std::filesystem::is_empty(units, error) || platform::fileExists(units + std::string(unfinishedMark));
+    if (platform::fileExists(units) && !isLeftOver) {
         return "the directory for its units exists already: " + model_->unitsDirectory();
     }
     return {};
@@ -142,8 +150,10 @@ std::string ProjectBuilder::writeAll() {
     project.unitsDirectory = fileOfPath(model_->unitsDirectory());
     project.component = model_->activeComponent;
     project.configuration = model_->activeConfiguration;
-    const std::string why = platform::writeWholeFile(file_, project.text());
-    return why.empty() ? why : file_ + ": " + why;
+    if (fault = platform::flushFileSystemOf(model_->unitsDirectory()); fault.empty()) {
+        fault = platform::writeWholeFile(file_, project.text());
+    }
+    return fault.empty() ? fault : file_ + ": " + fault;
 }
 
 NewProject ProjectBuilder::write() {
@@ -151,14 +161,21 @@ NewProject ProjectBuilder::write() {
         return {{}, why};
     }
     std::error_code error;
+    std::filesystem::remove_all(model_->unitsDirectory(), error); // what an interrupted run has left
     std::filesystem::create_directories(model_->unitsDirectory(), error);
     if (error) {
         return {{}, "the directory " + model_->unitsDirectory() + " can't be made: " + error.message()};
     }
-    if (const std::string why = writeAll(); !why.empty()) {
+    const std::string mark = model_->unitsDirectory() + std::string(unfinishedMark);
+    std::string why = platform::writeNewFile(mark, {});
+    if (why.empty()) {
+        why = writeAll();
+    }
+    if (!why.empty()) {
         std::filesystem::remove_all(model_->unitsDirectory(), error);
         return {{}, why};
     }
+    std::filesystem::remove(mark, error);
     return {file_, {}};
 }
 

@@ -264,7 +264,7 @@ void saveActiveProject() {
         return;
     }
     LogTrace::Log log(LogTrace::Log::cm);
-    std::string text = "Not everything could be saved; what is on disk is as it was before.";
+    std::string text = "Not everything could be saved; each file named here is as it was before.";
     constexpr std::size_t shown = 10;
     for (std::size_t at = 0; at < problems.size(); ++at) {
         const std::string message = problems[at].message();

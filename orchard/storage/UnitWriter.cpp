@@ -2,16 +2,27 @@
 
 #include "orchard/properties/PropertyTable.h"
 #include "orchard/storage/TextCheck.h"
+#include "orchard/storage/UnitHeader.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace orchard {
 
 namespace {
 
+constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+void addHeader(std::string &text, std::string_view header) {
+    if (!header.empty()) {
+        text.append("<!--\n").append(header).append("\n-->\n");
+    }
+}
+
 class Writing {
   public:
-    explicit Writing(std::string &text) : text_(text) {}
+    Writing(std::string &text, const Intention &intention, std::vector<Cut> &cuts)
+        : text_(text), intention_(intention), cuts_(cuts) {}
 
     void writeRoot(const UnitElement &unit);
     [[nodiscard]] const std::string &fault() const { return fault_; }
@@ -22,11 +33,18 @@ class Writing {
     void fact(std::size_t depth, std::string_view tag, std::string_view value);
     void indent(std::size_t depth) { text_.append(2 * depth, ' '); }
     void content(const Element &element, std::size_t depth);
+    void child(const Element &child, std::size_t depth);
+    [[nodiscard]] const Intention::Facts *intended(const Element &element) const {
+        const auto found = intention_.facts.find(&element);
+        return found == intention_.facts.end() ? nullptr : &found->second;
+    }
     void unitFacts(const UnitElement &unit, std::size_t depth);
     void properties(const Element &element, std::size_t depth);
     void listed(const UnitElement &unit, std::size_t depth);
 
     std::string &text_;
+    const Intention &intention_;
+    std::vector<Cut> &cuts_;
     std::string fault_;
     const Element *at_ = nullptr;
 };
@@ -123,11 +141,14 @@ void Writing::listed(const UnitElement &unit, std::size_t depth) {
         attribute("kind", traitsOf(unit.kind()).tag);
     }
     attribute("id", unit.id().text());
-    if (!unit.directorySetting().empty()) {
-        attribute("directory", unit.directorySetting());
+    const Intention::Facts *const facts = intended(unit);
+    const std::string &directory = facts == nullptr ? unit.directorySetting() : facts->directory;
+    if (!directory.empty()) {
+        attribute("directory", directory);
     }
-    std::string file = unit.fileName();
-    if (const std::string &elsewhere = unit.elsewhere(); !elsewhere.empty()) {
+    std::string file = facts == nullptr ? unit.fileName() : facts->fileName;
+    const std::string &elsewhere = facts == nullptr ? unit.elsewhere() : facts->elsewhere;
+    if (!elsewhere.empty()) {
         const std::size_t cut = elsewhere.find_last_of("/\\");
         file = elsewhere.substr(0, cut + 1) + file;
     }
@@ -143,10 +164,12 @@ void Writing::listed(const UnitElement &unit, std::size_t depth) {
 
 void Writing::content(const Element &element, std::size_t depth) {
     at_ = &element;
-    if (element.name().empty() && fault_.empty()) {
+    const Intention::Facts *const facts = intended(element);
+    const std::string &name = facts == nullptr ? element.name() : facts->name;
+    if (name.empty() && fault_.empty()) {
         fault_ = "the " + std::string(traitsOf(element.kind()).tag) + " " + element.id().text() + " has no name";
     }
-    fact(depth, "name", element.name());
+    fact(depth, "name", name);
     fact(depth, "description", element.description());
     fact(depth, "type", element.type());
     if (!element.standsFor().empty()) {
@@ -159,23 +182,35 @@ void Writing::content(const Element &element, std::size_t depth) {
         unitFacts(*unit, depth);
     }
     properties(element, depth);
-    for (const auto &child : element.children()) {
-        const UnitElement *const unit = child->asUnit();
-        if (unit != nullptr && unit->hasFile()) {
-            listed(*unit, depth);
-            continue;
+    for (const auto &inner : element.children()) {
+        const std::size_t begin = text_.size();
+        child(*inner, depth);
+        if (const auto part = intention_.leaving.find(inner.get()); part != intention_.leaving.end()) {
+            cuts_.push_back({part->second, begin, text_.size()});
         }
-        indent(depth);
-        text_ += '<';
-        text_ += traitsOf(child->kind()).tag;
-        attribute("id", child->id().text());
-        text_ += ">\n";
-        content(*child, depth + 1);
-        indent(depth);
-        text_ += "</";
-        text_ += traitsOf(child->kind()).tag;
-        text_ += ">\n";
     }
+    for (const Element *const inner :
+         &element == intention_.newOwner ? intention_.entering : std::vector<const Element *>()) {
+        child(*inner, depth);
+    }
+}
+
+void Writing::child(const Element &child, std::size_t depth) {
+    const UnitElement *const unit = child.asUnit();
+    if (unit != nullptr && unit->hasFile()) {
+        listed(*unit, depth);
+        return;
+    }
+    indent(depth);
+    text_ += '<';
+    text_ += traitsOf(child.kind()).tag;
+    attribute("id", child.id().text());
+    text_ += ">\n";
+    content(child, depth + 1);
+    indent(depth);
+    text_ += "</";
+    text_ += traitsOf(child.kind()).tag;
+    text_ += ">\n";
 }
 
 void Writing::writeRoot(const UnitElement &unit) {
@@ -183,8 +218,9 @@ void Writing::writeRoot(const UnitElement &unit) {
     text_ += traitsOf(unit.kind()).tag;
     attribute("format", "1");
     attribute("id", unit.id().text());
-    if (unit.owner() != nullptr) {
-        attribute("owner", unit.owner()->id().text());
+    const bool enters = intention_.newOwner != nullptr && intention_.leaving.contains(&unit);
+    if (const Element *const owner = enters ? intention_.newOwner : unit.owner(); owner != nullptr) {
+        attribute("owner", owner->id().text());
     }
     text_ += ">\n";
     content(unit, 1);
@@ -196,7 +232,13 @@ void Writing::writeRoot(const UnitElement &unit) {
 } // namespace
 
 bool writeUnit(const UnitElement &unit, std::string_view header, std::string &text, std::string &fault) {
-    text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+    std::vector<Cut> none;
+    return writeUnit(unit, header, {}, text, none, fault);
+}
+
+bool writeUnit(const UnitElement &unit, std::string_view header, const Intention &intention, std::string &text,
+               std::vector<Cut> &cuts, std::string &fault) {
+    text = declaration;
     if (header.find("-->") != std::string_view::npos) {
         fault = "its header holds \"-->\", which would end it";
         return false;
@@ -206,15 +248,21 @@ bool writeUnit(const UnitElement &unit, std::string_view header, std::string &te
         fault = "its header holds the control character 0x00";
         return false;
     }
-    if (!header.empty()) {
-        text += "<!--\n";
-        text += header;
-        text += "\n-->\n";
-    }
-    Writing writing(text);
+    addHeader(text, header);
+    Writing writing(text, intention, cuts);
     writing.writeRoot(unit);
     fault = writing.fault();
     return fault.empty();
+}
+
+std::string withHeaderOf(std::string_view other, std::string_view text) {
+    const UnitHeader header = findHeader(other);
+    if (header.text.empty() || header.text == findHeader(text).text) {
+        return std::string(text);
+    }
+    std::string joined(declaration);
+    addHeader(joined, header.text);
+    return joined.append(text.substr(findHeader(text).end));
 }
 
 } // namespace orchard

@@ -44,7 +44,7 @@ _orchard_cm_files() {
 _orchard_cm() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
     local commands='new connect add checkout checkin undo lock unlock fetch history archive move rename delete
-                    list show header expand property tool tools batch'
+                    recover list show header expand property tool tools batch'
     local global='-p --project --json --yes --no --yes-to-all --trace --log --wait --help --version'
     local command='' action='' i project
     for ((i = 1; i < COMP_CWORD; i++)); do
@@ -89,6 +89,7 @@ _orchard_cm() {
         archive) own='--label --paths' ;;
         move | rename) own='--no-tool' ;;
         delete) own='--recursive --no-tool' ;;
+        recover) own='--finish --undo' ;;
         expand) own='--property --unit --mode --label --log' ;;
         property)
             case $action in

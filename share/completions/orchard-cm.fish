@@ -23,7 +23,7 @@ function __orchard_cm_keys
 end
 
 set -l commands new connect add checkout checkin undo lock unlock fetch history archive move rename \
-    delete list show header expand property tool tools batch
+    delete recover list show header expand property tool tools batch
 set -l none "not __fish_seen_subcommand_from $commands"
 
 complete -c orchard-cm -f
@@ -52,6 +52,7 @@ complete -c orchard-cm -n $none -a archive -d 'List the contents of the archive'
 complete -c orchard-cm -n $none -a move -d 'Move a unit to another owner'
 complete -c orchard-cm -n $none -a rename -d 'Rename a unit'
 complete -c orchard-cm -n $none -a delete -d 'Delete units'
+complete -c orchard-cm -n $none -a recover -d 'Finish or undo an interrupted change'
 complete -c orchard-cm -n $none -a list -d 'List the units of the workspace'
 complete -c orchard-cm -n $none -a show -d 'Show the details of a unit'
 complete -c orchard-cm -n $none -a header -d 'Show the CM header of a unit'
@@ -63,7 +64,9 @@ complete -c orchard-cm -n $none -a batch -d 'Run commands on one loaded model'
 
 complete -c orchard-cm -n '__fish_seen_subcommand_from new' -l tool -x -a '(__orchard_cm_tools)' -d 'CM tool'
 complete -c orchard-cm -n '__fish_seen_subcommand_from new' -l units -x -d 'Number of units'
-complete -c orchard-cm -n '__fish_seen_subcommand_from new batch' -F
+complete -c orchard-cm -n '__fish_seen_subcommand_from recover' -l finish -d 'Do what is left'
+complete -c orchard-cm -n '__fish_seen_subcommand_from recover' -l undo -d 'Take it back'
+complete -c orchard-cm -n '__fish_seen_subcommand_from new batch recover' -F
 complete -c orchard-cm -n '__fish_seen_subcommand_from connect' -a '(__fish_complete_directories)'
 complete -c orchard-cm -n '__fish_seen_subcommand_from list archive' -l paths -d 'Only the paths'
 complete -c orchard-cm -n '__fish_seen_subcommand_from show header add checkout checkin undo lock unlock fetch history move rename delete' -a '(__orchard_cm_units)'

@@ -99,4 +99,9 @@ std::string writeNewFile(const std::string &path, std::string_view text) {
     return {};
 }
 
+std::string flushFileSystemOf(const std::string &directory) {
+    const posix::Descriptor opened(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return opened.isOpen() && ::syncfs(opened.get()) == 0 ? std::string() : failed("flushing failed");
+}
+
 } // namespace platform

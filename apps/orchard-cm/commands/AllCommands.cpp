@@ -24,6 +24,8 @@ std::span<const CommandEntry> allCommands() {
                      true},
         CommandEntry{"rename", "Rename a unit, in the model and in the archive", makeRenameCommand, true},
         CommandEntry{"delete", "Delete units, from the model and from the archive", makeDeleteCommand, true},
+        CommandEntry{"recover", "Show, finish or undo a move, rename or delete that was interrupted",
+                     makeRecoverCommand, false},
         CommandEntry{"list", "List the units of the workspace", makeListCommand, true},
         CommandEntry{"show", "Show the details of a unit in the loaded model", makeShowCommand, true},
         CommandEntry{"header", "Show the CM header of a unit, with its version and locker", makeHeaderCommand,

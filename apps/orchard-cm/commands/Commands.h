@@ -8,6 +8,7 @@
 namespace orchard_cm {
 
 std::unique_ptr<Command> makeNewCommand();
+std::unique_ptr<Command> makeRecoverCommand();
 std::unique_ptr<Command> makeListCommand();
 std::unique_ptr<Command> makeShowCommand();
 std::unique_ptr<Command> makeHeaderCommand();

@@ -70,12 +70,29 @@ class DeleteCommand : public Command {
         app.add_flag("--recursive", recursive_, "Also delete units with others below them");
         app.add_flag("--no-tool", noTool_, "Don't change the archive: for units that are not in it");
         app.add_option("UNIT", words_, "Units by name, path in the model or file")->required();
-        app.footer("The tool decides what the archive keeps of a deleted file. The files of the owners must be\n"
-                   "writable. If the tool can't delete a unit, the model and the files stay unchanged.");
+        app.footer(
+            "The tool decides what the archive keeps of a deleted file. The files of the owners must be\n"
+            "writable. If the tool can't delete a unit, the model and the files stay unchanged. After a crash,\n"
+            "the same command continues; see 'orchard-cm recover'.");
     }
 
     ExitCode run(Context &context) override {
         const ProjectHold held = context.session.holdAlone();
+        std::vector<std::string> asTyped{"delete"};
+        asTyped.insert(asTyped.end(), words_.begin(), words_.end());
+        const Restructuring remove{
+            {"deleted", false},
+            "delete",
+            IPN::Delete,
+            !noTool_,
+            commandText(asTyped),
+            [](orchard::UnitChange &change, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
+                CMUnitList list = unitsToDelete(change);
+                return CMFacade::DeleteMember(list, arguments, diagnostics);
+            }};
+        if (tellFinished(context, remove, words_)) {
+            return ExitCode::done;
+        }
         const IProject &project = context.session.project();
         const auto units = unitsNamed(project, words_);
         if (const auto below = withUnitsBelow(project, units); !recursive_ && below.size() > units.size()) {
@@ -83,15 +100,6 @@ class DeleteCommand : public Command {
                           std::to_string(below.size() - units.size()) + " more units below would be deleted too",
                           "Confirm it with --recursive.");
         }
-        const Restructuring remove{
-            {"deleted", false},
-            "delete",
-            IPN::Delete,
-            !noTool_,
-            [](orchard::UnitChange &change, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
-                CMUnitList list = unitsToDelete(change);
-                return CMFacade::DeleteMember(list, arguments, diagnostics);
-            }};
         orchard::UnitChange change = orchard::UnitChange::remove(units);
         if (!noTool_) {
             requireOwnDirectories(change);

@@ -45,6 +45,7 @@ class ListCommand : public Command {
         const orchard::ListOptions options{session.openOptions(),
                                            [&session]() -> IProject & { return session.project(); },
                                            [] { return CMProperty::getUseSCCtool() == 0; }};
+        session.tellUnfinished();
         orchard::listWorkspace(session.projectFile(), options, [&](const orchard::UnitRow &row) {
             if (context.output.isJson()) {
                 units.push_back(toJson(row));

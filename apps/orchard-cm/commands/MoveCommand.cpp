@@ -105,24 +105,30 @@ class MoveCommand : public Command {
         app.add_option("OWNER", owner_, "The new owner; the project's name means the top level")->required();
         app.footer(
             "The files of both owners must be writable, because they list the unit. If the tool can't move it,\n"
-            "the model and the files stay unchanged.");
+            "the model and the files stay unchanged. After a crash,\n"
+            "the same command continues; see 'orchard-cm recover'.");
     }
 
     ExitCode run(Context &context) override {
         const ProjectHold held = context.session.holdAlone();
-        const IProject &project = context.session.project();
-        IUnit &unit = unitNamed(project, unit_);
-        IUnit &owner = unitNamed(project, owner_);
+        IUnit *unit = nullptr;
         const Restructuring move{
             {"moved", false},
             "move",
             "Move",
             !noTool_,
+            commandText({"move", unit_, owner_}),
             [&](orchard::UnitChange &change, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
-                return moveInArchive(unit, change, arguments, diagnostics);
+                return moveInArchive(*unit, change, arguments, diagnostics);
             }};
+        if (tellFinished(context, move, {unit_})) {
+            return ExitCode::done;
+        }
+        const IProject &project = context.session.project();
+        unit = &unitNamed(project, unit_);
+        IUnit &owner = unitNamed(project, owner_);
         const OperationReport report =
-            restructure(context, orchard::UnitChange::move({&unit}, owner), {&unit}, move);
+            restructure(context, orchard::UnitChange::move({unit}, owner), {unit}, move);
         return writeResult(context, report, move.wording);
     }
 

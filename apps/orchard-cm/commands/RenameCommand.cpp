@@ -19,22 +19,28 @@ class RenameCommand : public Command {
         app.add_option("NAME", name_, "The new name")->required();
         app.footer(
             "If the file has the unit's name, it is renamed too. The files of the unit and of its owner must be\n"
-            "writable. If the tool can't rename it, the model and the files stay unchanged.");
+            "writable. If the tool can't rename it, the model and the files stay unchanged. After a crash,\n"
+            "the same command continues; see 'orchard-cm recover'.");
     }
 
     ExitCode run(Context &context) override {
         const ProjectHold held = context.session.holdAlone();
-        IUnit &unit = unitNamed(context.session.project(), unit_);
+        IUnit *unit = nullptr;
         const Restructuring rename{
             {"renamed", false},
             "rename",
             "Rename",
             !noTool_,
+            commandText({"rename", unit_, name_}),
             [&](orchard::UnitChange &change, CMArgumentList &, CMDiagnosticList &diagnostics) {
-                return CMFacade::RenameMember(&unit, change.oldPath(), change.newPath(), diagnostics);
+                return CMFacade::RenameMember(unit, change.oldPath(), change.newPath(), diagnostics);
             }};
+        if (tellFinished(context, rename, {unit_})) {
+            return ExitCode::done;
+        }
+        unit = &unitNamed(context.session.project(), unit_);
         const OperationReport report =
-            restructure(context, orchard::UnitChange::rename(unit, name_), {&unit}, rename);
+            restructure(context, orchard::UnitChange::rename(*unit, name_), {unit}, rename);
         return writeResult(context, report, rename.wording);
     }
 

@@ -5,12 +5,12 @@
 #include "apps/orchard-cm/commands/OperationOptions.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/UnitHandle.h"
-#include "apps/orchard-cm/operation/OutcomeWatch.h"
+#include "apps/orchard-cm/operation/Restructuring.h"
+#include "orchard/change/HeldRenamings.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,12 +18,6 @@
 namespace orchard_cm {
 
 namespace {
-
-/// Remembers a unit and the path of its file before the undo.
-struct Former {
-    UnitHandle handle;
-    std::string file;
-};
 
 int depthOf(const IUnit &unit) {
     int depth = 0;
@@ -44,32 +38,49 @@ void putOwnersFirst(CMUnitList &units) {
     }
 }
 
-/// Has the tool rename the file in the archive after the unit. Returns why it did not; empty if it did.
-std::string renameInArchive(IUnit &unit, const std::string &from, CMDiagnosticList &diagnostics) {
-    const OutcomeWatch watch;
-    CMFacade::RenameMember(&unit, from, unit.getFullFileName(), diagnostics);
-    return watch.reason();
+/// Renames a file after its unit, whose archived version has another name: on disk, in the archive and in the file
+/// of the owner. If the tool can't rename it, the file keeps its name, so that the next command finds it in the
+/// archive.
+void renameAfterUnit(Context &context, IUnit &unit, const std::string &fileName) {
+    const std::string file = unit.getFullFileName().str();
+    orchard::UnitChange change = orchard::UnitChange::renameFile(unit, fileName);
+    Restructuring rename{{"renamed", false}, "rename", "Rename", true, {}, {}};
+    rename.command = "undo " + fileName;
+    rename.entry = [&unit](orchard::UnitChange &begun, CMArgumentList &, CMDiagnosticList &diagnostics) {
+        return CMFacade::RenameMember(&unit, begun.oldPath(), begun.newPath(), diagnostics);
+    };
+    std::string fault;
+    try {
+        fault = carryOut(context, change, rename).fault;
+    } catch (const Failure &failure) {
+        fault = failure.what();
+    }
+    if (change.isOpen()) {
+        context.output.message(Output::Kind::error, file + ": the file has moved to " + fileName +
+                                                        ", but that could not be finished: " + fault +
+                                                        "; see 'orchard-cm recover'");
+    } else if (!change.stands()) {
+        context.output.message(Output::Kind::warning,
+                               file + ": the file keeps its name, as it could not be renamed to " + fileName +
+                                   " in the archive: " + fault);
+    }
 }
 
-/// A file that was renamed after its unit's archived name has another name than in the archive. The tool renames
-/// it there; if it can't, the file gets its old name back, so that the next command finds it in the archive.
-void followInArchive(const Context &context, const std::vector<Former> &formers, CMDiagnosticList &diagnostics) {
-    for (const Former &former : formers) {
-        IUnit *const unit = former.handle.unit();
-        if (unit == nullptr || unit->getFullFileName().str() == former.file) {
-            continue;
+/// Undoes the check out, and renames files after their units only then: each renaming is a change of its own, with
+/// the tool in between.
+int undoCheckOut(Context &context, CMUnitList &units, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
+    std::vector<std::pair<UnitHandle, std::string>> renamings;
+    const orchard::HeldRenamings held([&renamings](IUnit &unit, const std::string &fileName) {
+        renamings.emplace_back(UnitHandle(unit), fileName);
+    });
+    putOwnersFirst(units);
+    const int result = CMFacade::Uncheckout(units, arguments, diagnostics);
+    for (const auto &[handle, fileName] : renamings) {
+        if (IUnit *const unit = handle.unit()) {
+            renameAfterUnit(context, *unit, fileName);
         }
-        const std::string name = unit->getFileName().str();
-        const std::string fault = renameInArchive(*unit, former.file, diagnostics);
-        if (!fault.empty()) {
-            unit->setFileName(std::filesystem::path(former.file).filename().string());
-            context.output.message(Output::Kind::warning,
-                                   former.file + ": the file keeps its name, as it could not be renamed to " +
-                                       name + " in the archive: " + fault);
-        }
-        unit->updateCMHeader();
-        unit->updateMode("");
     }
+    return result;
 }
 
 class UndoCommand : public Command {
@@ -91,16 +102,9 @@ class UndoCommand : public Command {
             context, undo,
             options_.recursive()
                 ? UnitEntry(CMFacade::RecUncheckout)
-                : [&context](CMUnitList &units, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
-                      std::vector<Former> formers;
-                      for (IUnit *const unit : units) {
-                          formers.push_back({UnitHandle(*unit), unit->getFullFileName().str()});
-                      }
-                      putOwnersFirst(units);
-                      const int result = CMFacade::Uncheckout(units, arguments, diagnostics);
-                      followInArchive(context, formers, diagnostics);
-                      return result;
-                  },
+                : [&context](CMUnitList &units, CMArgumentList &arguments,
+                             CMDiagnosticList
+                                 &diagnostics) { return undoCheckOut(context, units, arguments, diagnostics); },
             [](CMArchiveItemList &items, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
                 return CMFacade::Uncheckout(items, arguments, diagnostics);
             });

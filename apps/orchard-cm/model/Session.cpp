@@ -6,6 +6,7 @@
 #include "CM/platform/Files.h"
 #include "apps/orchard-cm/base/Interrupt.h"
 #include "apps/orchard-cm/model/HostSetup.h"
+#include "orchard/change/Recovery.h"
 #include "orchard/storage/UnitSearch.h"
 
 #include <algorithm>
@@ -25,6 +26,8 @@ std::string messageOf(const orchard::Problems &problems) {
     }
     return text;
 }
+
+std::string inBrackets(const std::string &command) { return command.empty() ? "" : " (" + command + ")"; }
 
 bool isAboutReadOnlyFile(const orchard::Problem &problem) {
     return platform::fileExists(problem.file) && !platform::hasWritePermission(problem.file);
@@ -58,11 +61,9 @@ IProject &Session::project() {
 }
 
 std::string Session::projectFile() const {
-    if (!options_.project.empty()) {
-        const std::string withExtension = options_.project + ".orp";
-        const bool lacksExtension =
-            !std::filesystem::exists(options_.project) && std::filesystem::exists(withExtension);
-        return lacksExtension ? withExtension : options_.project;
+    if (const std::string &named = named_.empty() ? options_.project : named_; !named.empty()) {
+        const std::string withExtension = named + ".orp";
+        return !std::filesystem::exists(named) && std::filesystem::exists(withExtension) ? withExtension : named;
     }
     const std::string here = std::filesystem::current_path().string();
     const auto files = orchard::projectFilesIn(here);
@@ -94,7 +95,49 @@ orchard::OpenOptions Session::openOptions() {
     return options;
 }
 
+void Session::tellUnfinished() {
+    if (hasTold_) {
+        return;
+    }
+    const orchard::UnfinishedChange change = orchard::unfinishedChange(projectFile());
+    hasTold_ = !change.file.empty();
+    if (hasTold_) {
+        output_.message(Output::Kind::warning,
+                        "a change of the project is not finished" + inBrackets(change.command) +
+                            ", so a unit may be missing or not loaded; see 'orchard-cm recover'");
+    }
+}
+
+void Session::settle() {
+    finished_.clear();
+    const std::string file = projectFile();
+    if (orchard::unfinishedChange(file).file.empty()) {
+        return;
+    }
+    if (project_ != nullptr) {
+        orchard::closeProject(std::exchange(project_, nullptr));
+    }
+    const orchard::Recovered recovered = orchard::recover(file, orchard::Recover::byWhatIsThere);
+    if (recovered.outcome == orchard::Recovered::Outcome::failed) {
+        throw Failure(ExitCode::failed,
+                      "an earlier change of the project" + inBrackets(recovered.command) +
+                          " can't be finished or taken back:\n" + messageOf(recovered.problems),
+                      "Remove the cause and repeat the command; see 'orchard-cm recover'.");
+    }
+    for (const auto &problem : recovered.problems) {
+        output_.message(Output::Kind::warning, problem.message());
+    }
+    const bool isFinished = recovered.outcome == orchard::Recovered::Outcome::finished;
+    finished_ = isFinished ? recovered.command : std::string();
+    output_.message(Output::Kind::warning, "an earlier change of the project was interrupted" +
+                                               inBrackets(recovered.command) +
+                                               (isFinished ? "; it is finished now" : "; it is taken back now"));
+}
+
+bool Session::hasFinished(const std::string &command) const { return !command.empty() && command == finished_; }
+
 void Session::open() {
+    tellUnfinished();
     lock().beginReading();
     const auto result = orchard::openProject(projectFile(), openOptions());
     output_.status().clear();
@@ -161,12 +204,18 @@ Session::hold(orchard::ProjectLock::Answer (orchard::ProjectLock::*how)(const or
 }
 
 ProjectHold Session::holdAlone() {
-    ProjectHold held = hold(&orchard::ProjectLock::holdAlone);
+    ProjectHold held = holdUnfinished();
+    settle();
     readAgainIfChanged();
     return held;
 }
 
+ProjectHold Session::holdUnfinished() { return hold(&orchard::ProjectLock::holdAlone); }
+
 ProjectHold Session::holdUnits(const std::function<std::vector<IUnit *>()> &units) {
+    if (!orchard::unfinishedChange(projectFile()).file.empty()) {
+        const ProjectHold alone = holdAlone(); // settles it
+    }
     ProjectHold held = hold(&orchard::ProjectLock::holdBesideOthers);
     readAgainIfChanged();
     std::vector<std::string> names;
@@ -199,7 +248,7 @@ void Session::save() {
     lock().releaseSaving();
     if (!problems.empty()) {
         throw Failure(ExitCode::failed, "not everything could be saved:\n" + messageOf(problems),
-                      std::string("The files on disk are unchanged.") +
+                      std::string("Each file named here is as it was before.") +
                           (std::ranges::any_of(problems, isAboutReadOnlyFile)
                                ? " Check a read-only file out with --lock first."
                                : ""));

@@ -45,11 +45,23 @@ class Session {
     /// Returns the options for opening a project: progress, warnings and cancelling.
     [[nodiscard]] orchard::OpenOptions openOptions();
 
+    /// Lets the session work on another project than the options name. Call it before all else.
+    void nameProject(const std::string &project) { named_ = project; }
+    /// Reports an unfinished change, once, and leaves it as it is.
+    void tellUnfinished();
+
     /// Waits until no other program changes the project, and holds it alone. What others have changed since it was
     /// opened is read again, so units have to be looked up after this call. Throws a Failure that names who holds
     /// the project if that takes longer than the options allow. A place where nothing can be locked is reported as
     /// a warning, and not held.
+    ///
+    /// Then finishes a change that an earlier command has left unfinished, or takes it back, and reports which.
+    /// Throws a Failure if that can't be done.
     [[nodiscard]] ProjectHold holdAlone();
+    /// Returns whether holdAlone() has finished what this command was to do when it was given before.
+    [[nodiscard]] bool hasFinished(const std::string &command) const;
+    /// Holds the project alone, and leaves an unfinished change as it is.
+    [[nodiscard]] ProjectHold holdUnfinished();
     /// Does the same for work that changes only the files of the units that `units` looks up; others can work on
     /// other units at the same time.
     [[nodiscard]] ProjectHold holdUnits(const std::function<std::vector<IUnit *>()> &units);
@@ -64,6 +76,7 @@ class Session {
 
   private:
     void open();
+    void settle();
     orchard::ProjectLock &lock();
     [[nodiscard]] orchard::LockWaiting waiting();
     void require(orchard::ProjectLock::Answer answer);
@@ -78,6 +91,9 @@ class Session {
     IProject *project_ = nullptr;
     std::optional<orchard::ProjectLock> lock_;
     bool isUnlockable_ = false; ///< the place allows no lock, which was reported
+    bool hasTold_ = false;      ///< of an unfinished change
+    std::string named_;         ///< the project, if it is not that of the options
+    std::string finished_;      ///< the command whose change was finished
 };
 
 /// Holds back the text for the CM output window as long as this object exists; used where the text would only

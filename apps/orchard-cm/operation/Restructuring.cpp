@@ -22,67 +22,115 @@ std::string textOf(const orchard::Problems &problems) {
     return text;
 }
 
-void judge(ItemResult &item, const std::string &fault, bool cutOff, const orchard::UnitChange &change) {
-    if (change.stands() && change.isComplete() && fault.empty()) {
-        item.outcome = ItemResult::Outcome::done;
-        return;
+/// Returns how model and files are after a change that has not gone well.
+const char *stateAfter(const orchard::UnitChange &change, bool wasCutOff) {
+    if (change.isOpen()) {
+        return "; the change is not finished: repeat the command, or see 'orchard-cm recover'";
     }
-    item.outcome = ItemResult::Outcome::failed;
+    if (change.stands()) {
+        return change.isComplete() ? "; the model and its files have changed nevertheless, check the archive"
+                                   : "; the model has changed nevertheless, check the archive";
+    }
     if (!change.isComplete()) {
-        item.reason = (fault.empty() ? "a file is not where it belongs" : fault) +
-                      (change.stands() ? "; the model has changed nevertheless, check the archive"
-                                       : "; the model is unchanged, check the archive");
-        return;
+        return "; the model is unchanged, check the archive";
     }
-    item.reason = (fault.empty() ? "the tool did nothing" : fault) +
-                  (change.stands() ? "; the model and its files have changed nevertheless, check the archive"
-                   : cutOff        ? "; the model and its files are unchanged, check the archive"
-                                   : "; the model and its files are unchanged");
+    return wasCutOff ? "; the model and its files are unchanged, check the archive"
+                     : "; the model and its files are unchanged";
+}
+
+void judge(ItemResult &item, const Restructured &restructured, const orchard::UnitChange &change) {
+    const bool done = restructured.fault.empty();
+    item.outcome = done ? ItemResult::Outcome::done : ItemResult::Outcome::failed;
+    item.reason = done ? "" : restructured.fault + stateAfter(change, restructured.wasCutOff);
 }
 
 } // namespace
 
-OperationReport restructure(Context &context, orchard::UnitChange change, const std::vector<IUnit *> &units,
-                            const Restructuring &how) {
+std::string commandText(const std::vector<std::string> &words) {
+    std::string text;
+    for (const std::string &word : words) {
+        const bool plain = !word.empty() && word.find_first_of(" \t\n\r'\"\\") == std::string::npos;
+        text += text.empty() ? "" : " ";
+        text += plain ? word : "'" + word + "'";
+    }
+    std::ranges::replace(text, '\n', ' ');
+    return text;
+}
+
+bool tellFinished(Context &context, const Restructuring &how, const std::vector<std::string> &words) {
+    if (!context.session.hasFinished(how.command)) {
+        return false;
+    }
+    OperationReport report;
+    for (const std::string &word : words) {
+        ItemResult &item = report.items.emplace_back();
+        item.name = word;
+        item.outcome = ItemResult::Outcome::done;
+        item.reason = "begun by an earlier run of the command";
+    }
+    report.good = true;
+    static_cast<void>(writeResult(context, report, how.wording));
+    return true;
+}
+
+Restructured carryOut(Context &context, orchard::UnitChange &change, const Restructuring &how) {
+    const auto failed = [&how](const orchard::Problems &problems) {
+        return Failure(ExitCode::failed, std::string("can't ") + how.infinitive + " it:\n" + textOf(problems));
+    };
     if (!change) {
-        throw Failure(ExitCode::failed,
-                      std::string("can't ") + how.infinitive + " it:\n" + textOf(change.problems()));
+        throw failed(change.problems());
     }
     const bool byTool = how.withTool && !toolInUse().empty() && !change.files().empty();
     if (byTool) {
         requireCommand(how.key);
     }
+    context.session.setup().expectRuns(change.files().size());
+    const auto by = byTool ? orchard::FilesBy::tool : orchard::FilesBy::host;
+    Restructured result;
+    const OutcomeWatch watch;
+    const UndoBracket undo;
+    if (const auto problems = change.begin(by, how.command); !problems.empty()) {
+        throw failed(problems);
+    }
+    if (byTool) {
+        CMDiagnosticList diagnostics;
+        TemplateArguments arguments;
+        const int done = how.entry(change, arguments.list(), diagnostics);
+        for (const auto &file : change.halfWay()) {
+            CMFacade::RenameMember(file.unit, file.from, file.to, diagnostics);
+        }
+        reportDiagnostics(context, diagnostics);
+        result.fault = isFault(watch.fault()) ? watch.reason() : done == 0 ? "the tool did nothing" : "";
+        result.wasCutOff = watch.wasCutOff();
+    }
+    result.problems = change.finish(by);
+    if ((!change.stands() || !change.isComplete()) && result.fault.empty()) {
+        result.fault = change.isComplete() && byTool ? "the tool did nothing"
+                       : change.isOpen()             ? "a step could not be taken"
+                       : change.stands() || byTool   ? "a file is not where it belongs"
+                                                     : "it could not be done";
+    }
+    return result;
+}
+
+OperationReport restructure(Context &context, orchard::UnitChange change, const std::vector<IUnit *> &units,
+                            const Restructuring &how) {
     std::vector<Item> items;
     std::ranges::transform(units, std::back_inserter(items),
                            [](IUnit *unit) { return itemOf(unit, unit->getFullFileName().str()); });
-    context.session.setup().expectRuns(change.files().size());
     const std::size_t errorsBefore = context.output.errorCount();
-    CMDiagnosticList diagnostics;
-    std::string fault;
-    const OutcomeWatch watch;
-    {
-        const UndoBracket undo;
-        change.begin();
-        if (byTool) {
-            TemplateArguments arguments;
-            const int result = how.entry(change, arguments.list(), diagnostics);
-            reportDiagnostics(context, diagnostics);
-            fault = isFault(watch.fault()) ? watch.reason() : result == 0 ? "the tool did nothing" : "";
-        }
-        for (const auto &problem : change.finish(byTool ? orchard::FilesBy::tool : orchard::FilesBy::host)) {
-            context.output.message(change.stands() && change.isComplete() ? Output::Kind::warning
-                                                                          : Output::Kind::error,
-                                   problem.message());
-        }
+    const Restructured restructured = carryOut(context, change, how);
+    const bool good = change.stands() && change.isComplete();
+    for (const auto &problem : restructured.problems) {
+        context.output.message(good ? Output::Kind::warning : Output::Kind::error, problem.message());
     }
     OperationReport report;
     for (Item &item : items) {
         recordStateAfter(item);
-        judge(item.result, fault, watch.wasCutOff(), change);
+        judge(item.result, restructured, change);
         report.items.push_back(std::move(item.result));
     }
-    report.good =
-        fault.empty() && change.stands() && change.isComplete() && context.output.errorCount() == errorsBefore;
+    report.good = restructured.fault.empty() && context.output.errorCount() == errorsBefore;
     return report;
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "apps/orchard-cm/operation/Operation.h"
-#include "orchard/storage/UnitChange.h"
+#include "orchard/change/UnitChange.h"
 
 #include <functional>
 #include <string>
@@ -15,12 +15,30 @@ struct Restructuring {
     const char *infinitive; ///< "rename"
     CString key;            ///< of the template that the tool needs for the operation
     bool withTool = true;   ///< false: the archive is not changed
+    std::string command;    ///< what the user asked for, to recognise it after a crash
     /// Runs the facade's entry between the two halves of the change.
     std::function<int(orchard::UnitChange &, CMArgumentList &, CMDiagnosticList &)> entry;
 };
 
-/// Carries out the change for the units that the user named. Throws a Failure, with nothing changed, if it can't
-/// be done. If something fails later, the item reports the state of model and file.
+/// What became of a change.
+struct Restructured {
+    std::string fault;          ///< why it is not done, or not completely; empty if it is
+    bool wasCutOff = false;     ///< a run of the tool did not end by itself
+    orchard::Problems problems; ///< what the user should know
+};
+
+/// Carries out a change with the tool in between. Throws a Failure if it can't
+/// begin; nothing has changed then.
+Restructured carryOut(Context &context, orchard::UnitChange &change, const Restructuring &how);
+
+/// Returns the words as a user would type them.
+std::string commandText(const std::vector<std::string> &words);
+
+/// If an earlier run of the same command was interrupted and finished just now, reports that and returns true.
+bool tellFinished(Context &context, const Restructuring &how, const std::vector<std::string> &words);
+
+/// Carries out the change for `units`, which are those that the user named. Throws a Failure if it can't be done;
+/// nothing has changed then. If something fails later, the item reports the state of model and file.
 OperationReport restructure(Context &context, orchard::UnitChange change, const std::vector<IUnit *> &units,
                             const Restructuring &how);
 

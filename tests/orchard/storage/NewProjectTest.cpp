@@ -49,6 +49,17 @@ TEST_F(NewProject, NeverWritesOverAnother) {
     EXPECT_THAT(orchard::createSampleProject(path("Pump")).error, HasSubstr("units exists already"));
 }
 
+TEST_F(NewProject, CanBeRepeatedAfterACrash) {
+    ASSERT_TRUE(orchard::createGeneratedProject(path("a/Plant"), 30));
+    std::filesystem::create_directories(path("b/Plant_ory"));
+    write(path("b/Plant_ory/.unfinished"), "");
+    write(path("b/Plant_ory/Plant.ocm"), "<comp");
+    ASSERT_EQ(orchard::createGeneratedProject(path("b/Plant"), 30).error, "");
+    EXPECT_EQ(filesIn(path("a")), filesIn(path("b")));
+    std::filesystem::create_directories(path("c/Plant_ory"));
+    EXPECT_EQ(orchard::createGeneratedProject(path("c/Plant"), 30).error, "") << "killed before its first file";
+}
+
 TEST_F(NewProject, RefusesANameThatATemplateCouldNotQuote) {
     EXPECT_THAT(orchard::createSampleProject(path("a$b")).error, HasSubstr("the character $"));
     EXPECT_TRUE(std::filesystem::is_empty(directory));

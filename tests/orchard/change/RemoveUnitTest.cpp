@@ -1,6 +1,6 @@
 #include "tests/orchard/storage/Workbench.h"
 
-#include "orchard/storage/UnitChange.h"
+#include "orchard/change/UnitChange.h"
 #include "orchard/storage/UnitSearch.h"
 
 #include <sys/stat.h>
@@ -180,31 +180,42 @@ TEST_F(RemoveUnit, ARefusedOneRemovesNothing) {
     EXPECT_EQ(IUnit::getByFile("Valve.ocl"), unit("Valve"));
 }
 
-TEST_F(RemoveUnit, WhereASecondOwnersFileCanNotBeSavedTheUnitsGoAndThatOwnerIsYetToBeSaved) {
+TEST_F(RemoveUnit, WhereASecondOwnersFileCanNotBeSavedTheFirstGetsItsTextBack) {
+    const std::string sensors = read(unitFile("Sensors.osb"));
     UnitChange change = UnitChange::remove({unit("FlowSensor"), unit("Valve")});
     ::chmod(unitFile("Drives.osb").c_str(), 0444);
     const auto told = change.finish(FilesBy::host);
     ASSERT_EQ(told.size(), 1U);
     EXPECT_THAT(told[0].message(), testing::AllOf(HasSubstr("Drives.osb"), HasSubstr("read-only")));
-    EXPECT_TRUE(change.stands()) << "the file of Sensors no longer names FlowSensor";
-    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), nullptr);
-    EXPECT_EQ(IUnit::getByFile("FlowSensor.ocl"), nullptr);
-    EXPECT_FALSE(exists(unitFile("Valve.ocl")));
-    EXPECT_TRUE(unit("Drives")->isModified());
-    ::chmod(unitFile("Drives.osb").c_str(), 0644);
-    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    EXPECT_FALSE(change.stands());
+    EXPECT_FALSE(change.isOpen());
+    EXPECT_EQ(read(unitFile("Sensors.osb")), sensors);
+    EXPECT_NE(IUnit::getByFile("Valve.ocl"), nullptr);
+    EXPECT_TRUE(exists(unitFile("FlowSensor.ocl")));
     expectSaved();
 }
 
-TEST_F(RemoveUnit, AFileThatCanNotBeRemovedIsTold) {
+TEST_F(RemoveUnit, AFileThatCanNotBeRemovedTakesItBack) {
     UnitChange change = UnitChange::remove({unit("Valve")});
     std::filesystem::remove(unitFile("Valve.ocl"));
     std::filesystem::create_directory(unitFile("Valve.ocl"));
     const auto told = change.finish(FilesBy::host);
     ASSERT_EQ(told.size(), 1U);
     EXPECT_THAT(told[0].message(), HasSubstr("Valve.ocl: the file can't be removed"));
-    EXPECT_TRUE(change.stands());
-    EXPECT_EQ(IUnit::getByFile("Valve.ocl"), nullptr);
+    EXPECT_FALSE(change.stands());
+    EXPECT_FALSE(change.isOpen());
+    EXPECT_NE(IUnit::getByFile("Valve.ocl"), nullptr);
+    EXPECT_THAT(read(unitFile("Drives.osb")), HasSubstr("Valve.ocl"));
+}
+
+TEST_F(RemoveUnit, TheActiveConfigurationStaysIfItsComponentCanNotBeRead) {
+    const std::string text = read(path("Pump.orp"));
+    ASSERT_THAT(text, HasSubstr("configuration "));
+    write(unitFile("Controller.ocm"), "not a unit");
+    reopen();
+    EXPECT_THAT(UnitChange::remove({unit("Valve")}).finish(FilesBy::host), IsEmpty());
+    ASSERT_THAT(orchard::saveProject(project), IsEmpty());
+    EXPECT_EQ(read(path("Pump.orp")), text);
 }
 
 } // namespace

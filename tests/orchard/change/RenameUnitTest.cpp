@@ -1,6 +1,6 @@
 #include "tests/orchard/storage/Workbench.h"
 
-#include "orchard/storage/UnitChange.h"
+#include "orchard/change/UnitChange.h"
 #include "orchard/storage/UnitSearch.h"
 
 #include <sys/stat.h>
@@ -236,15 +236,26 @@ TEST_F(RenameUnit, AUnitThatHasNoFileYetMissesNone) {
     expectSaved();
 }
 
-TEST_F(RenameUnit, AToolThatWasStoppedBetweenFileAndDirectoryIsHelpedOn) {
+TEST_F(RenameUnit, AToolThatWasStoppedBetweenFileAndDirectoryTakesItBack) {
     UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
     change.begin();
     std::filesystem::rename(unitFile("Control/Control.osb"), unitFile("Control/Logic.osb"));
-    EXPECT_FALSE(change.finish(FilesBy::tool).empty());
+    EXPECT_EQ(change.finish(FilesBy::tool).size(), 1U);
+    EXPECT_FALSE(change.stands());
+    EXPECT_FALSE(exists(unitFile("Logic")));
+    EXPECT_TRUE(exists(unitFile("Control/Control.osb")));
+    expectSaved();
+}
+
+TEST_F(RenameUnit, AToolThatHasMovedTheDirectoryOnlyIsHelpedOn) {
+    UnitChange change = UnitChange::rename(*unit("Control"), "Logic");
+    change.begin();
+    std::filesystem::rename(unitFile("Control"), unitFile("Logic"));
+    const auto told = change.finish(FilesBy::tool);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].message(), HasSubstr("Logic/Control.osb: the CM tool has left the file behind"));
     EXPECT_TRUE(change.stands());
-    EXPECT_FALSE(exists(unitFile("Control")));
     EXPECT_TRUE(exists(unitFile("Logic/Logic.osb")));
-    EXPECT_TRUE(exists(unitFile("Logic/AlarmList.ocl")));
     expectSaved();
 }
 
@@ -337,7 +348,7 @@ TEST_F(RenameUnit, ADirectoryInTheWayIsNoCopyOfTheTools) {
     std::filesystem::create_directory(unitFile("Gate.ocl"));
     const auto told = change.finish(FilesBy::tool);
     ASSERT_EQ(told.size(), 1U);
-    EXPECT_THAT(told[0].message(), HasSubstr("this file is in the way; the file of the unit 'Gate'"));
+    EXPECT_THAT(told[0].message(), HasSubstr("this file is in the way; the unit's file is still"));
     EXPECT_FALSE(change.stands());
     std::filesystem::remove(unitFile("Gate.ocl"));
     expectSaved();

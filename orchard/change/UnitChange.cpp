@@ -1,10 +1,12 @@
-#include "orchard/storage/UnitChange.h"
+#include "orchard/change/UnitChange.h"
 
+#include "orchard/change/Relocation.h"
+#include "orchard/change/Removal.h"
 #include "orchard/model/Paths.h"
 #include "orchard/storage/DiskStorage.h"
-#include "orchard/storage/Relocation.h"
-#include "orchard/storage/Removal.h"
+#include "orchard/storage/FileText.h"
 #include "orchard/storage/TextCheck.h"
+#include "orchard/storage/UnitHeader.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -22,12 +24,12 @@ constexpr int deepest = 200;
 /// A change that can't be made.
 class Refused final : public UnitChange::Work {
   public:
-    Refused(const UnitElement *unit, std::string why) {
+    Refused(const UnitElement *unit, std::string why) : Work(nullptr) {
         problems.push_back({unit == nullptr ? std::string() : unit->fullFileName(), 0, 0, std::move(why)});
     }
-    void begin() override {}
-    void cancel() override {}
-    Problems finish(FilesBy /*by*/) override { return {}; }
+
+  private:
+    void settle(const Decision & /*decision*/, FilesBy /*by*/) override {}
 };
 
 std::unique_ptr<UnitChange::Work> refused(const UnitElement *unit, std::string why) {
@@ -108,19 +110,106 @@ void UnitChange::Work::refuse(const UnitElement &unit, std::string why) {
     problems.push_back({unit.fullFileName(), 0, 0, "'" + unit.name() + "': " + std::move(why)});
 }
 
+void UnitChange::Work::addText(UnitElement &unit, const Intention &intention, ChangePlan::Path path, bool own) {
+    FileText present;
+    ChangePlan::Text text{std::move(path), own, {}, {}, {}};
+    if (present.read(text.from) == FileRead::done) {
+        text.before = std::move(present.text);
+    }
+    std::string fault;
+    if (!writeUnit(unit, headerToWrite(unit, text.before), intention, text.after, text.cuts, fault)) {
+        refuse(unit, std::move(fault));
+        return;
+    }
+    if (!plan_.removes) {
+        text.after = text.with({true});
+        text.cuts.clear();
+    }
+    plan_.texts.push_back(std::move(text));
+    written_.push_back(&unit);
+}
+
+Problems UnitChange::Work::begin(FilesBy by, std::string_view command) {
+    if (phase_ != Phase::planned || !problems.empty()) {
+        return {};
+    }
+    plan_.command = command;
+    for (const FileChange &file : by == FilesBy::tool ? files : std::vector<FileChange>()) {
+        plan_.toolSteps.push_back({file.from, file.to});
+    }
+    if (std::string error = beginOnDisk(plan_, model_->projectFile()); !error.empty()) {
+        problems.push_back({planFileOf(model_->projectFile()), 0, 0, std::move(error)});
+        return problems;
+    }
+    phase_ = Phase::begun;
+    apply();
+    return {};
+}
+
+Problems UnitChange::Work::finish(FilesBy by) {
+    if (!problems.empty() || phase_ == Phase::over) {
+        return {};
+    }
+    Problems told = begin(by, {});
+    if (!told.empty()) {
+        return told;
+    }
+    phase_ = Phase::over;
+    const Ended ended =
+        endOnDisk(plan_, model_->projectFile(), by == FilesBy::tool ? Ending::afterTool : Ending::byHost, told);
+    isOpen = !ended.isOver;
+    complete = !isOpen && !ended.isIncomplete;
+    if (!ended.decision.finish) {
+        revert();
+        return told;
+    }
+    stands = std::ranges::find(ended.decision.parts, false) == ended.decision.parts.end();
+    settle(ended.decision, by);
+    if (ended.isOver) {
+        noteTexts(ended.decision);
+    }
+    return told;
+}
+
+std::vector<FileChange> UnitChange::Work::halfWay() const {
+    std::vector<FileChange> changes;
+    for (const ChangePlan::Path &path :
+         phase_ == Phase::begun ? halfWayIn(plan_) : std::vector<ChangePlan::Path>()) {
+        changes.push_back({files.front().unit, path.from, path.to});
+    }
+    return changes;
+}
+
+/// Notes which units are saved.
+void UnitChange::Work::noteTexts(const Decision &decision) {
+    FileText present;
+    for (std::size_t at = 0; at < written_.size(); ++at) {
+        const std::uint64_t hash = bodyHashOf(plan_.texts[at].with(decision.parts));
+        if (complete || (present.read(plan_.texts[at].to) == FileRead::done && bodyHashOf(present.text) == hash)) {
+            written_[at]->setBodyHash(hash);
+            written_[at]->noteSaved();
+        }
+    }
+}
+
+void UnitChange::Work::cancel() {
+    if (std::exchange(phase_, Phase::over) != Phase::begun) {
+        return;
+    }
+    Problems ignored; // what can't be taken back stays in the plan
+    isOpen = !endOnDisk(plan_, model_->projectFile(), Ending::takenBack, ignored).isOver;
+    revert();
+}
+
 bool isDirectoryOf(const UnitElement &root, const std::string &directory) {
     const Look found = lookInto(root, directory);
     return found.complete && found.other == nullptr;
 }
 
-UnitElement *otherUnitIn(const UnitElement &root, const std::string &directory) {
-    return lookInto(root, directory).other;
-}
-
 FileChange fileChangeOf(UnitElement &unit, std::string from, std::string to) {
     FileChange change{&unit.unit(), std::move(from), std::move(to)};
     if (!unit.directorySetting().empty()) {
-        UnitElement *const other = otherUnitIn(unit, std::string(directoryOfPath(change.from)));
+        UnitElement *const other = lookInto(unit, std::string(directoryOfPath(change.from))).other;
         change.sharedWith = other == nullptr ? nullptr : &other->unit();
     }
     return change;
@@ -146,6 +235,8 @@ std::vector<UnitElement *> outermost(const std::vector<IUnit *> &units) {
     }
     return outer;
 }
+
+namespace {
 
 std::unique_ptr<UnitChange::Work> planRename(IUnit &object, std::string_view name) {
     UnitElement &unit = *Element::of(&object)->asUnit();
@@ -177,6 +268,24 @@ std::unique_ptr<UnitChange::Work> planRename(IUnit &object, std::string_view nam
         return refused(&unit, "'" + unit.name() + "' can't be renamed to '" + target.name + "': " + fault);
     }
     return std::make_unique<Relocation>(*unit.model(), std::vector{std::move(target)}, nullptr);
+}
+
+std::unique_ptr<UnitChange::Work> planRenameOfFile(IUnit &object, std::string_view fileName) {
+    UnitElement &unit = *Element::of(&object)->asUnit();
+    if (unit.model() == nullptr || unit.owner() == nullptr || !unit.hasFile()) {
+        return refused(&unit, "'" + unit.name() + "' has no file that could be renamed");
+    }
+    std::string fault = faultOfFileName(fileName);
+    if (fault.empty()) {
+        fault = faultOfPath(unit.ownDirectory().append(1, '/').append(fileName));
+    }
+    if (!fault.empty()) {
+        return refused(&unit, "the file can't be renamed to '" + std::string(fileName) + "': " + fault);
+    }
+    return std::make_unique<Relocation>(
+        *unit.model(),
+        std::vector{Relocation::Target{&unit, unit.name(), std::string(fileName), unit.directorySetting()}},
+        nullptr);
 }
 
 std::unique_ptr<UnitChange::Work> planMove(const std::vector<IUnit *> &units, IUnit &newOwner) {
@@ -229,7 +338,12 @@ std::unique_ptr<UnitChange::Work> planRemoval(const std::vector<IUnit *> &units)
     return std::make_unique<Removal>(model, std::move(tops));
 }
 
+} // namespace
+
 UnitChange UnitChange::rename(IUnit &unit, std::string_view name) { return UnitChange(planRename(unit, name)); }
+UnitChange UnitChange::renameFile(IUnit &unit, std::string_view fileName) {
+    return UnitChange(planRenameOfFile(unit, fileName));
+}
 UnitChange UnitChange::move(const std::vector<IUnit *> &units, IUnit &newOwner) {
     return UnitChange(planMove(units, newOwner));
 }
@@ -248,8 +362,10 @@ const std::string &UnitChange::oldPath() const { return work_->oldPath; }
 const std::string &UnitChange::newPath() const { return work_->newPath; }
 bool UnitChange::stands() const { return work_->stands; }
 bool UnitChange::isComplete() const { return work_->complete; }
+bool UnitChange::isOpen() const { return work_->isOpen; }
 
-void UnitChange::begin() { work_->begin(); }
+Problems UnitChange::begin(FilesBy by, std::string_view command) { return work_->begin(by, command); }
+std::vector<FileChange> UnitChange::halfWay() const { return work_->halfWay(); }
 void UnitChange::cancel() { work_->cancel(); }
 Problems UnitChange::finish(FilesBy by) { return work_->finish(by); }
 

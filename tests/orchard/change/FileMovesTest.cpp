@@ -1,6 +1,6 @@
 #include "tests/orchard/storage/Workbench.h"
 
-#include "orchard/storage/FileMoves.h"
+#include "orchard/change/ChangeSteps.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <cerrno>

@@ -2,12 +2,13 @@
 //
 //     auto change = orchard::UnitChange::move({valve}, *control);
 //     if (!change) { ... }                       // change.problems() says why; nothing has changed
-//     change.begin();                            // changes the model, not the files
+//     change.begin();                            // writes the plan and changes the model, not the files
 //     CMFacade::MoveMember(...);                 // moves what the tool keeps (files() lists what to pass to it)
 //     problems = change.finish(orchard::FilesBy::tool);
 //
 // Nothing is lost on the way: an unfinished change is taken back, a file is never overwritten, and a file that
-// could not be moved is reported with its current place.
+// could not be moved is reported with its current place. After a crash, recover() (Recovery.h) finishes the change
+// or takes it back.
 #pragma once
 
 #include "orchard/OrchardApi.h"
@@ -56,6 +57,8 @@ class ORCHARD_API UnitChange {
     /// in use or can't be a file name, and if the file of the unit or of its owner can't be written (read-only, a
     /// reference, changed by another program).
     [[nodiscard]] static UnitChange rename(IUnit &unit, std::string_view name);
+    /// Renames a unit's file only. Refused as rename() is, except that the unit's own file may be read-only.
+    [[nodiscard]] static UnitChange renameFile(IUnit &unit, std::string_view fileName);
     /// Moves units to another owner. Units that are below other units in the list move along with them. Files go
     /// into the directory of the new owner, a subsystem's own directory moves as one, external and referenced
     /// files stay where they are. Refused for a new owner that is the unit itself or below it, can't hold it, or
@@ -90,20 +93,29 @@ class ORCHARD_API UnitChange {
     [[nodiscard]] const std::string &oldPath() const;
     [[nodiscard]] const std::string &newPath() const;
 
-    /// Applies a new name or owner to the model, including file names, paths and indexes, and creates the
-    /// directories that files move into. Files stay in place, and units to be removed stay in the model, because a
-    /// tool must still be able to refer to them.
-    void begin();
-    /// Makes the files and the model agree, and saves the files of the unit and its owners. Begins the change if
-    /// necessary. Returns what the user should know; stands() returns whether the change was made. After a
-    /// successful removal the units no longer exist.
+    /// Writes the plan of the change beside the project file, creates the directories that files move into, and
+    /// applies a new name or owner to the model, including file names, paths and indexes. Files stay in place, and
+    /// units to be removed stay in the model, because a tool must still be able to refer to them. `by` is the one
+    /// that will move the files; `command` is what the user asked for, one line, which is shown if the change has
+    /// to be finished after a crash. Returns why the change can't begin, which problems() then holds, too.
+    Problems begin(FilesBy by = FilesBy::tool, std::string_view command = {});
+    /// Brings files and model in line, and saves the files of the unit and of its owners. Begins the change if
+    /// that was not done. If a step fails, takes the change back, or, if a tool has moved or removed a file
+    /// already, leaves the plan, from which recover() continues. Returns what the user should know; stands()
+    /// returns whether the change was made. After a successful removal the units no longer exist.
     Problems finish(FilesBy by);
+    /// After a tool has renamed a file and not its directory, or the reverse: what to rename with the tool before
+    /// finish(), within one directory, so that file and archive agree. Each `unit` is the first of files().
+    [[nodiscard]] std::vector<FileChange> halfWay() const;
     /// Takes back a change that was begun; has no effect on a finished one.
     void cancel();
+    /// Whether the change was made, in the model at least.
     [[nodiscard]] bool stands() const;
-    /// False if a file that existed at the beginning is at neither its old nor its new place, because a tool has
-    /// put it elsewhere; finish() has reported it.
+    /// False if the change is open, or if a file that existed at the beginning is at neither its old nor its new
+    /// place, because a tool has put it elsewhere; finish() has reported it.
     [[nodiscard]] bool isComplete() const;
+    /// Whether steps are left on disk, so that the plan is still there.
+    [[nodiscard]] bool isOpen() const;
 
     class Work;
 
