@@ -134,6 +134,7 @@ TEST_F(Undo, OfAStolenLockRestoresTheFileAndLeavesTheThiefAlone) {
     EXPECT_EQ("pump 1\n", support::contentsOf(pump));
     EXPECT_EQ("bob", lockOwner("station/Pump.oru"));
     EXPECT_EQ(outOther, alice.status(pump));
+    EXPECT_EQ("", svnStatus(at("alice"))) << "the working copy has forgotten its lock";
 }
 
 TEST_F(Undo, RestoresAMissingFile) {
