@@ -338,10 +338,13 @@ case $action in
     cd -- "$(directory_of "$2")"
     name=$(name_of "$2")
     check_version "$1" "$name"
-    if cvs status -- "$name" | grep -q 'Status: \(Locally Modified\|Needs Merge\|File had conflicts\)'; then
-      echo "cvs update: '$2' has changes that a fetch would lose; check it in, or undo the check out" >&2
-      exit 1
-    fi
+    state=$(cvs status -- "$name")
+    case $state in
+      *'Status: Locally Modified'* | *'Status: Needs Merge'* | *'Status: File had conflicts'*)
+        echo "cvs update: '$2' has changes that a fetch would lose; check it in, or undo the check out" >&2
+        exit 1
+        ;;
+    esac
     # An edit of the file continues.
     open=
     if [ -e "CVS/Base/$name" ]; then open=yes; fi

@@ -251,7 +251,8 @@ finish_or_take_back() {
       "$finish"
       return
     fi
-    if ! hg --config extensions.strip= strip --keep --no-backup --rev .; then
+    # Not by the command server: with other extensions it would be another one.
+    if ! command hg --noninteractive --quiet --config extensions.strip= strip --keep --no-backup --rev .; then
       echo "error: the changeset could not be taken back; it goes to the shared repository with the next one" >&2
       "$finish"
       return

@@ -45,8 +45,11 @@ lock() {
 }
 give_up_lock() { ! has_lock "$1" || svn unlock -- "$1@"; }
 
-# is_changed FILE: whether it differs from the version that was got last.
-is_changed() { case $(svn status -q -- "$1@") in M*) return 0 ;; *) return 1 ;; esac; }
+# is_changed FILE: whether it differs from the version that was got last; yes if Subversion can't say.
+is_changed() {
+  state=$(svn status -q -- "$1@") || return 0
+  case $state in M*) return 0 ;; *) return 1 ;; esac
+}
 
 # revert FILE: discards changes, but keeps a copy of those that were made without a check out.
 revert() {
@@ -174,10 +177,14 @@ case $action in
     # A version older than the file would remove it.
     if [ -n "$1" ]; then svn info "$1" -- "$3@" >/dev/null; fi
     # Discards nothing if somebody else holds the lock: Subversion reports who.
-    if [ -n "$2" ] && [ -e "$3" ] && ! has_lock "$3" &&
-      svn info -r HEAD -- "$3@" | grep -q '^Lock Token: '; then
-      svn lock -- "$3@"
-      exit 1
+    if [ -n "$2" ] && [ -e "$3" ] && ! has_lock "$3"; then
+      newest=$(svn info -r HEAD -- "$3@")
+      case $newest in
+        *'Lock Token: '*)
+          svn lock -- "$3@"
+          exit 1
+          ;;
+      esac
     fi
     revert "$3"
     svn update -q --parents ${1:+"$1"} -- "$3@"

@@ -110,22 +110,23 @@ struct Refused : testing::TestWithParam<Refusal> {
         return all;
     }
 
-    /// Model, files with bytes and permissions, archive and workspace.
+    /// Model, files with bytes and permissions, and both workspace and archive as the tool shows them.
     std::map<std::string, std::string> everything() {
         std::map<std::string, std::string> state;
         for (const std::string &file : project.files()) {
             state[file] = (project.isWritable(file) ? "rw " : "ro ") + project.text(file);
         }
-        for (const std::string &file : archive.files()) {
-            state["archived " + file] = archive.newest(file);
-        }
         state["model"] = project.run({"list", "--paths"}).out;
         const std::map<std::string, std::string> commands{
-            {"RCS", "find . -not -name '*.ory~' | sort"},
-            {"CVS", "cd station_ory && cvs -f -Q -n update; find . -type d -not -name CVS | sort"},
-            {"Subversion", "cd station_ory && svn status; find . -name .svn -prune -o -print | sort"},
-            {"Git", "git status --porcelain --untracked-files=all; git log --format=%H; find station_ory | sort"},
-            {"Mercurial", "hg status; hg log --template '{node}\\n'; find station_ory | sort"}};
+            {"RCS", "find station_ory | sort; find . -name '*,v' -exec md5sum '{}' + | sort"},
+            {"CVS", "cd station_ory && cvs -f -Q -n update; find . -type d -not -name CVS | sort; "
+                    "find \"$ARCHIVE\" -name '*,v' -exec md5sum '{}' + | sort"},
+            {"Subversion", "cd station_ory && svn status; find . -name .svn -prune -o -print | sort; "
+                           "svnlook youngest \"$ARCHIVE\""},
+            {"Git", "git status --porcelain --untracked-files=all; git log --format=%H; find station_ory | sort; "
+                    "git --git-dir=\"$ARCHIVE\" rev-parse HEAD"},
+            {"Mercurial", "chg status; chg log --template '{node}\\n'; find station_ory | sort; "
+                          "chg -R \"$ARCHIVE\" log --template '{node}\\n'"}};
         state["workspace"] = inProject(commands.at(GetParam().tool)).out;
         return state;
     }
@@ -144,8 +145,8 @@ struct Refused : testing::TestWithParam<Refusal> {
 };
 
 TEST_P(Refused, LeavesEverythingAsItWasAndWorksLater) {
-    const auto before = everything();
     refuse();
+    const auto before = everything();
     for (const auto &[words, items] : commands()) {
         const testing::ScopedTrace trace(__FILE__, __LINE__, words.front() + " " + items.front());
         const Ran ran = project.run(words, items);
