@@ -306,7 +306,7 @@ TEST_F(Checkout, SkipsALaterUnitThatTheReloadOfAnEarlierOneReplaced) {
     const auto checkout = nlohmann::json::parse(ran.out.substr(0, ran.out.find('\n')));
     EXPECT_EQ(checkout["items"][0]["outcome"], "checked out") << ran.out;
     EXPECT_EQ(checkout["items"][1]["outcome"], "failed");
-    EXPECT_THAT(checkout["items"][1].value("reason", ""), HasSubstr("the reload of an earlier unit replaced it"));
+    EXPECT_THAT(checkout["items"][1].value("reason", ""), HasSubstr("the reload of an earlier unit replaced this one"));
     EXPECT_EQ(checkout["items"][2]["outcome"], "checked out");
     EXPECT_EQ(ran.exit, 1);
     EXPECT_THAT(ran.out, HasSubstr("\"name\":\"Coupling\""));

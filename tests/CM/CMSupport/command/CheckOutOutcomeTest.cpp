@@ -65,7 +65,7 @@ TEST_F(Outcome, OfACheckOutIsGoneWhereAnEarlierReloadReplacedTheUnit) {
     EXPECT_EQ(seen.last().kind, Kind::gone);
     EXPECT_EQ(seen.last().unit, before);
     EXPECT_EQ(seen.last().unitNow, nullptr);
-    EXPECT_THAT(reason(), HasSubstr("the reload of an earlier unit replaced it"));
+    EXPECT_THAT(reason(), HasSubstr("the reload of an earlier unit replaced this one"));
 }
 
 TEST_F(Outcome, OfACheckOutFromTheArchiveNamesTheItem) {
