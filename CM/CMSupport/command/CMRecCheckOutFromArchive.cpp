@@ -1,7 +1,6 @@
 #include "CM/CMSupport/command/CMRecCheckOutFromArchive.h"
 
 #include "CM/CMSupport/command/CheckOutRun.h"
-#include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/HostCallbacks.h"
 #include "CM/host/IPN.h"
 
@@ -28,11 +27,8 @@ int CMRecCheckOutFromArchive::operator()(CMArchiveItemList &items, CMArgumentLis
     if (!command::isToolConfigured(*this, false, error, diags)) {
         return 0;
     }
-    // A caller that works level by level saves once: it requests the save by saveOnCheckout(1), which is cleared
-    // here.
-    if (!items.IsEmpty() && core::isSaveOnCheckOutWanted() && CMProperty::saveOnCheckout(-1) != 0 &&
-        core::saveModel()) {
-        CMProperty::saveOnCheckout(0);
+    if (!items.IsEmpty()) {
+        core::saveBeforeRecursiveCheckOut();
     }
     Run run(args, error);
     run.workAll(items);

@@ -11,6 +11,7 @@
 #include "CM/CMSupport/core/CMORYHandler.h"
 #include "CM/CMSupport/core/CMOperation.h"
 #include "CM/CMSupport/core/OutcomeReport.h"
+#include "CM/CMSupport/core/PushedArgument.h"
 #include "CM/host/IUnit.h"
 #include "CM/host/LogTrace.h"
 #include "CM/platform/CString.h"
@@ -38,17 +39,7 @@ struct CommandTexts {
 [[nodiscard]] bool isToolConfigured(CMOperation &operation, bool hybrid, CString &errorText,
                                     CMDiagnosticList &diags);
 
-/// Keeps an argument at the end of the list as long as this object exists.
-class PushedArgument {
-  public:
-    PushedArgument(CMArgumentList &args, CMArgument &argument) : args_(args) { args_.AddTail(&argument); }
-    ~PushedArgument() { args_.RemoveTail(); }
-    PushedArgument(const PushedArgument &) = delete;
-    PushedArgument &operator=(const PushedArgument &) = delete;
-
-  private:
-    CMArgumentList &args_;
-};
+using core::PushedArgument;
 
 /// ITEM is IUnit or CMArchiveItem. The argument list contains the archive as long as the run exists.
 template <class ITEM> class CommandRun {

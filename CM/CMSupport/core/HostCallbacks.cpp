@@ -23,6 +23,12 @@ bool isSaveOnCheckOutWanted() {
     return property != nullptr && property->getBool();
 }
 
+void saveBeforeRecursiveCheckOut() {
+    if (isSaveOnCheckOutWanted() && CMProperty::saveOnCheckout(-1) != 0 && saveModel()) {
+        CMProperty::saveOnCheckout(0);
+    }
+}
+
 void openReloads() { CMFacade::ATMCallbackFunc()(CMFacade::ATMCallbackFuncParameter()); }
 
 void closeReloads() { CMFacade::afterATMCallbackFunc()(CMFacade::afterATMCallbackFuncParameter()); }

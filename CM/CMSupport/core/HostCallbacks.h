@@ -16,6 +16,11 @@ template <class LIST> void saveBeforeCheckOut(const LIST &items) {
     }
 }
 
+/// Saves the model before a recursive check out of items, if the tool's property asks for it and the model has not
+/// been saved for the same command: a caller that works level by level requests one save by saveOnCheckout(1),
+/// which is cleared here.
+void saveBeforeRecursiveCheckOut();
+
 /// Call the host's callbacks around a batch that reloads units. The host must have set them: they are not tested
 /// for null.
 void openReloads();

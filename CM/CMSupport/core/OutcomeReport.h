@@ -36,6 +36,7 @@ class OutcomeReport {
     void notLoaded(const CString &reason);
 
     [[nodiscard]] const CString &property() const { return outcome_.property; }
+    [[nodiscard]] bool hasFailed() const { return outcome_.kind != CMOutcome::Kind::done; }
     [[nodiscard]] const CString &reason() const { return outcome_.reason; }
     /// Sends the outcome to the observer; the last call on the object.
     void send();

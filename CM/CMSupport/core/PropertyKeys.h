@@ -31,6 +31,7 @@ inline constexpr auto showAllFiles = "ShowAllFilesInArchive";
 inline constexpr auto treeRepository = "SupportTreeRepository";
 
 // Values of the project, for all tools.
+inline constexpr auto addConfirm = "AddToArchiveConfirm";
 inline constexpr auto allowOnReferences = "AllowCMOperationsOnReferenceUnits";
 inline constexpr auto allowOnStubs = "AllowCMOperationsOnStubUnits";
 inline constexpr auto clearWindow = "CMClearWindowBeforeOperation";
@@ -49,5 +50,11 @@ inline constexpr auto namelessProvider = "BaslatSCCName"; ///< the provider whos
 inline constexpr auto projName = "ProjName";
 inline constexpr auto queryOneByOne = "QuerySCCStatusOneByOne";
 inline constexpr auto redirectOutput = "RedirectOutputToOrchard";
+
+inline constexpr auto addNewAtCheckIn = "AddNewUnitsToArchiveDuringCheckin";
+inline constexpr auto ignoreExistingAtAdd = "IgnoreAddToArchiveForExistingUnits";
+inline constexpr auto ignoreUndoOfOthers = "IgnoreUndoCheckoutForNotCheckedoutUnits";
+inline constexpr auto saveOnFetch = "SaveOnCheckOut";
+inline constexpr auto unrollLoops = "UnrollLoops"; ///< all files in one call
 
 } // namespace keys

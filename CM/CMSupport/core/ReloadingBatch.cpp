@@ -22,7 +22,7 @@ IUnit *ReloadingBatch::next() {
     while (next_) {
         current_ = next_;
         IUnit *const unit = units_.GetNext(next_);
-        if (!validator_.isUnitMarkedForValidation(unit) || validator_.isValidUnit(unit)) {
+        if (isAlive(unit)) {
             return unit;
         }
         OutcomeReport::ofDeadUnit(unit).send();
@@ -30,12 +30,33 @@ IUnit *ReloadingBatch::next() {
     return nullptr;
 }
 
+bool ReloadingBatch::isAlive(IUnit *unit) const {
+    return !validator_.isUnitMarkedForValidation(unit) || validator_.isValidUnit(unit);
+}
+
+CMUnitList ReloadingBatch::alive() const {
+    CMUnitList units;
+    for (IUnit *const unit : units_) {
+        if (isAlive(unit)) {
+            units.AddTail(unit);
+        }
+    }
+    return units;
+}
+
 void ReloadingBatch::replace(IUnit *unit, IUnit *reloaded) {
-    units_.SetAt(current_, reloaded);
+    if (current_) {
+        units_.SetAt(current_, reloaded);
+    }
     validator_.replaceUnit(unit, reloaded);
 }
 
-void ReloadingBatch::remove() { units_.RemoveAt(current_); }
+void ReloadingBatch::remove() {
+    if (current_) {
+        units_.RemoveAt(current_);
+        current_ = {};
+    }
+}
 
 void ReloadingBatch::close() {
     if (!units_.IsEmpty()) {

@@ -24,10 +24,15 @@ class ReloadingBatch {
     /// Returns the next unit, or null at the end. Skips units that no longer exist because of an earlier reload,
     /// and reports them as gone.
     IUnit *next();
-    /// Replaces `unit`, which next() returned last and which may have been deleted by now, with `reloaded`.
+    /// Returns whether a unit of the list is still in the model.
+    [[nodiscard]] bool isAlive(IUnit *unit) const;
+    /// Returns the units of the list that are.
+    [[nodiscard]] CMUnitList alive() const;
+    /// Replaces `unit`, which next() returned and which may be dead by now, by `reloaded`: in the entry that
+    /// next() returned last, unless that was removed, and in what close() fills into the list.
     void replace(IUnit *unit, IUnit *reloaded);
-    /// Removes the entry that next() returned last from the list. If the host has kept the unit, close() puts it
-    /// back.
+    /// Removes the entry that next() returned last from the list, once. If the host has kept the unit, close()
+    /// puts it back.
     void remove();
     /// Calls the host's callback after reloads, unless the list has become empty. Then refills the list with the
     /// units that still exist, in the validator's order.

@@ -1,6 +1,8 @@
 #include "CM/CMSupport/provider/ProviderCall.h"
 
+#include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/provider/ProviderLibrary.h"
 #include "CM/CMSupport/provider/ResultTexts.h"
 #include "CM/CMSupport/resources/Format.h"
 #include "CM/scc/scc.h"
@@ -44,10 +46,11 @@ void CallLog::returned(const CString &entry, long result) {
 
 std::vector<char *> fileArray(const CStringList &files) {
     std::vector<char *> array;
-    array.reserve(static_cast<std::size_t>(files.GetCount()));
+    array.reserve(static_cast<std::size_t>(files.GetCount()) + 1);
     for (const CString &file : files) {
         array.push_back(const_cast<char *>(file.c_str())); // the API's type, though providers only read
     }
+    array.push_back(nullptr);
     return array;
 }
 
@@ -61,6 +64,20 @@ void reportCall(OutcomeReport &report, const CString &entry, long result) {
                     reason);
     }
     report.ran({.command = entry, .result = static_cast<int>(result)});
+}
+
+void reportCall(OutcomeReport &report, SccEntryBase &entry, long result) {
+    reportLibrary(report);
+    if (!entry.isExported()) {
+        report.fail(CMOutcome::Kind::noCommand,
+                    resources::format(resources::Text::outcomeNoEntry, {entry.name()}));
+    }
+    reportCall(report, CString(entry.name()), result);
+}
+
+HWND topMostWindow() {
+    CWnd *const window = CMOutputer::getTopMostWindow();
+    return window == nullptr ? nullptr : window->GetSafeHwnd();
 }
 
 } // namespace provider

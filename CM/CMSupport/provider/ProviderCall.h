@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CM/CMSupport/core/OutcomeReport.h"
+#include "CM/CMSupport/provider/SccEntry.h"
 #include "CM/host/LogTrace.h"
 #include "CM/platform/CString.h"
 #include "CM/platform/CStringList.h"
@@ -30,12 +31,18 @@ class CallLog {
     LogTrace::Log log_{LogTrace::Log::cm};
 };
 
-/// Returns the texts of a list as the array that an entry takes. It is valid until the list changes; a provider
-/// must not write to it.
+/// Returns the texts of a list as the array that an entry takes, with a null pointer at its end, so that the array
+/// of an empty list has an address too. It is valid until the list changes; a provider must not write to it.
 [[nodiscard]] std::vector<char *> fileArray(const CStringList &files);
 
 /// Adds a call to the report. A result other than 0 makes the item failed, or declined if the user has cancelled;
 /// the reason is the result's message.
 void reportCall(OutcomeReport &report, const CString &entry, long result);
+/// Does the same for the call of an operation. A call that reached no provider, since its library or the entry is
+/// missing, reads as a success to the operation, but not in the report.
+void reportCall(OutcomeReport &report, SccEntryBase &entry, long result);
+
+/// Returns the parent for the provider's dialogs; null without a window.
+[[nodiscard]] HWND topMostWindow();
 
 } // namespace provider

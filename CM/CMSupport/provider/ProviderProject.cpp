@@ -1,6 +1,5 @@
 #include "CM/CMSupport/provider/ProviderProject.h"
 
-#include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/HostPaths.h"
 #include "CM/CMSupport/core/ProjectProperty.h"
@@ -20,11 +19,6 @@ namespace {
 
 constexpr auto source = "../CM/CMSupport/SCCConnectToCMRepository";
 constexpr int pathSize = 4096; ///< characters of the texts that go to the provider and come back
-
-HWND topMostWindow() {
-    CWnd *const window = CMOutputer::getTopMostWindow();
-    return window == nullptr ? nullptr : window->GetSafeHwnd();
-}
 
 } // namespace
 

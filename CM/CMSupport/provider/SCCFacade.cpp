@@ -1,52 +1,95 @@
 #include "CM/CMSupport/provider/SCCFacade.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/provider/AddMemberSCC.h"
+#include "CM/CMSupport/provider/CheckInSCC.h"
+#include "CM/CMSupport/provider/CheckOutFromArchiveSCC.h"
+#include "CM/CMSupport/provider/CheckOutSCC.h"
+#include "CM/CMSupport/provider/DeleteMemberSCC.h"
+#include "CM/CMSupport/provider/FetchSCC.h"
+#include "CM/CMSupport/provider/HistorySCC.h"
+#include "CM/CMSupport/provider/ListArchiveSCC.h"
+#include "CM/CMSupport/provider/MoveMemberSCC.h"
+#include "CM/CMSupport/provider/PropertiesSCC.h"
 #include "CM/CMSupport/provider/ProviderLibrary.h"
-#include "CM/CMSupport/provider/RouteMissing.h"
+#include "CM/CMSupport/provider/RecCheckOutFromArchiveSCC.h"
+#include "CM/CMSupport/provider/RecCheckOutSCC.h"
+#include "CM/CMSupport/provider/RenameMemberSCC.h"
 #include "CM/CMSupport/provider/SCCConnectToCMRepository.h"
 #include "CM/CMSupport/provider/SCCdll.h"
-
-using provider::routeMissing;
+#include "CM/CMSupport/provider/UncheckoutSCC.h"
 
 int SCCFacade::SCCConnectToArchive(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
     return SCCConnectToCMRepository()(units, args, diags);
 }
 
-int SCCFacade::SCCCheckOut(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCRecCheckOut(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCCheckOutFromArchive(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &) {
-    return routeMissing();
+int SCCFacade::SCCCheckOut(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return CheckOutSCC()(units, args, diags, false);
 }
-int SCCFacade::SCCRecCheckOutFromArchive(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &) {
-    return routeMissing();
+int SCCFacade::SCCRecCheckOut(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return RecCheckOutSCC()(units, args, diags, false);
 }
-int SCCFacade::SCCCheckIn(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCUncheckout(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
+int SCCFacade::SCCCheckOutFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) {
+    return CheckOutFromArchiveSCC()(items, args, diags);
+}
+int SCCFacade::SCCRecCheckOutFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) {
+    return RecCheckOutFromArchiveSCC()(items, args, diags);
+}
+int SCCFacade::SCCCheckIn(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return CheckInSCC()(units, args, diags, false);
+}
+int SCCFacade::SCCUncheckout(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return UncheckoutSCC()(units, args, diags, false);
+}
 
-int SCCFacade::SCCAddMember(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCAddDirectory(const CString &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
+int SCCFacade::SCCAddMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return AddMemberSCC()(units, args, diags, false);
+}
+int SCCFacade::SCCAddDirectory(const CString &directory, CMArgumentList &args, CMDiagnosticList &diags) {
+    return AddMemberSCC().AddDirectory(directory, args, diags);
+}
 
-int SCCFacade::SCCMoveMember(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCRenameMember(IUnit *, const CString &, const CString &, CMDiagnosticList &) {
-    return routeMissing();
+int SCCFacade::SCCMoveMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return MoveMemberSCC()(units, args, diags, false);
 }
-int SCCFacade::SCCDeleteMember(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
+int SCCFacade::SCCRenameMember(IUnit *unit, const CString &oldPath, const CString &newPath,
+                               CMDiagnosticList &diags) {
+    return RenameMemberSCC()(unit, oldPath, newPath, diags, false);
+}
+int SCCFacade::SCCDeleteMember(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return DeleteMemberSCC()(units, args, diags, false);
+}
 
-int SCCFacade::SCCFetch(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCFetchForDiff(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::FetchFromArchive(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &) {
-    return routeMissing();
+int SCCFacade::SCCFetch(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return FetchSCC()(units, args, diags, false);
 }
-int SCCFacade::RecFetchFromArchive(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &) {
-    return routeMissing();
+int SCCFacade::SCCFetchForDiff(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return FetchSCC().FetchForDiff(units, args, diags);
 }
-int SCCFacade::SCCFetchForDiffFromArc(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &) {
-    return routeMissing();
+int SCCFacade::FetchFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) {
+    return FetchSCC().FetchFromArchive(items, args, diags);
 }
-int SCCFacade::SCCListArchive(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCHistory(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCAltHistory(CMArchiveItemList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
-int SCCFacade::SCCProperties(CMUnitList &, CMArgumentList &, CMDiagnosticList &) { return routeMissing(); }
+int SCCFacade::RecFetchFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) {
+    return FetchSCC().RecFetchFromArchive(items, args, diags);
+}
+int SCCFacade::SCCFetchForDiffFromArc(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) {
+    return FetchSCC().FetchForDiffFromArc(items, args, diags);
+}
+int SCCFacade::SCCListArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) {
+    return ListArchiveSCC()(items, args, diags);
+}
+int SCCFacade::SCCListArchive(CMArchiveItemList &items, CMUnitList &units) {
+    return ListArchiveSCC()(items, units);
+}
+int SCCFacade::SCCHistory(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return HistorySCC()(units, args, diags);
+}
+int SCCFacade::SCCAltHistory(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags) {
+    return HistorySCC().Alt(items, args, diags);
+}
+int SCCFacade::SCCProperties(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags) {
+    return PropertiesSCC()(units, args, diags);
+}
 
 int SCCFacade::doSetUpSCC() {
     if (CMProperty::useSccCompliantTool() == 0) {

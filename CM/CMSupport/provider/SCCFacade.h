@@ -37,6 +37,8 @@ class SCCFacade {
     static int RecFetchFromArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
     static int SCCFetchForDiffFromArc(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
     static int SCCListArchive(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
+    /// Lists what belongs to the project and its units, for the dialogs. `units` is not used.
+    static int SCCListArchive(CMArchiveItemList &items, CMUnitList &units);
     static int SCCHistory(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);
     static int SCCAltHistory(CMArchiveItemList &items, CMArgumentList &args, CMDiagnosticList &diags);
     static int SCCProperties(CMUnitList &units, CMArgumentList &args, CMDiagnosticList &diags);

@@ -38,7 +38,7 @@ long SccQuery::query(const CStringList &files, long *status, void *context) {
         return -1;
     }
     std::vector<char *> array = provider::fileArray(files);
-    const auto count = static_cast<long>(array.size());
+    const long count = files.GetCount();
     provider::CallLog log(source);
     log.before(entry, std::min(count, 1L), array.data()); // required: only the first, however many there are
     const long result = CMProperty::getSCCdll().SccQueryInfo(context, count, array.data(), status);

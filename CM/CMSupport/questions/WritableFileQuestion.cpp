@@ -14,24 +14,33 @@ WritableFileQuestion::WritableFileQuestion() {
 }
 
 bool WritableFileQuestion::mayOverwrite(const IUnit &unit) const {
-    return ask(unit.getFileName(), unit.getFullFileName());
+    return mayOverwrite(unit, unit.getFullFileName());
 }
 
 bool WritableFileQuestion::mayOverwriteFile(const CString &file) const {
-    return ask(platform::fileOfPath(file), file);
+    return ask(file, platform::fileOfPath(file), file);
 }
 
-bool WritableFileQuestion::ask(const CString &name, const CString &file) const {
+bool WritableFileQuestion::mayOverwrite(const IUnit &unit, const CString &file) const {
+    return ask(file, unit.getFileName(), unit.getFullFileName());
+}
+
+bool WritableFileQuestion::ask(const CString &file, const CString &name, const CString &fullName) const {
     if (!asks_ || !oqFileHasWritePermission(file)) {
         return true;
     }
     CCMSyncQuestionDlg question;
     question.SetCancelableOperation(0);
-    question.setText(resources::format(resources::Text::writableFileQuestion, {name, file}));
+    question.setText(resources::format(resources::Text::writableFileQuestion, {name, fullName}));
     return question.DoModal() == IDYES;
 }
 
 bool WritableFileQuestion::mayOverwrite(const CMArchiveItem &item) const {
     const IUnit *const unit = asks_ ? IUnit::getByFile(item.getFileNameForRepFiles()) : nullptr;
     return unit == nullptr || mayOverwrite(*unit);
+}
+
+bool WritableFileQuestion::mayOverwrite(const CMArchiveItem &item, const CString &file) const {
+    const IUnit *const unit = asks_ ? IUnit::getByFile(item.getFileNameForRepFiles()) : nullptr;
+    return unit == nullptr || mayOverwrite(*unit, file);
 }

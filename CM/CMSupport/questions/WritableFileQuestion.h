@@ -16,9 +16,13 @@ class ORC_CM_API WritableFileQuestion {
     [[nodiscard]] bool mayOverwriteFile(const CString &file) const;
     /// Does the same for the item's unit. Returns true for an item without a unit.
     [[nodiscard]] bool mayOverwrite(const CMArchiveItem &item) const;
+    // The same if the file that would be overwritten has another path than the unit's own.
+    [[nodiscard]] bool mayOverwrite(const IUnit &unit, const CString &file) const;
+    [[nodiscard]] bool mayOverwrite(const CMArchiveItem &item, const CString &file) const;
 
   private:
-    [[nodiscard]] bool ask(const CString &name, const CString &file) const;
+    /// Asks about the file, which the question calls by the two names.
+    [[nodiscard]] bool ask(const CString &file, const CString &name, const CString &fullName) const;
 
     bool asks_;
 };

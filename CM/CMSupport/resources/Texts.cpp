@@ -11,9 +11,6 @@ const char *text(Text number) {
     case Text::providerNotFound:
         return "No Source Code Control provider is registered on this computer. Install one, or choose a command "
                "line tool in the project's configuration management properties.";
-    case Text::providerRouteMissing:
-        return "This version works with command line tools only, but the project is set to use a Source Code "
-               "Control provider. Set its property \"UseSCCtool\" to \"No\" and choose a command line tool.";
     case Text::cannotEnterDirectory:
         return "Cannot enter the directory \"%s\": %s. Check that the directory exists and that you may enter "
                "it.\n";
@@ -170,6 +167,10 @@ const char *text(Text number) {
         return "the tool is not installed or not on the PATH";
     case Text::runNotStarted:
         return "the tool could not be started: %s";
+    case Text::outcomeNoEntry:
+        return "the provider doesn't offer %s";
+    case Text::outcomeOutOfDate:
+        return "the archive has a newer version; fetch it first";
     case Text::callFailed:
         return "the provider's call %s failed with result %s";
     case Text::providerFaulted:
@@ -266,6 +267,28 @@ const char *text(Text number) {
         return "The provider has created the project.";
     case Text::resultNotAffected:
         return "The file was not affected.";
+    case Text::fileCheckedOut:
+        return "The file is checked out already: %s";
+    case Text::filesNotCheckedOut:
+        return "These files were not checked out: %s";
+    case Text::nothingSelected:
+        return "Nothing is selected.";
+    case Text::outOfDateLeftOut:
+        return "Files of which the archive has a newer version were left out. Fetch them first.";
+    case Text::fileNotControlled:
+        return "The file is not under the provider's control; add it to the archive first: %s";
+    case Text::fileWillBeAdded:
+        return "The file is not under the provider's control and will be added to the archive: %s";
+    case Text::fileNotCheckedOut:
+        return "The file is not checked out: %s";
+    case Text::fileInArchive:
+        return "The file is in the archive already: %s";
+    case Text::providerHasCheckedIn:
+        return "the check in.";
+    case Text::providerHasAdded:
+        return "adding to the archive.";
+    case Text::providerHasRenamed:
+        return "the renaming.";
     }
     return "?"; // a number from outside the enumeration
 }

@@ -7,7 +7,6 @@ namespace resources {
 enum class Text : unsigned {
     noToolSelected = 1,          ///< no CM tool is selected
     providerNotFound,            ///< no provider is registered
-    providerRouteMissing,        ///< this version has no provider route
     cannotEnterDirectory,        ///< directory, reason
     commandTimedOut,             ///< a command exceeded its limit and printed nothing
     commandReportedError,        ///< the tool's error pattern matched
@@ -70,7 +69,9 @@ enum class Text : unsigned {
     outcomeUnresolved,   ///< key of the template, variable
     outcomeEndless,      ///< key of the template, key of the property that refers to itself
     outcomeNoDirectory,  ///< directory, why it was not checked out
-    runFailed,           ///< exit status
+    outcomeNoEntry,      ///< the provider's entry
+    outcomeOutOfDate,
+    runFailed, ///< exit status
     runCommandNotFound,
     runKilled, ///< signal's number, its name
     runTimedOut,
@@ -123,6 +124,17 @@ enum class Text : unsigned {
     resultCancelled,
     resultProjectCreated,
     resultNotAffected,
+    fileCheckedOut = 600, ///< path; these texts are shown by operations of the provider route
+    filesNotCheckedOut,   ///< file names
+    nothingSelected,
+    outOfDateLeftOut,
+    fileNotControlled,    ///< path
+    fileWillBeAdded,      ///< path
+    fileNotCheckedOut,    ///< path
+    fileInArchive,        ///< path
+    providerHasCheckedIn, ///< what has succeeded, for providerSuccess
+    providerHasAdded,
+    providerHasRenamed,
 };
 
 /// Returns the text with this number; "?" for an unknown number.

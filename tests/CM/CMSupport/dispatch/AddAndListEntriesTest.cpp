@@ -4,6 +4,7 @@
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/command/ListingFixture.h"
+#include "tests/CM/CMSupport/dispatch/FakeProvider.h"
 
 #include <memory>
 
@@ -26,7 +27,7 @@ class AddAndListEntries : public ListingFixture {
     static std::string separator(resources::Text name) { return "<" + std::string(resources::text(name)) + ">"; }
     void expectProviderRouteMessage() {
         ASSERT_FALSE(host.messages.shown.empty());
-        EXPECT_EQ(host.messages.shown.back().text, resources::text(resources::Text::providerRouteMissing));
+        EXPECT_EQ(host.messages.shown.back().text, FakeProvider::notice);
         EXPECT_THAT(host.worker.commands, IsEmpty());
     }
     CMUnitList units;

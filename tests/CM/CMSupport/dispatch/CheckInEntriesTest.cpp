@@ -4,6 +4,7 @@
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
+#include "tests/CM/CMSupport/dispatch/FakeProvider.h"
 
 #include <ostream>
 #include <stdexcept>
@@ -135,7 +136,7 @@ TEST_P(CheckInEntries, OnTheProviderRouteLocksByCommandAllTheSameAndChecksNothin
     units = list(&host.addUnit("Pump"));
     EXPECT_EQ(call(), row().hasProviderRoute ? 0 : 1);
     const auto messageCount = [this] {
-        return std::ranges::count(host.messages.shown, CString(resources::text(Text::providerRouteMissing)),
+        return std::ranges::count(host.messages.shown, CString(FakeProvider::notice),
                                   &recording::MessageState::Shown::text);
     };
     if (row().hasProviderRoute) {

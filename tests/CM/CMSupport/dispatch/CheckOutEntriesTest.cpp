@@ -4,6 +4,7 @@
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
+#include "tests/CM/CMSupport/dispatch/FakeProvider.h"
 
 #include <stdexcept>
 
@@ -182,7 +183,7 @@ TEST_F(CheckOutEntries, OnTheProviderRouteTellTheUserPlainlyAndRunNothing) {
         host.clearRecords();
         EXPECT_EQ(call(entry), 0);
         ASSERT_THAT(host.messages.shown, Not(IsEmpty()));
-        EXPECT_EQ(host.messages.shown.back().text, resources::text(resources::Text::providerRouteMissing));
+        EXPECT_EQ(host.messages.shown.back().text, FakeProvider::notice);
         EXPECT_EQ(host.messages.shown.back().flags, MB_ICONHAND);
         EXPECT_EQ(host.messages.shown.back().level, messageLevelDefault);
         EXPECT_FALSE(operationRan());

@@ -7,6 +7,7 @@
 #include "CM/CMSupport/resources/Texts.h"
 #include "CM/host/Messages.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
+#include "tests/CM/CMSupport/dispatch/FakeProvider.h"
 
 #include <functional>
 #include <stdexcept>
@@ -34,7 +35,7 @@ class EntriesFixture : public CheckOutFixture {
     }
     /// Returns how often the provider's route would have been used.
     [[nodiscard]] std::ptrdiff_t providerCalls() const {
-        return std::ranges::count(host.messages.shown, resources::text(resources::Text::providerRouteMissing),
+        return std::ranges::count(host.messages.shown, CString(FakeProvider::notice),
                                   &recording::MessageState::Shown::text);
     }
     [[nodiscard]] bool wentToProvider() const { return providerCalls() == 1 && host.worker.commands.empty(); }

@@ -3,6 +3,7 @@
 #include "CM/CMSupport/provider/DeleteMemberSCC.h"
 #include "CM/CMSupport/provider/MoveMemberSCC.h"
 #include "CM/CMSupport/provider/SCCFacade.h"
+#include "CM/host/Messages.h"
 
 #include <stdexcept>
 
@@ -16,7 +17,11 @@ void add(FakeProvider::Call &call, IUnit *unit) { call.addresses.push_back(unit)
 void add(FakeProvider::Call &call, const auto &list) { call.addresses.push_back(&list); }
 
 int answer(const char *entry, const auto &...args) {
-    FakeProvider &fake = FakeProvider::current();
+    if (theProvider == nullptr) {
+        notifyUserAndAsk(FakeProvider::notice, MB_ICONHAND, 0, messageLevelDefault);
+        return 0;
+    }
+    FakeProvider &fake = *theProvider;
     FakeProvider::Call call{entry, {}, {}};
     (add(call, args), ...);
     fake.calls.push_back(std::move(call));
@@ -78,6 +83,8 @@ int SCCFacade::doCloseProjectSCC() { return answer("doCloseProjectSCC"); }
 int SCCFacade::doCleanUpSCC() { return answer("doCleanUpSCC"); }
 int SCCFacade::SCCRunToolExe() { return answer("SCCRunToolExe"); }
 
+int MoveMemberSCC::operator()(Units &, Args &, Diags &, bool) { return 0; } // not called: SCCFacade has the entry
+int DeleteMemberSCC::operator()(Units &, Args &, Diags &, bool) { return 0; }
 int MoveMemberSCC::movePackageContent(IUnit *package, Units &u, const CString &from, const CString &to, Args &a, Diags &d, bool hybrid) {
     return answer("movePackageContent", package, u, from, to, a, d, hybrid);
 }

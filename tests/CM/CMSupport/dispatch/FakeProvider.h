@@ -1,5 +1,6 @@
 // Provides a provider route that records its calls. A test program with this file among its sources links it
-// instead of the library's own.
+// instead of the library's own. Without a FakeProvider object, every entry shows a box with `notice` and returns
+// 0.
 #pragma once
 
 #include "CM/platform/CString.h"
@@ -10,6 +11,8 @@
 
 class FakeProvider {
   public:
+    static constexpr auto notice = "The operation went to the provider.";
+
     FakeProvider();
     ~FakeProvider();
     FakeProvider(const FakeProvider &) = delete;

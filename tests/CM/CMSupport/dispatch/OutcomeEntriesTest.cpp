@@ -58,13 +58,6 @@ TEST_F(OutcomeOfAnEntry, HasNoToolInATransactionWithoutOne) {
     EXPECT_THAT(seen.last().reason.str(), HasSubstr("No configuration management tool is selected"));
 }
 
-TEST_F(OutcomeOfAnEntry, HasNoToolOnTheProvidersRouteAsLongAsThatIsMissing) {
-    useProviderNamed("Basalt", false);
-    EXPECT_EQ(checkIn(list(&host.addUnit("Pump"))), 0);
-    EXPECT_THAT(seen.lines(), ElementsAre("noTool"));
-    EXPECT_EQ(seen.last().reason, resources::text(resources::Text::providerRouteMissing));
-}
-
 TEST_F(OutcomeOfAnEntry, IsMissingWithoutAProject) {
     auto &pump = host.addUnit("Pump");
     host.model.activeProject = nullptr;

@@ -6,6 +6,7 @@
 #include "CM/host/Messages.h"
 #include "CM/host/Utilities.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
+#include "tests/CM/CMSupport/dispatch/FakeProvider.h"
 
 #include <stdexcept>
 
@@ -259,7 +260,7 @@ TEST_F(UndoEntries, OnTheProviderRouteOfUnitsTellsTheUserAndRunsNothing) {
     fillLists();
     EXPECT_EQ(call(Entry::units), 0);
     ASSERT_FALSE(host.messages.shown.empty());
-    EXPECT_EQ(host.messages.shown.back().text, resources::text(Text::providerRouteMissing));
+    EXPECT_EQ(host.messages.shown.back().text, FakeProvider::notice);
     EXPECT_THAT(host.worker.commands, IsEmpty());
 }
 

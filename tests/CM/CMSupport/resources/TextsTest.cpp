@@ -9,7 +9,7 @@ using resources::text;
 
 namespace {
 
-// The numbers of the table are those of the six runs of the enumeration, to their last names.
+// The numbers of the table are those of the seven runs of the enumeration, to their last names.
 template <class CHECK> void forEachText(CHECK check) {
     const auto run = [&check](Text first, Text last) {
         for (auto number = static_cast<unsigned>(first); number <= static_cast<unsigned>(last); ++number) {
@@ -22,6 +22,7 @@ template <class CHECK> void forEachText(CHECK check) {
     run(Text::statusCheckedOut, Text::statusRefreshQuestion);
     run(Text::outcomeDeclined, Text::callFailed);
     run(Text::providerFaulted, Text::resultNotAffected);
+    run(Text::fileCheckedOut, Text::providerHasRenamed);
 }
 
 int placeholders(const std::string &shown) {
@@ -79,6 +80,13 @@ TEST(Texts, TakeTheArgumentsThatTheirNumbersPromise) {
         {Text::providerNotLoaded, 3},
         {Text::providerNotOne, 2},
         {Text::providerSuccess, 1},
+        {Text::outcomeNoEntry, 1},
+        {Text::fileCheckedOut, 1},
+        {Text::filesNotCheckedOut, 1},
+        {Text::fileNotControlled, 1},
+        {Text::fileWillBeAdded, 1},
+        {Text::fileNotCheckedOut, 1},
+        {Text::fileInArchive, 1},
     };
     forEachText([&withArguments](Text number) {
         const auto found = withArguments.find(number);
