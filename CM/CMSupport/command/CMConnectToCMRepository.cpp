@@ -3,6 +3,7 @@
 #include "CM/CMSupport/command/ArchiveSelection.h"
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/command/ReportedExpansion.h"
 #include "CM/CMSupport/core/CMOutputer.h"
 #include "CM/CMSupport/core/CMProperty.h"
@@ -46,8 +47,8 @@ void fillInArchivePath(const CString &key, CString &value, const CString &path) 
     }
 }
 
-/// Writes the archive's path, which the connect command has printed, into the properties. Returns false, and writes
-/// nothing, for a path that can't be quoted: every later command would contain it.
+/// Writes the archive's path, which the connect command has printed, into the properties. Returns false, and
+/// writes nothing, for a path that can't be quoted: every later command would contain it.
 bool takeOverRepository(const CString &output, CString &error, OutcomeReport &report) {
     CString path;
     int wasSet = 0;
@@ -74,6 +75,9 @@ bool takeOverRepository(const CString &output, CString &error, OutcomeReport &re
 /// Runs the two commands. Their templates see only the caller's arguments, which contain the archive of the user's
 /// choice.
 int connect(CMArgumentList &args, CString &error, OutcomeReport &report) {
+    if (!command::mayReachCommand(args, report)) {
+        return 0;
+    }
     CString command;
     int result = command::expandProperty(IPN::CMConnectToCMRepository, args, command, false, report);
     if (result != 1) {

@@ -3,6 +3,7 @@
 #include "CM/CMSupport/command/CommandRun.h"
 #include "CM/CMSupport/command/ListingParser.h"
 #include "CM/CMSupport/command/LoggedRun.h"
+#include "CM/CMSupport/command/NameGuard.h"
 #include "CM/CMSupport/command/ReportedExpansion.h"
 #include "CM/CMSupport/core/CMProperty.h"
 #include "CM/CMSupport/core/ProjectProperty.h"
@@ -30,6 +31,9 @@ command::ListingRules rulesOf(const IProject &project) {
 
 /// Runs the tool's command and appends what it prints to `output`.
 int list(CMArgumentList &args, CString &output, CString &error, OutcomeReport &report) {
+    if (!command::mayReachCommand(args, report)) {
+        return 0;
+    }
     CString command;
     const int result = command::expandProperty(IPN::CMListArchive, args, command, false, report);
     if (result != 1) {

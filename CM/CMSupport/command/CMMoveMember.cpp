@@ -58,7 +58,7 @@ class Run : public command::CommandRun<IUnit> {
     }
 
   protected:
-    [[nodiscard]] command::Names namesBeside() const override {
+    [[nodiscard]] command::Names namesBeside() override {
         command::Names names = CommandRun::namesBeside();
         names.insert(names.end(), directories_.begin(), directories_.end());
         return names;

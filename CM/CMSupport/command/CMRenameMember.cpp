@@ -43,6 +43,8 @@ int rename(IUnit &unit, const CString &oldPath, const CString &newPath, bool hyb
     CMArgumentList args(10);
     CMArchive archive("");
     const command::PushedArgument pushedArchive(args, archive);
+    CMUnit unitArgument(&unit);
+    const command::PushedArgument pushedUnit(args, unitArgument);
     command::Names names = command::namesIn(args);
     names.insert(names.end(), {oldPath, newPath});
     if (!command::mayReachCommand({oldPath, newPath, oldDirectory, newDirectory,
@@ -60,8 +62,6 @@ int rename(IUnit &unit, const CString &oldPath, const CString &newPath, bool hyb
         }
     }
 
-    CMUnit unitArgument(&unit);
-    const command::PushedArgument pushedUnit(args, unitArgument);
     LogTrace::Log log(LogTrace::Log::cm);
     const auto run = [&](const CString &text, const char *key, const command::RunTexts &texts) {
         CString command;

@@ -35,7 +35,7 @@ template <class ITEM> void CommandRun<ITEM>::work(ITEM *item) {
 }
 
 template <class ITEM> void CommandRun<ITEM>::workOn(ITEM &item) {
-    if (!mayReachCommand(item, namesBeside(), report())) {
+    if (!mayReachCommand(item, {}, report())) {
         refuse();
         return;
     }
@@ -53,6 +53,10 @@ template <class ITEM> void CommandRun<ITEM>::workOn(ITEM &item) {
     {
         CMUnit unit(&item);
         const PushedArgument pushedUnit(args_, unit);
+        if (!mayReachCommand(item, namesBeside(), report())) { // the archive is selected only now
+            refuse();
+            return;
+        }
         CString command;
         if (texts_.order == CommandTexts::Order::guardThenExpansion) {
             startGuard();

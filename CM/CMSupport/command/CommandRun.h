@@ -53,8 +53,9 @@ template <class ITEM> class CommandRun {
     CommandRun &operator=(const CommandRun &) = delete;
 
     /// Works on one item; skips null, and an item that the outcome observer does not let begin. Refuses an item
-    /// with a name that can't be quoted before doing anything else for it: see NameGuard.h. A failure affects only
-    /// result() and the outcome, which is reported at the end of each item; the next item is worked on as usual.
+    /// with a name that can't be quoted before doing anything else for it, and an item whose archive or target
+    /// directory can't be quoted once its archive is selected: see NameGuard.h. A failure affects only result()
+    /// and the outcome, which is reported at the end of each item; the next item is worked on as usual.
     void work(ITEM *item);
     /// Works on all items of a list, which must not change in the meantime.
     template <class LIST> void workAll(const LIST &items) {
@@ -75,8 +76,8 @@ template <class ITEM> class CommandRun {
     /// records the reason in the report; the result stays unchanged.
     virtual bool isWanted(ITEM & /*item*/) { return true; }
     /// Returns the names that reach the item's command besides its own; by default the archive and the target
-    /// directory.
-    [[nodiscard]] virtual Names namesBeside() const { return namesIn(args_); }
+    /// directory. Called after prepare(), while the item's argument is in the list.
+    [[nodiscard]] virtual Names namesBeside() { return namesIn(args_); }
     /// Called before the item's argument is pushed.
     virtual void prepare(ITEM & /*item*/) {}
     /// Returns the key of the template for this item; the default is CommandTexts::property.

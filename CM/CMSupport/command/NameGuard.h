@@ -14,7 +14,7 @@ namespace command {
 using Names = std::vector<CString>;
 
 /// Returns whether the item or unit may reach a command: its full name, directories and file name can be quoted,
-/// and no template could take them, together with the names `beside` that reach the same command, for a
+/// so can the names `beside` that reach the same command, and no template could take all of them together for a
 /// conditional. If not, writes a line with the name and the reason to the CM output window, and records the
 /// refusal in the report.
 [[nodiscard]] bool mayReachCommand(const CMArchiveItem &item, const Names &beside, OutcomeReport &report);
@@ -22,7 +22,10 @@ using Names = std::vector<CString>;
 /// Does the same for paths that replace placeholders. The line names the first one that can't be quoted.
 [[nodiscard]] bool mayReachCommand(const Names &paths, OutcomeReport &report);
 
-/// Returns the archive and the target directory, if the list has such arguments.
-[[nodiscard]] Names namesIn(const CMArgumentList &args);
+/// Does the same for the archive and the target directory of a command that concerns no item.
+[[nodiscard]] bool mayReachCommand(CMArgumentList &args, OutcomeReport &report);
+
+/// Returns the archive and the target directory, if the list has such arguments, with their variables expanded.
+[[nodiscard]] Names namesIn(CMArgumentList &args);
 
 } // namespace command

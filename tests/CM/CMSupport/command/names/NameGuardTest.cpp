@@ -1,13 +1,16 @@
 // Tests names that no template can quote, wherever a command operation inserts a name into a command.
 #include "CM/CMSupport/command/CMAddMember.h"
+#include "CM/CMSupport/command/CMCheckIn.h"
 #include "CM/CMSupport/command/CMCheckOut.h"
 #include "CM/CMSupport/command/CMCheckOutFromArchive.h"
 #include "CM/CMSupport/command/CMConnectToCMRepository.h"
 #include "CM/CMSupport/command/CMDeleteMember.h"
 #include "CM/CMSupport/command/CMFetch.h"
 #include "CM/CMSupport/command/CMFetchFromArchive.h"
+#include "CM/CMSupport/command/CMListArchive.h"
 #include "CM/CMSupport/command/CMMoveMember.h"
 #include "CM/CMSupport/command/CMRenameMember.h"
+#include "CM/CMSupport/core/CMArchive.h"
 #include "CM/CMSupport/core/CMTargetFile.h"
 #include "tests/CM/CMSupport/command/CheckOutFixture.h"
 
@@ -212,6 +215,70 @@ TEST_F(NameGuard, NamesThatMakeAConditionalOnlyTogetherAreRefused) {
     auto &plain = unitWithFile("/w", "P.ocl");
     EXPECT_EQ(move(list(&plain, &from, &to)), 1);
     EXPECT_EQ(host.worker.commands.size(), 1U);
+}
+
+TEST_F(NameGuard, AnArchiveThatCannotBeQuotedReachesNoShell) {
+    setToolProperty(IPN::CMArchive, "a\"; touch proof; \"");
+    setToolProperty(IPN::CMListArchive, "list \"$archive\"");
+    setToolProperty(IPN::CMConnectToCMRepository, "connect \"$archive\"");
+    auto units = list(&unitWithFile("/w", "P.ocl"));
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 0);
+    EXPECT_EQ(runOn({"/w/Q.ocl"}), 0);
+    CMArchiveItemList found;
+    EXPECT_EQ(CMListArchive()(found, args, diags), 0);
+    CMArchive archive("");
+    args.AddTail(&archive);
+    EXPECT_EQ(CMConnectToCMRepository()(units, args, diags), 0);
+    args.RemoveTail();
+    expectRefused("a\"; touch proof; \"", "the character \"");
+    expectNothingIsLeft();
+}
+
+TEST_F(NameGuard, TheArchiveOfAUnitsOwnIsRefusedForThisUnit) {
+    setToolProperty(IPN::CMArchive, "/archive");
+    setToolProperty(IPN::CMArchiveSelection, "Directory");
+    setToolProperty(IPN::CMCheckIn, "ci \"$archive\" $Unit");
+    auto &bad = unitWithFile("/w", "P.ocl");
+    bad.batchArchive = "x\"; touch proof; \"";
+    auto &good = unitWithFile("/w", "Q.ocl");
+    good.batchArchive = "/good";
+    auto units = list(&bad);
+    EXPECT_EQ(CMCheckIn()(units, args, diags, false), 0);
+    expectRefused("x\"; touch proof; \"", "the character \"");
+    units = list(&bad, &good);
+    EXPECT_EQ(CMCheckIn()(units, args, diags, false), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("ci \"/good\" Q.ocl"));
+}
+
+TEST_F(NameGuard, AUnitIsCheckedTogetherWithItsOwnArchiveAndNotWithTheOneBeforeIt) {
+    setToolProperty(IPN::CMArchive, "/archive");
+    setToolProperty(IPN::CMArchiveSelection, "File");
+    setToolProperty(IPN::CMCheckIn, "ci $Unit");
+    auto &first = unitWithFile("/w", "P.ocl");
+    first.batchArchive = "/a(b";
+    auto &second = unitWithFile("/w", "Q?).ocl");
+    second.batchArchive = "/c";
+    auto units = list(&first, &second);
+    EXPECT_EQ(CMCheckIn()(units, args, diags, false), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("ci P.ocl", "ci Q?).ocl"));
+    host.worker.commands.clear();
+    second.batchArchive = "/a(b";
+    units = list(&second);
+    EXPECT_EQ(CMCheckIn()(units, args, diags, false), 0);
+    expectRefused("/w/Q?).ocl", "together with /a(b, a \"(\", a \"?\" and a \")\"");
+}
+
+TEST_F(NameGuard, OfAnArchiveWithVariablesTheExpandedTextCounts) {
+    setToolProperty(IPN::CMArchive, "$Place/$Unit");
+    setToolProperty(IPN::CMFetch, "get \"$archive\"");
+    setToolProperty("Place", "/archive");
+    auto units = list(&unitWithFile("/w", "P.ocl"));
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 1);
+    EXPECT_THAT(host.worker.commands, ElementsAre("get \"/archive/P.ocl\""));
+    host.worker.commands.clear();
+    setToolProperty("Place", "/`id`");
+    EXPECT_EQ(CMFetch()(units, args, diags, false), 0);
+    expectRefused("/`id`/P.ocl", "the character `");
 }
 
 TEST_F(NameGuard, ARenameWithAPathThatCannotBeQuotedFails) {
