@@ -11,6 +11,7 @@
 #include "orchard/text/PatternCheck.h"
 
 #include <algorithm>
+#include <cctype>
 #include <set>
 
 namespace orchard_cm {
@@ -154,6 +155,23 @@ std::string conditionalFault(const std::string &value) {
                  "the tool unchanged";
 }
 
+/// The first ">" of a command begins the name of the file that gets the output, up to the end of the command.
+std::string redirectionFault(const std::string &value) {
+    const auto at = value.find('>');
+    if (at == value.npos) {
+        return {};
+    }
+    const bool hasNumber = at > 0 && std::isdigit(static_cast<unsigned char>(value[at - 1])) != 0;
+    const bool isCompound = at + 1 < value.size() && (value[at + 1] == '&' || value[at + 1] == '>');
+    if (!hasNumber && !isCompound) {
+        return {};
+    }
+    return "the first \">\" ends the command, and the rest, \"" + value.substr(at + 1) +
+           "\", is the name of the file for its output" +
+           (hasNumber ? "; the number before it is an argument of the tool" : "") +
+           "; put any other redirection into a script";
+}
+
 void checkUnread(const SetEntry &entry, const std::set<std::string> &variables, std::vector<Finding> &findings) {
     if (variables.contains(lower(entry.key))) {
         return;
@@ -188,6 +206,10 @@ std::vector<Finding> checkSet(const std::vector<SetEntry> &entries) {
         const bool isTemplate =
             key == nullptr || key->kind == KeyKind::command || key->kind == KeyKind::optionalCommand;
         if (auto fault = isTemplate ? conditionalFault(entry.value) : std::string(); !fault.empty()) {
+            findings.push_back({entry.key, std::move(fault), entry.place});
+        }
+        const bool reachesCommand = isTemplate || key->kind == KeyKind::rawCommand;
+        if (auto fault = reachesCommand ? redirectionFault(entry.value) : std::string(); !fault.empty()) {
             findings.push_back({entry.key, std::move(fault), entry.place});
         }
         if (key == nullptr) {

@@ -106,6 +106,19 @@ TEST(SetCheck, FindsAConditionalThatNothingCloses) {
     }
     EXPECT_THAT(checkSet(with(goodSet(), "Repository", "(a ? b")), IsEmpty()) << "no command";
 }
+TEST(SetCheck, FindsARedirectionThatNamesAnotherFileThanItsAuthorMeant) {
+    for (const char *const value :
+         {"tool 2>&1", "tool >&2", "tool >>log", "tool 2>/dev/null", "sh -c 'tool 2>&1'"}) {
+        for (const char *const key : {"History", "AddMember_WithoutCheckOutCheckInDirectory"}) {
+            const auto findings = checkSet(with(goodSet(), key, value));
+            ASSERT_THAT(findings, SizeIs(1)) << value;
+            EXPECT_EQ(findings[0].key, key);
+            EXPECT_THAT(findings[0].text, HasSubstr("is the name of the file for its output")) << value;
+        }
+    }
+    EXPECT_THAT(checkSet(with(goodSet(), "History", "tool > \"$targetDir/log\"")), IsEmpty());
+    EXPECT_THAT(checkSet(with(goodSet(), "OperationErrorPattern", "^tool2>& ")), IsEmpty());
+}
 TEST(SetCheck, FindsAListingThatNothingReads) {
     EXPECT_THAT(onlyText(without(goodSet(), "MultiRecordDelimiter"), "MultiRecordDelimiter"),
                 HasSubstr("listing of the archive is empty"));
