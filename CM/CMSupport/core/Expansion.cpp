@@ -153,7 +153,7 @@ int Expansion::expandVariables(std::string_view work, int ok, CString &result, b
                 // An unknown name is returned unchanged, which ends the loop below. This is the only place where a
                 // failure is corrected.
                 CString scratch;
-                replaces = CMProperty::ExpandPredefined(escaped, value, scratch) == 1 && mayGoOn(value, name);
+                replaces = CMProperty::ExpandPredefined(escaped, value, scratch) == 1 && pays(value, name);
                 ok = replaces ? 1 : ok;
                 isFixed = replaces;
             }

@@ -76,6 +76,9 @@ class ExpandCommand : public Command {
         if (unresolved.refersToItself) {
             return "Remove it from the value that contains it.";
         }
+        if (unresolved.exceedsLimit) {
+            return "Use fewer levels: properties may refer to each other 200 levels deep.";
+        }
         return unit_.empty() && namesUnit(unresolved.chain.back())
                    ? "Name the unit with --unit."
                    : "Give it as an argument, or set a property of that name for the tool.";

@@ -44,6 +44,7 @@ Unresolved findUnresolved(const std::string &halfExpanded, CMArgumentList &args)
         CString expanded;
         CString error;
         if (CMProperty::Expand(*value, args, expanded, error, false) != 0) {
+            found.exceedsLimit = true; // the value can be expanded alone
             break;
         }
         text = expanded.str();
@@ -53,7 +54,10 @@ Unresolved findUnresolved(const std::string &halfExpanded, CMArgumentList &args)
 
 std::string whatFailed(const Unresolved &unresolved) {
     return "'" + unresolved.chain.back() + "' " +
-           (unresolved.refersToItself ? "refers to itself" : "could not be resolved");
+           (unresolved.refersToItself ? "refers to itself"
+            : unresolved.exceedsLimit
+                ? "is in properties that refer to each other too deeply, or give too long a text"
+                : "could not be resolved");
 }
 
 } // namespace orchard_cm

@@ -15,6 +15,7 @@ struct Unresolved {
     /// already removed.
     std::vector<std::string> chain;
     bool refersToItself = false; // the last one
+    bool exceedsLimit = false;   // the last one can be expanded alone, but not within the template
 };
 
 /// Finds what stopped an expansion from the partly expanded text.

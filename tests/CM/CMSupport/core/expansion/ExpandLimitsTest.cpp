@@ -111,6 +111,20 @@ TEST_F(ExpandLimits, AllowALongChainOfProperties) {
     EXPECT_EQ(status, 1);
 }
 
+TEST_F(ExpandLimits, AllowAPredefinedVariableWherePlainTextIsAllowed) {
+    const auto chainTo = [this](const CString &end) {
+        for (int level = 1; level < 199; ++level) {
+            setToolProperty("P" + std::to_string(level), "$P" + std::to_string(level + 1));
+        }
+        setToolProperty("P199", end);
+        return expand("$P1");
+    };
+    EXPECT_EQ(chainTo("x"), "x");
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(chainTo("$temp"), expand("$temp"));
+    EXPECT_EQ(status, 1);
+}
+
 TEST_F(ExpandLimits, AllowThousandsOfVariables) {
     give("v", "a longer value than its name");
     std::string source;
