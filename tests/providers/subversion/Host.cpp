@@ -8,7 +8,9 @@
 
 /// Leaves out what the Subversion libraries keep until the process ends, which they refer to from memory that the
 /// leak check doesn't look at.
-extern "C" const char *__lsan_default_suppressions();  // NOLINT(bugprone-reserved-identifier)
+/// Is exported, so that the sanitizer's runtime, which is a library of its own, finds it.
+extern "C" __attribute__((visibility("default"))) const char *
+__lsan_default_suppressions();                         // NOLINT(bugprone-reserved-identifier)
 extern "C" const char *__lsan_default_suppressions() { // NOLINT(bugprone-reserved-identifier)
     return "leak:apr_allocator_create\n";
 }

@@ -3,10 +3,10 @@ execute_process(COMMAND ${NM} -DC --defined-only ${LIBRARY} OUTPUT_VARIABLE tabl
 string(REPLACE ";" "," table "${table}")
 string(REPLACE "\n" ";" lines "${table}")
 
-set(classes "CM(Archive|ArchiveItem|ArchiveItemListWrapper|Argument|AskOnCheckoutGuard|Diagnostic|Facade|Label|Log")
-string(APPEND classes "|Mode|Outputer|Property|PropertyArgument|PropertyDirectedArgument|ProviderFault")
+set(classes "(WritableFileQuestion|CM(Archive|ArchiveItem|ArchiveItemListWrapper|Argument|AskOnCheckoutGuard|Diagnostic")
+string(APPEND classes "|Facade|Label|Log|Mode|Outputer|Property|PropertyArgument|PropertyDirectedArgument|ProviderFault")
 string(APPEND classes "|Status|SuppressOKMessage|TargetFile|ToolInterface|ToolShellInterface|TraitFacade|Unit")
-string(APPEND classes "|UserBasedArgument|Workspace)")
+string(APPEND classes "|UserBasedArgument|Workspace))")
 set(functions "(getMainCMOutputer|getOverlayImage|theCMToolShellInterface|shouldSetInformationFilesCheckBox")
 string(APPEND functions "(ForUnitsList2?)?|findVariable|hasOwnDirectory")
 string(APPEND functions "|command::fillIn(Move|Rename|RenameDirectory))")
