@@ -31,13 +31,20 @@ void reportOnce(const std::string &path, const std::string &why) {
     static_cast<void>(notifyUserAndAsk(text, MB_ICONEXCLAMATION, 0, messageLevelDefault));
 }
 
-/// The property that names the file, or null.
+/// Returns the property that names the file, or null: that of the tool, or for a project that works through a
+/// provider that of all providers; otherwise that of all tools.
 const IProperty *headerFileOf(const Element &element) {
     const auto find = [&](const CString &metaclass, const CString &key) {
         return element.findProperty(IPN::CM, metaclass, key, IProperty::inherited);
     };
+    const IProperty *const useProvider = find(IPN::General, "UseSCCtool");
     const IProperty *const tool = find(IPN::CMGeneral, IPN::CMTool);
-    const IProperty *const file = tool == nullptr ? nullptr : find(tool->getValue(), IPN::CMHeaderFile);
+    const IProperty *file = nullptr;
+    if (useProvider != nullptr && useProvider->getValue().CompareNoCase("YES") == 0) {
+        file = find("SCC", IPN::CMHeaderFile);
+    } else if (tool != nullptr) {
+        file = find(tool->getValue(), IPN::CMHeaderFile);
+    }
     return file == nullptr ? find(IPN::CMGeneral, IPN::CMHeaderFile) : file;
 }
 

@@ -2,6 +2,7 @@
 #include "CM/CMSupport/core/CMProperty.h"
 
 #include "CM/CMSupport/core/DebugTrace.h"
+#include "CM/CMSupport/core/ToolInUse.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IPN.h"
 
@@ -63,26 +64,18 @@ int CMProperty::setCMTool(const CString &name, IDObject *object) {
 }
 
 IProperty *CMProperty::getToolProperty(const CString &key, IDObject *object, int where, bool useToolName) {
-    static const CString provider("SCC");
     IDObject *referee = getReferee(object);
     if (referee == nullptr) {
         return nullptr;
     }
-    IProperty *found = nullptr;
-    CString metaclass;
-    if (getUseSCCtool() != 0) {
-        metaclass = useToolName ? SCCToolName : provider;
-        found = find(*referee, metaclass, key, where);
-    } else if (const IProperty *tool = getCMTool(referee, where)) {
-        metaclass = tool->getValue();
-        found = find(*referee, metaclass, key, where);
-    }
+    const auto metaclass = toolMetaclass(*referee, where, useToolName);
+    IProperty *found = metaclass ? find(*referee, *metaclass, key, where) : nullptr;
     if (found == nullptr) {
         // Required: a local look-up finds an inherited general value too.
         found = find(*referee, IPN::CMGeneral, key, IProperty::inherited);
     }
     if (found == nullptr) {
-        debugTrace({"could not find the property '", key, "' for ", metaclass, "\n"});
+        debugTrace({"could not find the property '", key, "' for ", metaclass.value_or(CString()), "\n"});
     }
     return found;
 }

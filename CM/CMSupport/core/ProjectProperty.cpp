@@ -1,5 +1,6 @@
 #include "CM/CMSupport/core/ProjectProperty.h"
 
+#include "CM/CMSupport/core/PropertyKeys.h"
 #include "CM/host/CurrentWorkspace.h"
 #include "CM/host/IPN.h"
 
@@ -15,7 +16,9 @@ bool isGeneralPropertyTrue(const CString &key, bool otherwise) {
     return property == nullptr ? otherwise : property->getBool();
 }
 
-const IProperty *findProviderProperty(const CString &key) { return findProjectProperty("SCC", key); }
+const IProperty *findProviderProperty(const CString &key) {
+    return findProjectProperty(keys::providerMetaclass, key);
+}
 
 bool isProviderPropertyTrue(const CString &key) {
     const IProperty *const property = findProviderProperty(key);

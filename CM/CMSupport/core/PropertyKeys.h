@@ -48,6 +48,7 @@ inline constexpr auto auxProjPath = "AuxProjPath";
 inline constexpr auto enableCancel = "EnableSCCCancel";
 inline constexpr auto namelessProvider = "BaslatSCCName"; ///< the provider whose projects have its own name
 inline constexpr auto projName = "ProjName";
+inline constexpr auto providerMetaclass = "SCC";
 inline constexpr auto queryOneByOne = "QuerySCCStatusOneByOne";
 inline constexpr auto redirectOutput = "RedirectOutputToOrchard";
 

@@ -1,6 +1,7 @@
 #include "apps/orchard-cm/model/Properties.h"
 
 #include "CM/CMSupport/core/CMProperty.h"
+#include "CM/CMSupport/core/ToolInUse.h"
 #include "CM/host/IPN.h"
 #include "CM/host/IProject.h"
 #include "apps/orchard-cm/base/Failure.h"
@@ -19,9 +20,11 @@ namespace orchard_cm {
 
 namespace {
 
-std::string toolName() {
-    const IProperty *const tool = CMProperty::getCMTool(nullptr, IProperty::inherited);
-    return tool == nullptr ? std::string() : tool->getValue().str();
+/// Returns the metaclass of the tool in use; empty if there is none.
+CString metaclassInUse() {
+    IDObject *const referee = CMProperty::getReferee(nullptr);
+    return referee == nullptr ? CString()
+                              : toolMetaclass(*referee, IProperty::inherited, false).value_or(CString());
 }
 
 std::string sourceOf(const IDObject &object) {
@@ -91,7 +94,7 @@ std::optional<PropertyFacts> findProperty(const IDObject &object, const std::str
                                           const std::string &metaclass) {
     std::vector<CString> metaclasses{metaclass};
     if (metaclass.empty()) {
-        metaclasses = {toolName(), IPN::CMGeneral, IPN::General};
+        metaclasses = {metaclassInUse(), IPN::CMGeneral, IPN::General};
     }
     for (const CString &wanted : metaclasses) {
         if (const IProperty *const found = object.findProperty(IPN::CM, wanted, key, IProperty::inherited)) {
@@ -105,7 +108,7 @@ PropertyFacts requireProperty(const IDObject &object, const std::string &key, co
     if (auto found = findProperty(object, key, metaclass)) {
         return *found;
     }
-    failUnknown(object, key, metaclass.empty() ? "for " + toolName() : "under '" + metaclass + "'");
+    failUnknown(object, key, metaclass.empty() ? "for " + metaclassInUse().str() : "under '" + metaclass + "'");
 }
 
 std::vector<PropertyFacts> propertiesOf(const IDObject &object, const std::string &text) {
@@ -172,7 +175,7 @@ IProperty &toolProperty(const std::string &key) {
     if (IProperty *const property = CMProperty::getToolProperty(key, nullptr, IProperty::inherited, false)) {
         return *property;
     }
-    failUnknown(defaultReferee(), key, "for " + toolName());
+    failUnknown(defaultReferee(), key, "for " + metaclassInUse().str());
 }
 
 } // namespace orchard_cm

@@ -26,7 +26,8 @@ struct PropertyFacts {
 IDObject &defaultReferee();
 
 /// Returns the property that applies to `object` under `metaclass`. With an empty `metaclass` it searches where
-/// the library searches: under the name of the tool in use, then under CMGeneral, then under General.
+/// the library searches: under the metaclass of the tool in use (its name, or "SCC" if the project works through a
+/// provider), then under CMGeneral, then under General.
 std::optional<PropertyFacts> findProperty(const IDObject &object, const std::string &key,
                                           const std::string &metaclass);
 /// Like findProperty, but throws a Failure with similar keys if there is none.

@@ -53,6 +53,21 @@ TEST_F(DefaultHeader, OfAllToolsIsTakenWhereTheToolHasNone) {
     EXPECT_EQ(headerFrom(path("tools")), "$Revision$");
 }
 
+TEST_F(DefaultHeader, OfAProjectThatWorksThroughAProviderIsThatOfAllProviders) {
+    const auto set = [&](const char *metaclass, const char *key, const std::string &value) {
+        IProperty property(static_cast<const IProperty *>(nullptr));
+        property.setName(key);
+        property.setValue(value);
+        project->storeProperty("ConfigurationManagement", metaclass, &property);
+    };
+    write(path("tools"), "$Revision$\n");
+    write(path("providers"), "$Id$\n");
+    set("General", "UseSCCtool", "yes");
+    EXPECT_EQ(headerFrom(path("tools")), "");
+    set("SCC", "HeaderFile", path("providers"));
+    EXPECT_EQ(orchard::defaultHeaderOf(*orchard::Element::of(project)), "$Id$");
+}
+
 TEST_F(DefaultHeader, MayStandInTheShareDirectory) {
     write(path("share/header"), "$Id$\n");
     ::setenv("ORCHARD_SHARE", path("share").c_str(), 1);
