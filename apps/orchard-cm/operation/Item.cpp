@@ -61,6 +61,7 @@ void take(Item &item, const CMOutcome &outcome, bool keepsOutput) {
     result.reason = outcome.reason.str();
     result.fileChanged = outcome.fileChanged;
     result.reloaded = outcome.reload == CMOutcome::Reload::content;
+    item.isFileReported = !outcome.file.IsEmpty();
     result.after.exists = outcome.fileExists;
     result.after.writable = outcome.fileWritable;
     for (const CMToolRun &run : outcome.runs) {
@@ -73,10 +74,10 @@ void recordStateAfter(Item &item) {
     const IUnit *const unit = unitNow(item);
     const std::string file = unit != nullptr ? unit->getFullFileName().str() : result.file;
     ItemState now = stateOf(unit);
-    now.exists = item.isReported ? result.after.exists : platform::fileExists(file);
-    now.writable = item.isReported ? result.after.writable : platform::hasWritePermission(file);
+    now.exists = item.isFileReported ? result.after.exists : platform::fileExists(file);
+    now.writable = item.isFileReported ? result.after.writable : platform::hasWritePermission(file);
     result.after = now;
-    if (!item.isReported) {
+    if (!item.isFileReported) {
         result.fileChanged = now.exists != result.before.exists;
     }
     result.newFile = file == result.file ? std::string() : file;

@@ -15,6 +15,7 @@ struct Item {
     ItemResult result;
     std::unique_ptr<UnitHandle> handle; ///< null if the model has no unit for it yet
     bool isReported = false;            ///< whether the library has reported an outcome for it
+    bool isFileReported = false;        ///< whether that outcome contains the state of the file
     bool hasRun = false;                ///< whether the tool worked on it
 };
 

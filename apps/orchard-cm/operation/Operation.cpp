@@ -113,7 +113,7 @@ OperationReport run(Context &context, Items items, const Operation &operation,
         if (Item *const item = items.find(outcome)) {
             orchard_cm::take(*item, outcome, operation.showsOutput);
         } else if (isFault(outcome) && !shared) {
-            shared = outcome.reason.str();
+            shared = (outcome.file.IsEmpty() ? CString() : outcome.file + ": ").str() + outcome.reason.str();
         }
     };
     int result = 0;
@@ -131,6 +131,9 @@ OperationReport run(Context &context, Items items, const Operation &operation,
         }
     }
     reportDiagnostics(context, diagnostics);
+    if (shared && !shared->empty() && std::ranges::all_of(items, &Item::isReported)) {
+        context.output.message(Output::Kind::error, *shared); // it is no item's reason
+    }
     OperationReport report;
     for (Item &item : items) {
         judge(item, operation, shared, setup.mayGoOn());

@@ -31,6 +31,7 @@ class OperationOnUnits : public testing::Test {
     CMOutcome outcomeOf(const char *unit, Kind kind = Kind::done, const char *reason = "") {
         CMOutcome outcome;
         outcome.unit = outcome.unitNow = &unitNamed(session.project(), unit);
+        outcome.file = outcome.unit->getFullFileName();
         outcome.kind = kind;
         outcome.reason = reason;
         outcome.fileExists = true;
@@ -121,6 +122,22 @@ TEST_F(OperationOnUnits, IsNotGoodIfACommandForADirectoryFailed) {
     const OperationReport report = checkOut({"Pump"}, {outcomeOf("Pump"), ofDirectory});
     EXPECT_EQ(report.items[0].outcome, Outcome::done);
     EXPECT_FALSE(report.good);
+}
+TEST_F(OperationOnUnits, TellsTheFaultOfADirectoryIfEachUnitHasItsOwnOutcome) {
+    CMOutcome ofDirectory;
+    ofDirectory.kind = Kind::failed;
+    ofDirectory.file = "/plant";
+    ofDirectory.reason = "the tool failed with exit status 3";
+    checkOut({"Pump"}, {outcomeOf("Pump"), ofDirectory});
+    EXPECT_THAT(err.str(), HasSubstr("/plant: the tool failed with exit status 3"));
+}
+TEST_F(OperationOnUnits, LooksForTheFileOfAUnitThatIsReportedWithoutOne) {
+    CMOutcome gone = outcomeOf("Pump", Kind::gone, "a reason");
+    gone.file = "";
+    gone.fileExists = false;
+    const ItemResult result = checkOutPump(gone);
+    EXPECT_TRUE(result.after.exists);
+    EXPECT_FALSE(result.fileChanged);
 }
 TEST_F(OperationOnUnits, TakesTheStateOfTheFileFromTheReport) {
     CMOutcome outcome = outcomeOf("Pump");
