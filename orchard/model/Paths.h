@@ -17,9 +17,9 @@ using platform::isSeparator;
 
 /// Returns a full path without "." and "..", with '/' between the parts and none at the end. Resolves a relative
 /// path against `base`, which must be a full path.
-[[nodiscard]] std::string normalPath(std::string_view path, std::string_view base);
+[[nodiscard]] ORCHARD_API std::string normalPath(std::string_view path, std::string_view base);
 /// Whether the normal path `path` is in the directory `directory` (a normal path), at any depth.
-[[nodiscard]] bool liesIn(std::string_view path, std::string_view directory);
+[[nodiscard]] ORCHARD_API bool liesIn(std::string_view path, std::string_view directory);
 /// The extension with its dot, or empty; a dot in a directory's name or at the start of the file's name does not
 /// begin one.
 [[nodiscard]] std::string_view extensionOf(std::string_view path);

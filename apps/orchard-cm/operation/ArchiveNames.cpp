@@ -17,30 +17,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool liesIn(const std::string &file, std::string directory) {
-    if (!directory.ends_with('/')) {
-        directory += '/';
-    }
-    return file.starts_with(directory);
-}
-
 std::string nameOf(const std::string &word) {
     CString layout;
     if (CMProperty::getToolPropertyValue(keys::repository, layout, false) != 0 && !layout.IsEmpty()) {
         return word;
     }
-    std::error_code ignored;
-    const fs::path path(word);
-    if (path.is_absolute()) {
-        return path.lexically_normal().string();
+    if (orchard::isAbsolutePath(word)) {
+        return orchard::normalPath(word, {});
     }
+    std::error_code ignored;
     const std::string units = CMProperty::getWorkingDir().str();
-    std::string here = (fs::current_path(ignored) / path).lexically_normal().string();
+    std::string here = orchard::normalPath(word, fs::current_path(ignored).string());
     // A file that is to be fetched from the archive may not exist yet, so its existence decides nothing.
-    if (liesIn(here, units) || IUnit::getByFile(here) != nullptr) {
+    if (orchard::liesIn(here, orchard::normalPath(units, {})) || IUnit::getByFile(here) != nullptr) {
         return here;
     }
-    return (fs::path(units) / path).lexically_normal().string();
+    return orchard::normalPath(word, units);
 }
 
 /// Returns the name in the archive. Throws for a name that a template can't quote.
@@ -58,7 +50,7 @@ std::vector<std::string> withFilesBelow(const IProject &project, const std::stri
     std::error_code ignored;
     if (fs::is_directory(name, ignored)) {
         for (const auto &row : orchard::workspaceUnits(project)) {
-            if (const auto file = row.unit->getFullFileName().str(); liesIn(file, name)) {
+            if (const auto file = row.unit->getFullFileName().str(); orchard::liesIn(file, name)) {
                 files.push_back(file);
             }
         }
