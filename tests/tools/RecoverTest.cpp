@@ -77,6 +77,45 @@ TEST_F(Recovery, ARenamingOfADirectoryWithoutTheToolIsContinued) {
 }
 TEST_F(Recovery, AMoveWithoutTheToolIsContinued) { sweep({"move", "--no-tool", "Pump", "Control"}); }
 TEST_F(Recovery, ADeletionWithoutTheToolIsContinued) { sweep({"delete", "--no-tool", "Pump"}); }
+TEST_F(Recovery, OfACommandWithoutTheToolIsNotReportedAsTheSameCommandWithIt) {
+    for (const auto &words :
+         {std::vector<std::string>{"rename", "Pump", "Lifter"}, {"move", "Pump", "Control"}, {"delete", "Pump"}}) {
+        std::vector<std::string> withoutTool = words;
+        withoutTool.insert(withoutTool.begin() + 1, "--no-tool");
+        int finished = 0;
+        for (int call = 0; runUpTo(call, withoutTool).exit == 77; restore(), ++call) {
+            SCOPED_TRACE(words[0] + " before call " + std::to_string(call));
+            const Ran again = project.onProject(words);
+            const bool isArchived = fs::exists(tools::RcsProject::archiveOf(pump));
+            EXPECT_EQ(again.exit, isArchived ? 1 : 0) << again.out << again.err;
+            finished += isArchived ? 1 : 0;
+        }
+        restore();
+        EXPECT_GT(finished, 0) << words[0];
+    }
+}
+TEST_F(Recovery, OfADeletionThatTheToolHasHalfDoneDoesNotReportTheRestAsDeleted) {
+    const fs::path valve = project.fileOf("Valve");
+    int partly = 0;
+    for (int call = 0; runUpTo(call, {"delete", "Pump", "Valve"}).exit == 77; restore(), ++call) {
+        SCOPED_TRACE("before call " + std::to_string(call));
+        const Ran again = run({"delete", "Pump", "Valve"});
+        EXPECT_FALSE(fs::exists(pump));
+        EXPECT_EQ(again.exit, fs::exists(valve) ? 1 : 0) << again.out << again.err;
+        EXPECT_EQ(paths().find("Drives/Valve\n") != std::string::npos, fs::exists(valve));
+        if (again.exit != 0) {
+            ++partly;
+            const auto items = again.json()["items"];
+            ASSERT_EQ(items.size(), 2U) << again.out;
+            EXPECT_EQ(items[0]["outcome"], "deleted");
+            EXPECT_EQ(items[1]["outcome"], "failed");
+            EXPECT_THAT(again.out, HasSubstr("Valve.ocl: the CM tool has not removed the file"));
+            EXPECT_TRUE(fs::exists(tools::RcsProject::archiveOf(valve)));
+            EXPECT_EQ(run({"delete", "Valve"}).exit, 0);
+        }
+    }
+    EXPECT_GT(partly, 0);
+}
 TEST_F(Recovery, IsShownFinishedAndTakenBackOnRequest) {
     const std::vector<std::string> words{"rename", "--no-tool", "Pump", "Lifter"};
     int shown = 0;
@@ -86,7 +125,7 @@ TEST_F(Recovery, IsShownFinishedAndTakenBackOnRequest) {
             continue;
         }
         ++shown;
-        EXPECT_EQ(before["command"], "rename Pump Lifter");
+        EXPECT_EQ(before["command"], "rename --no-tool Pump Lifter");
         const Ran undone = project.onProject({"--json", "recover", "--undo"});
         EXPECT_EQ(undone.exit, 0) << undone.out;
         EXPECT_EQ(undone.json()["recovered"]["outcome"], "undone");
@@ -94,7 +133,7 @@ TEST_F(Recovery, IsShownFinishedAndTakenBackOnRequest) {
         restore();
         runUpTo(call, words);
         const Ran finished = project.cm({"recover", "--finish", project.projectFile().string()});
-        EXPECT_EQ(finished.out, "Finished: rename Pump Lifter\n") << finished.err;
+        EXPECT_EQ(finished.out, "Finished: rename --no-tool Pump Lifter\n") << finished.err;
         EXPECT_THAT(paths(), HasSubstr("Drives/Lifter\n"));
     }
     EXPECT_GT(shown, 3);
@@ -111,8 +150,9 @@ TEST_F(Recovery, AFirstCommandThatFailsBesideASecondThatWorksLosesNoUnit) {
 TEST_F(Recovery, AFirstCommandThatWorksBesideASecondThatFailsIsTakenBackInTheArchiveToo) {
     // The directory can't be moved, since there is a file in its place that the program can't see in time.
     project.replaceProgram("rmdir", "exit 1");
-    project.replaceProgram("mv", "for last; do :; done; case $last in */Logic) echo 'mv: refused' >&2; exit 1;; esac; "
-                                 "exec /bin/mv \"$@\"");
+    project.replaceProgram("mv",
+                           "for last; do :; done; case $last in */Logic) echo 'mv: refused' >&2; exit 1;; esac; "
+                           "exec /bin/mv \"$@\"");
     const auto before = files();
     const Ran ran = run({"rename", "Control", "Logic"});
     EXPECT_EQ(ran.exit, 1) << ran.out;

@@ -14,6 +14,18 @@ struct Restructure : tools::DailyCycle {
         const Ran ran = run({"checkout", "--lock", "--recursive", "station"});
         ASSERT_EQ(ran.exit, 0) << ran.out << ran.err;
     }
+    /// Each of the three fails with this error, and changes nothing.
+    void expectAllRefused(const std::string &error) {
+        for (const auto &words : {std::vector<std::string>{"rename", "Pump", "Lifter"},
+                                  {"move", "Pump", "Control"},
+                                  {"delete", "Pump"}}) {
+            const Ran ran = run(words);
+            EXPECT_EQ(ran.exit, 1) << words[0] << ran.out;
+            EXPECT_THAT(errorOf(ran), HasSubstr(error));
+            EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n")) << words[0];
+            EXPECT_TRUE(fs::exists(pump) && isArchived(pump)) << words[0];
+        }
+    }
     fs::path units = project.project() / "station_ory";
     std::string paths() { return project.onProject({"list", "--paths"}).out; }
     [[nodiscard]] bool isArchived(const fs::path &file) const {
@@ -101,6 +113,49 @@ TEST_F(Restructure, ThatTheToolFailsLeavesModelAndFilesAsTheyWere) {
         EXPECT_THAT(paths(), HasSubstr("Drives/Pump\n"));
         EXPECT_EQ(read(pump), before);
     }
+}
+TEST_F(Restructure, OfAProjectWithAProviderIsNotDoneWithoutTheProvider) {
+    lockAll();
+    ASSERT_EQ(run({"tool", "None"}).exit, 0);
+    ASSERT_EQ(run({"property", "set", "UseSCCtool", "YES"}).exit, 0);
+    expectAllRefused("");
+}
+TEST_F(Restructure, IsRefusedWhereTheToolCanNotBeLookedUp) {
+    lockAll();
+    project.shell("sed -i '/^component /d; /^configuration /d' " + tools::quoted(project.projectFile().string()));
+    expectAllRefused("neither an active component nor a configuration");
+    EXPECT_EQ(run({"delete", "--no-tool", "Pump"}).exit, 0);
+}
+TEST_F(Restructure, OfSeveralUnitsReportsTheDeletedOnesAsDeletedAndTheOthersWithTheirOwnReason) {
+    lockAll();
+    project.replaceProgram("sh", "case \"$*\" in *Valve*) echo 'sh: bob locks it' >&2; exit 1;; *Panel*) exit 0;; "
+                                 "esac; exec /bin/sh \"$@\"");
+    const Ran ran = run({"delete", "Pump", "Valve", "Panel"});
+    EXPECT_EQ(ran.exit, 1) << ran.out;
+    const auto items = ran.json()["items"];
+    ASSERT_EQ(items.size(), 3U) << ran.out;
+    EXPECT_EQ(items[0]["outcome"], "deleted");
+    EXPECT_FALSE(items[0].contains("reason")) << items[0];
+    EXPECT_EQ(items[1]["outcome"], "failed");
+    EXPECT_THAT(items[1].value("reason", ""), HasSubstr("bob locks it"));
+    EXPECT_THAT(items[1].value("reason", ""), testing::EndsWith("; the unit and its files are unchanged"));
+    EXPECT_EQ(items[2]["reason"], "the tool did nothing; the unit and its files are unchanged");
+    EXPECT_THAT(paths(), Not(HasSubstr("Drives/Pump\n")));
+    EXPECT_THAT(paths(), HasSubstr("Drives/Valve\n"));
+    EXPECT_TRUE(isArchived(project.fileOf("Valve")));
+}
+TEST_F(Restructure, AUnitThatIsGoneThoughItsCommandFailedIsReportedAsFailed) {
+    lockAll();
+    project.replaceProgram(
+        "sh", "/bin/sh \"$@\" || exit; case \"$*\" in *Valve*) echo 'sh: no entry in the log' >&2; exit 1;; esac");
+    const Ran ran = run({"delete", "Pump", "Valve"});
+    EXPECT_EQ(ran.exit, 1) << ran.out;
+    const auto items = ran.json()["items"];
+    ASSERT_EQ(items.size(), 2U) << ran.out;
+    EXPECT_EQ(items[0]["outcome"], "deleted");
+    EXPECT_EQ(items[1]["outcome"], "failed");
+    EXPECT_THAT(items[1].value("reason", ""), HasSubstr("no entry in the log"));
+    EXPECT_THAT(items[1].value("reason", ""), testing::EndsWith("have changed nevertheless, check the archive"));
 }
 TEST_F(Restructure, AToolThatIsKilledHalfWayLeavesModelAndFilesAndTheUserIsSentToTheArchive) {
     lockAll();

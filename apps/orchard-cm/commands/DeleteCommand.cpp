@@ -44,7 +44,7 @@ CMUnitList unitsToDelete(const orchard::UnitChange &change) {
 /// A tool that can delete a directory deletes that of every subsystem that has one. If others use the directory
 /// too, their files would be deleted with it.
 void requireOwnDirectories(const orchard::UnitChange &change) {
-    if (!change || toolInUse().empty() || !deletesDirectories()) {
+    if (!change || !hasTool() || !deletesDirectories()) {
         return;
     }
     for (const auto &file : change.files()) {
@@ -78,20 +78,19 @@ class DeleteCommand : public Command {
 
     ExitCode run(Context &context) override {
         const ProjectHold held = context.session.holdAlone();
-        std::vector<std::string> asTyped{"delete"};
-        asTyped.insert(asTyped.end(), words_.begin(), words_.end());
         const Restructuring remove{
             {"deleted", false},
             "delete",
             IPN::Delete,
+            true,
             !noTool_,
-            commandText(asTyped),
+            commandText("delete", !noTool_, words_),
             [](orchard::UnitChange &change, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
                 CMUnitList list = unitsToDelete(change);
                 return CMFacade::DeleteMember(list, arguments, diagnostics);
             }};
-        if (tellFinished(context, remove, words_)) {
-            return ExitCode::done;
+        if (const auto status = tellFinished(context, remove, words_)) {
+            return *status;
         }
         const IProject &project = context.session.project();
         const auto units = unitsNamed(project, words_);

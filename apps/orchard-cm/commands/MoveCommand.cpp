@@ -116,13 +116,14 @@ class MoveCommand : public Command {
             {"moved", false},
             "move",
             "Move",
+            false,
             !noTool_,
-            commandText({"move", unit_, owner_}),
+            commandText("move", !noTool_, {unit_, owner_}),
             [&](orchard::UnitChange &change, CMArgumentList &arguments, CMDiagnosticList &diagnostics) {
                 return moveInArchive(*unit, change, arguments, diagnostics);
             }};
-        if (tellFinished(context, move, {unit_})) {
-            return ExitCode::done;
+        if (const auto status = tellFinished(context, move, {unit_})) {
+            return *status;
         }
         const IProject &project = context.session.project();
         unit = &unitNamed(project, unit_);

@@ -30,13 +30,14 @@ class RenameCommand : public Command {
             {"renamed", false},
             "rename",
             "Rename",
+            false,
             !noTool_,
-            commandText({"rename", unit_, name_}),
+            commandText("rename", !noTool_, {unit_, name_}),
             [&](orchard::UnitChange &change, CMArgumentList &, CMDiagnosticList &diagnostics) {
                 return CMFacade::RenameMember(unit, change.oldPath(), change.newPath(), diagnostics);
             }};
-        if (tellFinished(context, rename, {unit_})) {
-            return ExitCode::done;
+        if (const auto status = tellFinished(context, rename, {unit_})) {
+            return *status;
         }
         unit = &unitNamed(context.session.project(), unit_);
         const OperationReport report =

@@ -44,7 +44,7 @@ void putOwnersFirst(CMUnitList &units) {
 void renameAfterUnit(Context &context, IUnit &unit, const std::string &fileName) {
     const std::string file = unit.getFullFileName().str();
     orchard::UnitChange change = orchard::UnitChange::renameFile(unit, fileName);
-    Restructuring rename{{"renamed", false}, "rename", "Rename", true, {}, {}};
+    Restructuring rename{{"renamed", false}, "rename", "Rename", false, true, {}, {}};
     rename.command = "undo " + fileName;
     rename.entry = [&unit](orchard::UnitChange &begun, CMArgumentList &, CMDiagnosticList &diagnostics) {
         return CMFacade::RenameMember(&unit, begun.oldPath(), begun.newPath(), diagnostics);
