@@ -30,7 +30,15 @@ struct CheckinWithAStub : Checkin {
                                          "Drives/Pump", "--log",   "takes the code from Valve.ocl"};
 };
 struct Locks : tools::DailyCycle {};
-struct Undo : tools::DailyCycle {};
+struct Undo : tools::DailyCycle {
+    /// In the archive, Pump has the name Lifter; the owner's file is writable.
+    void checkOutUnderAnotherName() {
+        project.changeElsewhere("bob", pump, "<name>Pump</name>", "<name>Lifter</name>");
+        lock("Pump");
+        lock("Drives");
+        change(pump, "<name>Lifter</name>", "<name>Pump</name>");
+    }
+};
 
 } // namespace
 
@@ -214,6 +222,44 @@ TEST_F(Undo, WorksOnAllUnitsBelowAndReloadsThem) {
     EXPECT_EQ(ran.exit, 0) << ran.out << ran.err;
     EXPECT_THAT(ran.out, HasSubstr(pumpText));
     EXPECT_THAT(project.locksOf(pump), IsEmpty());
+}
+TEST_F(Undo, WhoseRenamingTheToolHasDoneButReportsAsFailedFails) {
+    checkOutUnderAnotherName();
+    project.replaceProgram(
+        "sh", "/bin/sh \"$@\" || exit; case \"$*\" in *' move '*) echo 'sh: no entry' >&2; exit 1;; esac");
+    const Ran ran = run({"undo", "Pump"});
+    EXPECT_EQ(ran.exit, 1) << ran.out << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr("sh: no entry"));
+    EXPECT_THAT(ran.out, HasSubstr("the file has moved to Lifter.ocl, but: "));
+    EXPECT_TRUE(std::filesystem::exists(pump.parent_path() / "Lifter.ocl"));
+}
+TEST_F(Undo, WhoseRenamingTheToolHasNotDoneFails) {
+    checkOutUnderAnotherName();
+    project.replaceProgram(
+        "sh", "case \"$*\" in *' move '*) echo 'sh: refused' >&2; exit 1;; esac; exec /bin/sh \"$@\"");
+    const Ran ran = run({"undo", "Pump"});
+    EXPECT_EQ(ran.exit, 1) << ran.out << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr("the file keeps its name"));
+    EXPECT_THAT(ran.out, HasSubstr("sh: refused"));
+    EXPECT_TRUE(std::filesystem::exists(pump));
+}
+TEST_F(Undo, RenamesNothingAfterATimeLimitAndReportsTheRestAsNotBegun) {
+    checkOutUnderAnotherName();
+    lock("Valve");
+    lock("Panel");
+    project.lockProject();
+    ASSERT_EQ(project.onProject({"property", "set", "CMChildThreadTimeOut", "4000", "--metaclass", "RCS"}).exit,
+              0);
+    project.replaceProgram("sh", "case \"$*\" in *Valve*) exec sleep 60;; esac; exec /bin/sh \"$@\"");
+    const Ran ran = run({"undo", "Pump", "Valve", "Panel"});
+    EXPECT_EQ(ran.exit, 1) << ran.out << ran.err;
+    const auto items = ran.json()["items"];
+    ASSERT_EQ(items.size(), 3U) << ran.out;
+    EXPECT_EQ(items[0]["outcome"], "check out undone");
+    EXPECT_EQ(items[1]["outcome"], "failed");
+    EXPECT_EQ(items[2]["outcome"], "not begun") << ran.out;
+    EXPECT_THAT(ran.out, HasSubstr("the file keeps its name"));
+    EXPECT_TRUE(std::filesystem::exists(tools::RcsProject::archiveOf(pump))) << "the tool has not renamed it";
 }
 TEST_F(Undo, TakesFilesByTheirNamesInTheArchive) {
     lock("Pump");

@@ -3,6 +3,7 @@
 #include "CM/CMSupport/core/CMFacade.h"
 #include "CM/host/IProject.h"
 #include "apps/orchard-cm/commands/OperationOptions.h"
+#include "apps/orchard-cm/model/HostSetup.h"
 #include "apps/orchard-cm/model/Session.h"
 #include "apps/orchard-cm/model/UnitHandle.h"
 #include "apps/orchard-cm/operation/Restructuring.h"
@@ -40,7 +41,7 @@ void putOwnersFirst(CMUnitList &units) {
 
 /// Renames a file after its unit, whose archived version has another name: on disk, in the archive and in the file
 /// of the owner. If the tool can't rename it, the file keeps its name, so that the next command finds it in the
-/// archive.
+/// archive; that is an error, unless the owner's file may not be changed.
 void renameAfterUnit(Context &context, IUnit &unit, const std::string &fileName) {
     const std::string file = unit.getFullFileName().str();
     orchard::UnitChange change = orchard::UnitChange::renameFile(unit, fileName);
@@ -49,20 +50,32 @@ void renameAfterUnit(Context &context, IUnit &unit, const std::string &fileName)
     rename.entry = [&unit](orchard::UnitChange &begun, CMArgumentList &, CMDiagnosticList &diagnostics) {
         return CMFacade::RenameMember(&unit, begun.oldPath(), begun.newPath(), diagnostics);
     };
-    std::string fault;
+    const auto message = [&](Output::Kind kind, const std::string &text) {
+        context.output.message(kind, file + ": " + text);
+    };
+    const std::string keepsName = "the file keeps its name, as it could not be renamed to " + fileName;
+    if (!context.session.setup().mayGoOn()) {
+        message(Output::Kind::warning, keepsName + " before the command ended");
+        return;
+    }
+    Restructured result;
     try {
-        fault = carryOut(context, change, rename).fault;
+        result = carryOut(context, change, rename);
     } catch (const Failure &failure) {
-        fault = failure.what();
+        message(Output::Kind::warning, keepsName + " in the archive: " + failure.what());
+        return;
+    }
+    for (const auto &problem : result.problems) {
+        context.output.message(Output::Kind::warning, problem.message());
     }
     if (change.isOpen()) {
-        context.output.message(Output::Kind::error, file + ": the file has moved to " + fileName +
-                                                        ", but that could not be finished: " + fault +
-                                                        "; see 'orchard-cm recover'");
+        message(Output::Kind::error, "the file has moved to " + fileName + ", but that could not be finished: " +
+                                         result.fault + "; see 'orchard-cm recover'");
     } else if (!change.stands()) {
-        context.output.message(Output::Kind::warning,
-                               file + ": the file keeps its name, as it could not be renamed to " + fileName +
-                                   " in the archive: " + fault);
+        message(Output::Kind::error, keepsName + " in the archive: " + result.fault);
+    } else if (!result.fault.empty()) {
+        message(Output::Kind::error,
+                "the file has moved to " + fileName + ", but: " + result.fault + "; check the archive");
     }
 }
 

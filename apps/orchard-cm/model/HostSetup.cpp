@@ -8,6 +8,7 @@
 #include "orchard/messages/TerminalDialogDriver.h"
 #include "orchard/settings/Settings.h"
 
+#include <algorithm>
 #include <iostream>
 #include <unistd.h>
 #include <utility>
@@ -75,7 +76,7 @@ class HostSetup::Impl {
 
   private:
     void started(const std::string &command) {
-        ++done_;
+        expected_ = std::max(expected_, ++done_); // an undo may rename, too
         output_.status().show("[" + std::to_string(done_) + "/" + std::to_string(expected_) + "] " + command);
     }
 
