@@ -57,10 +57,13 @@ remove_made_directory() {
 }
 
 # report_differing FILES: after connect has made files read-only that differ from the archive, one a line.
+# On the output channel: after a line on the error channel, the address that connect prints would not be read.
 report_differing() {
-  warn "these files differ from the archive, and may be older. They are read-only now: a check in is refused, and a" \
-    "check out replaces them, and keeps a copy of what the archive does not have"
-  printf '%s\n' "$1" | sed 's/^/warning: - /' >&2
+  {
+    warn "these files differ from the archive, and may be older. They are read-only now: a check in is refused, and" \
+      "a check out replaces them, and keeps a copy of what the archive does not have"
+    printf '%s\n' "$1" | sed 's/^/warning: - /'
+  } 2>&1
 }
 
 # with_lines COMMAND...: runs a command with the lines of its input as further arguments, if there are any.

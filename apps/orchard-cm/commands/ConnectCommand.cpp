@@ -19,6 +19,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -142,8 +143,31 @@ class ConnectCommand : public Command {
     }
 
   private:
-    /// Throws a Failure if the project is not connected.
+    /// The values of the project that a connect sets: archive, Repository, ArchiveRoot.
+    using Values = std::array<std::string, 3>;
+    static Values values() {
+        return {toolValue(IPN::CMArchive), toolValue(keys::repository), toolValue(keys::archiveRoot)};
+    }
+    static bool isToBeFilledIn(const Values &values) {
+        return std::any_of(values.begin(), values.end(),
+                           [](const std::string &value) { return value.find(placeholder) != std::string::npos; });
+    }
+    [[noreturn]] static void failReadOnly(const std::string &file) {
+        throw Failure(ExitCode::failed, "the project can't be connected: its file " + file + " is read-only",
+                      "Check it out with --lock first.");
+    }
+
+    /// Throws a Failure if the project is not connected. A read-only project can be connected again to the archive
+    /// that it names already.
     static void connect(Context &context, IProject &project, const std::string &archive) {
+        const Values before = values();
+        const std::string file = project.getFullFileName().str();
+        const bool isReadOnly = !platform::hasWritePermission(file);
+        if (isReadOnly && ((!archive.empty() && archive != before[0]) || isToBeFilledIn(before))) {
+            failReadOnly(file);
+        }
+        IUnit *const unit = project.getSaveUnit();
+        const bool wasModified = unit != nullptr && unit->isModified();
         if (!archive.empty() && CMArchive::setMainArchive(archive) == 0) {
             throw Failure(ExitCode::failed, "the CM tool " + toolInUse() + " has no archive to choose (property " +
                                                 IPN::CMArchive.str() + " is missing)");
@@ -152,12 +176,6 @@ class ConnectCommand : public Command {
         Address root(project, keys::archiveRoot);
         repository.free();
         root.free();
-        const std::string file = project.getFullFileName().str();
-        if ((!archive.empty() || repository.isToBeFilledIn() || root.isToBeFilledIn()) &&
-            !platform::hasWritePermission(file)) {
-            throw Failure(ExitCode::failed, "the project can't be connected: its file " + file + " is read-only",
-                          "Check it out with --lock first.");
-        }
         TemplateArguments arguments;
         arguments.addArchive();
         CMDiagnosticList diagnostics;
@@ -178,6 +196,13 @@ class ConnectCommand : public Command {
         if (result == 0 || !fault.empty() || context.output.errorCount() > errorsBefore) {
             throw Failure(ExitCode::failed,
                           "the project is not connected" + (fault.empty() ? std::string() : ": " + fault));
+        }
+        if (values() != before) {
+            if (isReadOnly) {
+                failReadOnly(file);
+            }
+        } else if (unit != nullptr && !wasModified) {
+            unit->setModified(0, false);
         }
         context.session.saveIfModified();
     }
