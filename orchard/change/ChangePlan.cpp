@@ -126,11 +126,11 @@ class Reading {
 
 } // namespace
 
-std::string ChangePlan::Text::with(const std::vector<bool> &parts) const {
+std::string ChangePlan::Text::with(const std::vector<bool> &chosen) const {
     std::string text;
     std::size_t at = 0;
     for (const Cut &cut : cuts) {
-        if (parts[cut.part]) {
+        if (chosen[cut.part]) {
             text.append(after, at, cut.begin - at);
             at = cut.end;
         }

@@ -41,8 +41,8 @@ struct ChangePlan {
         std::string before; ///< empty if there was no file
         std::string after;
         std::vector<Cut> cuts;
-        /// The text when these parts are done.
-        [[nodiscard]] std::string with(const std::vector<bool> &parts) const;
+        /// Returns the text after the units in `chosen` are done.
+        [[nodiscard]] std::string with(const std::vector<bool> &chosen) const;
     };
 
     std::string command;                 ///< what the user asked for; may be empty

@@ -8,7 +8,7 @@ string(APPEND classes "|Facade|Label|Log|Mode|Outputer|Property|PropertyArgument
 string(APPEND classes "|Status|SuppressOKMessage|TargetFile|ToolInterface|ToolShellInterface|TraitFacade|Unit")
 string(APPEND classes "|UserBasedArgument|Workspace))")
 set(functions "(getMainCMOutputer|getOverlayImage|theCMToolShellInterface|shouldSetInformationFilesCheckBox")
-string(APPEND functions "(ForUnitsList2?)?|findVariable|hasOwnDirectory")
+string(APPEND functions "(ForUnitsList2?)?|findVariable|hasOwnDirectory|toolMetaclass")
 string(APPEND functions "|command::fillIn(Move|Rename|RenameDirectory))")
 set(allowed "^(${classes}::[~A-Za-z_]+[^ ]*|(vtable|typeinfo|typeinfo name) for ${classes}$|${functions}\\(")
 string(APPEND allowed "|theCMFacade$)")
