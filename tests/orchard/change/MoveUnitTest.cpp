@@ -1,3 +1,4 @@
+// Longer than other files: every kind of move is tested on the same workbench.
 #include "tests/orchard/storage/Workbench.h"
 
 #include "orchard/change/Recovery.h"
