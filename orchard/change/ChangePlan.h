@@ -50,7 +50,7 @@ struct ChangePlan {
     std::size_t parts = 1;               ///< the units that can be removed one without the other
     std::vector<Path> toolSteps;         ///< what the tool is to move or remove; empty if no tool takes part
     std::vector<Path> directories;       ///< that move as one
-    std::vector<File> files;             ///< those that exist
+    std::vector<File> files;             ///< only existing files
     std::vector<Text> texts;             ///< in the order of writing
     std::vector<std::string> mayBeEmpty; ///< to be removed, if empty: after a removal, or if a move is taken back
 

@@ -18,9 +18,9 @@ namespace orchard {
 [[nodiscard]] std::string beginOnDisk(const ChangePlan &plan, const std::string &projectFile);
 
 enum class Ending {
-    afterTool, ///< a tool has worked: by what is found
+    afterTool, ///< a tool has run: depends on the files found
     byHost,    ///< no tool takes part: the host moves or removes the files
-    asFound,   ///< after a crash: by what is found
+    asFound,   ///< after a crash: depends on the files found
     byForce,   ///< after a crash: finished if that is possible
     takenBack, ///< taken back; fails if a tool has moved a file, or a file is removed, already
 };

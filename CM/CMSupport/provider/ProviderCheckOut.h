@@ -48,9 +48,10 @@ class ProviderCheckOut : public ProviderRun {
     std::optional<WritableFileQuestion> question_;
 };
 
-/// Collects the files of a recursive check out. Leaves out those that isWanted leaves out, and files of which the
-/// archive has a newer version, and then says so. A null entry takes up a place in the call. `nameOf` gives the
-/// file that the provider is asked about, `pathOf` the one to check out. Returns whether a file was out of date.
+/// Collects the files of a recursive check out. Leaves out unwanted files (isWanted), and files of which the
+/// archive has a newer version, and reports the latter. A null entry takes up a place in the call. `nameOf` gives
+/// the file that the provider is asked about, `pathOf` the one to check out. Returns whether a file was out of
+/// date.
 template <class LIST, class NAME, class PATH>
 bool collectUpToDate(ProviderCheckOut &run, const LIST &items, void *context, CallFiles &call, NAME nameOf,
                      PATH pathOf);

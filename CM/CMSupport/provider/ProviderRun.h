@@ -35,7 +35,7 @@ struct CallFiles {
     std::vector<OutcomeReport> reports;
 
     void add(const CString &file, OutcomeReport report);
-    /// Adds a place to the call that stands for no file, for a null entry of the caller's list.
+    /// Adds an empty place to the call, for a null entry of the caller's list.
     void addEmpty() { files.AddTail(""); }
     /// Adds the call to each report and sends it.
     void send(SccEntryBase &entry, long result);

@@ -6,8 +6,8 @@
 
 namespace orchard_cm {
 
-/// The characters that are refused if the tool's property set doesn't list any: those that could end a quote, be
-/// expanded, redirect output or begin another command, wherever a template puts the text.
+/// The characters that are refused if the tool's property set doesn't list any. Wherever a template puts the text,
+/// they could end a quote, be expanded, redirect output or begin another command.
 inline constexpr std::string_view shellCharacters = "\"'$`\\;&|<>()";
 
 /// Keys of a tool that only this program reads.

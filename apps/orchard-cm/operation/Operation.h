@@ -20,7 +20,7 @@ namespace orchard_cm {
 enum class Reload {
     byLibrary, ///< none: the library has already done it, or nothing changes
     changed,   ///< the units whose files the tool has changed
-    all,       ///< all that the tool has worked on, including those that the model doesn't contain yet
+    all,       ///< every item that the tool worked on, even if the model doesn't contain it yet
 };
 
 /// What an operation may change; other programs can't change it at the same time.

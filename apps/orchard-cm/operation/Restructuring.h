@@ -49,7 +49,7 @@ std::string commandText(const char *name, bool withTool, const std::vector<std::
 std::optional<ExitCode> tellFinished(Context &context, const Restructuring &how,
                                      const std::vector<std::string> &words);
 
-/// Carries out the change for `units`, which are those that the user named. Throws a Failure if it can't be done;
+/// Carries out the change for `units`, the ones that the user named. Throws a Failure if it can't be done;
 /// nothing has changed then. If something fails later, each item reports why, and the state of model and file.
 OperationReport restructure(Context &context, orchard::UnitChange change, const std::vector<IUnit *> &units,
                             const Restructuring &how);
